@@ -1,0 +1,28 @@
+// An interned name: a variable, a field, a function or a path, as one small number. Comparing and hashing a name costs
+// what it costs for an integer. Names are never freed.
+//
+// Thread: the table belongs to the interpreter's thread.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kelo {
+
+class Name {
+ public:
+  constexpr Name() = default;  ///< the empty name
+  static Name intern(std::string_view text);
+
+  const std::string& text() const;
+  constexpr uint32_t id() const { return id_; }
+  constexpr bool isEmpty() const { return id_ == 0; }
+  friend constexpr bool operator==(Name, Name) = default;
+
+ private:
+  constexpr explicit Name(uint32_t id) : id_(id) {}
+  uint32_t id_ = 0;
+};
+
+}  // namespace kelo

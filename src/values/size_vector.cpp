@@ -1,0 +1,155 @@
+// Sizes. Every product is checked: a size that cannot be counted ends the run rather than wrapping.
+#include "values/size_vector.h"
+
+#include <algorithm>
+
+#include "messages/catalogue/values.h"
+#include "messages/fatal_fault.h"
+#include "messages/message.h"
+
+namespace kelo {
+namespace {
+
+// A zero length makes the product 0 whatever the others are, also when they overflow together.
+int64_t productOf(const int64_t* lengths, int64_t count) {
+  if (std::find(lengths, lengths + count, 0) != lengths + count) return 0;
+  int64_t product = 1;
+  for (int64_t k = 0; k < count; ++k) product = checkedMultiply(product, lengths[k]);
+  return product;
+}
+
+}  // namespace
+
+SizeVector::SizeVector(int64_t rows, int64_t columns)
+    : inline_{rows, columns}, numElements_(checkedMultiply(rows, columns)), count_(2), ndim_(2) {}
+
+SizeVector::SizeVector(std::span<const int64_t> vec) {
+  if (vec.size() < 2) throw problem(text::kSizeVectorTooShort);
+  assign(vec.data(), static_cast<int64_t>(vec.size()));
+}
+
+void SizeVector::assign(const int64_t* lengths, int64_t count) {
+  numElements_ = productOf(lengths, count);
+  count_ = checkedInt32(count);
+  ndim_ = count_;
+  while (ndim_ > 2 && lengths[ndim_ - 1] == 1) --ndim_;
+  if (count > 2) more_ = new int64_t[static_cast<size_t>(count)];
+  std::copy_n(lengths, count, more_ ? more_ : inline_);
+}
+
+SizeVector::SizeVector(const SizeVector& other)
+    : inline_{other.inline_[0], other.inline_[1]},
+      numElements_(other.numElements_),
+      count_(other.count_),
+      ndim_(other.ndim_) {
+  if (!other.more_) return;
+  more_ = new int64_t[static_cast<size_t>(count_)];
+  std::copy_n(other.more_, count_, more_);
+}
+
+SizeVector::SizeVector(SizeVector&& other) noexcept
+    : inline_{other.inline_[0], other.inline_[1]},
+      more_(std::exchange(other.more_, nullptr)),
+      numElements_(other.numElements_),
+      count_(other.count_),
+      ndim_(other.ndim_) {
+  other.inline_[0] = other.inline_[1] = other.numElements_ = 0;
+  other.count_ = other.ndim_ = 2;
+}
+
+SizeVector& SizeVector::operator=(SizeVector other) noexcept {
+  std::swap(inline_, other.inline_);
+  std::swap(more_, other.more_);
+  std::swap(numElements_, other.numElements_);
+  std::swap(count_, other.count_);
+  std::swap(ndim_, other.ndim_);
+  return *this;
+}
+
+std::optional<int64_t> SizeVector::firstNonSingletonDimension() const {
+  const auto lengths = vec();
+  const auto found = std::find_if(lengths.begin(), lengths.end(), [](int64_t n) { return n > 1; });
+  if (found == lengths.end()) return std::nullopt;
+  return found - lengths.begin() + 1;
+}
+
+int64_t SizeVector::defaultDimension() const {
+  const auto lengths = vec();
+  const auto found = std::find_if(lengths.begin(), lengths.end(), [](int64_t n) { return n != 1; });
+  return found == lengths.end() ? 1 : found - lengths.begin() + 1;
+}
+
+int64_t SizeVector::strideOf(int64_t d) const { return productOf(vec().data(), std::min(d - 1, count())); }
+
+SizeVector SizeVector::trimmed() const {
+  return count_ == ndim_ ? *this : SizeVector(vec().first(static_cast<size_t>(ndim_)));
+}
+
+SizeVector SizeVector::withDimension(int64_t d, int64_t length) const {
+  std::vector<int64_t> lengths(vec().begin(), vec().end());
+  if (d > count()) lengths.resize(static_cast<size_t>(d), 1);
+  lengths[static_cast<size_t>(d - 1)] = length;
+  return SizeVector(lengths).trimmed();
+}
+
+std::vector<int64_t> SizeVector::broughtTo(int64_t n) const {
+  const auto lengths = vec();
+  std::vector<int64_t> result(static_cast<size_t>(n), 1);
+  for (int64_t k = 0; k < count(); ++k) {
+    int64_t& target = result[static_cast<size_t>(std::min(k, n - 1))];
+    target = k < n ? lengths[static_cast<size_t>(k)] : target * lengths[static_cast<size_t>(k)];
+  }
+  return result;
+}
+
+std::vector<int64_t> SizeVector::subscriptsFromLinearIndex(int64_t i) const {
+  if (i >= numElements_) throw problem(text::linearIndexExceeds(i + 1, numElements_));
+  std::vector<int64_t> subscripts;
+  for (const int64_t length : vec()) {
+    subscripts.push_back(i % length);
+    i /= length;
+  }
+  return subscripts;
+}
+
+int64_t SizeVector::linearIndexFromSubscripts(std::span<const int64_t> subscripts) const {
+  int64_t index = 0;
+  int64_t stride = 1;
+  for (size_t k = 0; k < subscripts.size(); ++k) {
+    const int64_t length = dimensionLength(static_cast<int64_t>(k) + 1);
+    if (subscripts[k] < 0 || subscripts[k] >= length) {
+      throw problem(text::subscriptExceeds(static_cast<int64_t>(k) + 1));
+    }
+    index += subscripts[k] * stride;
+    stride *= length;
+  }
+  return index;
+}
+
+std::optional<int64_t> SizeVector::remappedLinearIndex(int64_t i, const SizeVector& larger) const {
+  for (int64_t d = 1; d <= std::max(count(), larger.count()); ++d) {
+    if (dimensionLength(d) > larger.dimensionLength(d)) return std::nullopt;
+  }
+  if (i < 0 || i >= numElements_) return std::nullopt;
+  return larger.linearIndexFromSubscripts(subscriptsFromLinearIndex(i));
+}
+
+SizeVector SizeVector::rotatedLeft(int64_t n) const {
+  if (n < 0) throw problem(text::kUnexpectedError);
+  std::vector<int64_t> lengths(vec().begin(), vec().end());
+  std::rotate(lengths.begin(), lengths.begin() + n % count(), lengths.end());
+  return SizeVector(lengths);
+}
+
+std::string SizeVector::description() const {
+  std::string result;
+  for (int64_t d = 1; d <= ndim(); ++d) result += (d == 1 ? "" : " x ") + std::to_string(dimensionLength(d));
+  return result;
+}
+
+bool operator==(const SizeVector& a, const SizeVector& b) {
+  if (a.ndim_ != b.ndim_ || a.numElements_ != b.numElements_) return false;
+  return std::equal(a.vec().begin(), a.vec().begin() + a.ndim_, b.vec().begin());
+}
+
+}  // namespace kelo
