@@ -12,8 +12,8 @@ struct Table {
 };
 
 Table& table() {
-  static Table instance;
-  return instance;
+  static auto* const instance = new Table;  // outlives every static object that holds a name
+  return *instance;
 }
 
 }  // namespace

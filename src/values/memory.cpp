@@ -1,0 +1,91 @@
+// The store of large blocks. Small blocks go straight to the C library, which is quick for them. A large request is
+// rounded up so that neighbouring sizes share blocks, and is served by the best fitting kept block that wastes less than
+// a quarter.
+#include "values/memory.h"
+
+#include <cstdlib>
+#include <vector>
+
+namespace kelo {
+namespace {
+
+constexpr int64_t kAlignment = 64;  // of large blocks; small ones have that of malloc
+constexpr int64_t kSmallGranule = 16;
+constexpr int64_t kLarge = 256 << 10;
+constexpr int64_t kGranule = 64 << 10;
+constexpr int64_t kKeptAtMost = int64_t{512} << 20;
+
+struct Kept {
+  void* block;
+  int64_t capacity;
+};
+
+std::vector<Kept> g_kept;
+int64_t g_keptBytes = 0;
+int64_t g_limit = int64_t{3} << 30;
+void (*g_freshBlockHook)(void*, int64_t) = nullptr;
+
+void* takeKept(int64_t bytes, int64_t* capacity) {
+  auto best = g_kept.end();
+  for (auto it = g_kept.begin(); it != g_kept.end(); ++it) {
+    const bool fits = it->capacity >= bytes && it->capacity - bytes <= it->capacity / 4;
+    if (fits && (best == g_kept.end() || it->capacity < best->capacity)) best = it;
+  }
+  if (best == g_kept.end()) return nullptr;
+  void* block = best->block;
+  *capacity = best->capacity;
+  g_keptBytes -= best->capacity;
+  *best = g_kept.back();
+  g_kept.pop_back();
+  return block;
+}
+
+void* askSystem(int64_t bytes) {
+  const auto size = static_cast<size_t>(bytes);
+  return bytes < kLarge ? std::malloc(size) : std::aligned_alloc(kAlignment, size);
+}
+
+void* fromSystem(int64_t bytes) {
+  void* block = askSystem(bytes);
+  if (block == nullptr) {
+    releaseKeptBlocks();
+    block = askSystem(bytes);
+  }
+  if (block == nullptr) throw OutOfMemory();
+  if (bytes >= kLarge && g_freshBlockHook != nullptr) g_freshBlockHook(block, bytes);
+  return block;
+}
+
+}  // namespace
+
+void* allocateBlock(int64_t bytes, int64_t* capacity) {
+  if (bytes > g_limit) throw OutOfMemory();
+  const int64_t granule = bytes >= kLarge ? kGranule : kSmallGranule;
+  *capacity = (bytes + granule - 1) / granule * granule;
+  if (bytes >= kLarge) {
+    if (void* kept = takeKept(bytes, capacity)) return kept;
+  }
+  return fromSystem(*capacity);
+}
+
+void freeBlock(void* block, int64_t capacity) noexcept {
+  if (capacity < kLarge || g_keptBytes + capacity > kKeptAtMost) {
+    std::free(block);
+    return;
+  }
+  g_kept.push_back({block, capacity});
+  g_keptBytes += capacity;
+}
+
+void setArrayByteLimit(int64_t bytes) { g_limit = bytes; }
+int64_t arrayByteLimit() { return g_limit; }
+
+void releaseKeptBlocks() noexcept {
+  for (const Kept& kept : g_kept) std::free(kept.block);
+  g_kept.clear();
+  g_keptBytes = 0;
+}
+
+void setFreshBlockHook(void (*hook)(void*, int64_t)) { g_freshBlockHook = hook; }
+
+}  // namespace kelo

@@ -1,0 +1,36 @@
+#include "values/storable.h"
+
+namespace kelo {
+
+std::string Storable::kindLabel() const {
+  return isNumeric() ? numeric_.kindLabel() : "struct (" + structure_.size().description() + ")";
+}
+
+void Storable::copyOther(const Storable& other) {
+  switch (form_) {
+    case Form::structure: new (&structure_) StructArray(other.structure_); break;
+    case Form::funcHandle: new (&funcHandle_) FunctionHandle(other.funcHandle_); break;
+    case Form::localFunc: new (&localFunc_) LocalFunction(other.localFunc_); break;
+    case Form::numeric: break;
+  }
+}
+
+void Storable::moveOther(Storable&& other) noexcept {
+  switch (form_) {
+    case Form::structure: new (&structure_) StructArray(std::move(other.structure_)); break;
+    case Form::funcHandle: new (&funcHandle_) FunctionHandle(std::move(other.funcHandle_)); break;
+    case Form::localFunc: new (&localFunc_) LocalFunction(std::move(other.localFunc_)); break;
+    case Form::numeric: break;
+  }
+}
+
+void Storable::destroyOther() noexcept {
+  switch (form_) {
+    case Form::structure: structure_.~StructArray(); break;
+    case Form::funcHandle: funcHandle_.~FunctionHandle(); break;
+    case Form::localFunc: localFunc_.~LocalFunction(); break;
+    case Form::numeric: break;
+  }
+}
+
+}  // namespace kelo

@@ -1,0 +1,91 @@
+// Storable: what a variable, a field or an argument holds: an array (numeric or of structures), a function handle or a
+// local function.
+//
+// A Storable is one small cell. A numeric scalar lies in it whole; anything else is a counted reference, so a copy is
+// cheap, and a write to what is shared copies first.
+#pragma once
+
+#include "values/function_handle.h"
+#include "values/numeric_array.h"
+#include "values/struct_array.h"
+
+namespace kelo {
+
+class Storable {
+ public:
+  enum class Form : uint8_t { numeric, structure, funcHandle, localFunc };
+
+  Storable() : numeric_() {}  ///< double 0 x 0
+  Storable(NumericArray array) : numeric_(std::move(array)) {}
+  template <class T> Storable(TypedArray<T> array) : numeric_(std::move(array)) {}
+  Storable(StructArray array) : structure_(std::move(array)), form_(Form::structure) {}
+  Storable(FunctionHandle handle) : funcHandle_(std::move(handle)), form_(Form::funcHandle) {}
+  Storable(LocalFunction function) : localFunc_(std::move(function)), form_(Form::localFunc) {}
+  explicit Storable(double x) : numeric_(DoubleArray(x)) {}
+
+  Storable(const Storable& other) : form_(other.form_) {
+    if (isNumeric()) new (&numeric_) NumericArray(other.numeric_);
+    else copyOther(other);
+  }
+  Storable(Storable&& other) noexcept : form_(other.form_) {
+    if (isNumeric()) new (&numeric_) NumericArray(std::move(other.numeric_));
+    else moveOther(std::move(other));
+  }
+  Storable& operator=(const Storable& other) {
+    if (isNumeric() && other.isNumeric()) numeric_ = other.numeric_;
+    else *this = Storable(other);
+    return *this;
+  }
+  Storable& operator=(Storable&& other) noexcept {
+    if (isNumeric() && other.isNumeric()) {
+      numeric_ = std::move(other.numeric_);
+    } else if (this != &other) {
+      this->~Storable();
+      new (this) Storable(std::move(other));
+    }
+    return *this;
+  }
+  ~Storable() {
+    if (isNumeric()) numeric_.~NumericArray();
+    else destroyOther();
+  }
+
+  Form form() const { return form_; }
+  bool isArray() const { return form_ <= Form::structure; }
+  bool isNumeric() const { return form_ == Form::numeric; }
+  bool isStructure() const { return form_ == Form::structure; }
+  bool isFuncHandle() const { return form_ == Form::funcHandle; }
+  bool isLocalFunc() const { return form_ == Form::localFunc; }
+  bool isDoubleScalar() const { return isNumeric() && numeric_.isDoubleScalar(); }
+  double doubleScalar() const { return numeric_.asDouble().scalar(); }  ///< REQUIRES: isDoubleScalar()
+
+  /// The numeric array inside, or null for every other form.
+  const NumericArray* numeric() const { return isNumeric() ? &numeric_ : nullptr; }
+  NumericArray* numeric() { return isNumeric() ? &numeric_ : nullptr; }
+  const StructArray* structure() const { return isStructure() ? &structure_ : nullptr; }
+  StructArray* structure() { return isStructure() ? &structure_ : nullptr; }
+  const FunctionHandle* funcHandle() const { return isFuncHandle() ? &funcHandle_ : nullptr; }
+  const LocalFunction* localFunc() const { return isLocalFunc() ? &localFunc_ : nullptr; }
+
+  /// Size of an array of either sort. REQUIRES: isArray()
+  const SizeVector& size() const { return isNumeric() ? numeric_.size() : structure_.size(); }
+  int64_t numElements() const { return size().numElements(); }
+  bool isEmpty() const { return size().hasZeroLength(); }
+  /// "double (2 x 3)", "struct (1 x 1)". REQUIRES: isArray()
+  std::string kindLabel() const;
+
+ private:
+  void copyOther(const Storable& other);
+  void moveOther(Storable&& other) noexcept;
+  void destroyOther() noexcept;
+
+  union {
+    NumericArray numeric_;
+    StructArray structure_;
+    FunctionHandle funcHandle_;
+    LocalFunction localFunc_;
+  };
+  Form form_ = Form::numeric;
+};
+
+}  // namespace kelo

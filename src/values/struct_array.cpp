@@ -1,0 +1,119 @@
+#include "values/struct_array.h"
+
+#include <algorithm>
+
+#include "messages/fatal_fault.h"
+#include "values/storable.h"
+
+namespace kelo {
+
+struct StructArray::Body : CountedObject {
+  Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()), fields(std::move(names)) {
+    if (size.hasZeroLength()) fields.clear();
+    values.resize(static_cast<size_t>(checkedMultiply(size.numElements(), static_cast<int64_t>(fields.size()))));
+  }
+  explicit Body(const Body& other) : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
+
+  size_t at(int64_t element, int64_t field) const {
+    return static_cast<size_t>(element) * fields.size() + static_cast<size_t>(field);
+  }
+
+  SizeVector size;
+  std::vector<Name> fields;
+  std::vector<Storable> values;
+};
+
+StructArray::StructArray() : StructArray(SizeVector(1, 1), {}) {}
+StructArray::StructArray(const SizeVector& size, std::vector<Name> fields)
+    : body_(makeRef<Body>(size, std::move(fields))) {}
+StructArray::StructArray(const StructArray&) = default;
+StructArray::StructArray(StructArray&&) noexcept = default;
+StructArray& StructArray::operator=(StructArray other) noexcept {
+  std::swap(body_, other.body_);
+  return *this;
+}
+StructArray::~StructArray() = default;
+
+const SizeVector& StructArray::size() const { return body_->size; }
+const std::vector<Name>& StructArray::fields() const { return body_->fields; }
+
+int64_t StructArray::fieldIndex(Name field) const {
+  const auto found = std::find(fields().begin(), fields().end(), field);
+  return found == fields().end() ? -1 : found - fields().begin();
+}
+
+bool StructArray::hasSameFields(const StructArray& other) const {
+  return fields().size() == other.fields().size() &&
+         std::all_of(fields().begin(), fields().end(), [&](Name name) { return other.hasField(name); });
+}
+
+const Storable& StructArray::value(int64_t element, int64_t field) const {
+  return body_->values[body_->at(element, field)];
+}
+
+StructArray::Body& StructArray::ownBody() {
+  if (body_->isShared()) body_ = makeRef<Body>(*body_);
+  return *body_;
+}
+
+Storable& StructArray::writableValue(int64_t element, int64_t field) {
+  Body& body = ownBody();
+  return body.values[body.at(element, field)];
+}
+
+int64_t StructArray::ensureField(Name field) {
+  if (const int64_t index = fieldIndex(field); index >= 0) return index;
+  Body& body = ownBody();
+  const size_t before = body.fields.size();
+  std::vector<Storable> values;
+  values.reserve(static_cast<size_t>(numElements()) * (before + 1));
+  for (size_t k = 0; k < body.values.size() || values.size() < static_cast<size_t>(numElements()) * (before + 1);) {
+    for (size_t f = 0; f < before; ++f) values.push_back(std::move(body.values[k++]));
+    values.emplace_back();
+  }
+  body.values = std::move(values);
+  body.fields.push_back(field);
+  return static_cast<int64_t>(before);
+}
+
+void StructArray::removeField(Name field) {
+  const int64_t index = fieldIndex(field);
+  if (index < 0) return;
+  Body& body = ownBody();
+  std::vector<Storable> values;
+  for (size_t k = 0; k < body.values.size(); ++k) {
+    if (static_cast<int64_t>(k % body.fields.size()) != index) values.push_back(std::move(body.values[k]));
+  }
+  body.values = std::move(values);
+  body.fields.erase(body.fields.begin() + index);
+}
+
+StructArray StructArray::gathered(std::span<const int64_t> positions, const SizeVector& size) const {
+  StructArray result(size, fields());
+  for (size_t k = 0; k < positions.size(); ++k) {
+    if (positions[k] < 0) continue;
+    for (int64_t f = 0; f < fieldCount(); ++f) {
+      result.writableValue(static_cast<int64_t>(k), f) = value(positions[k], f);
+    }
+  }
+  return result;
+}
+
+StructArray StructArray::element(int64_t position) const { return gathered({&position, 1}, SizeVector(1, 1)); }
+
+void StructArray::setElement(int64_t position, const StructArray& from, int64_t fromPosition) {
+  for (int64_t f = 0; f < fieldCount(); ++f) {
+    const int64_t source = from.fieldIndex(fields()[static_cast<size_t>(f)]);
+    writableValue(position, f) = Storable(from.value(fromPosition, source));
+  }
+}
+
+StructArray StructArray::reshaped(const SizeVector& size) const {
+  StructArray result = *this;
+  result.ownBody().size = size.trimmed();
+  return result;
+}
+
+bool StructArray::isUnshared() const { return !body_->isShared(); }
+
+}  // namespace kelo

@@ -1,0 +1,67 @@
+// StructArray: an array of structures that all have the same fields.
+//
+// One shared body holds the size, the field names in the order in which they were made, and the values of all elements:
+// those of an element stand together, in field order. A copy shares the body; a write takes a body of its own first.
+// An array without elements has no field names. A scalar structure is the 1 x 1 case.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "values/counted.h"
+#include "values/name.h"
+#include "values/size_vector.h"
+
+namespace kelo {
+
+class Storable;
+
+class StructArray {
+ public:
+  /// 1 x 1 without fields.
+  StructArray();
+  /// `size` with the given fields, each value an empty double. Without elements there are no fields.
+  StructArray(const SizeVector& size, std::vector<Name> fields);
+  StructArray(const StructArray&);
+  StructArray(StructArray&&) noexcept;
+  StructArray& operator=(StructArray) noexcept;
+  ~StructArray();
+
+  const SizeVector& size() const;
+  int64_t numElements() const { return size().numElements(); }
+  bool isEmpty() const { return size().hasZeroLength(); }
+  const std::vector<Name>& fields() const;
+  int64_t fieldCount() const { return static_cast<int64_t>(fields().size()); }
+  /// Position of a field in fields(); -1 when there is none.
+  int64_t fieldIndex(Name field) const;
+  bool hasField(Name field) const { return fieldIndex(field) >= 0; }
+  /// Whether both have the same set of field names, in whatever order.
+  bool hasSameFields(const StructArray& other) const;
+
+  /// One value, of the element at a position from 0. REQUIRES: both in range
+  const Storable& value(int64_t element, int64_t field) const;
+  /// The same for writing; the body is made this array's own first.
+  Storable& writableValue(int64_t element, int64_t field);
+  /// Adds a field, if it is missing, with an empty double in each element, and gives its index. REQUIRES: not empty
+  int64_t ensureField(Name field);
+  void removeField(Name field);
+
+  /// The elements at positions from 0, in the given shape; position -1 gives an element of empty doubles.
+  /// REQUIRES: size.numElements() == positions.size()
+  StructArray gathered(std::span<const int64_t> positions, const SizeVector& size) const;
+  /// One element as a 1 x 1 array.
+  StructArray element(int64_t position) const;
+  /// Overwrites the element at a position with one of another array. REQUIRES: hasSameFields(from)
+  void setElement(int64_t position, const StructArray& from, int64_t fromPosition);
+  /// The same elements in another shape. REQUIRES: as many elements
+  StructArray reshaped(const SizeVector& size) const;
+
+  bool isUnshared() const;
+
+ private:
+  struct Body;
+  Body& ownBody();
+  Ref<Body> body_;
+};
+
+}  // namespace kelo

@@ -1,0 +1,83 @@
+// Blocks, and the few operations of typed arrays that are not worth inlining.
+#include "values/typed_array.h"
+
+#include "messages/catalogue/values.h"
+#include "messages/fatal_fault.h"
+#include "messages/message.h"
+#include "values/memory.h"
+#include "values/numeric_array.h"
+
+namespace kelo {
+
+const SizeVector ArrayCell::kScalarSize{1, 1};
+
+ArrayBlock* ArrayBlock::create(SizeVector size, int64_t elementBytes) {
+  static_assert(sizeof(ArrayBlock) <= kHeaderBytes && kHeaderBytes % 16 == 0);
+  const int64_t bytes = checkedAdd(checkedMultiply(size.numElements(), elementBytes), kHeaderBytes);
+  int64_t capacity = 0;
+  void* memory = allocateBlock(bytes, &capacity);
+  return new (memory) ArrayBlock(std::move(size), capacity);
+}
+
+void ArrayBlock::destroy(ArrayBlock* block) noexcept {
+  const int64_t capacity = block->capacity_;
+  block->~ArrayBlock();
+  freeBlock(block, capacity);
+}
+
+ArrayBlock* ArrayBlock::empty() {
+  static ArrayBlock* const block = create(SizeVector(0, 0), 1);
+  block->retain();
+  return block;
+}
+
+namespace {
+
+template <class T> constexpr const char* kCountMismatch = text::kCountMismatchDouble;
+template <> constexpr const char* kCountMismatch<int64_t> = text::kCountMismatchInt;
+template <> constexpr const char* kCountMismatch<bool> = text::kCountMismatchLogical;
+template <> constexpr const char* kCountMismatch<ComplexDouble> = text::kCountMismatchComplex;
+template <> constexpr const char* kCountMismatch<Character> = text::kCountMismatchChar;
+
+}  // namespace
+
+template <class T>
+TypedArray<T>::TypedArray(const SizeVector& size, std::span<const T> elements) : ArrayCell(nullptr) {
+  if (size.numElements() != static_cast<int64_t>(elements.size())) throw problem(kCountMismatch<T>);
+  *this = uninitialized(size);
+  std::copy(elements.begin(), elements.end(), writable());
+}
+
+template <class T>
+TypedArray<T> TypedArray<T>::reshaped(const SizeVector& size) && {
+  if (block_ == nullptr) return std::move(*this);  // one element: 1 x 1 x ... is 1 x 1
+  if (block_->isShared()) return copyOf(size);
+  block_->setSize(size.trimmed());
+  return std::move(*this);
+}
+
+template <class T>
+void TypedArray<T>::resizeVector(const SizeVector& newSize) {
+  const int64_t wanted = newSize.numElements();
+  const bool inPlace = block_ && !block_->isShared() && !newSize.isScalar() &&
+                       checkedMultiply(wanted, sizeof(T)) <= block_->elementCapacityBytes();
+  if (inPlace) {
+    block_->setSize(newSize.trimmed());
+    return;
+  }
+  const int64_t kept = std::min(numElements(), wanted);
+  const int64_t room = wanted > numElements() ? checkedAdd(wanted, wanted / 2) : wanted;
+  TypedArray grown = uninitialized(SizeVector(room, 1));
+  if (newSize.isScalar()) grown = TypedArray(T{});
+  std::copy_n(data(), kept, grown.writable());
+  if (grown.block_) grown.block_->setSize(newSize.trimmed());
+  *this = std::move(grown);
+}
+
+template class TypedArray<double>;
+template class TypedArray<int64_t>;
+template class TypedArray<bool>;
+template class TypedArray<ComplexDouble>;
+template class TypedArray<Character>;
+
+}  // namespace kelo

@@ -1,0 +1,187 @@
+#include "values/workspace.h"
+
+#include "values/function_bodies.h"
+
+namespace kelo {
+namespace {
+constexpr size_t kScannedNames = 12;  // up to here a scan of the names beats hashing
+}
+
+Storable* VarTable::findSlowly(Name name, uint32_t* hint) {
+  if (keys_.size() > kScannedNames) {
+    const auto found = index_.find(name.id());
+    if (found == index_.end()) return nullptr;
+    *hint = found->second;
+    return at(*hint);
+  }
+  for (uint32_t k = 0; k < keys_.size(); ++k) {
+    if (keys_[k] == name) {
+      *hint = k;
+      return at(k);
+    }
+  }
+  return nullptr;
+}
+
+Storable& VarTable::insert(Name name, uint32_t* hint) {
+  *hint = static_cast<uint32_t>(keys_.size());
+  keys_.push_back(name);
+  values_.emplace_back();
+  if (keys_.size() == kScannedNames + 1) {
+    for (uint32_t k = 0; k < keys_.size(); ++k) index_[keys_[k].id()] = k;
+  } else if (keys_.size() > kScannedNames) {
+    index_[name.id()] = *hint;
+  }
+  return values_.back();
+}
+
+bool VarTable::erase(Name name) {
+  uint32_t position = 0;
+  if (find(name, &position) == nullptr) return false;
+  keys_.erase(keys_.begin() + position);
+  values_.erase(values_.begin() + position);
+  index_.clear();
+  if (keys_.size() > kScannedNames) {
+    for (uint32_t k = 0; k < keys_.size(); ++k) index_[keys_[k].id()] = k;
+  }
+  return true;
+}
+
+void VarTable::clear() {
+  keys_.clear();
+  values_.clear();
+  index_.clear();
+}
+
+namespace {
+
+// Tables of ended calls, empty but with their room, for the next calls.
+std::vector<Ref<VarTable>>& spareTables() {
+  static auto* const tables = new std::vector<Ref<VarTable>>;  // outlives the workspaces of static objects
+  return *tables;
+}
+constexpr size_t kSpareTables = 64;
+
+Ref<VarTable> newTable() {
+  auto& spare = spareTables();
+  if (spare.empty()) return makeRef<VarTable>();
+  Ref<VarTable> table = std::move(spare.back());
+  spare.pop_back();
+  return table;
+}
+
+void recycle(Ref<VarTable> table) {
+  if (!table || table->isShared() || spareTables().size() >= kSpareTables) return;
+  table->clear();
+  spareTables().push_back(std::move(table));
+}
+
+}  // namespace
+
+Workspace::Workspace() : table_(newTable()) {}
+Workspace::Workspace(const Workspace&) = default;
+Workspace::Workspace(Workspace&&) noexcept = default;
+Workspace& Workspace::operator=(Workspace other) noexcept {
+  std::swap(table_, other.table_);
+  std::swap(captured_, other.captured_);
+  std::swap(functions_, other.functions_);
+  return *this;
+}
+Workspace::~Workspace() { recycle(std::move(table_)); }
+
+Workspace Workspace::over(const Workspace& captured) {
+  Workspace result;
+  result.functions_ = captured.functions_;
+  if (!captured.captured_) {
+    result.captured_ = captured.table_;
+    return result;
+  }
+  Workspace flat = captured;
+  flat.flatten();
+  result.captured_ = flat.table_;
+  return result;
+}
+
+Workspace Workspace::over(Ref<LocalFunctionFile> functions) {
+  Workspace result;
+  result.functions_ = std::move(functions);
+  return result;
+}
+
+void Workspace::setFunctions(Ref<LocalFunctionFile> functions) { functions_ = std::move(functions); }
+
+const Storable* Workspace::find(Name name, uint32_t* hint) const {
+  if (const Storable* own = table_->find(name, hint)) return own;
+  return captured_ ? captured_->find(name, hint) : nullptr;
+}
+
+Storable& Workspace::variable(Name name, uint32_t* hint) {
+  own();
+  if (Storable* found = table_->find(name, hint)) return *found;
+  const Storable* behind = captured_ ? captured_->find(name, hint) : nullptr;
+  Storable& made = table_->insert(name, hint);
+  if (behind) made = *behind;
+  return made;
+}
+
+void Workspace::set(Name name, Storable value) {
+  uint32_t hint = 0;
+  variable(name, &hint) = std::move(value);
+}
+
+void Workspace::own() {
+  if (table_->isShared()) table_ = makeRef<VarTable>(*table_);
+}
+
+void Workspace::flatten() {
+  own();
+  if (!captured_) return;
+  for (size_t k = 0; k < captured_->names().size(); ++k) {
+    uint32_t hint = 0;
+    const Name name = captured_->names()[k];
+    if (table_->find(name, &hint) == nullptr) table_->insert(name, &hint) = *captured_->at(k);
+  }
+  captured_ = {};
+}
+
+bool Workspace::erase(Name name) {
+  flatten();
+  return table_->erase(name);
+}
+
+void Workspace::clearVariables() {
+  table_ = newTable();
+  captured_ = {};
+}
+
+void Workspace::removeLocalFunctions() {
+  for (const Name name : names()) {
+    const Storable* value = find(name);
+    if (value && value->isLocalFunc()) erase(name);
+  }
+}
+
+std::vector<Name> Workspace::names() const {
+  std::vector<Name> result = table_->names();
+  if (!captured_) return result;
+  for (const Name name : captured_->names()) {
+    uint32_t hint = 0;
+    if (table_->find(name, &hint) == nullptr) result.push_back(name);
+  }
+  return result;
+}
+
+WorkspaceStack::WorkspaceStack() { stack_.emplace_back(); }
+
+bool WorkspaceStack::pop() {
+  if (stack_.size() < 2) return false;
+  stack_.pop_back();
+  return true;
+}
+
+void WorkspaceStack::popToBase() {
+  while (pop()) {
+  }
+}
+
+}  // namespace kelo
