@@ -1,9 +1,9 @@
 // One element of text: a user-perceived character, that is a grapheme cluster.
 //
 // It is one 32-bit word. A cluster that is a single code point is that code point; any other cluster is an entry in a
-// table of interned clusters, marked by the top bit. Plain text is therefore as cheap as integers. Two characters are equal when they are canonically
-// equivalent (a composed letter equals its decomposed spelling); ASCII never needs the table for that. A lone surrogate,
-// which a number may give, is kept as its code and printed as U+FFFD.
+// table of interned clusters, marked by the top bit. Plain text is therefore as cheap as integers. Two characters are
+// equal when they are canonically equivalent (a composed letter equals its decomposed spelling); two ASCII characters
+// never need the table for that. A lone surrogate, which a number may give, is kept as its code and printed as U+FFFD.
 //
 // Thread: the table belongs to the interpreter's thread; its entries are never freed.
 #pragma once
@@ -43,6 +43,7 @@ class Character {
   static constexpr uint32_t kClusterBit = 0x80000000u;
   static constexpr uint32_t kFirstComposable = 0x80;
   static bool canonicallyEqual(Character a, Character b);
+  template <class F> void forEachCodePoint(F f) const;
 
   uint32_t word_ = 0;
 };

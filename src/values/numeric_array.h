@@ -5,8 +5,10 @@
 // such as allReals answers what the array holds, not what its record is.
 #pragma once
 
-#include <span>
+#include <initializer_list>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "values/character.h"
 #include "values/complex_double.h"
@@ -77,19 +79,25 @@ class NumericArray {
   /// Calls f with the record, of whatever kind.
   template <class F> decltype(auto) visit(F&& f) const;
 
-  /// Conversions, each keeping the size except from char (a character gives one number per UTF-16 unit). The && forms
-  /// move when the kind is right already. throws Problem where a value has no counterpart; FatalFault beyond 64 bits
+  /// Conversions, each keeping the size except from char (see sizeInNumbers). Complex numbers lose their imaginary parts
+  /// on the way to real kinds without a word, but have no logical counterpart unless they are real. The && forms move
+  /// when the kind is right already. throws Problem where a value has no counterpart; FatalFault for a finite number
+  /// beyond 64-bit integers
   DoubleArray toDoubleArray() const&;
   DoubleArray toDoubleArray() &&;
+  /// Truncates towards zero. Inf and -Inf give the largest and the smallest integer; NaN is refused.
   IntArray toIntArray() const;
   LogicalArray toLogicalArray() const;
   ComplexDoubleArray toComplexArray() const&;
   ComplexDoubleArray toComplexArray() &&;
+  /// Each number as one UTF-16 unit: truncated and brought into 0..65535; NaN is 0.
   CharArray toCharArray() const;
   /// The conversion that a kind names.
   NumericArray toKind(Kind kind) const&;
   NumericArray toKind(Kind kind) &&;
 
+  /// Whether all of the properties hold; asked in order, up to the first that does not. throws FatalFault from
+  /// allIntegerRealParts for a finite magnitude from 2^63 on. NOTE: intended
   bool has(std::initializer_list<Property> properties) const;
   bool has(Property property) const;
 
@@ -115,6 +123,11 @@ decltype(auto) NumericArray::visit(F&& f) const {
   }
   return f(asDouble());
 }
+
+/// The size that text has once it is numbers. Each character gives one number per UTF-16 unit, column by column, so plain
+/// text keeps its size and a row of characters of two units becomes two rows. Without elements: 0 x 0. Absent when the
+/// columns give different counts: such text does not convert.
+std::optional<SizeVector> sizeInNumbers(const CharArray& text);
 
 /// The text of a char array as UTF-8, in storage order, and a row of characters from UTF-8. An empty text is 0 x 0.
 std::string toUtf8(const CharArray& text);

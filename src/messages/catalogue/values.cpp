@@ -9,6 +9,10 @@ std::string ordinal(int64_t n) {
   return std::to_string(n) + ending;
 }
 
+std::string functionToChars(const std::string& name) {
+  return "Cannot convert a function to characters. Did you mean the function handle @" + name;
+}
+
 std::string linearIndexExceeds(int64_t index, int64_t numElements) {
   return fmt::format("A given linear index ({}) exceeds the total number of elements ({})", index, numElements);
 }

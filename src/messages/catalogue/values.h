@@ -23,6 +23,15 @@ inline constexpr const char* kCountMismatchComplex =
 inline constexpr const char* kCountMismatchChar =
     "Number of elements is inconsistent with the array size when creating a character array";
 
+inline constexpr const char* kNaNToInteger = "NaN is not convertible to an integer";
+inline constexpr const char* kNaNToLogical = "NaN is not convertible to a logical";
+inline constexpr const char* kComplexToLogical = "A complex number is not convertible to a logical";
+inline constexpr const char* kStructureToChars = "Cannot convert a structure array to characters";
+inline constexpr const char* kUnevenColumnsOfText =
+    "Attempting to catenate vectors of different lengths when performing data type conversion. "
+    "This may be caused by Unicode characters";
+std::string functionToChars(const std::string& name);
+
 std::string linearIndexExceeds(int64_t index, int64_t numElements);
 std::string subscriptExceeds(int64_t k);
 
