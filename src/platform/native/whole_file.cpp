@@ -27,7 +27,7 @@ class Descriptor {
   int number_;
 };
 
-bool writeAll(int descriptor, const std::string& bytes) {
+bool writeAll(int descriptor, std::string_view bytes) {
   size_t done = 0;
   while (done < bytes.size()) {
     const ssize_t written = write(descriptor, bytes.data() + done, bytes.size() - done);
@@ -59,7 +59,7 @@ std::optional<std::string> readWholeFile(const std::string& path) {
   return bytes;
 }
 
-std::optional<std::string> replaceWholeFile(const std::string& path, const std::string& bytes) {
+std::optional<std::string> replaceWholeFile(const std::string& path, std::string_view bytes) {
   struct stat old;
   const bool existed = stat(path.c_str(), &old) == 0;
   std::string temporary = path + ".XXXXXX";
