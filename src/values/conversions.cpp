@@ -2,9 +2,13 @@
 //
 // Each is one loop over contiguous elements with a function for the element. Text is the exception: its characters give as many
 // numbers as they have UTF-16 units, so its size may change; plain text, with one unit a character, takes the same loop.
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "messages/catalogue/values.h"
 #include "messages/fatal_fault.h"
@@ -188,7 +192,7 @@ const char* kindName(Kind kind) {
   return "double";
 }
 
-std::string NumericArray::kindLabel() const { return std::string(kindName(kind_)) + " (" + size().description() + ")"; }
+std::string NumericArray::kindLabel() const { return fmt::format("{} ({})", kindName(kind_), size().description()); }
 
 NumericArray NumericArray::emptyLike() const {
   NumericArray result;
