@@ -142,7 +142,10 @@ SizeVector SizeVector::rotatedLeft(int64_t n) const {
 
 std::string SizeVector::description() const {
   std::string result;
-  for (int64_t d = 1; d <= ndim(); ++d) result += (d == 1 ? "" : " x ") + std::to_string(dimensionLength(d));
+  for (int64_t d = 1; d <= ndim(); ++d) {
+    if (d > 1) result += " x ";
+    result += std::to_string(dimensionLength(d));
+  }
   return result;
 }
 

@@ -47,7 +47,9 @@ TEST(Conversions, toLogicals) {
   EXPECT_EQ(valuesOf(row({ComplexDouble{2, 0}, {0, -0.0}}).toLogicalArray()), std::vector<bool>({true, false}));
   EXPECT_EQ(reasonOf([] { row({1, kNaN}).toLogicalArray(); }), "NaN is not convertible to a logical");
   EXPECT_EQ(reasonOf([] { row({ComplexDouble{kNaN, 0}}).toLogicalArray(); }), "NaN is not convertible to a logical");
-  EXPECT_EQ(reasonOf([] { row({ComplexDouble{kNaN, 1}}).toLogicalArray(); }),
+  EXPECT_EQ(reasonOf([] {
+              row({ComplexDouble{kNaN, 1}}).toLogicalArray();
+            }),
             "A complex number is not convertible to a logical");
 }
 

@@ -97,13 +97,17 @@ TEST(Properties, ofShape) {
     SizeVector size;
     Held held;
   } rows[] = {
-      {{1, 1}, inThrees({11, 14, 17, 20, 23}, true)}, {{1, 3}, inThrees({14, 20, 23}, false)},
-      {{1, 0}, inThrees({14, 20, 23}, false)},        {{0, 1}, inThrees({17, 20, 23}, false)},
-      {{0, 0}, inThrees({23}, true)},                 {{2, 2}, inThrees({23}, true)},
+      {{1, 1}, inThrees({11, 14, 17, 20, 23}, true)},
+      {{1, 3}, inThrees({14, 20, 23}, false)},
+      {{1, 0}, inThrees({14, 20, 23}, false)},
+      {{0, 1}, inThrees({17, 20, 23}, false)},
+      {{0, 0}, inThrees({23}, true)},
+      {{2, 2}, inThrees({23}, true)},
       {{1, 1, 2}, {}},
   };
   for (const auto& row : rows) {
-    for (const NumericArray& array : {NumericArray(DoubleArray(row.size, 1.0)), NumericArray(LogicalArray(row.size, true))}) {
+    for (const NumericArray& array :
+         {NumericArray(DoubleArray(row.size, 1.0)), NumericArray(LogicalArray(row.size, true))}) {
       EXPECT_EQ(heldBy(array, Property::scalar, Property::squareMatrixInChars), row.held) << array.kindLabel();
     }
   }
@@ -116,7 +120,7 @@ TEST(Properties, ofTheShapeOfText) {
   } rows[] = {
       {charRow("a"), inThrees({11, 14, 17, 20, 23}, true)},
       {charRow("ab"), inThrees({14, 20, 23}, false)},
-      {CharArray::row({}), {16, 22, 23, 24, 25, 26}},                            // 0 x 0 in numbers
+      {CharArray::row({}), {16, 22, 23, 24, 25, 26}},                             // 0 x 0 in numbers
       {charRow("\U0001F600"), {13, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 27}},  // 2 x 1 in numbers
       {charRow("\U0001F600\U0001F600"), {16, 22, 23, 24, 25, 26}},                // 2 x 2 in numbers
       {charRow("a\U0001F600"), {16, 22, 25}},                                     // no numbers at all

@@ -26,7 +26,7 @@ using Names = std::vector<std::string>;
 TEST(Workspace, findsManyNamesAfterErasing) {
   Workspace w;
   const auto nameOf = [](int k) { return Name::intern("v" + std::to_string(k)); };
-  for (int k = 0; k < 40; ++k) w.set(nameOf(k), Storable(k));
+  for (int k = 0; k < 40; ++k) w.set(nameOf(k), Storable(1.0 * k));
   for (int k = 0; k < 40; k += 2) EXPECT_TRUE(w.erase(nameOf(k)));
   EXPECT_FALSE(w.erase(nameOf(0)));
   for (int k = 0; k < 40; ++k) EXPECT_EQ(numberIn(w, nameOf(k)), k % 2 ? k : -1);
@@ -108,7 +108,7 @@ TEST(Workspace, aNewOneIsEmptyAlsoWhenItsTableWasUsedBefore) {
   for (int round = 0; round < 3; ++round) {
     Workspace w;
     EXPECT_EQ(w.find(kX), nullptr);
-    for (int k = 0; k < 20; ++k) w.set(Name::intern("v" + std::to_string(k)), Storable(k));
+    for (int k = 0; k < 20; ++k) w.set(Name::intern("v" + std::to_string(k)), Storable(1.0 * k));
     w.set(kX, Storable(1.0));
   }
 }
