@@ -1,0 +1,12 @@
+#include "builtins/library.h"
+
+namespace kelo::builtins {
+
+const BuiltinTable& library() {
+  static const auto* const table = new BuiltinTable({
+      pendingTable(),
+  });
+  return *table;
+}
+
+}  // namespace kelo::builtins

@@ -1,0 +1,17 @@
+// The built-in library: the tables of all families, joined.
+//
+// One explicit list, so that nothing hangs on the order in which static objects are made. Each family's source says what its
+// functions share and ends with its table.
+#pragma once
+
+#include "interpreter/builtin_table.h"
+
+namespace kelo::builtins {
+
+/// The table of all 260 names. Made at the first call.
+const BuiltinTable& library();
+
+// The families, each in a source (or a folder) of the same name.
+std::span<const Builtin> pendingTable();  ///< names that have no handler yet
+
+}  // namespace kelo::builtins

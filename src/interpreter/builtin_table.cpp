@@ -1,0 +1,26 @@
+#include "interpreter/builtin_table.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kelo {
+
+BuiltinTable::BuiltinTable(std::initializer_list<std::span<const Builtin>> families) {
+  for (const auto family : families) {
+    for (const Builtin& row : family) {
+      const Name name = Name::intern(row.name);
+      if (name.id() >= byNameId_.size()) byNameId_.resize(name.id() + 1);
+      const Builtin*& place = byNameId_[name.id()];
+      if (place == nullptr || place->handler == nullptr) place = &row;
+    }
+  }
+}
+
+std::vector<const Builtin*> BuiltinTable::rows() const {
+  std::vector<const Builtin*> rows;
+  std::copy_if(byNameId_.begin(), byNameId_.end(), std::back_inserter(rows), [](const Builtin* row) { return row; });
+  std::sort(rows.begin(), rows.end(), [](auto* a, auto* b) { return std::strcmp(a->name, b->name) < 0; });
+  return rows;
+}
+
+}  // namespace kelo

@@ -1,0 +1,13 @@
+// From a call's evaluated arguments to a handler and back: counts are checked, the handler runs inside the one guard that
+// turns what it throws into a message with the call's place.
+#pragma once
+
+#include "interpreter/builtin.h"
+
+namespace kelo {
+
+/// Runs a built-in. The result is its value, void, or failure when an error has been shown.
+NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
+                      const CallSite& site, AppController& app);
+
+}  // namespace kelo

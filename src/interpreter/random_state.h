@@ -1,0 +1,20 @@
+// The persisted state of the random number generator: three words, each of which may be missing.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/key_value_store.h"
+
+namespace kelo {
+
+struct RandState {
+  std::optional<uint64_t> randStateU, randStateV, randStateW;
+
+  /// Reads the three words; a word that is not stored stays absent.
+  void load(platform::KeyValueStore& store);
+  /// Puts those that are present into the store, which the run block saves at the end of the run.
+  void write(platform::KeyValueStore& store) const;
+};
+
+}  // namespace kelo
