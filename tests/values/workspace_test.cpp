@@ -10,6 +10,8 @@ namespace {
 
 const Name kX = Name::intern("x"), kY = Name::intern("y"), kZ = Name::intern("z");
 
+Name nameOf(int k) { return Name::intern(std::string("v").append(std::to_string(k))); }
+
 double numberIn(const Workspace& workspace, Name name) {
   const Storable* value = workspace.find(name);
   return value ? value->doubleScalar() : -1;
@@ -25,7 +27,6 @@ using Names = std::vector<std::string>;
 
 TEST(Workspace, findsManyNamesAfterErasing) {
   Workspace w;
-  const auto nameOf = [](int k) { return Name::intern("v" + std::to_string(k)); };
   for (int k = 0; k < 40; ++k) w.set(nameOf(k), Storable(1.0 * k));
   for (int k = 0; k < 40; k += 2) EXPECT_TRUE(w.erase(nameOf(k)));
   EXPECT_FALSE(w.erase(nameOf(0)));
@@ -108,7 +109,7 @@ TEST(Workspace, aNewOneIsEmptyAlsoWhenItsTableWasUsedBefore) {
   for (int round = 0; round < 3; ++round) {
     Workspace w;
     EXPECT_EQ(w.find(kX), nullptr);
-    for (int k = 0; k < 20; ++k) w.set(Name::intern("v" + std::to_string(k)), Storable(1.0 * k));
+    for (int k = 0; k < 20; ++k) w.set(nameOf(k), Storable(1.0 * k));
     w.set(kX, Storable(1.0));
   }
 }
