@@ -115,9 +115,17 @@ StructArray StructArray::element(int64_t position) const { return gathered({&pos
 
 void StructArray::setElement(int64_t position, const StructArray& from, int64_t fromPosition) {
   for (int64_t f = 0; f < fieldCount(); ++f) {
-    const int64_t source = from.fieldIndex(fields()[static_cast<size_t>(f)]);
+    const auto at = static_cast<size_t>(f);
+    const int64_t source = from.fields()[at] == fields()[at] ? f : from.fieldIndex(fields()[at]);
     writableValue(position, f) = Storable(from.value(fromPosition, source));
   }
+}
+
+void StructArray::extend(const SizeVector& size) {
+  const int64_t count = checkedMultiply(size.numElements(), fieldCount());
+  Body& body = ownBody();
+  body.values.resize(static_cast<size_t>(count));
+  body.size = size.trimmed();
 }
 
 StructArray StructArray::reshaped(const SizeVector& size) const {
