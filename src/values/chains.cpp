@@ -45,13 +45,11 @@ const Storable* plainField(const Storable& value, Name field) {
   return index < 0 ? nullptr : &array->value(0, index);
 }
 
-bool assignPlainField(Storable& target, Name field, Storable& value) {
+Storable* writablePlainField(Storable& target, Name field) {
   StructArray* array = target.structure();
-  if (array == nullptr || !array->size().isScalar()) return false;
+  if (array == nullptr || !array->size().isScalar()) return nullptr;
   const int64_t index = array->fieldIndex(field);
-  if (index < 0) return false;
-  array->writableValue(0, index) = std::move(value);
-  return true;
+  return index < 0 ? nullptr : &array->writableValue(0, index);
 }
 
 Name fieldNameOf(const Storable& value) {

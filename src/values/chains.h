@@ -22,8 +22,9 @@ NodeValue readField(const StructArray& array, std::span<const Index> indices, Na
 
 /// The field of a scalar structure for looking at; null when the value is anything else or lacks it.
 const Storable* plainField(const Storable& value, Name field);
-/// s.f = v where s is a scalar structure that has the field. False, and `value` is still there, when it is not so.
-bool assignPlainField(Storable& target, Name field, Storable& value);
+/// The same for writing, in place: what s.f = v assigns to and s.f(i) = v writes elements of. No level that is shared
+/// changes for its other holders. Valid until the structure changes.
+Storable* writablePlainField(Storable& target, Name field);
 
 /// The name that s.(e) means. throws Problem when e is no row of characters
 Name fieldNameOf(const Storable& value);

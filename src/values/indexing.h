@@ -52,8 +52,11 @@ inline int64_t plainPosition(const SizeVector& size, double i, double j) {
   return row < 0 || column < 0 ? -1 : row + column * size.rows();
 }
 
+/// x(end + 1) = v on an unshared double vector of two elements or more; false in every other case.
+bool appendScalar(NumericArray& a, double value);
+
 /// One element of a double array by one or two scalar subscripts. False, and nothing is done, in every other case, a
-/// write to shared elements and a subscript out of range included.
+/// write to shared elements and a subscript out of range included. A write just past the end of a vector appends.
 inline bool readScalar(const NumericArray& a, double i, double* out) {
   const int64_t position = a.is(Kind::Double) ? plainPosition(i, a.numElements()) : -1;
   if (position < 0) return false;
@@ -68,7 +71,7 @@ inline bool readScalar(const NumericArray& a, double i, double j, double* out) {
 }
 inline bool writeScalar(NumericArray& a, double i, double value) {
   const int64_t position = a.is(Kind::Double) && a.isUnshared() ? plainPosition(i, a.numElements()) : -1;
-  if (position < 0) return false;
+  if (position < 0) return i == static_cast<double>(a.numElements()) + 1 && appendScalar(a, value);
   a.as<double>().writable()[position] = value;
   return true;
 }

@@ -100,7 +100,7 @@ TEST(Indexing, ReadsElementsInTheRightShape) {
 TEST(Indexing, RefusesWhatIsNoIndex) {
   const double inf = std::numeric_limits<double>::infinity();
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const double bad : {0.0, -1.0, 1.5, inf, -inf, nan}) {
+  for (const double bad : {0.0, -1.0, 1.5, 4503599627370495.5, inf, -inf, nan}) {
     EXPECT_EQ(problemOf([&] { at(bad); }), text::kIndexNotPositiveWhole) << bad;
     EXPECT_EQ(problemOf([&] { at({1, 2, bad}); }), text::kIndexNotPositiveWhole) << bad;
   }
@@ -112,6 +112,7 @@ TEST(Indexing, RefusesWhatIsNoIndex) {
   EXPECT_EQ(problemOf([&] { Index::from(Storable(StructArray())); }), text::kIndexNotNumeric);
   EXPECT_EQ(problemOf([&] { Index::from(FunctionHandle::builtIn(Name::intern("sin"))); }), text::kIndexNotNumeric);
   EXPECT_THROW(at(1e300), FatalFault);
+  EXPECT_EQ(at({7, 9007199254740992.0, 2}).needed(), 9007199254740992);
   EXPECT_EQ(Index::from(Storable(ComplexDoubleArray(ComplexDouble{3, 0}))).needed(), 3);
 }
 
@@ -261,6 +262,24 @@ TEST(Indexing, WritesStructureElements) {
             std::string(text::kArraySizesMismatch) + "|" + text::kSameCountExpectedOfStructures);
   deleteElements(target, Indices{Index::colon(2), at({1, 3})});
   EXPECT_EQ(target.kindLabel(), "struct (2 x 1)");
+}
+
+TEST(Indexing, MasksFillEveryKind) {
+  const Index index = Index::from(mask({1, 4}, {1, 0, 0, 1}));
+  struct {
+    Storable array, value;
+    const char* expected;
+  } rows[] = {
+      {row({1, 2, 3, 4}), Storable(-5.0), "double (1 x 4): -5 2 3 -5"},
+      {IntArray({1, 4}, {1, 2, 3, 4}), IntArray(int64_t{-5}), "double (1 x 4): -5 2 3 -5"},
+      {mask({1, 4}, {0, 1, 0, 0}), LogicalArray(true), "logical (1 x 4): true true false true"},
+      {ComplexDoubleArray({1, 4}, {{1, 1}, {2, 2}, {3, 3}, {4, 4}}), ComplexDoubleArray({5, 6}), "complex (1 x 4): 5+6i 2+2i 3+3i 5+6i"},
+      {CharArray(charRow("abcd")), CharArray(charRow("x")), "char (1 x 4): x b c x"},
+  };
+  for (auto& r : rows) {
+    writeElements(r.array, {&index, 1}, r.value);
+    EXPECT_EQ(describe(r.array), r.expected);
+  }
 }
 
 TEST(Indexing, CopiesOnlyWhatIsShared) {
@@ -420,9 +439,8 @@ TEST(IndexingLaws, FastPathsDoWhatPlainPathsDo) {
       EXPECT_EQ(readElements(array, Indices{at(i), at(j)}).doubleScalar(), fast) << "seed " << seed;
     }
     Storable plain = counting(size);
-    if (writeScalar(*array.numeric(), i, j, -1)) {
-      writeElements(plain, Indices{at(i), at(j)}, Storable(-1.0));
-    }
+    if (writeScalar(*array.numeric(), i, j, -1)) writeElements(plain, Indices{at(i), at(j)}, Storable(-1.0));
+    if (writeScalar(*array.numeric(), i, -2)) writeElements(plain, Indices{at(i)}, Storable(-2.0));
     EXPECT_EQ(describe(array), describe(plain)) << "seed " << seed;
   }
 }
