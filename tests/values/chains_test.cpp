@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <vector>
 
 #include "messages/catalogue/indexing.h"
 #include "messages/message.h"
@@ -32,7 +33,8 @@ std::string problemOf(const std::function<void()>& f) {
 std::string describe(const Storable& value) {
   if (const NumericArray* numbers = value.numeric()) {
     std::string result;
-    for (const double x : numbers->toDoubleArray().values()) result.append(result.empty() ? "" : " ").append(std::to_string(int(x)));
+    const DoubleArray doubles = numbers->toDoubleArray();
+    for (const double x : doubles.values()) result.append(result.empty() ? "" : " ").append(std::to_string(int(x)));
     return numbers->isScalar() ? result : std::string("[").append(result).append("]");
   }
   if (!value.isStructure()) return "@";
@@ -67,7 +69,7 @@ struct Write {
 };
 
 /// The variable after all writes.
-Storable written(std::initializer_list<Write> writes) {
+Storable written(const std::vector<Write>& writes) {
   Storable root;
   bool isNew = true;
   for (const Write& write : writes) {
@@ -81,7 +83,7 @@ TEST(Chains, WritesMakeWhatIsMissing) {
   const Storable one(1.0);
   const Storable two(2.0);
   struct Row {
-    std::initializer_list<Write> writes;
+    std::vector<Write> writes;
     const char* expected;
   } rows[] = {
       {{{"s.a", one}}, "{a: 1}"},
