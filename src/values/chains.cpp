@@ -60,9 +60,9 @@ Name fieldNameOf(const Storable& value) {
 
 /// Where a link leads: the element of the structure array before it, and the field there.
 struct FieldChain::Step {
-  SizeVector size;             // of the structure array, made larger if need be
+  SizeVector size;  // of the structure array, made larger if need be
   int64_t element;
-  const Storable* child;       // the field's value; null when the element or the field is missing
+  const Storable* child;  // the field's value; null when the element or the field is missing
 };
 
 FieldChain::Step FieldChain::stepFrom(const Storable* at, size_t k) const {

@@ -1,5 +1,5 @@
-// Checks subscripts and finds their cheapest form. The test of a whole number and the search for the greatest position are
-// one pass; an array that counts up by one is found by a pass of its own, which gives up at the first gap.
+// Checks subscripts and finds their cheapest form. The test of a whole number and the search for the greatest position
+// are one pass; an array that counts up by one is found by a pass of its own, which gives up at the first gap.
 #include "values/index.h"
 
 #include <algorithm>
@@ -42,8 +42,8 @@ IntArray positionsOf(const TypedArray<T>& subscripts) {
   return positions;
 }
 
-// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the sum. So the test and the
-// conversion are one loop without branches, in vector registers; anything else goes the careful way.
+// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the sum. So the test and
+// the conversion are one loop without branches, in vector registers; anything else goes the careful way.
 bool convertPlainly(std::span<const double> subscripts, int64_t* out) {
   constexpr double kShift = 4503599627370496.0;
   int64_t unusual = 0;

@@ -1,8 +1,8 @@
 // Reading, writing and deleting elements of arrays: A(i), A(i, j) = v, A(:, k) = [].
 //
-// The evaluator evaluates the subscripts, tells each its extent for `end` and ":", and makes an Index of each; the work is
-// done here, alike for the five numeric records and for structure arrays. The plain case of one element of a double array has
-// inline helpers that say false when anything is unusual; what they do is what the general operations do.
+// The evaluator evaluates the subscripts, tells each its extent for `end` and ":", and makes an Index of each; the work
+// is done here, alike for the five numeric records and for structure arrays. The plain case of one element of a double
+// array has inline helpers that say false when anything is unusual; what they do is what the general operations do.
 //
 // With fewer subscripts than dimensions the last one runs over all dimensions that are left, taken as one.
 #pragma once
@@ -14,8 +14,8 @@
 
 namespace kelo {
 
-/// A(I) or A(I1, I2, ...). With one subscript the result has the shape of the index array, unless that is a vector and A
-/// is one: then it lies as A does, a row first. With several, one dimension per subscript.
+/// A(I) or A(I1, I2, ...). With one subscript the result has the shape of the index array, unless that is a vector and
+/// A is one: then it lies as A does, a row first. With several, one dimension per subscript.
 ///
 /// throws  Problem: no subscript, `array` is no array, a subscript past its length
 Storable readElements(const Storable& array, std::span<const Index> indices);
@@ -24,7 +24,8 @@ Storable readElements(const Storable& array, std::span<const Index> indices);
 IntArray selectedPositions(const SizeVector& size, std::span<const Index> indices);
 
 /// A(I) = B or A(I1, I2, ...) = B on the variable A itself, which is changed in place when nobody else holds its
-/// elements. Numeric kinds are brought together first; an index past the end makes A larger; a scalar B goes everywhere.
+/// elements. Numeric kinds are brought together first; an index past the end makes A larger; a scalar B goes
+/// everywhere.
 ///
 /// A grows by one subscript as a row when it is 0 x 0, a scalar or a row, as a column when it is a column.
 /// throws  Problem, and A is as it was: B or A is no array, kinds, fields or sizes do not agree, A cannot grow so

@@ -136,9 +136,7 @@ TEST(Chains, RefusedWritesLeaveTheVariable) {
 
 TEST(Chains, CopiesOnlyWhatIsShared) {
   Storable s = written({{"s(2).a.b", DoubleArray(SizeVector(1, 50), 1.0)}});
-  const auto inner = [&]() -> const NumericArray& {
-    return *plainField(s.structure()->value(1, 0), kB)->numeric();
-  };
+  const auto inner = [&]() -> const NumericArray& { return *plainField(s.structure()->value(1, 0), kB)->numeric(); };
   const void* block = inner().identity();
   chainOf("s(2).a.b(7)").assign(s, false, Storable(9.0));
   EXPECT_EQ(inner().identity(), block);
