@@ -1,0 +1,167 @@
+// Operators, ranges and brackets. Both operands are always evaluated, the left one first.
+//
+// OPTIMIZATION: an operand that is a literal or a variable with a double scalar is read in place; two double scalars meet
+// without an array being made.
+#include <algorithm>
+#include <cmath>
+
+#include <fmt/format.h>
+
+#include "interpreter/app_controller.h"
+#include "interpreter/resolve.h"
+#include "interpreter/visit_guard.h"
+#include "linear/linear.h"
+#include "messages/catalogue/interpreter.h"
+#include "messages/catalogue/values.h"
+
+namespace kelo {
+namespace {
+
+// The operator as typed.
+std::string operatorText(KeloNode& node) {
+  for (auto* child : node.children) {
+    if (auto* leaf = dynamic_cast<antlr4::tree::TerminalNode*>(child)) return leaf->getText();
+  }
+  return "";
+}
+
+inline std::optional<double> scalarOf(const NodeValue& value) {
+  if (!value.isStorable() || !value.storable().isDoubleScalar()) return std::nullopt;
+  return value.storable().doubleScalar();
+}
+
+}  // namespace
+
+NodeValue Visitor::visitBinaryOps(KeloNode& node) {
+  KeloNode& leftNode = *node.cache.first;
+  KeloNode& rightNode = *node.cache.second;
+  const double* leftNumber = peek(leftNode);
+  if (leftNumber) {
+    const double a = *leftNumber;
+    if (const double* rightNumber = peek(rightNode)) return combineScalars(node, a, *rightNumber);
+    NodeValue right = visit(rightNode);
+    if (right.isFailure()) return right;
+    if (const auto b = scalarOf(right)) return combineScalars(node, a, *b);
+    NodeValue left(a);
+    return combine(node, left, right);
+  }
+  if (!stackHasRoom(node)) return NodeValue::failure();
+  NodeValue left = visit(leftNode);
+  if (left.isFailure()) return left;
+  NodeValue right = visit(rightNode);
+  if (right.isFailure()) return right;
+  if (const auto a = scalarOf(left)) {
+    if (const auto b = scalarOf(right)) return combineScalars(node, *a, *b);
+  }
+  return combine(node, left, right);
+}
+
+// Two double scalars. Logic with NaN and powers that are not real take the general road.
+NodeValue Visitor::combineScalars(KeloNode& node, double a, double b) {
+  switch (static_cast<BinaryOp>(node.cache.selector)) {
+    case BinaryOp::plus: return NodeValue(a + b);
+    case BinaryOp::minus: return NodeValue(a - b);
+    case BinaryOp::dmult: case BinaryOp::mult: return NodeValue(a * b);
+    case BinaryOp::rdivide: case BinaryOp::mrdivide: return NodeValue(a / b);
+    case BinaryOp::ldivide: case BinaryOp::mldivide: return NodeValue(b / a);
+    case BinaryOp::lt: return NodeValue(LogicalArray(a < b));
+    case BinaryOp::le: return NodeValue(LogicalArray(a <= b));
+    case BinaryOp::gt: return NodeValue(LogicalArray(a > b));
+    case BinaryOp::ge: return NodeValue(LogicalArray(a >= b));
+    case BinaryOp::eqeq: return NodeValue(LogicalArray(a == b));
+    case BinaryOp::neq: return NodeValue(LogicalArray(a != b));
+    case BinaryOp::dpower: case BinaryOp::power:
+      if (isRealPower(a, b)) return NodeValue(realPower(a, b));
+      break;
+    case BinaryOp::and_: case BinaryOp::or_: break;
+  }
+  NodeValue left(a), right(b);
+  return combine(node, left, right);
+}
+
+// Any two operands, which are consumed.
+NodeValue Visitor::combine(KeloNode& node, NodeValue& left, NodeValue& right) {
+  NumericArray* a = left.numericArray();
+  NumericArray* b = right.numericArray();
+  if (!a || !b) return fail(node, fmt::format(text::kBinaryNotNumeric, operatorText(node)));
+  const auto op = static_cast<BinaryOp>(node.cache.selector);
+  return guarded(node, text::kUnexpectedError, [&] {
+    return NodeValue(binary(op, std::move(*a), std::move(*b), [&](std::string text) { warn(node, std::move(text)); }));
+  });
+}
+
+NodeValue Visitor::visitUnaryOps(KeloNode& node) {
+  const auto op = static_cast<UnaryOp>(node.cache.selector);
+  if (!stackHasRoom(node)) return NodeValue::failure();
+  NodeValue operand = visit(*node.cache.first);
+  if (operand.isFailure()) return operand;
+  if (op == UnaryOp::minus && operand.isStorable() && operand.storable().isDoubleScalar()) {
+    return NodeValue(-operand.storable().doubleScalar());
+  }
+  NumericArray* array = operand.numericArray();
+  if (!array) return fail(node, fmt::format(text::kUnaryNotNumeric, operatorText(node)));
+  return guarded(node, text::kUnexpectedError, [&] { return NodeValue(unary(op, std::move(*array))); });
+}
+
+NodeValue Visitor::visitTranspose(KeloNode& node) {
+  if (!stackHasRoom(node)) return NodeValue::failure();
+  NodeValue operand = visit(*node.cache.first);
+  if (operand.isFailure()) return operand;
+  if (!operand.isStorable() || !operand.storable().isArray()) return fail(node, text::kNotTransposable);
+  return guarded(node, text::kUnexpectedTranspose, [&] {
+    Storable value = std::move(operand.storable());
+    for (const bool conjugate : detailsOf<TransposeDetails>(node).conjugates) value = transpose(std::move(value), conjugate);
+    return NodeValue(std::move(value));
+  });
+}
+
+NodeValue Visitor::visitMatrix_colon(KeloNode& node) {
+  if (!stackHasRoom(node)) return NodeValue::failure();
+  std::vector<NumericArray> operands;
+  for (KeloNode* operandNode : detailsOf<ListDetails>(node).nodes) {
+    NodeValue operand = visit(*operandNode);
+    if (operand.isFailure()) return operand;
+    NumericArray* array = operand.numericArray();
+    if (!array) return fail(node, text::kRangeOperands);
+    operands.push_back(std::move(*array));
+  }
+  const NumericArray* step = operands.size() == 3 ? &operands[1] : nullptr;
+  return guarded(node, text::kUnexpectedVector,
+                 [&] { return NodeValue(range(operands.front(), step, operands.back())); });
+}
+
+// A lone element is returned unchecked, whatever it is. Rows are joined as they end, and all rows at the end.
+NodeValue Visitor::visitMatrix_cat(KeloNode& node) {
+  if (!stackHasRoom(node)) return NodeValue::failure();
+  std::vector<Storable> rows, row;
+  const auto& elements = detailsOf<CatDetails>(node).elements;
+  const auto endRow = [&] {
+    rows.push_back(catenate(std::span(row), 2));
+    row.clear();
+  };
+  return guarded(node, text::kUnexpectedVector, [&] {
+    for (const auto& element : elements) {
+      NodeValue value = visit(*element.node);
+      if (value.isFailure()) return value;
+      if (element.startsRow && !row.empty()) endRow();
+      const auto before = static_cast<std::ptrdiff_t>(row.size());
+      if (value.isStorable()) {
+        if (elements.size() == 1) return value;
+        row.push_back(std::move(value.storable()));
+      } else if (value.isArrayList()) {
+        auto& [first, list] = value.arrayList();
+        if (first) row.push_back(std::move(*first));
+        std::move(list.begin(), list.end(), std::back_inserter(row));
+      } else {
+        return fail(node, text::kCatenatesNonArray);
+      }
+      const auto isArray = [](const Storable& joined) { return joined.isArray(); };
+      if (!std::all_of(row.begin() + before, row.end(), isArray)) return fail(node, text::kCatenatesNonArray);
+    }
+    if (rows.empty()) return NodeValue(catenate(std::span(row), 2));
+    endRow();
+    return NodeValue(catenate(std::span(rows), 1));
+  });
+}
+
+}  // namespace kelo
