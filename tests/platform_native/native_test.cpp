@@ -94,7 +94,7 @@ TEST_F(NativeTest, StoreLeavesABrokenFileAlone) {
 
 /// Calls that fit; the frame is handed down, so that no call can take the place of its caller.
 int64_t depthUntilLow(const volatile char* caller) {
-  volatile char frame[1000];
+  volatile char frame[60000];  // large, so that few pages are touched
   frame[0] = caller[0];
   return stackIsLow() ? 0 : 1 + depthUntilLow(frame);
 }
@@ -107,7 +107,7 @@ TEST(ThreadQueue, RunsInOrderOnABigGuardedStack) {
   queue.runAndWait([&] { depth = depthUntilLow(""); });
   ASSERT_EQ(order.size(), 100u);
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
-  EXPECT_GT(depth, 100000);
+  EXPECT_GT(depth, 10000);
   setStackLimit(nullptr);
 }
 
