@@ -55,7 +55,7 @@ check 'missing file' 1 '' 'Error in no.m. Failed to load "no.m".' "$program" no.
 check 'not UTF-8' 1 '' '*error*latin.m. *' "$program" latin.m
 check 'not UTF-8 on standard input' 1 '' '*error*. *' with_input 'x = \377' "$program"
 check 'NUL' 1 '' '*error*. *' with_input 'x\000y' "$program"
-check 'fatal fault' 70 '' 'kelo: the run was ended by a fatal fault: *' "$program" -e '1:9e18:2^80;' -e 1
+check 'fatal fault' 70 '' 'kelo: the run was ended by a fatal fault: *' "$program" -e 'x = 1:1e30;' -e 1
 for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' --figure=f.png folder 'good.m good.m' -e; do
   # shellcheck disable=SC2086  # one word an argument
   check "wrong usage: $wrong" 2 '' 'kelo: *' "$program" $wrong
