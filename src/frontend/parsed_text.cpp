@@ -20,15 +20,19 @@ using antlr4::atn::PredictionMode;
 ParsedText::ParsedText(std::u32string text, Origin origin)
     : source_(std::move(text) + U'\n', this),
       tokens_(source_, separatedTokens(source_.text(), origin)),
+      prediction_(tokens_),
       parser_(&tokens_) {
   parser_.relativePath = origin.relativePath;
+  parser_.setInterpreter(new StrictPrediction(&parser_, *parser_.runtime()));  // which the parser owns
   parser_.removeErrorListeners();
   parser_.setErrorHandler(std::make_shared<BailKeloStrategy>());
 }
 
 ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener& listener) {
   try {
+    parser_.prediction = &prediction_;
     root_ = runStage(rule, PredictionMode::SLL);
+    parser_.prediction = nullptr;
     if (root_ == nullptr) {
       parser_.addErrorListener(&listener);
       root_ = runStage(rule, PredictionMode::LL);
@@ -43,7 +47,7 @@ ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener
 
 KeloNode* ParsedText::runStage(StartRule rule, PredictionMode mode) {
   parser_.reset();
-  parser_.getInterpreter<antlr4::atn::ParserATNSimulator>()->setPredictionMode(mode);
+  parser_.runtime()->setPredictionMode(mode);
   try {
     if (rule == StartRule::prog) return parser_.prog();
     return parser_.exprOnly();

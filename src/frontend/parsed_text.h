@@ -11,6 +11,7 @@
 
 #include "KeloParser.h"
 #include "antlr4-runtime.h"
+#include "frontend/fast_prediction.h"
 #include "frontend/source_text.h"
 #include "frontend/token_list.h"
 
@@ -51,6 +52,7 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
 
   SourceText source_;
   TokenList tokens_;
+  FastPrediction prediction_;
   KeloParser parser_;
   KeloNode* root_ = nullptr;
   const antlr4::Token* tooDeepAt_ = nullptr;
