@@ -16,21 +16,6 @@ class BailKeloStrategy final : public antlr4::BailErrorStrategy {
   antlr4::Token* recoverInline(antlr4::Parser* recognizer) override;
 };
 
-/// The runtime's prediction, but for one thing: where no alternative goes on, the runtime may pick one that was left
-/// early and let the parser fail at the token in hand; here the token at which the text went wrong is the one told.
-class StrictPrediction final : public antlr4::atn::ParserATNSimulator {
- public:
-  /// parser    the parser that it predicts for
-  /// runtime   what it takes the place of; their tables are shared
-  StrictPrediction(antlr4::Parser* parser, antlr4::atn::ParserATNSimulator& runtime)
-      : ParserATNSimulator(parser, runtime.atn, runtime.decisionToDFA, runtime.getSharedContextCache()) {}
-
- protected:
-  size_t getAltThatFinishedDecisionEntryRule(antlr4::atn::ATNConfigSet*) override {
-    return antlr4::atn::ATN::INVALID_ALT_NUMBER;
-  }
-};
-
 /// The plain road from text to tokens, where the scanner is the fast one: the generated lexer, which stops in the same
 /// way. That is not reached in practice, as there is a token for every character.
 class BailKeloLexer final : public KeloLexer {

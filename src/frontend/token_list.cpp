@@ -50,6 +50,13 @@ void TokenList::matchBrackets() {
   }
 }
 
+size_t TokenList::startOfLines(size_t index, size_t lines, size_t atMost) const {
+  const size_t line = tokens_[index].getLine();
+  const size_t lowest = index - std::min(index, atMost);
+  while (index > lowest && tokens_[index - 1].getLine() + lines >= line) --index;
+  return index;
+}
+
 antlr4::Token* TokenList::LT(ssize_t k) {
   if (k > 0) return &tokens_[std::min(position_ + static_cast<size_t>(k) - 1, tokens_.size() - 1)];
   const auto back = static_cast<size_t>(-k);

@@ -34,6 +34,8 @@ class TokenList final : public antlr4::TokenStream {
   static constexpr size_t kEndOfFile = 0;  ///< what typeAt gives for the last token
   /// The bracket that closes the one at a position; the last token when none does.
   size_t partnerOf(size_t open) const { return partners_[open]; }
+  /// The first token of the line that lies so many lines before a token, but at most so many tokens before it.
+  size_t startOfLines(size_t index, size_t lines, size_t atMost) const;
 
   antlr4::TokenSource* getTokenSource() const override { return nullptr; }  // nothing comes after these tokens
   std::string getSourceName() const override { return source_.getSourceName(); }
