@@ -1,0 +1,183 @@
+// Element-wise operators: each picks the kind of the work by commonKind, converts both operands to it and hands one scalar
+// function to the loop. Characters become numbers before sizes are compared, since one character may give two numbers.
+#include "values/operators.h"
+
+#include <algorithm>
+
+#include "messages/fatal_fault.h"
+
+namespace kelo {
+namespace {
+
+template <class T>
+TypedArray<T> converted(NumericArray array) {
+  return std::move(array).toKind(KindOf<T>::value).template take<T>();
+}
+
+// Both operands, to be consumed.
+struct Operands {
+  NumericArray a, b;
+
+  template <class T, class F>
+  NumericArray in(F f) {
+    return binaryLoop(converted<T>(std::move(a)), converted<T>(std::move(b)), f);
+  }
+  /// The kind in which `+`, `-`, `.*` and the order comparisons work: logical and char count as doubles.
+  Kind arithmeticKind() const {
+    const Kind kind = commonKind(a, b);
+    return kind == Kind::Logical || kind == Kind::Char ? Kind::Double : kind;
+  }
+};
+
+// `f` is a generic scalar function, `whole` the one for integers, which may throw.
+template <class F, class W>
+NumericArray arithmetic(Operands& ab, F f, W whole) {
+  switch (ab.arithmeticKind()) {
+    case Kind::Complex: return ab.in<ComplexDouble>(f);
+    case Kind::Int: return ab.in<int64_t>(whole);
+    default: return ab.in<double>(f);
+  }
+}
+
+template <class F>
+NumericArray order(Operands& ab, F f) {
+  return arithmetic(ab, f, f);
+}
+
+template <class F>
+NumericArray quotient(Operands& ab, F f) {
+  return commonKind(ab.a, ab.b) == Kind::Complex ? ab.in<ComplexDouble>(f) : ab.in<double>(f);
+}
+
+template <class F>
+NumericArray equality(Operands& ab, F f) {
+  switch (commonKind(ab.a, ab.b)) {
+    case Kind::Complex: return ab.in<ComplexDouble>(f);
+    case Kind::Int: return ab.in<int64_t>(f);
+    case Kind::Logical: return ab.in<bool>(f);
+    case Kind::Char: return ab.in<Character>(f);
+    case Kind::Double: break;
+  }
+  return ab.in<double>(f);
+}
+
+NumericArray charsToNumbers(NumericArray array) {
+  return array.is(Kind::Char) ? NumericArray(std::move(array).toDoubleArray()) : array;
+}
+
+// Sizes come first: an element that drops out beside an empty array need not be convertible.
+template <class F>
+NumericArray logic(Operands& ab, F f) {
+  ab.a = charsToNumbers(std::move(ab.a));
+  ab.b = charsToNumbers(std::move(ab.b));
+  const SizeVector size = expandedSize(ab.a.size(), ab.b.size());
+  return size.hasZeroLength() ? LogicalArray::uninitialized(size) : ab.in<bool>(f);
+}
+
+// One element outside the real domain makes the whole result complex. The pairs matter, not the operands alone, but only
+// where there is a negative base and a fraction at all.
+bool allPowersReal(const DoubleArray& a, const DoubleArray& b) {
+  const auto some = [](const DoubleArray& array, auto test) {
+    return std::any_of(array.values().begin(), array.values().end(), test);
+  };
+  if (!some(a, [](double x) { return x < 0; }) || !some(b, [](double y) { return y != std::floor(y); })) return true;
+  const LogicalArray real = binaryLoop(a, b, [](double x, double y) noexcept { return isRealPower(x, y); });
+  return std::find(real.values().begin(), real.values().end(), false) == real.values().end();
+}
+
+NumericArray power(Operands& ab) {
+  if (ab.a.has(Property::allReals) && ab.b.has(Property::allReals)) {
+    ab.a = converted<double>(std::move(ab.a));
+    ab.b = converted<double>(std::move(ab.b));
+    if (ab.b.isScalar() && ab.b.asDouble().scalar() == 2) {
+      return unaryLoop(std::move(ab.a).take<double>(), [](double x) noexcept { return x * x; });
+    }
+    if (allPowersReal(ab.a.asDouble(), ab.b.asDouble())) {
+      return ab.in<double>([](double x, double y) noexcept { return realPower(x, y); });
+    }
+  }
+  return ab.in<ComplexDouble>([](ComplexDouble x, ComplexDouble y) noexcept { return complexPower(x, y); });
+}
+
+ComplexDouble wholePower(ComplexDouble base, int64_t exponent) {
+  ComplexDouble result{1, 0};
+  for (; exponent > 0; exponent >>= 1) {
+    if (exponent & 1) result = result * base;
+    base = base * base;
+  }
+  return result;
+}
+
+}  // namespace
+
+ComplexDouble complexPower(ComplexDouble a, ComplexDouble b) {
+  constexpr double kProductsUpTo = 64;  // beyond that the polar form is the more accurate one
+  if (b.real == 0 && b.imaginary == 0) return {1, 0};
+  const bool realExponent = b.imaginary == 0;
+  if (a.imaginary == 0 && realExponent && isRealPower(a.real, b.real)) return {realPower(a.real, b.real), 0};
+  if (a.real == 0 && a.imaginary == 0) {
+    if (b.real > 0) return {0, 0};
+    return {b.real < 0 && realExponent ? HUGE_VAL : NAN, realExponent ? 0.0 : NAN};
+  }
+  if (realExponent && b.real == std::floor(b.real) && std::fabs(b.real) <= kProductsUpTo) {
+    const ComplexDouble power = wholePower(a, static_cast<int64_t>(std::fabs(b.real)));
+    return b.real > 0 ? power : ComplexDouble{1, 0} / power;
+  }
+  const double radius = a.magnitude();
+  const double angle = std::atan2(a.imaginary, a.real);
+  if (realExponent) {
+    const double size = std::pow(radius, b.real);
+    return {size * std::cos(angle * b.real), size * std::sin(angle * b.real)};
+  }
+  const double logRadius = std::log(radius);
+  const double size = std::exp(b.real * logRadius - b.imaginary * angle);
+  const double turn = b.imaginary * logRadius + b.real * angle;
+  return {size * std::cos(turn), size * std::sin(turn)};
+}
+
+bool leftRules(const NumericArray& a, const NumericArray& b) {
+  if (a.isEmpty()) return false;
+  if (b.isEmpty()) return true;
+  return kLeftRules[static_cast<int>(a.kind())][static_cast<int>(b.kind())];
+}
+
+Kind commonKind(const NumericArray& a, const NumericArray& b) { return leftRules(a, b) ? a.kind() : b.kind(); }
+
+NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b) {
+  using Op = BinaryOp;
+  Operands ab{std::move(a), std::move(b)};
+  switch (op) {
+    case Op::plus: return arithmetic(ab, [](auto x, auto y) noexcept { return x + y; }, checkedAdd);
+    case Op::minus: return arithmetic(ab, [](auto x, auto y) noexcept { return x - y; }, checkedSubtract);
+    case Op::dmult:
+    case Op::mult: return arithmetic(ab, [](auto x, auto y) noexcept { return x * y; }, checkedMultiply);
+    case Op::rdivide:
+    case Op::mrdivide: return quotient(ab, [](auto x, auto y) noexcept { return x / y; });
+    case Op::ldivide:
+    case Op::mldivide: return quotient(ab, [](auto x, auto y) noexcept { return y / x; });
+    case Op::eqeq: return equality(ab, [](auto x, auto y) noexcept { return x == y; });
+    case Op::neq: return equality(ab, [](auto x, auto y) noexcept { return x != y; });
+    case Op::le: return order(ab, [](auto x, auto y) noexcept { return x <= y; });
+    case Op::lt: return order(ab, [](auto x, auto y) noexcept { return x < y; });
+    case Op::ge: return order(ab, [](auto x, auto y) noexcept { return x >= y; });
+    case Op::gt: return order(ab, [](auto x, auto y) noexcept { return x > y; });
+    case Op::and_: return logic(ab, [](bool x, bool y) noexcept { return x && y; });
+    case Op::or_: return logic(ab, [](bool x, bool y) noexcept { return x || y; });
+    case Op::dpower:
+    case Op::power: break;
+  }
+  return power(ab);
+}
+
+NumericArray unary(UnaryOp op, NumericArray a) {
+  if (op == UnaryOp::plus) return a;
+  if (op == UnaryOp::not_) return unaryLoop(a.toLogicalArray(), [](bool x) noexcept { return !x; });
+  const auto negate = [](auto x) noexcept { return -x; };
+  switch (a.kind()) {
+    case Kind::Complex: return unaryLoop(std::move(a).take<ComplexDouble>(), negate);
+    case Kind::Int: return unaryLoop(std::move(a).take<int64_t>(), [](int64_t x) { return checkedSubtract(0, x); });
+    default: return unaryLoop(converted<double>(std::move(a)), negate);
+  }
+}
+
+}  // namespace kelo

@@ -1,0 +1,248 @@
+// Operators: kinds, implicit expansion, failures as tables; reuse of temporaries and broadcasting against plain paths.
+#include "values/operators.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <complex>
+#include <limits>
+
+#include "values/arrays.h"
+
+namespace kelo {
+namespace {
+
+using namespace kelo::testing;
+using Op = BinaryOp;
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+const char* const kIncompatible = "Incompatible array sizes";
+
+struct BinaryRow {
+  NumericArray a;
+  Op op;
+  NumericArray b;
+  const char* expected;
+};
+
+void check(std::initializer_list<BinaryRow> rows) {
+  for (const BinaryRow& r : rows) {
+    EXPECT_EQ(outcome([&] { return elementwise(r.op, r.a, r.b); }), r.expected)
+        << describe(r.a) << " op " << static_cast<int>(r.op) << " " << describe(r.b);
+  }
+}
+
+TEST(Operators, KindsOfArithmetic) {
+  check({
+      {truth(true), Op::plus, truth(true), "double 1 x 1: 2"},
+      {text("a"), Op::plus, text("b"), "double 1 x 1: 195"},
+      {text("a"), Op::plus, truth(true), "double 1 x 1: 98"},
+      {whole(3), Op::minus, truth(true), "int 1 x 1: 2"},
+      {whole(3), Op::dmult, text("a"), "int 1 x 1: 291"},
+      {whole(3), Op::plus, num(0.5), "double 1 x 1: 3.5"},
+      {whole(7), Op::rdivide, whole(2), "double 1 x 1: 3.5"},
+      {num(2), Op::ldivide, row({2, 4}), "double 1 x 2: 1 2"},
+      {complex(1, 2), Op::plus, num(1), "complex 1 x 1: 2,2"},
+      {complex(1, 2), Op::dmult, complex(1, -2), "complex 1 x 1: 5,0"},
+      {complex(4, 2), Op::rdivide, complex(1, 1), "complex 1 x 1: 3,-1"},
+      {num(1), Op::rdivide, num(-0.0), "double 1 x 1: -inf"},
+      {num(kInf), Op::minus, num(kInf), "double 1 x 1: nan"},
+      {whole(INT64_MAX), Op::plus, whole(1), "fatal: integer overflow in an addition"},
+      {whole(INT64_MIN), Op::minus, whole(1), "fatal: integer overflow in a subtraction"},
+      {whole(INT64_MAX), Op::dmult, whole(2), "fatal: integer overflow in a multiplication"},
+  });
+}
+
+TEST(Operators, Expansion) {
+  check({
+      {row({1, 2}), Op::plus, column({1, 2}), "double 2 x 2: 2 3 3 4"},
+      {row({1, 2, 3}), Op::plus, row({1, 2}), kIncompatible},
+      {shaped({2, 1, 2}, {1, 2, 3, 4}), Op::dmult, row({10, 100}), "double 2 x 2 x 2: 10 20 100 200 30 40 300 400"},
+      {shaped({1, 1, 2}, {1, 2}), Op::minus, shaped({2, 2}, {1, 2, 3, 4}), "double 2 x 2 x 2: 0 -1 -2 -3 1 0 -1 -2"},
+      {zeros({0, 3}), Op::plus, num(5), "double 0 x 3:"},
+      {num(5), Op::plus, zeros({0, 3}), "double 0 x 0:"},
+      {zeros({0, 3}), Op::plus, zeros({2, 0}), "double 0 x 3:"},
+      {zeros({0, 0}), Op::plus, whole(1), "int 0 x 0:"},
+      {row({1, 2}), Op::plus, zeros({0, 0}), kIncompatible},
+      {zeros({0, 2}), Op::eqeq, row({1, 2}), kIncompatible},
+      {text("\U0001F600b"), Op::plus, num(1),
+       "Attempting to catenate vectors of different lengths when performing data type conversion. This may be caused by "
+       "Unicode characters"},
+      {text("\U0001F600"), Op::minus, num(0), "double 2 x 1: 55357 56832"},
+  });
+}
+
+TEST(Operators, Comparisons) {
+  check({
+      {complex(1, 2), Op::lt, complex(1, 5), "logical 1 x 1: false"},
+      {complex(1, 2), Op::le, complex(1, 5), "logical 1 x 1: true"},
+      {complex(1, kNaN), Op::ge, num(0), "logical 1 x 1: false"},
+      {complex(1, kNaN), Op::neq, complex(1, kNaN), "logical 1 x 1: true"},
+      {complex(1, 0), Op::eqeq, num(1), "logical 1 x 1: true"},
+      {num(kNaN), Op::eqeq, num(kNaN), "logical 1 x 1: false"},
+      {num(kNaN), Op::neq, num(kNaN), "logical 1 x 1: true"},
+      {num(0.0), Op::eqeq, num(-0.0), "logical 1 x 1: true"},
+      {text("abc"), Op::eqeq, text("axc"), "logical 1 x 3: true false true"},
+      {text("\u00e9"), Op::eqeq, text("e\u0301"), "logical 1 x 1: true"},
+      {text("a"), Op::eqeq, num(97), "logical 1 x 1: true"},
+      {text("\x01"), Op::eqeq, truth(true), "logical 1 x 1: true"},
+      {text("a"), Op::lt, text("b"), "logical 1 x 1: true"},
+      {whole(3), Op::gt, truth(true), "logical 1 x 1: true"},
+      {row({1, 2, 3}), Op::ge, num(2), "logical 1 x 3: false true true"},
+      {row({1, 2}), Op::lt, column({2, 3}), "logical 2 x 2: true true false true"},
+  });
+}
+
+TEST(Operators, Logic) {
+  const char* const nanText = "NaN is not convertible to a logical";
+  check({
+      {row({0, 2, kInf}), Op::and_, num(1), "logical 1 x 3: false true true"},
+      {row({0, 2}), Op::or_, truth(false), "logical 1 x 2: false true"},
+      {num(kNaN), Op::or_, truth(true), nanText},
+      {zeros({0, 0}), Op::and_, num(kNaN), "logical 0 x 0:"},
+      {complex(0, 1), Op::and_, num(1), "A complex number is not convertible to a logical"},
+      {text("ab"), Op::and_, truth(true), "logical 1 x 2: true true"},
+      {row({1, 2}), Op::and_, row({1, 2, 3}), kIncompatible},
+  });
+}
+
+TEST(Operators, Powers) {
+  check({
+      {num(2), Op::dpower, row({0, 1, 10}), "double 1 x 3: 1 2 1024"},
+      {num(-8), Op::dpower, num(3), "double 1 x 1: -512"},
+      {num(0), Op::dpower, row({0, -1, 2}), "double 1 x 3: 1 inf 0"},
+      {num(-2), Op::dpower, num(kInf), "double 1 x 1: inf"},
+      {row({4, 9}), Op::dpower, num(0.5), "double 1 x 2: 2 3"},
+      {row({-1, 9}), Op::dpower, row({2, 0.5}), "double 1 x 2: 1 3"},
+      {row({-2, 9}), Op::dpower, row({2, -0.5}), "double 1 x 2: 4 0.33333333333333331"},
+      {complex(1, 2), Op::dpower, num(2), "complex 1 x 1: -3,4"},
+      {complex(0, 1), Op::dpower, num(-1), "complex 1 x 1: 0,-1"},
+      {complex(3, 0), Op::dpower, num(2), "double 1 x 1: 9"},
+      {num(0), Op::dpower, complex(1, 1), "complex 1 x 1: 0,0"},
+      {complex(0, 1), Op::dpower, num(0), "complex 1 x 1: 1,0"},
+      {truth(true), Op::dpower, text("a"), "double 1 x 1: 1"},
+      {zeros({0, 3}), Op::dpower, num(0.5), "double 0 x 3:"},
+  });
+  // One element outside the real domain takes the whole array with it; the others keep their real values exactly.
+  const NumericArray mixed = elementwise(Op::dpower, row({-4, 9}), num(0.5));
+  ASSERT_TRUE(mixed.is(Kind::Complex));
+  EXPECT_NEAR(mixed.asComplex()[0].imaginary, 2, 1e-15);
+  EXPECT_EQ(mixed.asComplex()[1], (ComplexDouble{3, 0}));
+  const ComplexDouble z = complexPower({1.5, -0.5}, {0.25, 2});  // against exp(b log a) by the C library
+  const std::complex<double> expected = std::pow(std::complex<double>(1.5, -0.5), std::complex<double>(0.25, 2));
+  EXPECT_NEAR(z.real, expected.real(), 1e-15);
+  EXPECT_NEAR(z.imaginary, expected.imag(), 1e-15);
+}
+
+TEST(Operators, Unary) {
+  const struct {
+    UnaryOp op;
+    NumericArray a;
+    const char* expected;
+  } rows[] = {
+      {UnaryOp::plus, text("a"), "char 1 x 1: a"},
+      {UnaryOp::minus, text("a"), "double 1 x 1: -97"},
+      {UnaryOp::minus, truth(true), "double 1 x 1: -1"},
+      {UnaryOp::minus, row({0, -1}), "double 1 x 2: -0 1"},
+      {UnaryOp::minus, complex(1, -2), "complex 1 x 1: -1,2"},
+      {UnaryOp::minus, whole(INT64_MIN), "fatal: integer overflow in a subtraction"},
+      {UnaryOp::not_, zeros({0, 3}), "logical 0 x 3:"},
+      {UnaryOp::not_, row({0, 2}), "logical 1 x 2: true false"},
+      {UnaryOp::not_, num(kNaN), "NaN is not convertible to a logical"},
+  };
+  for (const auto& r : rows) EXPECT_EQ(outcome([&] { return unary(r.op, r.a); }), r.expected) << describe(r.a);
+}
+
+TEST(Operators, CommonKindBesideEmpties) {
+  EXPECT_EQ(commonKind(zeros({0, 0}), text("a")), Kind::Char);
+  EXPECT_EQ(commonKind(text("a"), zeros({0, 0})), Kind::Char);
+  EXPECT_EQ(commonKind(complex(1, 1).emptyLike(), zeros({0, 3})), Kind::Double);
+  EXPECT_EQ(commonKind(text("a"), num(1)), Kind::Double);
+}
+
+TEST(Operators, TemporaryReceivesTheResult) {
+  NumericArray kept = row({1, 2, 3});
+  NumericArray temporary = row({10, 20, 30});
+  const void* block = temporary.identity();
+  const NumericArray sum = elementwise(Op::plus, kept, std::move(temporary));
+  EXPECT_EQ(sum.identity(), block);
+  EXPECT_EQ(describe(sum), "double 1 x 3: 11 22 33");
+  EXPECT_NE(elementwise(Op::plus, kept, sum).identity(), block) << "a value that is still held must not be written";
+  EXPECT_EQ(describe(elementwise(Op::dmult, kept, kept)), "double 1 x 3: 1 4 9");
+  EXPECT_EQ(describe(kept), "double 1 x 3: 1 2 3");
+  // A temporary that is smaller than the result cannot hold it.
+  EXPECT_EQ(describe(elementwise(Op::plus, row({1, 2}), column({1, 2}))), "double 2 x 2: 2 3 3 4");
+}
+
+// The same operation on operands replicated by subscripts.
+DoubleArray byReplication(Op op, const DoubleArray& a, const DoubleArray& b, const SizeVector& size) {
+  const auto read = [](const DoubleArray& x, const std::vector<int64_t>& subscripts) {
+    std::vector<int64_t> own;
+    for (size_t d = 0; d < subscripts.size(); ++d) {
+      own.push_back(x.size().dimensionLength(static_cast<int64_t>(d) + 1) == 1 ? 0 : subscripts[d]);
+    }
+    return x[x.size().linearIndexFromSubscripts(own)];
+  };
+  DoubleArray result = DoubleArray::uninitialized(size);
+  for (int64_t i = 0; i < size.numElements(); ++i) {
+    const auto subscripts = size.subscriptsFromLinearIndex(i);
+    result.writable()[i] = scalarOp(op, read(a, subscripts), read(b, subscripts));
+  }
+  return result;
+}
+
+TEST(Operators, BroadcastEqualsReplication) {
+  const auto seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937_64 random(seed);
+  for (int round = 0; round < 200; ++round) {
+    std::vector<int64_t> sizeA, sizeB, size;
+    for (int d = 0; d < 4; ++d) {
+      const auto n = static_cast<int64_t>(1 + random() % 4);
+      const auto form = random() % 3;
+      sizeA.push_back(form == 1 ? 1 : n);
+      sizeB.push_back(form == 2 ? 1 : n);
+      size.push_back(n);
+    }
+    const DoubleArray a = randomArray(random, SizeVector(sizeA));
+    const DoubleArray b = randomArray(random, SizeVector(sizeB));
+    const Op op = std::array{Op::plus, Op::minus, Op::dmult, Op::rdivide, Op::ldivide}[random() % 5];
+    const std::string expected = describe(byReplication(op, a, b, SizeVector(size)));
+    ASSERT_EQ(describe(elementwise(op, a, b)), expected) << a.size().description() << " and " << b.size().description();
+    DoubleArray x(a), y(b);  // and with operands that nobody else holds
+    x.writable(), y.writable();
+    ASSERT_EQ(describe(elementwise(op, std::move(x), std::move(y))), expected);
+  }
+}
+
+TEST(Operators, Transposes) {
+  const auto transposed = [](NumericArray a, bool conjugate) {
+    return outcome([&] { return *transpose(a, conjugate).numeric(); });
+  };
+  EXPECT_EQ(transposed(shaped({2, 3}, {1, 2, 3, 4, 5, 6}), false), "double 3 x 2: 1 3 5 2 4 6");
+  EXPECT_EQ(transposed(text("ab"), true), "char 2 x 1: a b");
+  EXPECT_EQ(transposed(zeros({0, 3}), true), "double 3 x 0:");
+  EXPECT_EQ(transposed(complexShaped({1, 2}, {{1, 2}, {3, -4}}), true), "complex 2 x 1: 1,-2 3,4");
+  EXPECT_EQ(transposed(complexShaped({1, 2}, {{1, 2}, {3, -4}}), false), "complex 2 x 1: 1,2 3,-4");
+  EXPECT_EQ(transposed(zeros({1, 1, 2}), false), "Transpose should be applied to a scalar, vector or matrix");
+  EXPECT_EQ(outcome([] { return *transpose(FunctionHandle::builtIn(Name::intern("sin")), false).numeric(); }),
+            "Transpose should be performed on an array");
+  std::mt19937_64 random(1);
+  for (const SizeVector& size : {SizeVector(37, 70), SizeVector(64, 64), SizeVector(3, 1000), SizeVector(129, 33)}) {
+    const DoubleArray a = randomArray(random, size);
+    const Storable once = transpose(a, true);
+    ASSERT_EQ(once.numeric()->asDouble()[size.columns()], a[1]);
+    ASSERT_EQ(describe(*transpose(once, true).numeric()), describe(a));
+  }
+}
+
+TEST(Operators, TransposeOfStructures) {
+  StructArray s(SizeVector(2, 2), {Name::intern("f")});
+  for (int64_t k = 0; k < 4; ++k) s.writableValue(k, 0) = Storable(static_cast<double>(k));
+  const Storable t = transpose(s, true);
+  EXPECT_EQ(t.structure()->value(1, 0).doubleScalar(), 2);
+}
+
+}  // namespace
+}  // namespace kelo
