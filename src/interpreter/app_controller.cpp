@@ -13,12 +13,12 @@ namespace kelo {
 namespace {
 
 constexpr int kDigits[] = {5, 8, 12, 16};
-constexpr double kCellWidth = 8;  // points
 
 }  // namespace
 
-AppController::AppController(platform::Host host, ConsoleView& view)
+AppController::AppController(platform::Host host, ConsoleView& view, const BuiltinTable& builtins)
     : host(host),
+      builtins(builtins),
       console(view, host.store),
       parserQueue(host.parserQueue),
       files(host.files),
@@ -45,9 +45,13 @@ int AppController::nDigits() const { return kDigits[settings.numDigitIndex]; }
 
 Display::Parameters AppController::displayParameters() const {
   Display::Parameters parameters;
-  parameters.consoleViewWidth = settings.consoleCells * kCellWidth;
+  parameters.consoleViewWidth = settings.consoleCells * CellMeasure::kPointsPerCell;
   parameters.nDigits = nDigits();
   return parameters;
+}
+
+ParserSetting AppController::parserSetting() {
+  return {parserBuffer, files, [this](const Message& message) { show(message); }};
 }
 
 // ---- Sleep and wake

@@ -11,7 +11,7 @@
 #include <optional>
 #include <string>
 
-#include "frontend/parser_buffer.h"
+#include "frontend/matlab_parser.h"
 #include "interpreter/console.h"
 #include "interpreter/random_state.h"
 #include "messages/message.h"
@@ -19,6 +19,8 @@
 #include "values/workspace.h"
 
 namespace kelo {
+
+class BuiltinTable;
 
 class AppController {
  public:
@@ -31,8 +33,8 @@ class AppController {
     int consoleCells = 80;  ///< the console's width in character cells
   };
 
-  /// Reads the stored settings and the state of the random numbers. REQUIRES: host and view outlive this.
-  AppController(platform::Host host, ConsoleView& view);
+  /// Reads the stored settings and the state of the random numbers. REQUIRES: what is given outlives this.
+  AppController(platform::Host host, ConsoleView& view, const BuiltinTable& builtins);
 
   // ---- For the evaluator and the built-ins. Thread: the parser queue.
 
@@ -77,7 +79,11 @@ class AppController {
   void setRunState(RunState::Status status);
   void beginCount() { errorsShown_ = messagesShown_ = 0; }
 
+  /// What parsers of this run work with.
+  ParserSetting parserSetting();
+
   platform::Host host;
+  const BuiltinTable& builtins;
   Settings settings;
   RandState randState;
   std::atomic<AllowingPause> allowPause = AllowingPause::on;

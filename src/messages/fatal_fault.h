@@ -37,7 +37,7 @@ inline int64_t checkedMultiply(int64_t a, int64_t b) {
   return result;
 }
 
-/// A finite double as a 64-bit integer, truncated towards zero. A magnitude at or above 2^63, Inf and NaN throw
+/// A finite double as a 64-bit integer, truncated towards zero. A number outside [-2^63, 2^63), Inf and NaN throw
 /// FatalFault.
 inline int64_t checkedCast(double x) {
   if (!(x >= -9223372036854775808.0 && x < 9223372036854775808.0)) throwFatalFault("number beyond 64-bit integers");

@@ -1,7 +1,8 @@
 // Text elements: the table of interned clusters, canonical equality, segmentation and the two encodings.
 //
-// ASCII text takes none of this: its characters are its bytes. Clusters are interned by their spelling, since a spelling tells the
-// number of UTF-16 units; beside it stands the canonical decomposition, which is what equality compares.
+// ASCII text takes none of this: its characters are its bytes. Clusters are interned by their spelling, since a
+// spelling tells the number of UTF-16 units; beside it stands the canonical decomposition, which is what equality
+// compares.
 #include "values/character.h"
 
 #include <utf8proc.h>
@@ -48,7 +49,8 @@ void appendDecomposed(char32_t c, std::u32string& out) {
   }
 }
 
-// The canonical decomposition: every code point taken apart, and runs of combining marks brought into the order of their classes.
+// The canonical decomposition: every code point taken apart, and runs of combining marks brought into the order of
+// their classes.
 std::u32string decomposed(std::u32string_view text) {
   std::u32string result;
   for (const char32_t c : text) appendDecomposed(c, result);
@@ -159,9 +161,9 @@ std::vector<Character> segmented(std::string_view utf8) {
   utf8proc_int32_t state = 0;
   while (!utf8.empty()) {
     const char32_t next = takeCodePoint(utf8);
-    const bool joins = !cluster.empty() &&
-                       !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(cluster.back()),
-                                                         static_cast<utf8proc_int32_t>(next), &state);
+    const bool joins =
+        !cluster.empty() && !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(cluster.back()),
+                                                              static_cast<utf8proc_int32_t>(next), &state);
     if (!joins && !cluster.empty()) {
       result.push_back(Character::fromCodePoints(cluster));
       cluster.clear();
@@ -185,7 +187,13 @@ std::vector<Character> charactersOf(std::string_view utf8) {
 std::string toUtf8(const CharArray& text) {
   std::string result;
   result.reserve(static_cast<size_t>(text.numElements()));
-  for (const Character c : text.values()) c.appendUtf8To(result);
+  for (const Character c : text.values()) {
+    if (c.word() < 0x80) {
+      result += static_cast<char>(c.word());
+    } else {
+      c.appendUtf8To(result);
+    }
+  }
   return result;
 }
 

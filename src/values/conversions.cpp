@@ -1,10 +1,15 @@
 // Conversions among the five kinds.
 //
-// Each is one loop over contiguous elements with a function for the element. Text is the exception: its characters give as many
-// numbers as they have UTF-16 units, so its size may change; plain text, with one unit a character, takes the same loop.
+// Each is one loop over contiguous elements with a function for the element. Text is the exception: its characters give
+// as many numbers as they have UTF-16 units, so its size may change; plain text, with one unit a character, takes the
+// same loop.
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "messages/catalogue/values.h"
 #include "messages/fatal_fault.h"
@@ -32,14 +37,10 @@ int64_t integerOf(double x) {
   return checkedCast(x);
 }
 
-bool logicalOf(double x) {
-  if (std::isnan(x)) throw problem(text::kNaNToLogical);
-  return x != 0;
-}
-
 bool logicalOf(ComplexDouble z) {
   if (z.imaginary != 0) throw problem(text::kComplexToLogical);
-  return logicalOf(z.real);
+  if (std::isnan(z.real)) throw problem(text::kNaNToLogical);
+  return z.real != 0;
 }
 
 constexpr uint16_t kLastUnit = 0xFFFF;
@@ -49,7 +50,9 @@ Character characterOf(double x) {
   return Character::fromUnit(x < kLastUnit ? static_cast<uint16_t>(x) : kLastUnit);
 }
 
-Character characterOf(int64_t n) { return Character::fromUnit(static_cast<uint16_t>(std::clamp<int64_t>(n, 0, kLastUnit))); }
+Character characterOf(int64_t n) {
+  return Character::fromUnit(static_cast<uint16_t>(std::clamp<int64_t>(n, 0, kLastUnit)));
+}
 
 // Text as numbers.
 
@@ -122,7 +125,9 @@ IntArray NumericArray::toIntArray() const {
 
 LogicalArray NumericArray::toLogicalArray() const {
   switch (kind_) {
-    case Kind::Double: return mapped<bool>(asDouble(), [](double x) { return logicalOf(x); });
+    case Kind::Double:
+      if (has(Property::hasSomeNaNs)) throw problem(text::kNaNToLogical);  // before the loop, which is branch-free then
+      return mapped<bool>(asDouble(), [](double x) { return x != 0; });
     case Kind::Int: return mapped<bool>(asInt(), [](int64_t n) { return n != 0; });
     case Kind::Logical: break;
     case Kind::Complex: return mapped<bool>(asComplex(), [](ComplexDouble z) { return logicalOf(z); });
@@ -136,10 +141,13 @@ ComplexDoubleArray NumericArray::toComplexArray() const& {
     case Kind::Double: return mapped<ComplexDouble>(asDouble(), [](double x) { return ComplexDouble{x, 0}; });
     case Kind::Int:
       return mapped<ComplexDouble>(asInt(), [](int64_t n) { return ComplexDouble{static_cast<double>(n), 0}; });
-    case Kind::Logical: return mapped<ComplexDouble>(asLogical(), [](bool b) { return ComplexDouble{b ? 1.0 : 0.0, 0}; });
+    case Kind::Logical:
+      return mapped<ComplexDouble>(asLogical(), [](bool b) { return ComplexDouble{b ? 1.0 : 0.0, 0}; });
     case Kind::Complex: break;
     case Kind::Char:
-      return fromUnits<ComplexDouble>(asChar(), [](uint16_t unit) { return ComplexDouble{static_cast<double>(unit), 0}; });
+      return fromUnits<ComplexDouble>(asChar(), [](uint16_t unit) {
+        return ComplexDouble{static_cast<double>(unit), 0};
+      });
   }
   return asComplex();
 }
@@ -188,7 +196,7 @@ const char* kindName(Kind kind) {
   return "double";
 }
 
-std::string NumericArray::kindLabel() const { return std::string(kindName(kind_)) + " (" + size().description() + ")"; }
+std::string NumericArray::kindLabel() const { return fmt::format("{} ({})", kindName(kind_), size().description()); }
 
 NumericArray NumericArray::emptyLike() const {
   NumericArray result;

@@ -4,7 +4,6 @@
 #include "values/memory.h"
 
 #include <cstdlib>
-#include <vector>
 
 namespace kelo {
 namespace {
@@ -14,29 +13,31 @@ constexpr int64_t kSmallGranule = 16;
 constexpr int64_t kLarge = 256 << 10;
 constexpr int64_t kGranule = 64 << 10;
 constexpr int64_t kKeptAtMost = int64_t{512} << 20;
+constexpr int kKeptBlocksAtMost = 128;
 
 struct Kept {
   void* block;
   int64_t capacity;
 };
 
-std::vector<Kept> g_kept;
+// Plain data, so that freeing never allocates and arrays of static objects may still be freed when the program ends.
+Kept g_kept[kKeptBlocksAtMost];
+int g_keptCount = 0;
 int64_t g_keptBytes = 0;
 int64_t g_limit = int64_t{3} << 30;
 void (*g_freshBlockHook)(void*, int64_t) = nullptr;
 
 void* takeKept(int64_t bytes, int64_t* capacity) {
-  auto best = g_kept.end();
-  for (auto it = g_kept.begin(); it != g_kept.end(); ++it) {
+  Kept* best = nullptr;
+  for (Kept* it = g_kept; it != g_kept + g_keptCount; ++it) {
     const bool fits = it->capacity >= bytes && it->capacity - bytes <= it->capacity / 4;
-    if (fits && (best == g_kept.end() || it->capacity < best->capacity)) best = it;
+    if (fits && (best == nullptr || it->capacity < best->capacity)) best = it;
   }
-  if (best == g_kept.end()) return nullptr;
+  if (best == nullptr) return nullptr;
   void* block = best->block;
   *capacity = best->capacity;
   g_keptBytes -= best->capacity;
-  *best = g_kept.back();
-  g_kept.pop_back();
+  *best = g_kept[--g_keptCount];
   return block;
 }
 
@@ -69,11 +70,11 @@ void* allocateBlock(int64_t bytes, int64_t* capacity) {
 }
 
 void freeBlock(void* block, int64_t capacity) noexcept {
-  if (capacity < kLarge || g_keptBytes + capacity > kKeptAtMost) {
+  if (capacity < kLarge || g_keptBytes + capacity > kKeptAtMost || g_keptCount == kKeptBlocksAtMost) {
     std::free(block);
     return;
   }
-  g_kept.push_back({block, capacity});
+  g_kept[g_keptCount++] = {block, capacity};
   g_keptBytes += capacity;
 }
 
@@ -81,8 +82,7 @@ void setArrayByteLimit(int64_t bytes) { g_limit = bytes; }
 int64_t arrayByteLimit() { return g_limit; }
 
 void releaseKeptBlocks() noexcept {
-  for (const Kept& kept : g_kept) std::free(kept.block);
-  g_kept.clear();
+  while (g_keptCount > 0) std::free(g_kept[--g_keptCount].block);
   g_keptBytes = 0;
 }
 

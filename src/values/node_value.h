@@ -1,7 +1,7 @@
 // NodeValue: what every visit of a node gives back.
 //
-// `failure` says that the error has been shown already: everything up the tree returns it without a further word. The last three carry
-// the control flow of statements. None of these four may ever be stored.
+// `failure` says that the error has been shown already: everything up the tree returns it without a further word. The
+// last three carry the control flow of statements. None of these four may ever be stored.
 #pragma once
 
 #include <memory>

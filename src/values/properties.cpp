@@ -15,8 +15,8 @@ namespace {
 constexpr double kGreatest = std::numeric_limits<double>::max();
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
-template <class T, class F>
-bool none(std::span<const T> values, F breaks) {
+template <class T, size_t N, class F>
+bool none(std::span<const T, N> values, F breaks) {
   return std::none_of(values.begin(), values.end(), breaks);
 }
 
@@ -30,7 +30,9 @@ bool hasFraction(double x) {
   return static_cast<double>(static_cast<int64_t>(x)) != x;
 }
 
-bool holds(std::span<const double> x, Property property) {
+// N is 1 for the scalar, which is asked by far the most: its loops come down to one comparison.
+template <size_t N>
+bool holds(std::span<const double, N> x, Property property) {
   switch (property) {
     case Property::allZeroMagnitudes: return none(x, [](double v) { return v != 0 && isFinite(v); });
     case Property::allZeroOrPositiveRealParts: return none(x, [](double v) { return v < 0 && v >= -kGreatest; });
@@ -123,8 +125,13 @@ bool hasShape(const SizeVector& size, Property shape) {
 
 }  // namespace
 
-// A conversion of numbers to characters never fails and keeps the size, so the variants of a shape differ for text only.
+// A number by itself has every shape. A conversion of numbers to characters never fails and keeps the size, so the
+// variants of a shape differ for text only.
 bool NumericArray::has(Property property) const {
+  if (isDoubleScalar()) {
+    const double x = asDouble().scalar();
+    return property >= Property::nonempty || holds(std::span<const double, 1>(&x, 1), property);
+  }
   if (property == Property::nonempty) return !isEmpty();
   if (property < Property::nonempty) {
     return visit([property](const auto& array) { return holds(array.values(), property); });

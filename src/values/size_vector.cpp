@@ -96,9 +96,9 @@ std::vector<int64_t> SizeVector::broughtTo(int64_t n) const {
   const auto lengths = vec();
   std::vector<int64_t> result(static_cast<size_t>(n), 1);
   for (int64_t k = 0; k < count(); ++k) {
-    int64_t& target = result[static_cast<size_t>(std::min(k, n - 1))];
-    target = k < n ? lengths[static_cast<size_t>(k)] : target * lengths[static_cast<size_t>(k)];
+    if (k < n) result[static_cast<size_t>(k)] = lengths[static_cast<size_t>(k)];
   }
+  if (count() > n) result.back() = productOf(lengths.data() + n - 1, count() - n + 1);
   return result;
 }
 
@@ -113,15 +113,14 @@ std::vector<int64_t> SizeVector::subscriptsFromLinearIndex(int64_t i) const {
 }
 
 int64_t SizeVector::linearIndexFromSubscripts(std::span<const int64_t> subscripts) const {
+  const auto given = static_cast<int64_t>(subscripts.size());
+  for (int64_t d = 1; d <= given; ++d) {
+    const int64_t subscript = subscripts[static_cast<size_t>(d - 1)];
+    if (subscript < 0 || subscript >= dimensionLength(d)) throw problem(text::subscriptExceeds(d));
+  }
   int64_t index = 0;
-  int64_t stride = 1;
-  for (size_t k = 0; k < subscripts.size(); ++k) {
-    const int64_t length = dimensionLength(static_cast<int64_t>(k) + 1);
-    if (subscripts[k] < 0 || subscripts[k] >= length) {
-      throw problem(text::subscriptExceeds(static_cast<int64_t>(k) + 1));
-    }
-    index += subscripts[k] * stride;
-    stride *= length;
+  for (int64_t d = given; d >= 1; --d) {
+    index = checkedAdd(checkedMultiply(index, dimensionLength(d)), subscripts[static_cast<size_t>(d - 1)]);
   }
   return index;
 }
@@ -143,7 +142,10 @@ SizeVector SizeVector::rotatedLeft(int64_t n) const {
 
 std::string SizeVector::description() const {
   std::string result;
-  for (int64_t d = 1; d <= ndim(); ++d) result += (d == 1 ? "" : " x ") + std::to_string(dimensionLength(d));
+  for (int64_t d = 1; d <= ndim(); ++d) {
+    if (d > 1) result += " x ";
+    result += std::to_string(dimensionLength(d));
+  }
   return result;
 }
 

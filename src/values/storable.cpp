@@ -22,6 +22,9 @@ void Storable::moveOther(Storable&& other) noexcept {
     case Form::localFunc: new (&localFunc_) LocalFunction(std::move(other.localFunc_)); break;
     case Form::numeric: break;
   }
+  other.destroyOther();
+  new (&other.numeric_) NumericArray();
+  other.form_ = Form::numeric;
 }
 
 void Storable::destroyOther() noexcept {

@@ -2,7 +2,7 @@
 // local function.
 //
 // A Storable is one small cell. A numeric scalar lies in it whole; anything else is a counted reference, so a copy is
-// cheap, and a write to what is shared copies first.
+// cheap, and a write to what is shared copies first. What was moved from is some numeric array.
 #pragma once
 
 #include "values/function_handle.h"
@@ -40,8 +40,9 @@ class Storable {
     if (isNumeric() && other.isNumeric()) {
       numeric_ = std::move(other.numeric_);
     } else if (this != &other) {
+      Storable taken(std::move(other));  // which may lie inside this value, as in s = s.field
       this->~Storable();
-      new (this) Storable(std::move(other));
+      new (this) Storable(std::move(taken));
     }
     return *this;
   }

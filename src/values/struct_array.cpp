@@ -2,15 +2,26 @@
 
 #include <algorithm>
 
-#include "messages/fatal_fault.h"
+#include "values/memory.h"
 #include "values/storable.h"
 
 namespace kelo {
 
+namespace {
+
+// The number of values that so many elements hold. throws OutOfMemory where they pass the limit for one array
+size_t valueCount(int64_t elements, size_t fields) {
+  const auto elementBytes = static_cast<int64_t>(std::max<size_t>(fields, 1) * sizeof(Storable));
+  if (fields > 0 && elements > arrayByteLimit() / elementBytes) throw OutOfMemory();
+  return static_cast<size_t>(elements) * fields;
+}
+
+}  // namespace
+
 struct StructArray::Body : CountedObject {
   Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()), fields(std::move(names)) {
     if (size.hasZeroLength()) fields.clear();
-    values.resize(static_cast<size_t>(checkedMultiply(size.numElements(), static_cast<int64_t>(fields.size()))));
+    values.resize(valueCount(size.numElements(), fields.size()));
   }
   explicit Body(const Body& other) : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
 
@@ -66,9 +77,10 @@ int64_t StructArray::ensureField(Name field) {
   Body& body = ownBody();
   const size_t before = body.fields.size();
   std::vector<Storable> values;
-  values.reserve(static_cast<size_t>(numElements()) * (before + 1));
-  for (size_t k = 0; k < body.values.size() || values.size() < static_cast<size_t>(numElements()) * (before + 1);) {
-    for (size_t f = 0; f < before; ++f) values.push_back(std::move(body.values[k++]));
+  values.reserve(valueCount(numElements(), before + 1));
+  auto next = body.values.begin();
+  for (int64_t element = 0; element < numElements(); ++element) {
+    for (size_t f = 0; f < before; ++f) values.push_back(std::move(*next++));
     values.emplace_back();
   }
   body.values = std::move(values);
@@ -103,9 +115,17 @@ StructArray StructArray::element(int64_t position) const { return gathered({&pos
 
 void StructArray::setElement(int64_t position, const StructArray& from, int64_t fromPosition) {
   for (int64_t f = 0; f < fieldCount(); ++f) {
-    const int64_t source = from.fieldIndex(fields()[static_cast<size_t>(f)]);
+    const auto at = static_cast<size_t>(f);
+    const int64_t source = from.fields()[at] == fields()[at] ? f : from.fieldIndex(fields()[at]);
     writableValue(position, f) = Storable(from.value(fromPosition, source));
   }
+}
+
+void StructArray::extend(const SizeVector& size) {
+  const int64_t count = checkedMultiply(size.numElements(), fieldCount());
+  Body& body = ownBody();
+  body.values.resize(static_cast<size_t>(count));
+  body.size = size.trimmed();
 }
 
 StructArray StructArray::reshaped(const SizeVector& size) const {

@@ -2,7 +2,8 @@
 //
 // One shared body holds the size, the field names in the order in which they were made, and the values of all elements:
 // those of an element stand together, in field order. A copy shares the body; a write takes a body of its own first.
-// An array without elements has no field names. A scalar structure is the 1 x 1 case.
+// An array without elements has no field names. A scalar structure is the 1 x 1 case. What was moved from may only be
+// assigned to or destroyed.
 #pragma once
 
 #include <span>
@@ -53,6 +54,9 @@ class StructArray {
   StructArray element(int64_t position) const;
   /// Overwrites the element at a position with one of another array. REQUIRES: hasSameFields(from)
   void setElement(int64_t position, const StructArray& from, int64_t fromPosition);
+  /// Makes the array larger, with elements of empty doubles behind the old ones, in place where it may and with spare room,
+  /// so that appending is cheap on average. REQUIRES: not empty; the old elements keep their linear positions
+  void extend(const SizeVector& size);
   /// The same elements in another shape. REQUIRES: as many elements
   StructArray reshaped(const SizeVector& size) const;
 

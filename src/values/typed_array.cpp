@@ -13,7 +13,9 @@ const SizeVector ArrayCell::kScalarSize{1, 1};
 
 ArrayBlock* ArrayBlock::create(SizeVector size, int64_t elementBytes) {
   static_assert(sizeof(ArrayBlock) <= kHeaderBytes && kHeaderBytes % 16 == 0);
-  const int64_t bytes = checkedAdd(checkedMultiply(size.numElements(), elementBytes), kHeaderBytes);
+  if (size.numElements() < 0) throwFatalFault("negative array size");
+  if (size.numElements() > arrayByteLimit() / elementBytes) throw OutOfMemory();  // also where the bytes pass 64 bits
+  const int64_t bytes = checkedAdd(size.numElements() * elementBytes, kHeaderBytes);
   int64_t capacity = 0;
   void* memory = allocateBlock(bytes, &capacity);
   return new (memory) ArrayBlock(std::move(size), capacity);
@@ -56,17 +58,28 @@ TypedArray<T> TypedArray<T>::reshaped(const SizeVector& size) && {
   return std::move(*this);
 }
 
+namespace {
+
+// Spare room of half the length, as far as the limit for one array allows.
+int64_t lengthWithRoom(int64_t wanted, int64_t elementBytes) {
+  constexpr int64_t kHeaderElements = 128;  // at least, of whatever kind
+  const int64_t most = arrayByteLimit() / elementBytes - kHeaderElements;
+  return wanted < most ? std::min(most, wanted + wanted / 2) : wanted;
+}
+
+}  // namespace
+
 template <class T>
 void TypedArray<T>::resizeVector(const SizeVector& newSize) {
   const int64_t wanted = newSize.numElements();
   const bool inPlace = block_ && !block_->isShared() && !newSize.isScalar() &&
-                       checkedMultiply(wanted, sizeof(T)) <= block_->elementCapacityBytes();
+                       wanted <= block_->elementCapacityBytes() / static_cast<int64_t>(sizeof(T));
   if (inPlace) {
     block_->setSize(newSize.trimmed());
     return;
   }
   const int64_t kept = std::min(numElements(), wanted);
-  const int64_t room = wanted > numElements() ? checkedAdd(wanted, wanted / 2) : wanted;
+  const int64_t room = wanted > numElements() ? lengthWithRoom(wanted, sizeof(T)) : wanted;
   TypedArray grown = uninitialized(SizeVector(room, 1));
   if (newSize.isScalar()) grown = TypedArray(T{});
   std::copy_n(data(), kept, grown.writable());

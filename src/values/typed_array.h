@@ -3,6 +3,7 @@
 // Storage. A 1 x 1 array holds its element inline and never allocates. Any other array is one counted block that
 // holds size and elements together. A copy shares the block; writable() makes it this array's own first. An array whose
 // block nobody else holds is therefore written in place: results of operators reuse the blocks of their temporaries.
+// What was moved from is some scalar: it may be read, and says nothing.
 //
 // "Empty" means that some length is 0; a default-made array is 0 x 0. Trailing 1s behind ndim are dropped from the size
 // when an array is made.
@@ -26,7 +27,7 @@ namespace kelo {
 /// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes.
 class ArrayBlock : public Counted {
  public:
-  /// throws OutOfMemory; FatalFault when the bytes cannot be counted
+  /// throws OutOfMemory; FatalFault for a negative size, which is a defect of the caller
   static ArrayBlock* create(SizeVector size, int64_t elementBytes);
   static void destroy(ArrayBlock* block) noexcept;
   /// The shared block of all 0 x 0 arrays of any kind, retained.
@@ -65,8 +66,8 @@ class ArrayCell {
     return *this;
   }
   ArrayCell& operator=(ArrayCell&& other) noexcept {
-    ArrayBlock* old = block_;
-    block_ = std::exchange(other.block_, nullptr);
+    ArrayBlock* taken = std::exchange(other.block_, nullptr);  // first, so that a move to itself changes nothing
+    ArrayBlock* old = std::exchange(block_, taken);
     std::memcpy(scalar_, other.scalar_, sizeof scalar_);
     if (old) old->release();
     return *this;

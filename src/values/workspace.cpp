@@ -55,12 +55,17 @@ void VarTable::clear() {
 
 namespace {
 
+constexpr size_t kSpareTables = 64;
+
 // Tables of ended calls, empty but with their room, for the next calls.
 std::vector<Ref<VarTable>>& spareTables() {
-  static auto* const tables = new std::vector<Ref<VarTable>>;  // outlives the workspaces of static objects
+  static auto* const tables = [] {  // outlives the workspaces of static objects
+    auto* const made = new std::vector<Ref<VarTable>>;
+    made->reserve(kSpareTables);  // so that keeping one, which destructors do, never allocates
+    return made;
+  }();
   return *tables;
 }
-constexpr size_t kSpareTables = 64;
 
 Ref<VarTable> newTable() {
   auto& spare = spareTables();
@@ -71,9 +76,9 @@ Ref<VarTable> newTable() {
 }
 
 void recycle(Ref<VarTable> table) {
-  if (!table || table->isShared() || spareTables().size() >= kSpareTables) return;
+  if (!table || table->isShared()) return;
   table->clear();
-  spareTables().push_back(std::move(table));
+  if (spareTables().size() < kSpareTables) spareTables().push_back(std::move(table));
 }
 
 }  // namespace

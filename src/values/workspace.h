@@ -1,9 +1,9 @@
 // Workspaces: where variables live.
 //
-// A workspace is a table of its own, an optional captured table behind it that is only read (the variables a handle was made
-// with), and an optional list of local functions behind both. Starting one as the copy of a handle's therefore copies nothing; capturing the
-// running workspace shares its table, and the next write to it takes a copy. Looking a name up takes a hint, kept by the
-// caller: where the name stood last time.
+// A workspace is a table of its own, an optional captured table behind it that is only read (the variables a handle was
+// made with), and an optional list of local functions behind both. Starting one as the copy of a handle's therefore
+// copies nothing; capturing the running workspace shares its table, and the next write to it takes a copy. Looking a name
+// up takes a hint, kept by the caller: where the name stood last time.
 #pragma once
 
 #include <unordered_map>

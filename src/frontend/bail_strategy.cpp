@@ -1,0 +1,23 @@
+#include "frontend/bail_strategy.h"
+
+namespace kelo {
+
+using antlr4::InputMismatchException;
+using antlr4::ParseCancellationException;
+
+void BailKeloStrategy::reportError(antlr4::Parser* recognizer, const antlr4::RecognitionException& problem) {
+  recognizer->notifyErrorListeners(problem.getOffendingToken(), std::string(), nullptr);
+}
+
+antlr4::Token* BailKeloStrategy::recoverInline(antlr4::Parser* recognizer) {
+  try {
+    throw InputMismatchException(recognizer);
+  } catch (const InputMismatchException& mismatch) {
+    reportError(recognizer, mismatch);
+    std::throw_with_nested(ParseCancellationException());
+  }
+}
+
+void BailKeloLexer::recover(const antlr4::LexerNoViableAltException&) { throw ParseCancellationException(); }
+
+}  // namespace kelo

@@ -1,0 +1,80 @@
+#include "frontend/matrix_separators.h"
+
+#include <cstdint>
+
+#include "KeloLexer.h"
+
+namespace kelo {
+namespace {
+
+using Tokens = std::vector<antlr4::CommonToken*>;
+
+enum class Bracket : uint8_t { none, open, close };
+
+// For each token, whether it is one half of a matched pair of brackets. Square brackets match among themselves over the
+// whole text, round ones inside the tightest pair of square ones.
+class MatchedBrackets {
+ public:
+  explicit MatchedBrackets(const Tokens& tokens) : halves_(tokens.size(), Bracket::none) {
+    match(tokens, KeloLexer::LSQB, KeloLexer::RSQB);
+    match(tokens, KeloLexer::LPAR, KeloLexer::RPAR);
+  }
+
+  Bracket operator[](size_t i) const { return halves_[i]; }
+
+ private:
+  void match(const Tokens& tokens, size_t openType, size_t closeType) {
+    std::vector<size_t> open;
+    std::vector<size_t> bases{0};  // where the round brackets of the square pair in hand begin in `open`
+    for (size_t i = 0; i < tokens.size(); ++i) {
+      const size_t type = tokens[i]->getType();
+      if (type == openType) {
+        open.push_back(i);
+      } else if (type == closeType && open.size() > bases.back()) {
+        halves_[open.back()] = Bracket::open;
+        halves_[i] = Bracket::close;
+        open.pop_back();
+      } else if (halves_[i] == Bracket::open) {
+        bases.push_back(open.size());
+      } else if (halves_[i] == Bracket::close) {
+        open.resize(bases.back());
+        bases.pop_back();
+      }
+    }
+  }
+
+  std::vector<Bracket> halves_;
+};
+
+bool isSign(size_t type) { return type == KeloLexer::PLUS || type == KeloLexer::MINUS; }
+
+bool isHidden(const antlr4::Token* token) { return token->getChannel() != antlr4::Token::DEFAULT_CHANNEL; }
+
+bool startsElementAnyway(size_t typeBefore) {
+  return typeBefore == KeloLexer::LSQB || typeBefore == KeloLexer::SEMICOLON || typeBefore == KeloLexer::NEWLINE ||
+         typeBefore == KeloLexer::COMMA;
+}
+
+// A sign with a blank before it, none behind it, and something before the blank that it could be subtracted from.
+bool signAfterBlank(const Tokens& tokens, size_t i) {
+  return isSign(tokens[i]->getType()) && i >= 2 && i + 1 < tokens.size() && isHidden(tokens[i - 1]) &&
+         !isHidden(tokens[i + 1]) && !startsElementAnyway(tokens[i - 2]->getType());
+}
+
+}  // namespace
+
+void insertMatrixElementSeparators(const Tokens& tokens) {
+  const MatchedBrackets brackets(tokens);
+  std::vector<size_t> enclosing;  // types of the open halves around the token in hand
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    if (brackets[i] == Bracket::open) enclosing.push_back(tokens[i]->getType());
+    if (brackets[i] == Bracket::close) enclosing.pop_back();
+    if (enclosing.empty() || enclosing.back() != KeloLexer::LSQB || !signAfterBlank(tokens, i)) continue;
+    antlr4::CommonToken* blank = tokens[i - 1];
+    blank->setType(KeloLexer::COMMA);
+    blank->setChannel(antlr4::Token::DEFAULT_CHANNEL);
+    blank->setText(",");
+  }
+}
+
+}  // namespace kelo

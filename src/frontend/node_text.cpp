@@ -1,0 +1,36 @@
+#include "frontend/node_text.h"
+
+#include "frontend/parsed_text.h"
+
+namespace kelo {
+namespace {
+
+const SourceText& sourceOf(const antlr4::Token& token) {
+  return *static_cast<const SourceText*>(token.getInputStream());
+}
+
+}  // namespace
+
+std::shared_ptr<const ParsedText> parseOf(const KeloNode& node) {
+  return sourceOf(*node.start).owner().shared_from_this();
+}
+
+TextPosition positionOf(const antlr4::Token& token) {
+  return {static_cast<int>(token.getLine()), static_cast<int>(token.getCharPositionInLine())};
+}
+
+TextPosition positionOf(const KeloNode& node) { return positionOf(*node.start); }
+
+std::string sourceText(const KeloNode& node) {
+  if (node.stop == nullptr) return {};
+  return sourceOf(*node.start).slice(node.start->getStartIndex(), node.stop->getStopIndex());
+}
+
+bool startsBehindBlank(const KeloNode& node) {
+  const size_t first = node.start->getStartIndex();
+  if (first == 0) return false;
+  const char32_t before = sourceOf(*node.start).text()[first - 1];
+  return before == U' ' || before == U'\t';
+}
+
+}  // namespace kelo

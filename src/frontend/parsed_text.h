@@ -1,0 +1,62 @@
+// One text and everything that its parse tree needs to live: the code points, the tokens and the recognisers, which own
+// the nodes. It neither copies nor moves; a tree is handed out as a shared pointer that holds the whole of it, so that
+// handles and local functions keep the trees that they need.
+//
+// Invariant: a node of a tree is valid as long as some shared pointer to its ParsedText, or to any node of it that was
+// made by treeOf, is held.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "KeloParser.h"
+#include "antlr4-runtime.h"
+#include "frontend/bail_strategy.h"
+#include "frontend/source_text.h"
+
+namespace kelo {
+
+class ParsedText : public std::enable_shared_from_this<ParsedText> {
+ public:
+  enum class StartRule { prog, exprOnly };
+
+  /// Where the text stands: its file, and the position of its first character there.
+  struct Origin {
+    Name relativePath;
+    size_t line = 1;
+    size_t charPositionInLine = 0;
+  };
+
+  enum class Outcome {
+    parsed,
+    syntaxError,  ///< the listener was told, once
+    tooDeep,      ///< the listener was told nothing; see tooDeepAt
+  };
+
+  ParsedText(std::u32string text, Origin origin);
+  ParsedText(const ParsedText&) = delete;
+  ParsedText& operator=(const ParsedText&) = delete;
+
+  /// Parses in two stages: one that is fast and silent, and where that fails one that is careful and tells the listener
+  /// of the first token with which the text stops being the beginning of a valid one.
+  Outcome parse(StartRule rule, antlr4::ANTLRErrorListener& listener);
+
+  KeloNode* root() const { return root_; }  ///< null before a parse that succeeds
+  const antlr4::Token* tooDeepAt() const { return tooDeepAt_; }
+  const SourceText& source() const { return source_; }
+  antlr4::CommonTokenStream& tokens() { return tokens_; }
+  Name relativePath() const { return parser_.relativePath; }
+
+ private:
+  void prepareTokens();
+  KeloNode* runStage(StartRule rule, antlr4::atn::PredictionMode mode);
+
+  SourceText source_;
+  BailKeloLexer lexer_;
+  antlr4::CommonTokenStream tokens_;
+  KeloParser parser_;
+  KeloNode* root_ = nullptr;
+  const antlr4::Token* tooDeepAt_ = nullptr;
+};
+
+}  // namespace kelo

@@ -1,0 +1,39 @@
+// The part of the parser that is written by hand: what each node gets on entry, the limit of nesting, and the predicate
+// of the ranges. The generated KeloParser derives from it.
+#pragma once
+
+#include "antlr4-runtime.h"
+#include "grammar/kelo_node.h"
+#include "values/name.h"
+
+namespace kelo {
+
+/// Thrown by a parse whose rules are nested more deeply than the stack is sure to hold, at the token reached.
+struct NestingTooDeep {
+  antlr4::Token* token;
+};
+
+class KeloParserBase : public antlr4::Parser {
+ public:
+  /// Rules that may enclose one another. A rule takes up to 700 bytes of stack, of which the thread must have 8 MiB.
+  static constexpr int32_t kMaxDepth = 6000;
+
+  explicit KeloParserBase(antlr4::TokenStream* input) : antlr4::Parser(input) {}
+
+  /// The file that the nodes are told; set before a start rule runs.
+  Name relativePath;
+
+  void enterRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex) override;
+  using antlr4::Parser::enterRecursionRule;
+  void enterRecursionRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex, int precedence) override;
+  void pushNewRecursionContext(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex) override;
+
+ protected:
+  /// Whether a range may start behind the expression just parsed: not directly inside the middle of "a:b:c".
+  bool mayStartRange() const;
+
+ private:
+  void enter(antlr4::ParserRuleContext* node);
+};
+
+}  // namespace kelo

@@ -1,0 +1,76 @@
+// The block is told once; a command and a file differ in where the text comes from and in what is trimmed before. This is the
+// one place that catches a FatalFault: the run ends at once, the base workspace stays.
+#include "interpreter/run_block.h"
+
+#include <new>
+
+#include "interpreter/app_controller.h"
+#include "interpreter/visitor.h"
+#include "messages/catalogue/values.h"
+#include "messages/catalogue/run_control.h"
+#include "messages/fatal_fault.h"
+
+namespace kelo {
+namespace {
+
+void showError(AppController& app, std::string reason, std::optional<std::string> relativePath = std::nullopt) {
+  Message message;
+  message.reason = std::move(reason);
+  message.relativePath = std::move(relativePath);
+  app.show(message);
+}
+
+/// A parse that fails has shown its error; if it has shown nothing, there is one line at least.
+void runText(AppController& app, MatlabParser& parser, const std::string& text) {
+  const ProgTree tree = parser.parseText(text);
+  if (tree) {
+    Visitor(app).runProgram(*tree, parseOf(*tree));
+  } else if (app.messagesShown() == 0) {
+    showError(app, text::kUnexpectedError);
+  }
+}
+
+/// What every run has around it: the states, the request to stop, the end of local functions.
+template <class Body>
+RunResult runBlock(AppController& app, Body body) {
+  app.setRunState(RunState::Status::running);
+  app.shouldExitExecution = false;
+  app.beginCount();
+  app.workspaces.popToBase();
+  RunResult result;
+  try {
+    body();
+  } catch (const FatalFault& fault) {
+    result.fatalFault = fault.what;
+  } catch (const std::exception&) {
+    showError(app, text::kUnexpectedError);
+  }
+  app.workspaces.base().removeLocalFunctions();
+  result.failed = app.errorsShown() > 0 || result.fatalFault.has_value();
+  app.host.store.save();
+  app.console.output.view().runEnded(result);
+  app.setRunState(RunState::Status::idle);
+  return result;
+}
+
+}  // namespace
+
+RunResult runCommand(AppController& app, const std::string& text) {
+  return runBlock(app, [&] {
+    MatlabParser parser(app.parserSetting());
+    runText(app, parser, text);
+  });
+}
+
+RunResult runFile(AppController& app, const std::string& directory, const std::string& fileName) {
+  return runBlock(app, [&] {
+    const std::string path = directory.empty() ? fileName : directory + "/" + fileName;
+    const std::optional<std::string> text = app.files.readFile(path);
+    if (!text) return showError(app, text::failedToLoad(fileName), path);
+    app.runInDir = directory;
+    MatlabParser parser(app.parserSetting(), directory, fileName);
+    runText(app, parser, *text);
+  });
+}
+
+}  // namespace kelo

@@ -1,0 +1,30 @@
+// The files of a test: a twin of the file system in memory.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "platform/file_system.h"
+
+namespace kelo::platform {
+
+/// A directory exists when it was made, or when a file stands in it.
+class MemoryFileSystem final : public FileSystem {
+ public:
+  void makeDirectory(const std::string& path);
+  void removeFile(const std::string& path);
+
+  bool exists(const std::string& path) const override;
+  bool isRegularFile(const std::string& path) const override;
+  bool isDirectory(const std::string& path) const override;
+  std::optional<std::string> readFile(const std::string& path) const override;
+  bool writeFile(const std::string& path, std::string_view bytes) override;
+  std::optional<std::vector<std::string>> listDirectory(const std::string& path) const override;
+
+ private:
+  std::map<std::string, std::string> files_;
+  std::set<std::string> directories_{""};
+};
+
+}  // namespace kelo::platform

@@ -1,0 +1,130 @@
+// Checks subscripts and finds their cheapest form. The test of a whole number and the search for the greatest position are
+// one pass; an array that counts up by one is found by a pass of its own, which gives up at the first gap.
+#include "values/index.h"
+
+#include <algorithm>
+
+#include "messages/catalogue/indexing.h"
+#include "messages/fatal_fault.h"
+#include "messages/message.h"
+#include "values/storable.h"
+
+namespace kelo {
+namespace {
+
+int64_t positionOf(double subscript) {
+  if (!(subscript >= 1) || std::isinf(subscript)) throw problem(text::kIndexNotPositiveWhole);
+  const int64_t whole = checkedCast(subscript);
+  if (static_cast<double>(whole) != subscript) throw problem(text::kIndexNotPositiveWhole);
+  return whole - 1;
+}
+
+int64_t positionOf(int64_t subscript) {
+  if (subscript < 1) throw problem(text::kIndexNotPositiveWhole);
+  return subscript - 1;
+}
+
+template <class T>
+bool countsUp(std::span<const T> subscripts) {
+  if (subscripts.empty()) return false;
+  for (size_t k = 1; k < subscripts.size(); ++k) {
+    if (subscripts[k] != subscripts[k - 1] + 1) return false;
+  }
+  return true;
+}
+
+template <class T>
+IntArray positionsOf(const TypedArray<T>& subscripts) {
+  IntArray positions = IntArray::uninitialized(subscripts.size());
+  int64_t* out = positions.writable();
+  for (const T subscript : subscripts.values()) *out++ = positionOf(subscript);
+  return positions;
+}
+
+DoubleArray realPartsOf(const ComplexDoubleArray& subscripts) {
+  DoubleArray parts = DoubleArray::uninitialized(subscripts.size());
+  double* out = parts.writable();
+  for (const ComplexDouble z : subscripts.values()) {
+    if (z.imaginary != 0) throw problem(text::kIndexNotPositiveWhole);  // also for a NaN
+    *out++ = z.real;
+  }
+  return parts;
+}
+
+}  // namespace
+
+Index Index::colon(int64_t extent) {
+  Index index(0, extent, extent == 0 ? SizeVector() : SizeVector(1, extent));
+  index.isColon_ = true;
+  return index;
+}
+
+Index Index::list(IntArray positions) {
+  Index index(0, positions.numElements(), positions.size());
+  const auto values = positions.values();
+  index.needed_ = values.empty() ? 0 : *std::max_element(values.begin(), values.end()) + 1;
+  index.elements_ = std::move(positions);
+  index.form_ = Form::list;
+  return index;
+}
+
+Index Index::fromDoubles(const DoubleArray& subscripts) {
+  // Numbers up to here count up exactly, so that testing the first one is testing all.
+  constexpr double kExact = 4503599627370496.0;
+  const auto values = subscripts.values();
+  if (countsUp(values) && values.back() < kExact) {
+    return Index(positionOf(values.front()), subscripts.numElements(), subscripts.size());
+  }
+  return list(positionsOf(subscripts));
+}
+
+Index Index::fromIntegers(const IntArray& subscripts) {
+  const auto values = subscripts.values();
+  if (!values.empty() && values.front() >= 1 && countsUp(values)) {
+    return Index(values.front() - 1, subscripts.numElements(), subscripts.size());
+  }
+  return list(positionsOf(subscripts));
+}
+
+Index Index::fromMask(const LogicalArray& mask) {
+  const auto values = mask.values();
+  const int64_t count = std::count(values.begin(), values.end(), true);
+  Index index(0, count, mask.size().isRow() ? SizeVector(1, count) : SizeVector(count, 1));
+  const auto last = std::find(values.rbegin(), values.rend(), true);
+  index.needed_ = values.rend() - last;
+  index.elements_ = mask;
+  index.form_ = Form::mask;
+  return index;
+}
+
+Index Index::from(const Storable& subscript) {
+  const NumericArray* array = subscript.numeric();
+  if (array == nullptr) throw problem(text::kIndexNotNumeric);
+  switch (array->kind()) {
+    case Kind::Int: return fromIntegers(array->asInt());
+    case Kind::Logical: return fromMask(array->asLogical());
+    case Kind::Complex: return fromDoubles(realPartsOf(array->asComplex()));
+    case Kind::Char: return fromDoubles(array->toDoubleArray());
+    case Kind::Double: break;
+  }
+  return fromDoubles(array->asDouble());
+}
+
+const int64_t* Index::positions() const {
+  if (form_ == Form::range) return nullptr;
+  if (form_ == Form::mask) {
+    const LogicalArray mask = elements_.asLogical();
+    IntArray found = IntArray::uninitialized(shape_);
+    int64_t* out = found.writable();
+    const bool* selected = mask.data();
+    for (int64_t k = 0, n = 0; n < count_; ++k) {
+      out[n] = k;
+      n += selected[k];
+    }
+    elements_ = std::move(found);
+    form_ = Form::list;
+  }
+  return elements_.asInt().data();
+}
+
+}  // namespace kelo

@@ -1,0 +1,95 @@
+// Reads elements. Every read is a walk over the selected positions that copies run by run; what differs is the bounds
+// check and the shape of the result. A logical mask as the only subscript is read without making a list of its positions.
+#include <algorithm>
+
+#include "messages/catalogue/indexing.h"
+#include "messages/message.h"
+#include "values/index_walk.h"
+#include "values/indexing.h"
+
+namespace kelo {
+namespace {
+
+SizeVector shapeOfOneIndex(const SizeVector& array, const Index& index) {
+  if (!index.isVector()) return index.shape();
+  if (array.isRow()) return SizeVector(1, index.count());  // NOTE: intended, a scalar counts as a row
+  if (array.isColumn()) return SizeVector(index.count(), 1);
+  return index.shape();
+}
+
+SizeVector shapeOfSubscripts(std::span<const Index> indices) {
+  std::vector<int64_t> lengths;
+  for (const Index& index : indices) lengths.push_back(index.count());
+  return SizeVector(lengths);
+}
+
+void checkBounds(std::span<const int64_t> lengths, std::span<const Index> indices) {
+  for (size_t k = 0; k < indices.size(); ++k) {
+    if (indices[k].needed() <= lengths[k]) continue;
+    if (indices.size() == 1) throw problem(text::kIndexExceedsArray, text::kIndexExceedsArrayExpected);
+    throw problem(text::indexExceedsDimension(static_cast<int64_t>(k) + 1));
+  }
+}
+
+template <class T>
+void readRun(const T* from, const IndexAxis& run, T* to) {
+  if (run.list == nullptr && run.stride == 1) {
+    std::copy_n(from + run.first, run.count, to);
+  } else if (run.list == nullptr) {
+    from += run.first * run.stride;
+    for (int64_t k = 0; k < run.count; ++k) to[k] = from[k * run.stride];
+  } else if (run.stride == 1) {
+    for (int64_t k = 0; k < run.count; ++k) to[k] = from[run.list[k]];
+  } else {
+    for (int64_t k = 0; k < run.count; ++k) to[k] = from[run.list[k] * run.stride];
+  }
+}
+
+template <class T>
+TypedArray<T> readWalk(const TypedArray<T>& array, const IndexWalk& walk, const SizeVector& shape) {
+  auto result = TypedArray<T>::uninitialized(shape);
+  T* to = result.writable();
+  walk.forEachRun([&](int64_t start, int64_t done) { readRun(array.data() + start, walk.run(), to + done); });
+  return result;
+}
+
+// Writes every element up to the last selected one to the place of the next selected one, so that there is no branch.
+template <class T>
+TypedArray<T> readMask(const TypedArray<T>& array, const Index& index, const SizeVector& shape) {
+  auto result = TypedArray<T>::uninitialized(shape);
+  T* to = result.writable();
+  const T* from = array.data();
+  const bool* selected = index.mask().data();
+  for (int64_t k = 0, n = 0; n < index.count(); ++k) {
+    to[n] = from[k];
+    n += selected[k];
+  }
+  return result;
+}
+
+StructArray readStructures(const StructArray& array, const IndexWalk& walk, const SizeVector& shape) {
+  std::vector<int64_t> positions(static_cast<size_t>(walk.count()));
+  walk.forEachRun([&](int64_t start, int64_t done) {
+    for (int64_t k = 0; k < walk.run().count; ++k) positions[static_cast<size_t>(done + k)] = start + walk.run().at(k);
+  });
+  return array.gathered(positions, shape);
+}
+
+}  // namespace
+
+Storable readElements(const Storable& array, std::span<const Index> indices) {
+  if (!array.isArray()) throw problem(text::kIndexedNotArray);
+  if (indices.empty()) throw problem(text::kNoIndex);
+  const auto lengths = indexExtents(array.size(), static_cast<int64_t>(indices.size()));
+  checkBounds(lengths, indices);
+  const Index& first = indices.front();
+  const SizeVector shape = indices.size() == 1 ? shapeOfOneIndex(array.size(), first) : shapeOfSubscripts(indices);
+  if (indices.size() == 1 && first.form() == Index::Form::mask && array.isNumeric()) {
+    return array.numeric()->visit([&](const auto& record) { return Storable(readMask(record, first, shape)); });
+  }
+  const IndexWalk walk(lengths, indices);
+  if (array.isStructure()) return readStructures(*array.structure(), walk, shape);
+  return array.numeric()->visit([&](const auto& record) { return Storable(readWalk(record, walk, shape)); });
+}
+
+}  // namespace kelo

@@ -1,0 +1,229 @@
+// Writes elements. All that can fail comes first: kinds, sizes and growth are settled before the variable is touched, so
+// that a failed write leaves it as it was. Then the array is made larger if need be, in place where the old elements keep
+// their positions and nobody else holds them, and the value is written run by run.
+#include <algorithm>
+
+#include "messages/catalogue/indexing.h"
+#include "messages/message.h"
+#include "values/index_walk.h"
+#include "values/indexing.h"
+
+namespace kelo {
+
+Kind commonKind(const NumericArray& a, const NumericArray& b);
+
+namespace {
+
+// The size that the array must have for a write.
+
+SizeVector grownByOneIndex(const SizeVector& size, const Index& index) {
+  if (index.needed() <= size.numElements()) return size;
+  const bool isNothing = size.isMatrix() && size.rows() == 0 && size.columns() == 0;
+  if (size.isRow() || isNothing) return SizeVector(1, index.needed());
+  if (size.isColumn()) return SizeVector(index.needed(), 1);
+  throw problem(text::kIndexExceedsTotal);
+}
+
+// A subscript that runs over several dimensions at once cannot tell which of them to extend.
+SizeVector grownBySubscripts(const SizeVector& size, std::span<const Index> indices) {
+  const auto count = static_cast<int64_t>(indices.size());
+  const auto seen = indexExtents(size, count);
+  std::vector<int64_t> lengths(size.vec().begin(), size.vec().end());
+  lengths.resize(std::max(lengths.size(), indices.size()), 1);
+  for (size_t k = 0; k < indices.size(); ++k) {
+    if (indices[k].needed() <= seen[k]) continue;
+    if (seen[k] != lengths[k]) throw problem(text::kIndexExceedsTotal);
+    lengths[k] = indices[k].needed();
+  }
+  return SizeVector(lengths).trimmed();
+}
+
+SizeVector grown(const SizeVector& size, std::span<const Index> indices) {
+  return indices.size() == 1 ? grownByOneIndex(size, indices.front()) : grownBySubscripts(size, indices);
+}
+
+// The agreement of the value's size with what is selected.
+
+void checkSubscripts(std::span<const Index> indices, const SizeVector& value) {
+  int64_t several = 0;
+  int64_t needed = 1;
+  for (const Index& index : indices) {
+    several += index.count() != 1;
+    needed = checkedMultiply(needed, index.count());
+  }
+  if (several == 0) throw problem(text::kScalarExpected);
+  if (several == 1 && (value.isVector() || value.numElements() != needed)) {
+    if (value.numElements() == needed) return;
+    throw problem(text::vectorOfElementsExpected(needed));
+  }
+  for (size_t k = 0; k < indices.size(); ++k) {
+    const auto dimension = static_cast<int64_t>(k) + 1;
+    const bool matters = indices[k].count() != 1 || value.numElements() != needed;
+    if (matters && indices[k].count() != value.dimensionLength(dimension)) {
+      throw problem(text::subscriptLengthExpected(dimension));
+    }
+  }
+  if (value.numElements() != needed) throw problem(text::kArraySizesMismatch);
+}
+
+void checkSizes(std::span<const Index> indices, const Storable& value) {
+  if (value.size().isScalar()) return;
+  if (indices.size() > 1) return checkSubscripts(indices, value.size());
+  if (indices.front().count() == value.numElements()) return;
+  throw problem(text::kArraySizesMismatch,
+                value.isNumeric() ? text::kSameCountExpected : text::kSameCountExpectedOfStructures);
+}
+
+// Numeric arrays.
+
+template <class T> constexpr T kFill{};
+template <> constexpr Character kFill<Character>{U' '};
+
+// Whether the old elements keep their linear positions: only the last dimension that is not 1 becomes longer.
+bool keepsPositions(const SizeVector& from, const SizeVector& to) {
+  if (from.numElements() == 0) return true;
+  int64_t d = from.ndim();
+  while (d > 1 && from.dimensionLength(d) == 1) --d;
+  for (int64_t k = 1; k < d; ++k) {
+    if (from.dimensionLength(k) != to.dimensionLength(k)) return false;
+  }
+  return true;
+}
+
+template <class T>
+void writeRun(T* to, const IndexAxis& run, const T* from) {
+  for (int64_t k = 0; k < run.count; ++k) to[run.at(k)] = from[k];
+}
+
+template <class T>
+TypedArray<T> spreadOut(const TypedArray<T>& array, const SizeVector& size) {
+  TypedArray<T> result(size, kFill<T>);
+  const IndexWalk walk(size, array.size());
+  T* to = result.writable();
+  walk.forEachRun([&](int64_t start, int64_t done) { writeRun(to + start, walk.run(), array.data() + done); });
+  return result;
+}
+
+template <class T>
+void grow(TypedArray<T>& array, const SizeVector& size) {
+  if (!keepsPositions(array.size(), size)) {
+    array = spreadOut(array, size);
+    return;
+  }
+  const int64_t before = array.numElements();
+  array.resizeVector(size);
+  std::fill_n(array.writable() + before, array.numElements() - before, kFill<T>);
+}
+
+template <class T>
+void fillRun(T* to, const IndexAxis& run, T value) {
+  if (run.list == nullptr && run.stride == 1) {
+    std::fill_n(to + run.first, run.count, value);
+  } else {
+    for (int64_t k = 0; k < run.count; ++k) to[run.at(k)] = value;
+  }
+}
+
+template <class T>
+void fillMask(T* to, const Index& index, T value) {
+  const bool* selected = index.mask().data();
+  for (int64_t k = 0; k < index.needed(); ++k) to[k] = selected[k] ? value : to[k];
+}
+
+// REQUIRES: the sizes agree. The value is held by the caller beside the array, so that A(I) = A reads the old elements.
+template <class T>
+void writeRecord(TypedArray<T>& array, std::span<const Index> indices, const TypedArray<T>& value) {
+  const SizeVector size = grown(array.size(), indices);
+  const Index& first = indices.front();
+  if (indices.size() == 1 && first.form() == Index::Form::mask && value.isScalar()) {
+    if (!(size == array.size())) grow(array, size);
+    return fillMask(array.writable(), first, value.scalar());
+  }
+  const IndexWalk walk(indexExtents(size, static_cast<int64_t>(indices.size())), indices);
+  if (!(size == array.size())) grow(array, size);
+  T* to = array.writable();
+  if (value.isScalar()) {
+    walk.forEachRun([&](int64_t start, int64_t) { fillRun(to + start, walk.run(), value.scalar()); });
+  } else {
+    walk.forEachRun([&](int64_t start, int64_t done) { writeRun(to + start, walk.run(), value.data() + done); });
+  }
+}
+
+void writeSameKind(NumericArray& array, std::span<const Index> indices, const NumericArray& value) {
+  switch (array.kind()) {
+    case Kind::Double: return writeRecord(array.as<double>(), indices, value.asDouble());
+    case Kind::Int: return writeRecord(array.as<int64_t>(), indices, value.asInt());
+    case Kind::Logical: return writeRecord(array.as<bool>(), indices, value.asLogical());
+    case Kind::Complex: return writeRecord(array.as<ComplexDouble>(), indices, value.asComplex());
+    case Kind::Char: return writeRecord(array.as<Character>(), indices, value.asChar());
+  }
+}
+
+// A character may become several numbers, so the count is looked at again behind the conversion.
+NumericArray converted(const NumericArray& value, Kind kind) {
+  NumericArray result = value.toKind(kind);
+  if (result.numElements() != value.numElements()) throw problem(text::kSameLengthsExpected);
+  return result;
+}
+
+void writeNumbers(NumericArray& array, std::span<const Index> indices, const NumericArray& given) {
+  const Kind kind = commonKind(array, given);
+  const NumericArray value = given.is(kind) ? given : converted(given, kind);
+  if (array.is(kind)) return writeSameKind(array, indices, value);
+  NumericArray result = array.toKind(kind);
+  writeSameKind(result, indices, value);
+  array = std::move(result);
+}
+
+// Structure arrays.
+
+// Positions of the old elements in an array of a larger size; -1 where a new element comes.
+std::vector<int64_t> positionsIn(const SizeVector& size, const SizeVector& old) {
+  const IndexWalk walk(size, old);
+  std::vector<int64_t> positions(static_cast<size_t>(size.numElements()), -1);
+  walk.forEachRun([&](int64_t start, int64_t done) {
+    for (int64_t k = 0; k < walk.run().count; ++k) positions[static_cast<size_t>(start + walk.run().at(k))] = done + k;
+  });
+  return positions;
+}
+
+void growStructures(StructArray& array, const SizeVector& size, const std::vector<Name>& fields) {
+  if (array.isEmpty()) {
+    array = StructArray(size, fields);
+  } else if (keepsPositions(array.size(), size)) {
+    array.extend(size);
+  } else {
+    array = array.gathered(positionsIn(size, array.size()), size);
+  }
+}
+
+void writeStructures(StructArray& array, std::span<const Index> indices, const StructArray& given) {
+  if (!array.isEmpty() && !array.hasSameFields(given)) throw problem(text::kSameFieldsExpected);
+  const StructArray value = given;
+  const SizeVector size = grown(array.size(), indices);
+  const IndexWalk walk(indexExtents(size, static_cast<int64_t>(indices.size())), indices);
+  if (!(size == array.size())) growStructures(array, size, value.fields());
+  const int64_t step = value.size().isScalar() ? 0 : 1;
+  walk.forEachRun([&](int64_t start, int64_t done) {
+    for (int64_t k = 0; k < walk.run().count; ++k) array.setElement(start + walk.run().at(k), value, step * (done + k));
+  });
+}
+
+}  // namespace
+
+void writeElements(Storable& target, std::span<const Index> indices, const Storable& value) {
+  if (!value.isArray()) throw problem(text::kAssignedNotArray);
+  if (!target.isArray()) throw problem(text::kAssignmentTargetNotArray);
+  if (target.isNumeric() != value.isNumeric()) {
+    throw problem(text::kDataTypesMismatch, text::kDataTypesMismatchExpected);
+  }
+  if (indices.empty()) throw problem(text::kNoIndex);
+  checkSizes(indices, value);
+  if (target.isNumeric()) {
+    writeNumbers(*target.numeric(), indices, *value.numeric());
+  } else {
+    writeStructures(*target.structure(), indices, *value.structure());
+  }
+}
+
+}  // namespace kelo

@@ -1,0 +1,273 @@
+#include "display/display.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "display/display_items.h"
+#include "values/function_bodies.h"
+
+namespace kelo {
+namespace {
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// 5 digits: 8 columns of doubles in 80 cells.
+Display::Parameters cells(double count, int nDigits = 5) {
+  Display::Parameters parameters;
+  parameters.consoleViewWidth = count * CellMeasure::kPointsPerCell;
+  parameters.nDigits = nDigits;
+  return parameters;
+}
+
+DoubleArray doubles(const SizeVector& size, std::initializer_list<double> values) { return {size, values}; }
+
+NumericArray counting(const SizeVector& size) {
+  DoubleArray array = DoubleArray::uninitialized(size);
+  for (int64_t i = 0; i < array.numElements(); ++i) array.writable()[i] = static_cast<double>(i + 1);
+  return array;
+}
+
+StructArray structure(std::initializer_list<std::pair<const char*, Storable>> fields) {
+  StructArray array;
+  for (const auto& [name, value] : fields) {
+    const int64_t field = array.ensureField(Name::intern(name));
+    array.writableValue(0, field) = value;
+  }
+  return array;
+}
+
+FunctionHandle anonymous(const char* displayText) {
+  auto function = makeRef<AnonymousFunction>();
+  function->displayText = displayText;
+  return FunctionHandle::anonymous(std::move(function));
+}
+
+LocalFunction localFunction(const char* name) {
+  auto file = makeRef<LocalFunctionFile>();
+  file->functions.push_back({Name::intern(name), {}, {}, nullptr});
+  return {std::move(file), 0};
+}
+
+TEST(Display, ShowsArrays) {
+  struct Row {
+    Storable value;
+    const char *named, *unnamed;
+  };
+  const Row rows[] = {
+      // empty, of whatever shape
+      {DoubleArray(), "x =\n [] (double array)", " [] (double array)"},
+      {IntArray(SizeVector(3, 0), {}), "x =\n [] (double array)", " [] (double array)"},
+      {LogicalArray(), "x =\n [] (logical array)", " [] (logical array)"},
+      {ComplexDoubleArray(SizeVector{2, 0, 3}, {}), "x =\n [] (complex-double array)", " [] (complex-double array)"},
+      {charRow(""), "x =\n [] (char array)", " [] (char array)"},
+      // scalars and scale
+      {Storable(5.0), "x = \n 5.0000", " 5.0000"},
+      {Storable(-0.0), "x = \n 0.0000", " 0.0000"},
+      {Storable(1e6), "x = 1e6 × \n 1.0000", " 1e6 × \n 1.0000"},
+      {Storable(0.001), "x = 1e-3 × \n 1.0000", " 1e-3 × \n 1.0000"},
+      {Storable(0.5), "x = 1e-1 × \n 5.0000", " 1e-1 × \n 5.0000"},
+      {Storable(kNaN), "x = \n NaN   ", " NaN   "},
+      {IntArray(int64_t{1'000'000}), "x = 1e6 × \n 1.0000", " 1e6 × \n 1.0000"},
+      {IntArray(int64_t{-7}), "x = \n-7.0000", "-7.0000"},
+      // rows and matrices
+      {doubles({1, 2}, {1, kNaN}), "x = \n 1.0000   NaN   ", " 1.0000   NaN   "},
+      {doubles({1, 3}, {1, -2, 1e6}), "x = 1e6 × \n 0.0000  -0.0000   1.0000", " 1e6 × \n 0.0000  -0.0000   1.0000"},
+      {doubles({2, 2}, {1, 3, 20, 400}), "x = \n 1.0000   20.000\n 3.0000   400.00",
+       " 1.0000   20.000\n 3.0000   400.00"},
+      {doubles({1, 2}, {kInf, 1e-3}), "x = 1e-3 × \n Inf      1.0000", " 1e-3 × \n Inf      1.0000"},
+      {doubles({1, 2}, {-0.0, 1}), "x = \n 0.0000   1.0000", " 0.0000   1.0000"},
+      // logical, complex, char
+      {LogicalArray({2, 2}, {true, false, false, true}), "x = \n1  0\n0  1", "1  0\n0  1"},
+      {ComplexDoubleArray({1, 2}, {{1, 2}, {-3, -0.5}}), "x = \n 1.0000 + 2.0000i  -3.0000 - 0.5000i",
+       " 1.0000 + 2.0000i  -3.0000 - 0.5000i"},
+      {ComplexDoubleArray(ComplexDouble{0, 1e5}), "x = 1e5 × \n 0.0000 + 1.0000i", " 1e5 × \n 0.0000 + 1.0000i"},
+      {charRow("hello world"), "x = \nhello world", "hello world"},
+      {std::move(charRow("acbd")).reshaped({2, 2}), "x = \nab\ncd", "ab\ncd"},
+      // pages
+      {doubles({1, 2, 2}, {1, 2, 3, 4}), "x(:, :, 1) = \n 1.0000   2.0000\n\nx(:, :, 2) = \n 3.0000   4.0000",
+       "(:, :, 1) = \n 1.0000   2.0000\n\n(:, :, 2) = \n 3.0000   4.0000"},
+      {doubles({1, 1, 1, 2}, {1e5, 2e5}), "x(:, :, 1, 1) = 1e5 ×\n 1.0000\n\nx(:, :, 1, 2) = 1e5 ×\n 2.0000",
+       "(:, :, 1, 1) = 1e5 ×\n 1.0000\n\n(:, :, 1, 2) = 1e5 ×\n 2.0000"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Display(row.value, "x", cells(80)).displayText(), row.named);
+    EXPECT_EQ(Display(row.value, std::nullopt, cells(80)).displayText(), row.unnamed);
+    EXPECT_EQ(Display::dispValue(row.value, cells(80)).displayText(), row.unnamed);
+  }
+}
+
+TEST(Display, ShowsStructures) {
+  const DoubleArray big(SizeVector(2, 2), 1e6);
+  struct Row {
+    Storable value;
+    const char* text;
+  };
+  const Row rows[] = {
+      {StructArray(SizeVector(0, 0), {}), "s =\n [] (struct)"},
+      {StructArray(), "s =\n struct with no field\n"},
+      {structure({{"a", Storable(5.0)}}), "s =\n struct with field:\n    a: Double [1 x 1]  5.0000\n"},
+      {structure({{"name", charRow("Ann")},
+                  {"x", doubles({1, 3}, {1, -2, 1e6})},
+                  {"m", big},
+                  {"f", anonymous("@(x) x+1")},
+                  {"none", Storable()},
+                  {"noText", charRow("")}}),
+       "s =\n struct with fields:\n"
+       "      name: Char [1 x 3] 'Ann'\n"
+       "         x: Double [1 x 3] × 1e6  0.0000  -0.0000   1.0000\n"
+       "         m: Double [2 x 2] × 1e6\n"
+       "         f: @(x) x+1\n"
+       "      none: Empty double array\n"
+       "    noText: Empty char array\n"},
+      {structure({{"i", IntArray(int64_t{3})},
+                  {"l", LogicalArray(true)},
+                  {"z", ComplexDoubleArray(ComplexDouble{1e-3, 0})},
+                  {"c", std::move(charRow("acbd")).reshaped({2, 2})},
+                  {"s", StructArray(SizeVector{2, 1, 2}, {})},
+                  {"e", StructArray(SizeVector(0, 0), {})}}),
+       "s =\n struct with fields:\n"
+       "    i: Int [1 x 1]\n"
+       "    l: Logical [1 x 1]\n"
+       "    z: Complex [1 x 1] × 1e-3\n"
+       "    c: Char [2 x 2]\n"
+       "    s: Struct [2 x 1 x 2]\n"
+       "    e: Empty struct array\n"},
+      {StructArray(SizeVector(1, 2), {}), "s =\n struct array (1 x 2) with no field."},
+      {StructArray(SizeVector(1, 2), {Name::intern("a")}), "s =\n struct array (1 x 2) with field:\na"},
+      {StructArray(SizeVector(2, 2), {Name::intern("b"), Name::intern("a")}),
+       "s =\n struct array (2 x 2) with fields:\nb\na"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(Display(row.value, "s", cells(80)).displayText(), row.text);
+  EXPECT_EQ(Display(StructArray(), std::nullopt, cells(80)).displayText(), "struct with no field\n");
+  EXPECT_EQ(Display(StructArray(SizeVector(0, 0), {}), std::nullopt, cells(80)).displayText(), "[] (struct)");
+}
+
+TEST(Display, ShowsFunctions) {
+  struct Row {
+    Storable value;
+    const char *named, *unnamed;
+    DisplayContentType contentType;
+  };
+  const Row rows[] = {
+      {anonymous("@(x) x+1"), "f = \n@(x) x+1", "@(x) x+1", DisplayContentType::anonymousFunc},
+      {FunctionHandle::builtIn(Name::intern("sin")), "f = \n@sin", "@sin", DisplayContentType::builtInFunc},
+      {FunctionHandle::userDefined(Name::intern("mine")), "f = \n@mine", "@mine", DisplayContentType::userDefinedFunc},
+      {FunctionHandle::local(localFunction("near")), "f = (local function)\n @near", " @near",
+       DisplayContentType::localFunc},
+      {localFunction("near"), "f = (local function)\n @near", " @near", DisplayContentType::localFunc},
+  };
+  for (const Row& row : rows) {
+    const Display display(row.value, "f", cells(80));
+    EXPECT_EQ(display.displayText(), row.named);
+    EXPECT_EQ(display.contentType(), row.contentType);
+    EXPECT_EQ(Display(row.value, std::nullopt, cells(80)).displayText(), row.unnamed);
+  }
+}
+
+TEST(Display, ShowsTextsAndMessages) {
+  Message message;
+  message.lineNum = 1;
+  message.reason = "No";
+  const Display error = Display::error(message, cells(80));
+  EXPECT_EQ(error.displayText(), "Error at Line 1 of the console. No.");
+  EXPECT_EQ(contentTypeName(error.contentType()), "error");
+
+  const Display echo = Display::inputText("a = '😀'\nb", cells(80));
+  EXPECT_EQ(echo.displayText(), "a = '😀'\nb");
+  EXPECT_EQ(echo.textAttributeInfo(), (std::vector<ConsoleTextAttributes>{{{}, true, {0, 10}}}));
+  EXPECT_EQ(echo.numOfLines(), 2);
+
+  EXPECT_EQ(Display::disp("a\n\nb\n", cells(80)).numOfLines(), 3);
+  EXPECT_EQ(Display::disp("", cells(80)).numOfLines(), 0);
+}
+
+TEST(Display, FitsColumnsToTheWidth) {
+  struct Row {
+    Storable value;
+    double cells;
+    int nDigits;
+    const char* text;
+  };
+  const NumericArray three = counting({1, 3});
+  const Row rows[] = {
+      // 20 points are kept free: two and a half cells
+      {three, 20.5, 5, "x = \nColumns 1 to 2:\n 1.0000   2.0000\nColumn 3:\n 3.0000"},
+      {three, 20.4, 5, "x = \nColumn 1:\n 1.0000\nColumn 2:\n 2.0000\nColumn 3:\n 3.0000"},
+      {three, 38.5, 8, "x = \n 1.0000000   2.0000000   3.0000000"},
+      // not even one column fits
+      {LogicalArray({2, 2}, {true, false, true, true}), 1, 5, "x = \nColumn 1:\n1\n0\nColumn 2:\n1\n1"},
+      {three, -10, 5, "x = \nColumn 1:\n 1.0000\nColumn 2:\n 2.0000\nColumn 3:\n 3.0000"},
+      {ComplexDoubleArray({1, 2}, {{1, 1}, {2, 2}}), 40, 5,
+       "x = \nColumn 1:\n 1.0000 + 1.0000i\nColumn 2:\n 2.0000 + 2.0000i"},
+      {charRow("hello world"), 13.5, 5, "x = \nhello world"},
+      {charRow("hello world"), 13.4, 5, "x = \nColumns 1 to 10:\nhello worl\nColumn 11:\nd"},
+      // a wide character makes all columns wide; a mark alone takes nothing
+      {charRow("日a日"), 6.5, 5, "x = \nColumns 1 to 2:\n日a\nColumn 3:\n日"},
+      {charRow("e\u0301e"), 4.5, 5, "x = \ne\u0301e"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Display(row.value, "x", cells(row.cells, row.nDigits)).displayText(), row.text) << row.cells;
+  }
+}
+
+TEST(Display, CutsLongOutputToItsTail) {
+  struct Row {
+    SizeVector size;
+    const char *start, *end;
+    int64_t lines;
+  };
+  const Row rows[] = {
+      {{1000, 1}, "x = \n 501.00\n 502.00\n", "\n 1000.0", 501},
+      {{501, 1}, "x = \n 2.0000\n", "\n 501.00", 501},
+      {{500, 1}, "x = \n 1.0000\n", "\n 500.00", 501},
+      // rows first: of a tall array only the last block of the last page is shown
+      {{600, 10}, "x = \nColumns 9 to 10:\n 4901.0   5501.0\n", " 6000.0", 502},
+      {{600, 1, 2}, "x(:, :, 2) = \n 701.00\n", "\n 1200.0", 501},
+      // then blocks, then pages
+      {{3, 1600}, "x = \nColumns 265 to 272:\n", " 4800.0", 1 + 167 * 4},
+      {{300, 1, 3}, "x(:, :, 2) = \n 301.00\n", "\n 900.00", 603},
+      {{1, 10, 400}, "x(:, :, 151) = \nColumns 1 to 8:\n", "\n 3999.0   4000.0", 250 * 6 - 1},
+  };
+  for (const Row& row : rows) {
+    const Display display(counting(row.size), "x", cells(80));
+    EXPECT_EQ(display.displayText().substr(0, std::string_view(row.start).size()), row.start);
+    EXPECT_TRUE(display.displayText().ends_with(row.end)) << row.size.description();
+    EXPECT_EQ(display.numOfLines(), row.lines) << row.size.description();
+  }
+
+  // columns without end
+  const Display wide(LogicalArray(SizeVector(1, 20'000'001), true), "x", cells(1));
+  EXPECT_LT(wide.displayText().size(), 12'000u);
+  const Display longField(structure({{"a", DoubleArray(SizeVector(1, 1'000'000), 1.0)}}), "s", cells(80));
+  EXPECT_LT(longField.displayText().size(), 100'000u);
+  EXPECT_TRUE(longField.displayText().ends_with("   1.0000 ...\n"));
+}
+
+TEST(Display, ColoursBlockHeaders) {
+  const Display display(std::move(charRow("a😀bcdefg")).reshaped({2, 4}), "t", cells(6.6));
+  ASSERT_EQ(display.displayText(), "t = \nColumns 1 to 2:\nab\n😀c\nColumns 3 to 4:\ndf\neg");
+  const std::map<TextAttribute, ConsoleColor> secondary = {{TextAttribute::foregroundColor, ConsoleColor::secondary}};
+  EXPECT_EQ(display.textAttributeInfo(),
+            (std::vector<ConsoleTextAttributes>{{secondary, false, {5, 15}}, {secondary, false, {28, 15}}}));
+}
+
+TEST(DisplayItems, JoinsItemsAndFormatsThemAgain) {
+  DisplayItems items(cells(80));
+  items.append(Display::inputText("x = '😀'", cells(80)));
+  items.append(Display(counting({1, 2}), "x", cells(80)));
+  EXPECT_EQ(items.displayText(), "x = '😀'\n\nx = \n 1.0000   2.0000");
+
+  items.append(Display(Storable(0.5), std::nullopt, cells(12, 8)));
+  EXPECT_EQ(items.displayText(),
+            "x = '😀'\n\nx = \nColumn 1:\n 1.0000000\nColumn 2:\n 2.0000000\n\n 1e-1 × \n 5.0000000");
+  ASSERT_EQ(items.textAttributes().size(), 3u);
+  EXPECT_EQ(items.textAttributes()[0].range, (ConsoleTextAttributes::Range{0, 8}));
+  EXPECT_EQ(items.textAttributes()[1].range, (ConsoleTextAttributes::Range{15, 9}));
+  EXPECT_EQ(items.textAttributes()[2].range, (ConsoleTextAttributes::Range{36, 9}));
+  EXPECT_EQ(items.items()[1].numOfLines(), 5);
+}
+
+}  // namespace
+}  // namespace kelo

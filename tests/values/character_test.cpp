@@ -1,0 +1,107 @@
+#include "values/character.h"
+
+#include "expect_failure.h"
+#include "values/numeric_array.h"
+
+namespace kelo {
+namespace {
+
+Character only(std::string_view utf8) {
+  const auto characters = charactersOf(utf8);
+  EXPECT_EQ(characters.size(), 1u) << utf8;
+  return characters.front();
+}
+
+constexpr const char* kFamily = "\U0001F468\u200D\U0001F469\u200D\U0001F467";
+
+TEST(Character, splitsTextIntoClusters) {
+  const struct {
+    const char* text;
+    std::vector<std::string> clusters;
+  } rows[] = {
+      {"", {}},
+      {"abc", {"a", "b", "c"}},
+      {"a\r\nb", {"a", "\r\n", "b"}},
+      {"\u00E4b", {"\u00E4", "b"}},
+      {"e\u0301x", {"e\u0301", "x"}},
+      {"\U0001F468\u200D\U0001F469\u200D\U0001F467!", {kFamily, "!"}},
+      {"\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7", {"\U0001F1E9\U0001F1EA", "\U0001F1EB\U0001F1F7"}},
+      {"\u1112\u1161\u11AB", {"\u1112\u1161\u11AB"}},
+      {"a\xFF\xE2\x82z", {"a", "\uFFFD", "\uFFFD", "\uFFFD", "z"}},
+      {"\xED\xA0\x80", {"\uFFFD", "\uFFFD", "\uFFFD"}},
+  };
+  for (const auto& row : rows) {
+    std::vector<std::string> clusters;
+    for (const Character c : charactersOf(row.text)) c.appendUtf8To(clusters.emplace_back());
+    EXPECT_EQ(clusters, row.clusters) << row.text;
+  }
+}
+
+TEST(Character, comparesByCanonicalEquivalence) {
+  const struct {
+    const char *a, *b;
+    bool equal;
+  } rows[] = {
+      {"a", "a", true},
+      {"a", "b", false},
+      {"e", "e\u0301", false},
+      {"\u00E9", "e\u0301", true},
+      {"\u00E9", "\u00E8", false},
+      {"a\u0323\u0302", "a\u0302\u0323", true},   // marks of two classes: the order does not count
+      {"a\u0301\u0302", "a\u0302\u0301", false},  // marks of one class: it does
+      {"\u1EAD", "a\u0302\u0323", true},
+      {"\u212A", "K", true},
+      {"\u037E", ";", true},
+      {"\u1112\u1161\u11AB", "\uD55C", true},
+      {"\uFB01", "\uFB02", false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(only(row.a) == only(row.b), row.equal) << row.a << " " << row.b;
+    EXPECT_EQ(only(row.b) == only(row.a), row.equal) << row.b << " " << row.a;
+  }
+}
+
+TEST(Character, countsAndGivesUtf16Units) {
+  const struct {
+    const char* text;
+    std::vector<uint16_t> units;
+  } rows[] = {
+      {"a", {97}},
+      {"\uFFFF", {0xFFFF}},
+      {"\U00010000", {0xD800, 0xDC00}},
+      {"\U0001F600", {0xD83D, 0xDE00}},
+      {"e\u0301", {0x65, 0x301}},
+      {kFamily, {0xD83D, 0xDC68, 0x200D, 0xD83D, 0xDC69, 0x200D, 0xD83D, 0xDC67}},
+  };
+  for (const auto& row : rows) {
+    std::vector<uint16_t> units;
+    only(row.text).appendUnitsTo(units);
+    EXPECT_EQ(units, row.units) << row.text;
+    EXPECT_EQ(only(row.text).unitCount(), static_cast<int64_t>(row.units.size())) << row.text;
+  }
+}
+
+TEST(Character, keepsALoneSurrogate) {
+  const Character lone = Character::fromUnit(0xD83D);
+  EXPECT_EQ(lone.unitCount(), 1);
+  EXPECT_EQ(lone.firstCodePoint(), 0xD83Du);
+  EXPECT_FALSE(lone == Character(U'\uFFFD'));
+  std::string text;
+  lone.appendUtf8To(text);
+  EXPECT_EQ(text, "\uFFFD");
+}
+
+TEST(Character, internsEachSpellingOnce) {
+  EXPECT_EQ(only("e\u0301").word(), only("e\u0301").word());
+  EXPECT_NE(only("e\u0301").word(), only("e\u0300").word());
+  EXPECT_EQ(only("e\u0301").firstCodePoint(), U'e');
+}
+
+TEST(CharArray, isReadFromAndWrittenAsUtf8) {
+  EXPECT_EQ(charRow("").size(), SizeVector(0, 0));
+  for (const char* text : {"abc", "\u00E4 e\u0301 \U0001F600", kFamily}) EXPECT_EQ(toUtf8(charRow(text)), text);
+  EXPECT_EQ(charRow("\u00E4e\u0301").size(), SizeVector(1, 2));
+}
+
+}  // namespace
+}  // namespace kelo

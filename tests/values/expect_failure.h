@@ -1,0 +1,27 @@
+// Expectations on what is thrown: a Problem with a reason, or a fatal fault.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "messages/fatal_fault.h"
+#include "messages/message.h"
+
+namespace kelo {
+
+/// The reason of the Problem that f throws; "no problem" when it throws none.
+template <class F>
+std::string reasonOf(F f) {
+  try {
+    f();
+  } catch (const Problem& problem) {
+    return problem.reason.value_or("no reason");
+  }
+  return "no problem";
+}
+
+}  // namespace kelo
+
+#define EXPECT_FATAL(statement) EXPECT_THROW(statement, ::kelo::FatalFault)

@@ -1,0 +1,112 @@
+#include "values/size_vector.h"
+
+#include "expect_failure.h"
+
+namespace kelo {
+namespace {
+
+constexpr int64_t kHuge = int64_t{1} << 40;
+
+TEST(SizeVector, countsDimensionsAndElements) {
+  const struct {
+    SizeVector size;
+    int64_t count, ndim, numElements;
+    bool empty;
+    const char* description;
+  } rows[] = {
+      {{2, 3, 1, 1}, 4, 2, 6, false, "2 x 3"},
+      {{1, 1}, 2, 2, 1, false, "1 x 1"},
+      {{1, 1, 4}, 3, 3, 4, false, "1 x 1 x 4"},
+      {{2, 0, 1}, 3, 2, 0, true, "2 x 0"},
+      {{2, 1, 0}, 3, 3, 0, true, "2 x 1 x 0"},
+      {{0, 0}, 2, 2, 0, true, "0 x 0"},
+      {{kHuge, kHuge, 0}, 3, 3, 0, true, "1099511627776 x 1099511627776 x 0"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.description);
+    EXPECT_EQ(row.size.count(), row.count);
+    EXPECT_EQ(row.size.ndim(), row.ndim);
+    EXPECT_EQ(row.size.numElements(), row.numElements);
+    EXPECT_EQ(row.size.hasZeroLength(), row.empty);
+    EXPECT_EQ(row.size.description(), row.description);
+  }
+}
+
+TEST(SizeVector, comparesTheDimensionsThatCount) {
+  EXPECT_EQ(SizeVector({1, 1, 1}), SizeVector(1, 1));
+  EXPECT_EQ(SizeVector({2, 3, 1}), SizeVector({2, 3, 1, 1}));
+  EXPECT_FALSE(SizeVector(2, 3) == SizeVector(3, 2));
+  EXPECT_FALSE(SizeVector({2, 1, 0}) == SizeVector(2, 0));
+}
+
+TEST(SizeVector, refusesWhatCannotBeASize) {
+  EXPECT_EQ(reasonOf([] { SizeVector(std::span<const int64_t>()); }), "A size vector should have at least two numbers");
+  EXPECT_FATAL(SizeVector(kHuge, kHuge));
+  EXPECT_FATAL(SizeVector({kHuge, 1, kHuge}));
+}
+
+TEST(SizeVector, tellsLengthsAndDimensions) {
+  EXPECT_EQ(SizeVector(2, 3).dimensionLength(3), 1);
+  EXPECT_EQ(SizeVector(0, 3).dimensionLength(1), 0);
+  EXPECT_EQ(SizeVector({1, 0, 5}).firstNonSingletonDimension(), 3);
+  EXPECT_EQ(SizeVector(1, 0).firstNonSingletonDimension(), std::nullopt);
+  EXPECT_EQ(SizeVector(1, 0).defaultDimension(), 2);
+  EXPECT_EQ(SizeVector(1, 1).defaultDimension(), 1);
+  EXPECT_EQ(SizeVector({2, 3, 4}).strideOf(3), 6);
+  EXPECT_EQ(SizeVector({2, 3, 4}).strideOf(9), 24);
+}
+
+TEST(SizeVector, bringsLengthsToANumberOfDimensions) {
+  using Lengths = std::vector<int64_t>;
+  EXPECT_EQ(SizeVector({2, 3, 4}).broughtTo(1), Lengths({24}));
+  EXPECT_EQ(SizeVector({2, 3, 4}).broughtTo(2), Lengths({2, 12}));
+  EXPECT_EQ(SizeVector(2, 3).broughtTo(4), Lengths({2, 3, 1, 1}));
+  EXPECT_FATAL(SizeVector({0, kHuge, kHuge}).broughtTo(2));
+}
+
+TEST(SizeVector, changesLengths) {
+  EXPECT_EQ(SizeVector(2, 3).withDimension(4, 5), SizeVector({2, 3, 1, 5}));
+  EXPECT_EQ(SizeVector({2, 3, 4}).withDimension(3, 1).count(), 2);
+  EXPECT_EQ(SizeVector({2, 3, 4}).rotatedLeft(4), SizeVector({3, 4, 2}));
+  EXPECT_EQ(reasonOf([] { SizeVector(2, 3).rotatedLeft(-1); }), "Unexpected error occurred");
+}
+
+TEST(SizeVector, positionsAndSubscriptsAreInverse) {
+  const SizeVector size{2, 3, 1, 4};
+  for (int64_t i = 0; i < size.numElements(); ++i) {
+    EXPECT_EQ(size.linearIndexFromSubscripts(size.subscriptsFromLinearIndex(i)), i);
+  }
+  EXPECT_EQ(reasonOf([&] { size.subscriptsFromLinearIndex(24); }),
+            "A given linear index (25) exceeds the total number of elements (24)");
+}
+
+TEST(SizeVector, takesFewerAndMoreSubscripts) {
+  const auto position = [](const SizeVector& size, std::vector<int64_t> subscripts) {
+    return size.linearIndexFromSubscripts(subscripts);
+  };
+  EXPECT_EQ(position({2, 3, 4}, {1, 2}), 5);
+  EXPECT_EQ(position({2, 3, 4}, {1, 2, 3, 0, 0}), 23);
+  EXPECT_EQ(position({kHuge, kHuge, 0}, {1, 0}), 1);
+  const char* const text =
+      "When converting subscript indexes to linear index, the 4th subscript index exceeds the dimension length";
+  EXPECT_EQ(reasonOf([&] { position({2, 3, 4}, {1, 2, 3, 1}); }), text);
+  EXPECT_EQ(reasonOf([&] { position({2, 3}, {1, 3}); }).substr(51, 7), "the 2nd");
+}
+
+TEST(SizeVector, remapsIntoALargerArray) {
+  EXPECT_EQ(SizeVector(2, 2).remappedLinearIndex(3, {3, 4}), 4);
+  EXPECT_EQ(SizeVector(2, 2).remappedLinearIndex(3, {3, 4, 2}), 4);
+  EXPECT_EQ(SizeVector({2, 2, 2}).remappedLinearIndex(0, {3, 4}), std::nullopt);
+}
+
+TEST(SizeVector, leavesAnEmptySizeWhenMovedFrom) {
+  SizeVector a{2, 3, 4};
+  SizeVector b = std::move(a);
+  EXPECT_EQ(a, SizeVector());
+  EXPECT_EQ(b, SizeVector({2, 3, 4}));
+  b = a;
+  EXPECT_EQ(b.count(), 2);
+}
+
+}  // namespace
+}  // namespace kelo

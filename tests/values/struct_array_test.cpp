@@ -1,0 +1,150 @@
+#include "values/struct_array.h"
+
+#include "expect_failure.h"
+#include "values/function_bodies.h"
+#include "values/storable.h"
+
+namespace kelo {
+namespace {
+
+const Name kA = Name::intern("a"), kB = Name::intern("b"), kC = Name::intern("c");
+
+Storable number(double x) { return Storable(x); }
+double numberAt(const StructArray& s, int64_t element, Name field) {
+  return s.value(element, s.fieldIndex(field)).doubleScalar();
+}
+
+// 1 x n with fields a and b, holding 10k + 1 and 10k + 2.
+StructArray numbered(int64_t n) {
+  StructArray s({1, n}, {kA, kB});
+  for (int64_t k = 0; k < n; ++k) {
+    s.writableValue(k, 0) = number(static_cast<double>(10 * k + 1));
+    s.writableValue(k, 1) = number(static_cast<double>(10 * k + 2));
+  }
+  return s;
+}
+
+TEST(StructArray, addsAndRemovesFieldsInOrder) {
+  StructArray s = numbered(3);
+  EXPECT_EQ(s.ensureField(kC), 2);
+  EXPECT_EQ(s.ensureField(kA), 0);
+  EXPECT_EQ(s.fields(), std::vector<Name>({kA, kB, kC}));
+  EXPECT_EQ(numberAt(s, 2, kB), 22);
+  EXPECT_TRUE(s.value(1, 2).isEmpty());
+  s.removeField(kA);
+  s.removeField(kA);
+  EXPECT_EQ(s.fields(), std::vector<Name>({kB, kC}));
+  EXPECT_EQ(numberAt(s, 0, kB), 2);
+  EXPECT_EQ(numberAt(s, 2, kB), 22);
+}
+
+TEST(StructArray, addsTheFirstFieldToEachElement) {
+  StructArray s({2, 2}, {});
+  EXPECT_EQ(s.ensureField(kA), 0);
+  for (int64_t k = 0; k < 4; ++k) EXPECT_TRUE(s.value(k, 0).isEmpty());
+}
+
+TEST(StructArray, hasNoFieldsWithoutElements) {
+  const StructArray s({0, 3}, {kA});
+  EXPECT_EQ(s.fieldCount(), 0);
+  EXPECT_EQ(Storable(s).kindLabel(), "struct (0 x 3)");
+  EXPECT_EQ(numbered(2).gathered({}, {1, 0}).fieldCount(), 0);
+}
+
+TEST(StructArray, aCopyNeverShowsALaterChange) {
+  StructArray s = numbered(2);
+  const StructArray copy = s;
+  s.writableValue(0, 0) = number(5);
+  s.ensureField(kC);
+  s.removeField(kB);
+  EXPECT_EQ(copy.fields(), std::vector<Name>({kA, kB}));
+  EXPECT_EQ(numberAt(copy, 0, kA), 1);
+  EXPECT_EQ(s.fields(), std::vector<Name>({kA, kC}));
+  EXPECT_EQ(s.reshaped({2, 1}).size(), SizeVector(2, 1));
+  EXPECT_EQ(s.size(), SizeVector(1, 2));
+}
+
+TEST(StructArray, anUnsharedWriteStaysInPlace) {
+  StructArray s = numbered(2);
+  const Storable* const place = &s.writableValue(1, 1);
+  EXPECT_EQ(&s.writableValue(1, 1), place);
+  EXPECT_TRUE(s.isUnshared());
+}
+
+TEST(StructArray, gathersAndSetsElements) {
+  StructArray s = numbered(3);
+  const int64_t positions[] = {2, -1, 0, 2};
+  const StructArray picked = s.gathered(positions, {2, 2});
+  EXPECT_EQ(numberAt(picked, 0, kA), 21);
+  EXPECT_TRUE(picked.value(1, 0).isEmpty());
+  EXPECT_EQ(numberAt(picked, 3, kB), 22);
+  StructArray other({1, 1}, {kB, kA});  // the same fields in another order
+  other.writableValue(0, 0) = number(7);
+  EXPECT_TRUE(s.hasSameFields(other));
+  s.setElement(1, other, 0);
+  EXPECT_EQ(numberAt(s, 1, kB), 7);
+  EXPECT_TRUE(s.value(1, 0).isEmpty());
+  s.setElement(0, s, 2);
+  EXPECT_EQ(numberAt(s, 0, kA), 21);
+}
+
+TEST(Storable, takesAValueFromInsideItself) {
+  StructArray outer({1, 1}, {kA});
+  outer.writableValue(0, 0) = Storable(numbered(1));
+  Storable s = outer;
+  outer = StructArray();
+  s = std::move(s.structure()->writableValue(0, 0));
+  ASSERT_TRUE(s.isStructure());
+  s = s.structure()->value(0, 1);
+  EXPECT_EQ(s.doubleScalar(), 2);
+}
+
+TEST(Storable, isAnArrayWhenMovedFrom) {
+  Storable s = numbered(1);
+  const Storable t = std::move(s);
+  EXPECT_TRUE(s.isNumeric());
+  EXPECT_TRUE(t.isStructure());
+  s = t;
+  EXPECT_EQ(numberAt(*s.structure(), 0, kB), 2);
+}
+
+TEST(Storable, aLongChainOfStructuresIsDestroyedWithoutRecursion) {
+  Storable chain = number(1);
+  for (int k = 0; k < 1'000'000; ++k) {
+    StructArray link({1, 1}, {kA});
+    link.writableValue(0, 0) = std::move(chain);
+    chain = std::move(link);
+  }
+  const Storable copy = chain;
+  chain = number(2);
+  ASSERT_TRUE(copy.isStructure());
+}
+
+TEST(Storable, aLongChainOfHandlesIsDestroyedWithoutRecursion) {
+  Storable chain = number(1);
+  for (int k = 0; k < 1'000'000; ++k) {
+    auto function = makeRef<AnonymousFunction>();
+    function->workspace.set(kA, std::move(chain));
+    chain = FunctionHandle::anonymous(std::move(function));
+  }
+  chain = number(2);
+}
+
+TEST(FunctionHandle, formsAndTexts) {
+  auto file = makeRef<LocalFunctionFile>();
+  file->functions = {{kA, {}, {}, nullptr}, {kB, {}, {}, nullptr}};
+  const FunctionHandle local = FunctionHandle::local(LocalFunction(file, file->indexOf(kB)));
+  EXPECT_EQ(file->indexOf(kC), -1);
+  EXPECT_EQ(local.text(), "@b");
+  file = {};
+  EXPECT_EQ(local.localFunction().body().funName, kB);
+  auto function = makeRef<AnonymousFunction>();
+  function->displayText = "@(x) x+1";
+  FunctionHandle handle = FunctionHandle::anonymous(function);
+  EXPECT_EQ(handle.text(), "@(x) x+1");
+  handle = local;
+  EXPECT_EQ(handle.form(), FunctionHandle::Form::local);
+}
+
+}  // namespace
+}  // namespace kelo
