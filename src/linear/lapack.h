@@ -18,7 +18,7 @@
 namespace kelo::lapack {
 
 /// Multiplications below which the library is kept from using several threads.
-inline constexpr double kThreadedWork = 3e5;
+inline constexpr double kThreadedWork = 1e7;
 
 /// Allows the library's threads for as much work as this, or not. Cheap when nothing changes.
 void chooseThreads(double multiplications);
