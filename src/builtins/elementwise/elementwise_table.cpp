@@ -95,6 +95,16 @@ constexpr Builtin kElementwise[] = {
     {"pi", pi, 0, {0, 0}, 1, "", "Ratio of a circle's circumference to its diameter", "pi"},
     {"eps", eps, 0, {0, 1}, 1, "A", "Gap between a number, 1 unless given, and the next larger one", "eps(1000)"},
 
+    binary("times", product, Product::times, "A, B", "Element-wise product, as A .* B", "times([1 2], [3 4])"),
+    binary("mtimes", product, Product::mtimes, "A, B", "Product of matrices, as A * B", "mtimes([1 2], [3; 4])"),
+    binary("rdivide", division, Division::rdivide, "A, B", "Element-wise quotient, as A ./ B", "rdivide([1 4], 2)"),
+    binary("ldivide", division, Division::ldivide, "A, B", "Element-wise quotient, as A .\\ B", "ldivide(2, [1 4])"),
+    binary("mrdivide", division, Division::mrdivide, "b, A", "Solves x * A = b, as b / A", "mrdivide([4 6], [2 0; 0 3])"),
+    binary("mldivide", division, Division::mldivide, "A, b", "Solves A * x = b, as A \\ b", "mldivide([2 0; 0 3], [4; 6])"),
+    binary("power", power, Power::power, "A, B", "Element-wise power, as A .^ B", "power([1 2 3], 2)"),
+    binary("mpower", power, Power::mpower, "A, b", "Power of a square matrix, as A ^ b", "mpower([1 1; 1 0], 10)"),
+    binary("realpow", power, Power::realpow, "A, B", "Element-wise power with real results only", "realpow([1 2 3], 2)"),
+
     binary("and", logic, Logic::and_, "A, B", "Element-wise logical and, as A & B", "and([1 0], [1 1])"),
     binary("or", logic, Logic::or_, "A, B", "Element-wise logical or, as A | B", "or([1 0], [0 0])"),
     binary("xor", logic, Logic::xor_, "A, B", "Whether exactly one of two elements is true", "xor([1 0], [1 1])"),
