@@ -10,7 +10,7 @@
 #include "interpreter/app_controller.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
-#include "linear/binary.h"
+#include "linear/linear.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
 
