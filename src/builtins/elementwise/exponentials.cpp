@@ -50,11 +50,11 @@ NodeValue exponential(Call& call) {
     return unaryLoop(std::move(a).take<ComplexDouble>(), [&](ComplexDouble z) noexcept { return f.complex(z); });
   }
   DoubleArray x = std::move(a).toDoubleArray();
-  if (f.below0 != Below0::real && anyElement(x, [](double re) { return re < 0; })) {
-    if (f.below0 == Below0::refused) throw Wording::sentence(text::kNonNegativeInputs).complaint(call);
-    return unaryLoop(std::move(x), [&](double re) noexcept { return f.complex({re, 0.0}); });
-  }
-  return mapBlocks(std::move(x), platform::vectorRoutine(f.real));
+  const auto routine = platform::vectorRoutine(f.real);
+  if (f.below0 == Below0::real) return mapBlocks(std::move(x), routine);
+  if (auto result = mapInside(x, [](double re) { return re < 0; }, routine)) return std::move(*result);
+  if (f.below0 == Below0::refused) throw Wording::sentence(text::kNonNegativeInputs).complaint(call);
+  return unaryLoop(std::move(x), [&](double re) noexcept { return f.complex({re, 0.0}); });
 }
 
 }  // namespace kelo::builtins

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <complex>
+#include <optional>
 
 #include "platform/parallel.h"
 #include "values/elementwise.h"
@@ -33,20 +34,52 @@ DoubleArray mapBlocks(DoubleArray a, const Steps& steps) {
   return result;
 }
 
+template <class Predicate>
+bool anyOf(const double* x, int64_t n, Predicate holds) {
+  int64_t some = 0;  // as wide as an element, so that the loop vectorises
+  for (int64_t i = 0; i < n; ++i) some |= static_cast<int64_t>(holds(x[i]));
+  return some != 0;
+}
+
+/// visit(begin, count) for the blocks of a large loop, on several cores, until one of them answers true: whether one did.
+template <class Visit>
+bool anyBlock(int64_t count, const Visit& visit) {
+  std::atomic<bool> found = false;
+  platform::parallelFor(count, [&](int64_t begin, int64_t end) {
+    for (int64_t i = begin; i < end && !found.load(std::memory_order_relaxed); i += kBlock) {
+      if (visit(i, std::min(kBlock, end - i))) found.store(true, std::memory_order_relaxed);
+    }
+  });
+  return found;
+}
+
 /// Whether `holds` is true of some element. REQUIRES: holds does not throw
 template <class Predicate>
 bool anyElement(const DoubleArray& a, Predicate holds) {
   const double* x = a.data();
-  std::atomic<bool> found = false;
-  platform::parallelFor(a.numElements(), [&](int64_t begin, int64_t end) {
-    for (int64_t i = begin; i < end && !found.load(std::memory_order_relaxed); i += kBlock) {
-      const int64_t stop = std::min(i + kBlock, end);
-      int64_t some = 0;
-      for (int64_t k = i; k < stop; ++k) some |= static_cast<int64_t>(holds(x[k]));
-      if (some) found.store(true, std::memory_order_relaxed);
-    }
+  return anyBlock(a.numElements(), [=](int64_t begin, int64_t n) { return anyOf(x + begin, n, holds); });
+}
+
+/// mapBlocks, unless `outside` is true of some element: then nothing, and the array is as it was.
+///
+/// OPTIMIZATION: a block is looked at while it is in the cache; only where the result takes the place of the argument must all
+/// of it be looked at before.
+template <class Predicate, class Steps>
+std::optional<DoubleArray> mapInside(DoubleArray& a, Predicate outside, const Steps& steps) {
+  if (a.isUnshared() || a.isEmpty()) {
+    if (anyElement(a, outside)) return std::nullopt;
+    return mapBlocks(std::move(a), steps);
+  }
+  auto result = DoubleArray::uninitialized(a.size());
+  double* y = result.writable();
+  const double* x = a.data();
+  const bool left = anyBlock(a.numElements(), [&, y, x](int64_t begin, int64_t n) {
+    if (anyOf(x + begin, n, outside)) return true;
+    steps(y + begin, x + begin, n);
+    return false;
   });
-  return found;
+  if (left) return std::nullopt;
+  return result;
 }
 
 using ComplexFunction = ComplexDouble (*)(ComplexDouble);

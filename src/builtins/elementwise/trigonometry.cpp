@@ -91,26 +91,16 @@ constexpr Recipe kRecipes[] = {
 };
 static_assert(std::size(kRecipes) == 40);
 
-bool leaves(Domain domain, const DoubleArray& a) {
-  switch (domain) {
-    case Domain::everywhere: return false;
-    case Domain::withinOne: return anyElement(a, [](double x) { return std::fabs(x) > 1; });
-    case Domain::fromOne: return anyElement(a, [](double x) { return x < 1; });
-    case Domain::beyondOne: return anyElement(a, [](double x) { return std::fabs(x) < 1; });
-    case Domain::unitInterval: return anyElement(a, [](double x) { return !(x >= 0 && x <= 1); });
-  }
-  return false;
-}
-
 void scale(double* y, const double* x, int64_t n, double factor) {
 #pragma GCC ivdep
   for (int64_t i = 0; i < n; ++i) y[i] = x[i] * factor;
 }
 
-DoubleArray realPath(DoubleArray a, const Recipe& recipe) {
+/// The real path; nothing when an element lies outside the domain, and then `a` is as it was.
+std::optional<DoubleArray> realPath(DoubleArray& a, const Recipe& recipe) {
   const auto reciprocal = platform::vectorRoutine(VectorFunction::reciprocal);
   const auto function = recipe.function ? platform::vectorRoutine(recipe.function->real) : nullptr;
-  return mapBlocks(std::move(a), [&](double* y, const double* x, int64_t n) {
+  const auto steps = [&](double* y, const double* x, int64_t n) {
     const auto step = [&](auto routine, auto... more) {
       routine(y, x, n, more...);
       x = y;
@@ -120,7 +110,15 @@ DoubleArray realPath(DoubleArray a, const Recipe& recipe) {
     if (function) step(function);
     if (recipe.has(kReciprocal)) step(reciprocal);
     if (recipe.has(kToDegrees)) step(scale, kDegreesPerRadian);
-  });
+  };
+  switch (recipe.domain) {
+    case Domain::everywhere: return mapBlocks(std::move(a), steps);
+    case Domain::withinOne: return mapInside(a, [](double x) { return std::fabs(x) > 1; }, steps);
+    case Domain::fromOne: return mapInside(a, [](double x) { return x < 1; }, steps);
+    case Domain::beyondOne: return mapInside(a, [](double x) { return std::fabs(x) < 1; }, steps);
+    case Domain::unitInterval: break;
+  }
+  return mapInside(a, [](double x) { return !(x >= 0 && x <= 1); }, steps);
 }
 
 /// conj(z) / |z|^2: NaN for 0, not Inf. NOTE: intended.
@@ -149,7 +147,7 @@ NodeValue trigonometric(Call& call) {
     return unaryLoop(std::move(a).take<ComplexDouble>(), [&](ComplexDouble z) noexcept { return evaluate(recipe, z); });
   }
   DoubleArray x = std::move(a).toDoubleArray();
-  if (!leaves(recipe.domain, x)) return realPath(std::move(x), recipe);
+  if (auto result = realPath(x, recipe)) return std::move(*result);
   return unaryLoop(std::move(x), [&](double re) noexcept { return evaluate(recipe, {re, 0.0}); });
 }
 
