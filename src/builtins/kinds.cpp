@@ -1,5 +1,5 @@
-// Questions about the kind and shape of a value, and the conversions `double` and `logical`. A handle or a structure answers
-// by its kind, and "no" where a question makes no sense for it.
+// Questions about the kind and shape of a value, and the conversions `double` and `logical`. A handle or a structure
+// answers by its kind, and "no" where a question makes no sense for it.
 #include <cmath>
 
 #include <utf8proc.h>
@@ -30,8 +30,8 @@ bool isMatrix(const Storable& v) { return v.isArray() && v.size().isMatrix(); }
 bool isVector(const Storable& v) { return v.isArray() && v.size().isVector() && v.numElements() >= 1; }
 
 // In the order of the selectors of `question`.
-constexpr Question kQuestions[] = {isChar,  isColumn, isEmpty,  isLogical, isMatrix, isNumericKind,
-                                   isReal,  isRow,    isScalar, isStruct,  isVector};
+constexpr Question kQuestions[] = {isChar, isColumn, isEmpty,  isLogical, isMatrix, isNumericKind,
+                                   isReal, isRow,    isScalar, isStruct,  isVector};
 
 NodeValue question(Call& call) { return LogicalArray(kQuestions[call.builtin.selector](call.args[0])); }
 
@@ -51,13 +51,15 @@ NodeValue eachElement(const Call& call, OfDouble ofDouble, OfComplex ofComplex, 
 constexpr auto kNever = [](auto) noexcept { return false; };
 
 NodeValue isInf(Call& call) {
-  return eachElement(call, [](double x) noexcept { return std::isinf(x); },
-                     [](ComplexDouble z) noexcept { return z.hasInf(); }, kNever);
+  return eachElement(
+      call, [](double x) noexcept { return std::isinf(x); }, [](ComplexDouble z) noexcept { return z.hasInf(); },
+      kNever);
 }
 
 NodeValue isNan(Call& call) {
-  return eachElement(call, [](double x) noexcept { return std::isnan(x); },
-                     [](ComplexDouble z) noexcept { return z.hasNaN(); }, kNever);
+  return eachElement(
+      call, [](double x) noexcept { return std::isnan(x); }, [](ComplexDouble z) noexcept { return z.hasNaN(); },
+      kNever);
 }
 
 // No noexcept on these two: clusters are looked up in a table that belongs to this thread.
@@ -100,7 +102,8 @@ constexpr Builtin kKinds[] = {
     asks("isempty", question, 2, "Whether an array has no elements", "isempty([])"),
     asks("islogical", question, 3, "Whether a value is a logical array", "islogical(1 > 0)"),
     asks("ismatrix", question, 4, "Whether an array has two dimensions", "ismatrix([1 2; 3 4])"),
-    asks("isnumeric", question, 5, "Whether a value is an array of numbers, neither characters nor logicals", "isnumeric(5)"),
+    asks("isnumeric", question, 5, "Whether a value is an array of numbers, neither characters nor logicals",
+         "isnumeric(5)"),
     asks("isreal", question, 6, "Whether an array is not complex", "isreal(1+2i)"),
     asks("isrow", question, 7, "Whether an array is a row", "isrow([1 2])"),
     asks("isscalar", question, 8, "Whether an array has exactly one element", "isscalar(5)"),

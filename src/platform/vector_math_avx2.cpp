@@ -1,10 +1,10 @@
 // Routines on vectors of four doubles.
 //
-// The transcendental ones are SLEEF's of 1 ULP, in its "finz" form: there each lane takes its own way through the ranges of an
-// argument, so that a result does not depend on its neighbours. The usual form is no faster. Measured against the C library on
-// 16,384 elements in the cache (ns per element, C library and here): sin 18 and 2.5, tan 19 and 3.4, sinh 20 and 5, tanh 18 and
-// 6, asin 14 and 3, atan 9.5 and 4, exp 5.6 and 2, log 5 and 3.6, log2 4.5 and 3.7, log10 8.3 and 3.6. acosh and asinh are slower
-// here and overflow early, so they stay with the C library.
+// The transcendental ones are SLEEF's of 1 ULP, in its "finz" form: there each lane takes its own way through the
+// ranges of an argument, so that a result does not depend on its neighbours. The usual form is no faster. Measured
+// against the C library on 16,384 elements in the cache (ns per element, C library and here): sin 18 and 2.5, tan 19
+// and 3.4, sinh 20 and 5, tanh 18 and 6, asin 14 and 3, atan 9.5 and 4, exp 5.6 and 2, log 5 and 3.6, log2 4.5 and 3.7,
+// log10 8.3 and 3.6. acosh and asinh are slower here and overflow early, so they stay with the C library.
 //
 // NOTE: this source is compiled with other options than the rest. It uses no inline functions of the standard library,
 // since the linker might take their copies from here.
@@ -22,8 +22,8 @@ constexpr int kLanes = 4;
 
 Lanes absolute(Lanes x) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), x); }
 
-/// Adds the largest number below one half, with the sign of x, and cuts off: exact halves go away from zero and nothing below
-/// a half does.
+/// Adds the largest number below one half, with the sign of x, and cuts off: exact halves go away from zero and nothing
+/// below a half does.
 Lanes roundHalvesAway(Lanes x) {
   const Lanes half = _mm256_or_pd(_mm256_and_pd(_mm256_set1_pd(-0.0), x), _mm256_set1_pd(0.49999999999999994));
   return _mm256_round_pd(_mm256_add_pd(x, half), _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
@@ -40,7 +40,8 @@ void loop(double* y, const double* x, int64_t n) {
   for (int64_t k = i; k < n; ++k) y[k] = rest[k - i];
 }
 
-/// kFunction, but kPlain for lanes whose magnitude is below kLeast or above kMost, where SLEEF loses digits or overflows.
+/// kFunction, but kPlain for lanes whose magnitude is below kLeast or above kMost, where SLEEF loses digits or
+/// overflows.
 template <auto kFunction, auto kPlain, double kLeast, double kMost>
 Lanes within(Lanes x) {
   const Lanes magnitude = absolute(x);
@@ -83,7 +84,8 @@ VectorRoutine avx2Routine(VectorFunction function) {
     case VectorFunction::reciprocal: return loop<[](Lanes x) { return _mm256_div_pd(_mm256_set1_pd(1.0), x); }>;
     case VectorFunction::absolute: return loop<absolute>;
     case VectorFunction::ceil: return loop<[](Lanes x) { return _mm256_ceil_pd(x); }>;
-    case VectorFunction::fix: return loop<[](Lanes x) { return _mm256_round_pd(x, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }>;
+    case VectorFunction::fix:
+      return loop<[](Lanes x) { return _mm256_round_pd(x, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }>;
     case VectorFunction::floor: return loop<[](Lanes x) { return _mm256_floor_pd(x); }>;
     case VectorFunction::round: return loop<roundHalvesAway>;
   }

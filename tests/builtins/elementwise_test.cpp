@@ -1,5 +1,5 @@
-// Element-wise mathematics: values from tables and identities, the real and the complex path, signed zeros, NaN, Inf, empties,
-// kinds, and the complaints.
+// Element-wise mathematics: values from tables and identities, the real and the complex path, signed zeros, NaN, Inf,
+// empties, kinds, and the complaints.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -32,17 +32,45 @@ TEST(Trigonometry, valuesFromTables) {
     const char* name;
     double x, expected;
   } rows[] = {
-      {"cos", 1, 0.54030230586813977}, {"sin", 1, 0.8414709848078965}, {"tan", 1, 1.5574077246549023},
-      {"cosh", 1, 1.5430806348152437}, {"sinh", 1, 1.1752011936438014}, {"tanh", 1, 0.76159415595576485},
-      {"acos", 0.5, 1.0471975511965976}, {"asin", 0.5, 0.52359877559829893}, {"atan", 1, 0.78539816339744828},
-      {"acosh", 2, 1.3169578969248168}, {"asinh", 1, 0.88137358701954305}, {"atanh", 0.5, 0.54930614433405489},
-      {"cosd", 60, 0.5}, {"sind", 30, 0.5}, {"tand", 45, 1}, {"acosd", 0.5, 60}, {"asind", 0.5, 30}, {"atand", 1, 45},
-      {"deg2rad", 180, 3.141592653589793}, {"degtorad", 180, 3.141592653589793}, {"rad2deg", 1, 57.29577951308232},
-      {"radtodeg", 1, 57.29577951308232}, {"csc", 1, 1.1883951057781212}, {"sec", 1, 1.8508157176809255},
-      {"cot", 1, 0.64209261593433076}, {"cscd", 30, 2}, {"secd", 60, 2}, {"cotd", 45, 1}, {"csch", 1, 0.85091812823932156},
-      {"sech", 1, 0.64805427366388535}, {"coth", 1, 1.3130352854993312}, {"acsc", 2, 0.52359877559829893},
-      {"asec", 2, 1.0471975511965979}, {"acot", 2, 0.46364760900080609}, {"acscd", 2, 30}, {"asecd", 2, 60},
-      {"acotd", 1, 45}, {"acsch", 1, 0.88137358701954305}, {"asech", 0.5, 1.3169578969248168},
+      {"cos", 1, 0.54030230586813977},
+      {"sin", 1, 0.8414709848078965},
+      {"tan", 1, 1.5574077246549023},
+      {"cosh", 1, 1.5430806348152437},
+      {"sinh", 1, 1.1752011936438014},
+      {"tanh", 1, 0.76159415595576485},
+      {"acos", 0.5, 1.0471975511965976},
+      {"asin", 0.5, 0.52359877559829893},
+      {"atan", 1, 0.78539816339744828},
+      {"acosh", 2, 1.3169578969248168},
+      {"asinh", 1, 0.88137358701954305},
+      {"atanh", 0.5, 0.54930614433405489},
+      {"cosd", 60, 0.5},
+      {"sind", 30, 0.5},
+      {"tand", 45, 1},
+      {"acosd", 0.5, 60},
+      {"asind", 0.5, 30},
+      {"atand", 1, 45},
+      {"deg2rad", 180, 3.141592653589793},
+      {"degtorad", 180, 3.141592653589793},
+      {"rad2deg", 1, 57.29577951308232},
+      {"radtodeg", 1, 57.29577951308232},
+      {"csc", 1, 1.1883951057781212},
+      {"sec", 1, 1.8508157176809255},
+      {"cot", 1, 0.64209261593433076},
+      {"cscd", 30, 2},
+      {"secd", 60, 2},
+      {"cotd", 45, 1},
+      {"csch", 1, 0.85091812823932156},
+      {"sech", 1, 0.64805427366388535},
+      {"coth", 1, 1.3130352854993312},
+      {"acsc", 2, 0.52359877559829893},
+      {"asec", 2, 1.0471975511965979},
+      {"acot", 2, 0.46364760900080609},
+      {"acscd", 2, 30},
+      {"asecd", 2, 60},
+      {"acotd", 1, 45},
+      {"acsch", 1, 0.88137358701954305},
+      {"asech", 0.5, 1.3169578969248168},
       {"acoth", 2, 0.54930614433405489},
   };
   for (const auto& r : rows) {
@@ -81,7 +109,8 @@ TEST(Trigonometry, domains) {
   EXPECT_TRUE(isComplex("acosh", {2, 0.5}));
   EXPECT_FALSE(isComplex("asech", {0, 0.5, 1}));
   for (const double x : {2.0, -0.5, kNaN}) EXPECT_TRUE(isComplex("asech", {1, x})) << x;
-  for (const char* name : {"cos", "tan", "sinh", "asinh", "atan", "acsch", "acot", "sec"}) EXPECT_FALSE(isComplex(name, {-9, 9}));
+  for (const char* name : {"cos", "tan", "sinh", "asinh", "atan", "acsch", "acot", "sec"})
+    EXPECT_FALSE(isComplex(name, {-9, 9}));
   volatile double two = 2;  // else the compiler works it out with more digits
   const C expected = std::acos(C(two, 0));
   const NumericArray y = called("acos", {row({0, 2})});
@@ -94,9 +123,15 @@ TEST(Trigonometry, complexArguments) {
     const char* name;
     C expected;
   } rows[] = {
-      {"sin", std::sin(z)}, {"cosh", std::cosh(z)}, {"atanh", std::atanh(z)}, {"asind", std::asin(z) * (180 / std::acos(-1.0))},
-      {"tand", std::tan(z * (std::acos(-1.0) / 180))}, {"sec", 1.0 / std::cos(z)}, {"acot", std::atan(1.0 / z)},
-      {"acoth", std::atanh(1.0 / z)}, {"rad2deg", z * (180 / std::acos(-1.0))},
+      {"sin", std::sin(z)},
+      {"cosh", std::cosh(z)},
+      {"atanh", std::atanh(z)},
+      {"asind", std::asin(z) * (180 / std::acos(-1.0))},
+      {"tand", std::tan(z * (std::acos(-1.0) / 180))},
+      {"sec", 1.0 / std::cos(z)},
+      {"acot", std::atan(1.0 / z)},
+      {"acoth", std::atanh(1.0 / z)},
+      {"rad2deg", z * (180 / std::acos(-1.0))},
   };
   for (const auto& r : rows) {
     const ComplexDouble w = called(r.name, {complex(0.3, -1.7)}).asComplex().scalar();
@@ -288,8 +323,8 @@ TEST(Kinds, answers) {
   };
   for (const auto& r : rows) {
     std::string yes;
-    for (const char* name : {"ischar", "iscolumn", "isempty", "islogical", "ismatrix", "isnumeric", "isreal", "isrow", "isscalar",
-                             "isstruct", "isvector"}) {
+    for (const char* name : {"ischar", "iscolumn", "isempty", "islogical", "ismatrix", "isnumeric", "isreal", "isrow",
+                             "isscalar", "isstruct", "isvector"}) {
       if (holds(name, r.value)) yes.append(" ").append(name);
     }
     EXPECT_EQ(yes, r.yes);

@@ -1,5 +1,5 @@
-// The vector routines against the C library: on random arguments of a usual range, on random bit patterns, on special values,
-// and element for element whatever the neighbours are.
+// The vector routines against the C library: on random arguments of a usual range, on random bit patterns, on special
+// values, and element for element whatever the neighbours are.
 #include "platform/vector_math.h"
 
 #include <cmath>
@@ -18,23 +18,34 @@ using F = VectorFunction;
 struct Case {
   F function;
   const char* name;
-  double low, high;                    // a usual range
+  double low, high;  // a usual range
   long double (*reference)(long double);
-  bool exact = false;                  // no rounding allowed
+  bool exact = false;  // no rounding allowed
 };
 
 const Case kCases[] = {
-    {F::cos, "cos", -1e5, 1e5, cosl},        {F::sin, "sin", -1e5, 1e5, sinl},
-    {F::tan, "tan", -1e5, 1e5, tanl},        {F::cosh, "cosh", -711, 711, coshl},
-    {F::sinh, "sinh", -20, 20, sinhl},       {F::tanh, "tanh", -3, 3, tanhl},
-    {F::acos, "acos", -1, 1, acosl},         {F::asin, "asin", -1, 1, asinl},
-    {F::atan, "atan", -10, 10, atanl},       {F::acosh, "acosh", 1, 30, acoshl},
-    {F::asinh, "asinh", -30, 30, asinhl},    {F::atanh, "atanh", -1, 1, atanhl},
-    {F::exp, "exp", -745, 709, expl},        {F::log, "log", 0, 10, logl},
-    {F::log2, "log2", 0, 10, log2l},         {F::log10, "log10", 0, 10, log10l},
-    {F::sqrt, "sqrt", 0, 10, sqrtl, true},   {F::reciprocal, "reciprocal", -3, 3, [](long double x) { return 1 / x; }, true},
-    {F::absolute, "absolute", -3, 3, fabsl, true}, {F::ceil, "ceil", -9, 9, ceill, true},
-    {F::fix, "fix", -9, 9, truncl, true},    {F::floor, "floor", -9, 9, floorl, true},
+    {F::cos, "cos", -1e5, 1e5, cosl},
+    {F::sin, "sin", -1e5, 1e5, sinl},
+    {F::tan, "tan", -1e5, 1e5, tanl},
+    {F::cosh, "cosh", -711, 711, coshl},
+    {F::sinh, "sinh", -20, 20, sinhl},
+    {F::tanh, "tanh", -3, 3, tanhl},
+    {F::acos, "acos", -1, 1, acosl},
+    {F::asin, "asin", -1, 1, asinl},
+    {F::atan, "atan", -10, 10, atanl},
+    {F::acosh, "acosh", 1, 30, acoshl},
+    {F::asinh, "asinh", -30, 30, asinhl},
+    {F::atanh, "atanh", -1, 1, atanhl},
+    {F::exp, "exp", -745, 709, expl},
+    {F::log, "log", 0, 10, logl},
+    {F::log2, "log2", 0, 10, log2l},
+    {F::log10, "log10", 0, 10, log10l},
+    {F::sqrt, "sqrt", 0, 10, sqrtl, true},
+    {F::reciprocal, "reciprocal", -3, 3, [](long double x) { return 1 / x; }, true},
+    {F::absolute, "absolute", -3, 3, fabsl, true},
+    {F::ceil, "ceil", -9, 9, ceill, true},
+    {F::fix, "fix", -9, 9, truncl, true},
+    {F::floor, "floor", -9, 9, floorl, true},
     {F::round, "round", -9, 9, roundl, true},
 };
 
@@ -86,16 +97,49 @@ TEST(VectorMath, isWithinOneUlpOnAnyBitPattern) {
 
 TEST(VectorMath, agreesWithTheLibraryOnSpecialValues) {
   const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
-  const std::vector<double> x = {0.0, -0.0, 1, -1, inf, -inf, nan, 5e-324, -5e-324, 1e-310, -1e-310, 2.2250738585072014e-308,
-                                 1e-200, 1e-20, -1e-20, 1e308, -1e308, 0.49999999999999994, -0.49999999999999994, 0.5, -0.5,
-                                 1.5, 2.5, -2.5, 4503599627370495.5, 4503599627370497.0, 9007199254740993.0, 1e22, 710, -710.4,
-                                 710.5, 709.7, -745.2, -744, 1.0000000000000002, 0.9999999999999999};
+  const std::vector<double> x = {0.0,
+                                 -0.0,
+                                 1,
+                                 -1,
+                                 inf,
+                                 -inf,
+                                 nan,
+                                 5e-324,
+                                 -5e-324,
+                                 1e-310,
+                                 -1e-310,
+                                 2.2250738585072014e-308,
+                                 1e-200,
+                                 1e-20,
+                                 -1e-20,
+                                 1e308,
+                                 -1e308,
+                                 0.49999999999999994,
+                                 -0.49999999999999994,
+                                 0.5,
+                                 -0.5,
+                                 1.5,
+                                 2.5,
+                                 -2.5,
+                                 4503599627370495.5,
+                                 4503599627370497.0,
+                                 9007199254740993.0,
+                                 1e22,
+                                 710,
+                                 -710.4,
+                                 710.5,
+                                 709.7,
+                                 -745.2,
+                                 -744,
+                                 1.0000000000000002,
+                                 0.9999999999999999};
   for (const Case& c : kCases) {
     const std::vector<double> y = applied(vectorRoutine(c.function), x), plain = applied(plainRoutine(c.function), x);
     for (size_t i = 0; i < x.size(); ++i) {
       EXPECT_TRUE(identical(y[i], plain[i]) || (y[i] != 0 && errorInUlps(y[i], c.reference(x[i])) <= 1))
           << c.name << "(" << x[i] << ") is " << y[i] << ", not " << plain[i];
-      EXPECT_EQ(std::signbit(y[i]) && !std::isnan(y[i]), std::signbit(plain[i]) && !std::isnan(plain[i])) << c.name << x[i];
+      EXPECT_EQ(std::signbit(y[i]) && !std::isnan(y[i]), std::signbit(plain[i]) && !std::isnan(plain[i]))
+          << c.name << x[i];
     }
   }
 }

@@ -1,4 +1,5 @@
-// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the making of complex arrays.
+// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the making of complex
+// arrays.
 #include <limits>
 #include <numbers>
 
@@ -21,7 +22,8 @@ NumericArray complexPart(ComplexPart part, ComplexDoubleArray z) {
   const auto each = [&](auto f) { return NumericArray(unaryLoop(std::move(z), f)); };
   switch (part) {
     case ComplexPart::abs: return each([](ComplexDouble w) noexcept { return plainMagnitude(w); });
-    case ComplexPart::sign: return each([](ComplexDouble w) noexcept { return w / ComplexDouble{plainMagnitude(w), 0}; });
+    case ComplexPart::sign:
+      return each([](ComplexDouble w) noexcept { return w / ComplexDouble{plainMagnitude(w), 0}; });
     case ComplexPart::angle: return each([](ComplexDouble w) noexcept { return std::atan2(w.imaginary, w.real); });
     case ComplexPart::conj: return each([](ComplexDouble w) noexcept { return conj(w); });
     case ComplexPart::real: return each([](ComplexDouble w) noexcept { return w.real; });
@@ -52,7 +54,9 @@ NodeValue makeComplex(Call& call) {
   if (call.count() == 1) return read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray}).toComplexArray();
   DoubleArray real = read::real(call, 0, {"A, B", "A", text::kNumericArrayOfReals});
   DoubleArray imaginary = read::real(call, 1, {"A, B", "B", text::kNumericArrayOfReals});
-  return binaryLoop(std::move(real), std::move(imaginary), [](double x, double y) noexcept { return ComplexDouble{x, y}; });
+  return binaryLoop(std::move(real), std::move(imaginary), [](double x, double y) noexcept {
+    return ComplexDouble{x, y};
+  });
 }
 
 }  // namespace kelo::builtins

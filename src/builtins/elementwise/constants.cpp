@@ -24,7 +24,8 @@ NodeValue eps(Call& call) {
   if (call.count() == 0) return NodeValue(std::numeric_limits<double>::epsilon());
   NumericArray a = read::takeNumeric(call, 0, {"A", "A", text::kNumericalArray});
   if (a.is(Kind::Complex)) {
-    return unaryLoop(std::move(a).take<ComplexDouble>(), [](ComplexDouble z) noexcept { return gapAbove(z.magnitude()); });
+    return unaryLoop(std::move(a).take<ComplexDouble>(),
+                     [](ComplexDouble z) noexcept { return gapAbove(z.magnitude()); });
   }
   return unaryLoop(std::move(a).toDoubleArray(), [](double x) noexcept { return gapAbove(x); });
 }

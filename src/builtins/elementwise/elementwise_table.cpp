@@ -17,6 +17,9 @@ constexpr Builtin unary(const char* name, Handler handler, int selector, const c
 constexpr Builtin part(const char* name, ComplexPart selector, const char* help, const char* example) {
   return {name, complexParts, static_cast<int>(selector), {1, 1}, 1, "A", help, example, &kExactlyOne};
 }
+constexpr Builtin oneOrTwo(const char* name, Handler handler, const char* help, const char* example) {
+  return {name, handler, 0, {1, 2}, 1, "A, B", help, example};
+}
 template <class Selector>
 constexpr Builtin binary(const char* name, Handler handler, Selector selector, const char* arguments, const char* help,
                          const char* example) {
@@ -65,8 +68,7 @@ constexpr Builtin kElementwise[] = {
     trig("coth", 38, "Hyperbolic cotangent", "coth([1 2])"),
     trig("acoth", 39, "Inverse hyperbolic cotangent", "acoth([2 3])"),
 
-    {"complex", makeComplex, static_cast<int>(ComplexPart::complex), {1, 2}, 1, "A, B",
-     "Makes a complex array from real and imaginary parts", "complex([1 2], [3 4])"},
+    oneOrTwo("complex", makeComplex, "Makes a complex array from real and imaginary parts", "complex([1 2], [3 4])"),
     part("abs", ComplexPart::abs, "Absolute value, or magnitude of a complex number", "abs([-2 3+4i])"),
     part("sign", ComplexPart::sign, "Sign: 1, 0 or -1, or the direction of a complex number", "sign([-2 0 5])"),
     part("angle", ComplexPart::angle, "Angle in radians of a complex number", "angle([1 -1 1i])"),
@@ -99,11 +101,14 @@ constexpr Builtin kElementwise[] = {
     binary("mtimes", product, Product::mtimes, "A, B", "Product of matrices, as A * B", "mtimes([1 2], [3; 4])"),
     binary("rdivide", division, Division::rdivide, "A, B", "Element-wise quotient, as A ./ B", "rdivide([1 4], 2)"),
     binary("ldivide", division, Division::ldivide, "A, B", "Element-wise quotient, as A .\\ B", "ldivide(2, [1 4])"),
-    binary("mrdivide", division, Division::mrdivide, "b, A", "Solves x * A = b, as b / A", "mrdivide([4 6], [2 0; 0 3])"),
-    binary("mldivide", division, Division::mldivide, "A, b", "Solves A * x = b, as A \\ b", "mldivide([2 0; 0 3], [4; 6])"),
+    binary("mrdivide", division, Division::mrdivide, "b, A", "Solves x * A = b, as b / A",
+           "mrdivide([4 6], [2 0; 0 3])"),
+    binary("mldivide", division, Division::mldivide, "A, b", "Solves A * x = b, as A \\ b",
+           "mldivide([2 0; 0 3], [4; 6])"),
     binary("power", power, Power::power, "A, B", "Element-wise power, as A .^ B", "power([1 2 3], 2)"),
     binary("mpower", power, Power::mpower, "A, b", "Power of a square matrix, as A ^ b", "mpower([1 1; 1 0], 10)"),
-    binary("realpow", power, Power::realpow, "A, B", "Element-wise power with real results only", "realpow([1 2 3], 2)"),
+    binary("realpow", power, Power::realpow, "A, B", "Element-wise power with real results only",
+           "realpow([1 2 3], 2)"),
 
     binary("and", logic, Logic::and_, "A, B", "Element-wise logical and, as A & B", "and([1 0], [1 1])"),
     binary("or", logic, Logic::or_, "A, B", "Element-wise logical or, as A | B", "or([1 0], [0 0])"),

@@ -1,5 +1,5 @@
-// Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are complex as a whole; log2 and
-// log10 of a negative number are NaN; reallog and realsqrt refuse it. NOTE: intended.
+// Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are complex as a whole; log2
+// and log10 of a negative number are NaN; reallog and realsqrt refuse it. NOTE: intended.
 #include "builtins/elementwise/handlers.h"
 #include "builtins/elementwise/kernels.h"
 #include "interpreter/reader.h"
@@ -52,7 +52,9 @@ NodeValue exponential(Call& call) {
   DoubleArray x = std::move(a).toDoubleArray();
   const auto routine = platform::vectorRoutine(f.real);
   if (f.below0 == Below0::real) return mapBlocks(std::move(x), routine);
-  if (auto result = mapInside(x, [](double re) { return re < 0; }, routine)) return std::move(*result);
+  if (auto result = mapInside(
+          x, [](double re) { return re < 0; }, routine))
+    return std::move(*result);
   if (f.below0 == Below0::refused) throw Wording::sentence(text::kNonNegativeInputs).complaint(call);
   return unaryLoop(std::move(x), [&](double re) noexcept { return f.complex({re, 0.0}); });
 }

@@ -1,5 +1,5 @@
-// The handlers of the element-wise family, which elementwise_table.cpp joins with their names, and the selectors of those that serve
-// several names by case (the others read their selector as the row of a table).
+// The handlers of the element-wise family, which elementwise_table.cpp joins with their names, and the selectors of
+// those that serve several names by case (the others read their selector as the row of a table).
 #pragma once
 
 #include "interpreter/builtin.h"
@@ -18,13 +18,13 @@ NodeValue exponential(Call& call);    // exponentials.cpp
 NodeValue rounding(Call& call);       // rounding.cpp
 NodeValue complexParts(Call& call);   // complex_parts.cpp
 NodeValue makeComplex(Call& call);
-NodeValue remainders(Call& call);     // remainders.cpp
-NodeValue factorial(Call& call);      // sequences.cpp
+NodeValue remainders(Call& call);  // remainders.cpp
+NodeValue factorial(Call& call);   // sequences.cpp
 NodeValue fibonacci(Call& call);
-NodeValue pi(Call& call);             // constants.cpp
+NodeValue pi(Call& call);  // constants.cpp
 NodeValue eps(Call& call);
-NodeValue logic(Call& call);          // logic.cpp
-NodeValue division(Call& call);       // arithmetic.cpp
+NodeValue logic(Call& call);     // logic.cpp
+NodeValue division(Call& call);  // arithmetic.cpp
 NodeValue product(Call& call);
 NodeValue power(Call& call);
 

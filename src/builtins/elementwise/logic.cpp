@@ -14,10 +14,11 @@ NumericArray exclusiveOr(const NumericArray& a, const NumericArray& b) {
 }  // namespace
 
 NodeValue logic(Call& call) {
-  constexpr BinaryOp kOperators[] = {BinaryOp::and_, BinaryOp::eqeq, BinaryOp::ge, BinaryOp::gt, BinaryOp::le, BinaryOp::lt,
-                                     BinaryOp::neq,  BinaryOp::and_, BinaryOp::or_};
+  constexpr BinaryOp kOperators[] = {BinaryOp::and_, BinaryOp::eqeq, BinaryOp::ge,   BinaryOp::gt, BinaryOp::le,
+                                     BinaryOp::lt,   BinaryOp::neq,  BinaryOp::and_, BinaryOp::or_};
   const auto which = call.selector<Logic>();
-  if (which == Logic::not_) return unary(UnaryOp::not_, read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray}));
+  if (which == Logic::not_)
+    return unary(UnaryOp::not_, read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray}));
   NumericArray a = read::takeNumeric(call, 0, {"A, B", "A", predicate::kNumericArray});
   NumericArray b = read::takeNumeric(call, 1, {"A, B", "B", predicate::kNumericArray});
   if (which == Logic::xor_) return exclusiveOr(a, b);

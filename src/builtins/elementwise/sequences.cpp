@@ -11,7 +11,7 @@
 namespace kelo::builtins {
 namespace {
 
-constexpr int64_t kLastFactorial = 170;   // the last one that a double holds
+constexpr int64_t kLastFactorial = 170;  // the last one that a double holds
 constexpr int64_t kLastFibonacci = 1476;
 
 std::vector<double> factorialsTo(int64_t last) {
@@ -37,7 +37,8 @@ std::vector<double> fibonaccisTo(int64_t last) {
 DoubleArray readCounts(Call& call) {
   const Wording words = {"A", "A", text::kNonNegativeIntegers};
   DoubleArray a = read::takeReal(call, 0, words);
-  if (anyElement(a, [](double x) { return !(x >= 0 && x == std::floor(x) && std::isfinite(x)); })) throw words.complaint(call);
+  if (anyElement(a, [](double x) { return !(x >= 0 && x == std::floor(x) && std::isfinite(x)); }))
+    throw words.complaint(call);
   return a;
 }
 
@@ -46,7 +47,8 @@ DoubleArray lookUp(DoubleArray a, int64_t last, std::vector<double> (*fill)(int6
   for (const double x : a.values()) most = std::max(most, x);
   const std::vector<double> table = fill(static_cast<int64_t>(std::min(most, static_cast<double>(last))));
   return unaryLoop(std::move(a), [&](double n) noexcept {
-    return n < static_cast<double>(table.size()) ? table[static_cast<size_t>(n)] : std::numeric_limits<double>::infinity();
+    return n < static_cast<double>(table.size()) ? table[static_cast<size_t>(n)]
+                                                 : std::numeric_limits<double>::infinity();
   });
 }
 

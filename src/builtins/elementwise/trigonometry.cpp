@@ -1,8 +1,9 @@
 // The trigonometric family: one handler and a recipe per function.
 //
-// A recipe is one of twelve functions with steps before and after it: degrees to radians, the reciprocal of the argument, the
-// function, the reciprocal of the result, radians to degrees. Degrees are plain products, so cosd(90) is not exactly 0.
-// NOTE: intended. A real array stays real unless one element lies outside the function's real domain; then all of it is complex.
+// A recipe is one of twelve functions with steps before and after it: degrees to radians, the reciprocal of the
+// argument, the function, the reciprocal of the result, radians to degrees. Degrees are plain products, so cosd(90) is
+// not exactly 0. NOTE: intended. A real array stays real unless one element lies outside the function's real domain;
+// then all of it is complex.
 #include "builtins/elementwise/handlers.h"
 #include "builtins/elementwise/kernels.h"
 #include "interpreter/reader.h"
@@ -111,14 +112,15 @@ std::optional<DoubleArray> realPath(DoubleArray& a, const Recipe& recipe) {
     if (recipe.has(kReciprocal)) step(reciprocal);
     if (recipe.has(kToDegrees)) step(scale, kDegreesPerRadian);
   };
+  const auto inside = [&](auto outside) { return mapInside(a, outside, steps); };
   switch (recipe.domain) {
     case Domain::everywhere: return mapBlocks(std::move(a), steps);
-    case Domain::withinOne: return mapInside(a, [](double x) { return std::fabs(x) > 1; }, steps);
-    case Domain::fromOne: return mapInside(a, [](double x) { return x < 1; }, steps);
-    case Domain::beyondOne: return mapInside(a, [](double x) { return std::fabs(x) < 1; }, steps);
+    case Domain::withinOne: return inside([](double x) { return std::fabs(x) > 1; });
+    case Domain::fromOne: return inside([](double x) { return x < 1; });
+    case Domain::beyondOne: return inside([](double x) { return std::fabs(x) < 1; });
     case Domain::unitInterval: break;
   }
-  return mapInside(a, [](double x) { return !(x >= 0 && x <= 1); }, steps);
+  return inside([](double x) { return !(x >= 0 && x <= 1); });
 }
 
 /// conj(z) / |z|^2: NaN for 0, not Inf. NOTE: intended.
