@@ -159,6 +159,41 @@ TEST(Elementwise, kindsSizesAndComplaints) {
   });
 }
 
+// Whatever it is given, a function answers with an array of the size of its argument, or complains.
+TEST(Elementwise, answersOrComplainsOfAnything) {
+  const double huge = std::numeric_limits<double>::max();
+  const Storable values[] = {zeros({0, 0}),
+                             zeros({0, 3, 2}),
+                             shaped({1, 2, 2}, {kInf, -kInf, kNaN, -0.0}),
+                             row({huge, -5e-324}),
+                             complex(kNaN, -kInf),
+                             complex(huge, huge),
+                             whole(INT64_MIN),
+                             truth(true),
+                             text("a\u00e9"),
+                             text("\U0001F600"),
+                             text(""),
+                             structure(),
+                             FunctionHandle::builtIn(Name::intern("sin"))};
+  for (const Builtin& r : builtins::elementwiseTable()) {
+    for (const Storable& a : values) {
+      const std::vector<Storable> args(static_cast<size_t>(r.inputs.least), a);
+      try {
+        const NumericArray result = called(r.name, args);
+        const bool isMatrixOperator = std::string_view(r.arguments).find('b') != std::string_view::npos;
+        if (args.empty() || isMatrixOperator || std::string_view(r.name) == "mtimes") continue;
+        // `eq` and `ne` compare characters, the others the numbers that a character gives.
+        EXPECT_TRUE(result.numElements() == a.numElements() ||
+                    result.numElements() == a.numeric()->toDoubleArray().numElements())
+            << r.name << " of " << describe(*a.numeric());
+      } catch (const Problem&) {
+      } catch (const FatalFault& fault) {
+        EXPECT_TRUE(a.numeric() && a.numeric()->is(Kind::Int)) << r.name << ": " << fault.what;
+      }
+    }
+  }
+}
+
 // Memory of a temporary serves the result; that of a variable does not.
 TEST(Elementwise, leavesVariablesAlone) {
   const NumericArray kept = row({4, 9});
