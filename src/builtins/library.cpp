@@ -4,6 +4,8 @@ namespace kelo::builtins {
 
 const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
+      elementwiseTable(),
+      kindsTable(),
       pendingTable(),
   });
   return *table;
