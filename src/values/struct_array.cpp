@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "messages/fatal_fault.h"
 #include "values/memory.h"
 #include "values/storable.h"
 
