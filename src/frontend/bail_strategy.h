@@ -16,10 +16,11 @@ class BailKeloStrategy final : public antlr4::BailErrorStrategy {
   antlr4::Token* recoverInline(antlr4::Parser* recognizer) override;
 };
 
+/// The plain road from text to tokens, where the scanner is the fast one: the generated lexer, which stops in the same
+/// way. That is not reached in practice, as there is a token for every character.
 class BailKeloLexer final : public KeloLexer {
  public:
   using KeloLexer::KeloLexer;
-  /// Not reached in practice, as there is a token for every character.
   void recover(const antlr4::LexerNoViableAltException& problem) override;
 };
 

@@ -7,7 +7,7 @@
 namespace kelo {
 namespace {
 
-using Tokens = std::vector<antlr4::CommonToken*>;
+using Tokens = std::vector<ScannedToken>;
 
 enum class Bracket : uint8_t { none, open, close };
 
@@ -27,7 +27,7 @@ class MatchedBrackets {
     std::vector<size_t> open;
     std::vector<size_t> bases{0};  // where the round brackets of the square pair in hand begin in `open`
     for (size_t i = 0; i < tokens.size(); ++i) {
-      const size_t type = tokens[i]->getType();
+      const size_t type = tokens[i].type;
       if (type == openType) {
         open.push_back(i);
       } else if (type == closeType && open.size() > bases.back()) {
@@ -48,8 +48,6 @@ class MatchedBrackets {
 
 bool isSign(size_t type) { return type == KeloLexer::PLUS || type == KeloLexer::MINUS; }
 
-bool isHidden(const antlr4::Token* token) { return token->getChannel() != antlr4::Token::DEFAULT_CHANNEL; }
-
 bool startsElementAnyway(size_t typeBefore) {
   return typeBefore == KeloLexer::LSQB || typeBefore == KeloLexer::SEMICOLON || typeBefore == KeloLexer::NEWLINE ||
          typeBefore == KeloLexer::COMMA;
@@ -57,23 +55,20 @@ bool startsElementAnyway(size_t typeBefore) {
 
 // A sign with a blank before it, none behind it, and something before the blank that it could be subtracted from.
 bool signAfterBlank(const Tokens& tokens, size_t i) {
-  return isSign(tokens[i]->getType()) && i >= 2 && i + 1 < tokens.size() && isHidden(tokens[i - 1]) &&
-         !isHidden(tokens[i + 1]) && !startsElementAnyway(tokens[i - 2]->getType());
+  return isSign(tokens[i].type) && i >= 2 && i + 1 < tokens.size() && tokens[i - 1].isHidden() &&
+         !tokens[i + 1].isHidden() && !startsElementAnyway(tokens[i - 2].type);
 }
 
 }  // namespace
 
-void insertMatrixElementSeparators(const Tokens& tokens) {
+void insertMatrixElementSeparators(Tokens& tokens) {
   const MatchedBrackets brackets(tokens);
   std::vector<size_t> enclosing;  // types of the open halves around the token in hand
   for (size_t i = 0; i < tokens.size(); ++i) {
-    if (brackets[i] == Bracket::open) enclosing.push_back(tokens[i]->getType());
+    if (brackets[i] == Bracket::open) enclosing.push_back(tokens[i].type);
     if (brackets[i] == Bracket::close) enclosing.pop_back();
     if (enclosing.empty() || enclosing.back() != KeloLexer::LSQB || !signAfterBlank(tokens, i)) continue;
-    antlr4::CommonToken* blank = tokens[i - 1];
-    blank->setType(KeloLexer::COMMA);
-    blank->setChannel(antlr4::Token::DEFAULT_CHANNEL);
-    blank->setText(",");
+    tokens[i - 1].type = KeloLexer::COMMA;
   }
 }
 

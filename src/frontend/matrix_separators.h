@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "antlr4-runtime.h"
+#include "grammar/scanner.h"
 
 namespace kelo {
 
@@ -16,6 +16,6 @@ namespace kelo {
 /// tokens   all tokens of a text, hidden ones included, in order
 ///
 /// NOTE: intended: an operator before the blank does not protect the sign; "[2 * -3]" becomes "[2 *,-3]".
-void insertMatrixElementSeparators(const std::vector<antlr4::CommonToken*>& tokens);
+void insertMatrixElementSeparators(std::vector<ScannedToken>& tokens);
 
 }  // namespace kelo

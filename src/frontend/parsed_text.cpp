@@ -1,16 +1,26 @@
 #include "frontend/parsed_text.h"
 
+#include "frontend/bail_strategy.h"
 #include "frontend/matrix_separators.h"
 
 namespace kelo {
+namespace {
+
+std::vector<ScannedToken> separatedTokens(const std::u32string& text, const ParsedText::Origin& origin) {
+  std::vector<ScannedToken> tokens = scanTokens(text, origin.line, origin.charPositionInLine);
+  insertMatrixElementSeparators(tokens);
+  return tokens;
+}
+
+}  // namespace
 
 using antlr4::atn::PredictionMode;
 
 // A statement needs a separator of its own, so the last line gets one.
 ParsedText::ParsedText(std::u32string text, Origin origin)
-    : source_(std::move(text) + U'\n', this), lexer_(&source_), tokens_(&lexer_), parser_(&tokens_) {
-  lexer_.setLine(origin.line);
-  lexer_.setCharPositionInLine(origin.charPositionInLine);
+    : source_(std::move(text) + U'\n', this),
+      tokens_(source_, separatedTokens(source_.text(), origin)),
+      parser_(&tokens_) {
   parser_.relativePath = origin.relativePath;
   parser_.removeErrorListeners();
   parser_.setErrorHandler(std::make_shared<BailKeloStrategy>());
@@ -18,7 +28,6 @@ ParsedText::ParsedText(std::u32string text, Origin origin)
 
 ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener& listener) {
   try {
-    prepareTokens();
     root_ = runStage(rule, PredictionMode::SLL);
     if (root_ == nullptr) {
       parser_.addErrorListener(&listener);
@@ -30,13 +39,6 @@ ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener
     return Outcome::tooDeep;
   }
   return root_ == nullptr ? Outcome::syntaxError : Outcome::parsed;
-}
-
-void ParsedText::prepareTokens() {
-  tokens_.fill();
-  std::vector<antlr4::CommonToken*> tokens(tokens_.size());
-  for (size_t i = 0; i < tokens.size(); ++i) tokens[i] = static_cast<antlr4::CommonToken*>(tokens_.get(i));
-  insertMatrixElementSeparators(tokens);
 }
 
 KeloNode* ParsedText::runStage(StartRule rule, PredictionMode mode) {

@@ -11,8 +11,8 @@
 
 #include "KeloParser.h"
 #include "antlr4-runtime.h"
-#include "frontend/bail_strategy.h"
 #include "frontend/source_text.h"
+#include "frontend/token_list.h"
 
 namespace kelo {
 
@@ -44,16 +44,13 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
   KeloNode* root() const { return root_; }  ///< null before a parse that succeeds
   const antlr4::Token* tooDeepAt() const { return tooDeepAt_; }
   const SourceText& source() const { return source_; }
-  antlr4::CommonTokenStream& tokens() { return tokens_; }
   Name relativePath() const { return parser_.relativePath; }
 
  private:
-  void prepareTokens();
   KeloNode* runStage(StartRule rule, antlr4::atn::PredictionMode mode);
 
   SourceText source_;
-  BailKeloLexer lexer_;
-  antlr4::CommonTokenStream tokens_;
+  TokenList tokens_;
   KeloParser parser_;
   KeloNode* root_ = nullptr;
   const antlr4::Token* tooDeepAt_ = nullptr;

@@ -7,9 +7,7 @@
 namespace kelo {
 namespace {
 
-constexpr size_t kEndOfText = antlr4::IntStream::EOF;
-
-bool isEndOfLine(size_t c) { return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029; }
+static_assert(kEndOfText == antlr4::IntStream::EOF);
 
 // Letters, marks and numbers of any script.
 bool isAlphanumeric(size_t c) {
@@ -20,28 +18,24 @@ bool isAlphanumeric(size_t c) {
 
 }  // namespace
 
-bool LexerPredicates::endsBlock(antlr4::CharStream* text) {
-  const size_t here = text->index();
-  if (here < scanBegin_ || here > scanEnd_) {
-    ssize_t ahead = 1;
-    size_t c = text->LA(ahead);
-    while (c != kEndOfText && c != ')' && !isEndOfLine(c)) c = text->LA(++ahead);
-    scanBegin_ = here;
-    scanEnd_ = here + static_cast<size_t>(ahead) - 1;
-    scanFoundNone_ = c != ')';
-  }
-  return scanFoundNone_;
-}
+bool isEndOfLine(size_t c) { return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029; }
 
-bool LexerPredicates::pointIsDecimal(antlr4::CharStream* text) {
-  const size_t next = text->LA(1);
-  return next != '*' && next != '/' && next != '^' && next != '\\';
-}
+bool pointIsDecimal(size_t next) { return next != '*' && next != '/' && next != '^' && next != '\\'; }
 
-bool LexerPredicates::quoteOpensText(antlr4::CharStream* text) {
-  const size_t before = text->index() < 2 ? kEndOfText : text->LA(-2);
+bool quoteOpensText(size_t before) {
   if (before == kEndOfText) return true;
   return before != ')' && before != ']' && before != '\'' && before != '.' && !isAlphanumeric(before);
+}
+
+bool LexerPredicates::endsBlock(antlr4::CharStream* text) {
+  const size_t here = text->index();
+  return blockEnds_.endsBlock(here, [&](size_t at) { return text->LA(static_cast<ssize_t>(at - here) + 1); });
+}
+
+bool LexerPredicates::pointIsDecimal(antlr4::CharStream* text) { return kelo::pointIsDecimal(text->LA(1)); }
+
+bool LexerPredicates::quoteOpensText(antlr4::CharStream* text) {
+  return kelo::quoteOpensText(text->index() < 2 ? kEndOfText : text->LA(-2));
 }
 
 }  // namespace kelo

@@ -18,6 +18,7 @@ namespace kelo {
 
 class AppController;
 class Call;
+class Visitor;
 
 using Handler = NodeValue (*)(Call& call);
 
@@ -60,14 +61,15 @@ struct CallSite {
 class Call {
  public:
   Call(const Builtin& row, std::span<Storable> arguments, std::optional<int> lhsVariableCount, const CallSite& site,
-       AppController& app)
-      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), app(app) {}
+       AppController& app, Visitor* visitor)
+      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), app(app), visitor(visitor) {}
 
   const Builtin& builtin;
   std::span<Storable> args;             ///< the call's own: a handler may move from them
   std::optional<int> lhsVariableCount;  ///< outputs the statement asks for; absent inside an expression
   const CallSite& site;
   AppController& app;
+  Visitor* visitor;  ///< the evaluator of the run; null when there is none
 
   int count() const { return static_cast<int>(args.size()); }
   std::string name() const { return builtin.name; }

@@ -36,12 +36,12 @@ void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
 }  // namespace
 
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, AppController& app) {
+                      const CallSite& site, AppController& app, Visitor* visitor) {
   Message message;
   try {
     if (row.handler != nullptr) {
       checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-      Call call(row, args, lhsVariableCount, site, app);
+      Call call(row, args, lhsVariableCount, site, app, visitor);
       return row.handler(call);
     }
     message = messageAt(site);

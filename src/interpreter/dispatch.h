@@ -6,8 +6,8 @@
 
 namespace kelo {
 
-/// Runs a built-in. The result is its value, void, or failure when an error has been shown.
+/// Runs a built-in; `visitor` is the evaluator of the run, for the few that ask it. The result is its value, void, or failure when an error has been shown.
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, AppController& app);
+                      const CallSite& site, AppController& app, Visitor* visitor = nullptr);
 
 }  // namespace kelo

@@ -24,7 +24,7 @@ void showError(AppController& app, std::string reason, std::optional<std::string
 void runText(AppController& app, MatlabParser& parser, const std::string& text) {
   const ProgTree tree = parser.parseText(text);
   if (tree) {
-    Visitor(app).runProgram(*tree, parseOf(*tree));
+    Visitor(app).runProgram(*tree);
   } else if (app.messagesShown() == 0) {
     showError(app, text::kUnexpectedError);
   }

@@ -20,6 +20,9 @@ namespace kelo {
 /// throws  Problem: no subscript, `array` is no array, a subscript past its length
 Storable readElements(const Storable& array, std::span<const Index> indices);
 
+/// The positions, from 0, of the elements that a read selects, in its order, as a row. throws as readElements
+IntArray selectedPositions(const SizeVector& size, std::span<const Index> indices);
+
 /// A(I) = B or A(I1, I2, ...) = B on the variable A itself, which is changed in place when nobody else holds its
 /// elements. Numeric kinds are brought together first; an index past the end makes A larger; a scalar B goes everywhere.
 ///

@@ -67,15 +67,23 @@ TypedArray<T> readMask(const TypedArray<T>& array, const Index& index, const Siz
   return result;
 }
 
-StructArray readStructures(const StructArray& array, const IndexWalk& walk, const SizeVector& shape) {
-  std::vector<int64_t> positions(static_cast<size_t>(walk.count()));
+IntArray positionsOf(const IndexWalk& walk) {
+  IntArray positions = IntArray::uninitialized(SizeVector(1, walk.count()));
+  int64_t* to = positions.writable();
   walk.forEachRun([&](int64_t start, int64_t done) {
-    for (int64_t k = 0; k < walk.run().count; ++k) positions[static_cast<size_t>(done + k)] = start + walk.run().at(k);
+    for (int64_t k = 0; k < walk.run().count; ++k) to[done + k] = start + walk.run().at(k);
   });
-  return array.gathered(positions, shape);
+  return positions;
 }
 
 }  // namespace
+
+IntArray selectedPositions(const SizeVector& size, std::span<const Index> indices) {
+  if (indices.empty()) throw problem(text::kNoIndex);
+  const auto lengths = indexExtents(size, static_cast<int64_t>(indices.size()));
+  checkBounds(lengths, indices);
+  return positionsOf(IndexWalk(lengths, indices));
+}
 
 Storable readElements(const Storable& array, std::span<const Index> indices) {
   if (!array.isArray()) throw problem(text::kIndexedNotArray);
@@ -88,7 +96,7 @@ Storable readElements(const Storable& array, std::span<const Index> indices) {
     return array.numeric()->visit([&](const auto& record) { return Storable(readMask(record, first, shape)); });
   }
   const IndexWalk walk(lengths, indices);
-  if (array.isStructure()) return readStructures(*array.structure(), walk, shape);
+  if (array.isStructure()) return array.structure()->gathered(positionsOf(walk).values(), shape);
   return array.numeric()->visit([&](const auto& record) { return Storable(readWalk(record, walk, shape)); });
 }
 

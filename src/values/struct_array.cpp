@@ -123,9 +123,9 @@ void StructArray::setElement(int64_t position, const StructArray& from, int64_t 
 }
 
 void StructArray::extend(const SizeVector& size) {
-  const int64_t count = checkedMultiply(size.numElements(), fieldCount());
+  const size_t count = valueCount(size.numElements(), fields().size());
   Body& body = ownBody();
-  body.values.resize(static_cast<size_t>(count));
+  body.values.resize(count);
   body.size = size.trimmed();
 }
 

@@ -5,42 +5,13 @@
 
 #include "messages/catalogue/indexing.h"
 #include "messages/message.h"
+#include "values/growth.h"
 #include "values/index_walk.h"
 #include "values/indexing.h"
+#include "values/operators.h"
 
 namespace kelo {
-
-Kind commonKind(const NumericArray& a, const NumericArray& b);
-
 namespace {
-
-// The size that the array must have for a write.
-
-SizeVector grownByOneIndex(const SizeVector& size, const Index& index) {
-  if (index.needed() <= size.numElements()) return size;
-  const bool isNothing = size.isMatrix() && size.rows() == 0 && size.columns() == 0;
-  if (size.isRow() || isNothing) return SizeVector(1, index.needed());
-  if (size.isColumn()) return SizeVector(index.needed(), 1);
-  throw problem(text::kIndexExceedsTotal);
-}
-
-// A subscript that runs over several dimensions at once cannot tell which of them to extend.
-SizeVector grownBySubscripts(const SizeVector& size, std::span<const Index> indices) {
-  const auto count = static_cast<int64_t>(indices.size());
-  const auto seen = indexExtents(size, count);
-  std::vector<int64_t> lengths(size.vec().begin(), size.vec().end());
-  lengths.resize(std::max(lengths.size(), indices.size()), 1);
-  for (size_t k = 0; k < indices.size(); ++k) {
-    if (indices[k].needed() <= seen[k]) continue;
-    if (seen[k] != lengths[k]) throw problem(text::kIndexExceedsTotal);
-    lengths[k] = indices[k].needed();
-  }
-  return SizeVector(lengths).trimmed();
-}
-
-SizeVector grown(const SizeVector& size, std::span<const Index> indices) {
-  return indices.size() == 1 ? grownByOneIndex(size, indices.front()) : grownBySubscripts(size, indices);
-}
 
 // The agreement of the value's size with what is selected.
 
@@ -78,17 +49,6 @@ void checkSizes(std::span<const Index> indices, const Storable& value) {
 
 template <class T> constexpr T kFill{};
 template <> constexpr Character kFill<Character>{U' '};
-
-// Whether the old elements keep their linear positions: only the last dimension that is not 1 becomes longer.
-bool keepsPositions(const SizeVector& from, const SizeVector& to) {
-  if (from.numElements() == 0) return true;
-  int64_t d = from.ndim();
-  while (d > 1 && from.dimensionLength(d) == 1) --d;
-  for (int64_t k = 1; k < d; ++k) {
-    if (from.dimensionLength(k) != to.dimensionLength(k)) return false;
-  }
-  return true;
-}
 
 template <class T>
 void writeRun(T* to, const IndexAxis& run, const T* from) {
@@ -133,7 +93,7 @@ void fillMask(T* to, const Index& index, T value) {
 // REQUIRES: the sizes agree. The value is held by the caller beside the array, so that A(I) = A reads the old elements.
 template <class T>
 void writeRecord(TypedArray<T>& array, std::span<const Index> indices, const TypedArray<T>& value) {
-  const SizeVector size = grown(array.size(), indices);
+  const SizeVector size = grownSize(array.size(), indices);
   const Index& first = indices.front();
   if (indices.size() == 1 && first.form() == Index::Form::mask && value.isScalar()) {
     if (!(size == array.size())) grow(array, size);
@@ -177,32 +137,12 @@ void writeNumbers(NumericArray& array, std::span<const Index> indices, const Num
 
 // Structure arrays.
 
-// Positions of the old elements in an array of a larger size; -1 where a new element comes.
-std::vector<int64_t> positionsIn(const SizeVector& size, const SizeVector& old) {
-  const IndexWalk walk(size, old);
-  std::vector<int64_t> positions(static_cast<size_t>(size.numElements()), -1);
-  walk.forEachRun([&](int64_t start, int64_t done) {
-    for (int64_t k = 0; k < walk.run().count; ++k) positions[static_cast<size_t>(start + walk.run().at(k))] = done + k;
-  });
-  return positions;
-}
-
-void growStructures(StructArray& array, const SizeVector& size, const std::vector<Name>& fields) {
-  if (array.isEmpty()) {
-    array = StructArray(size, fields);
-  } else if (keepsPositions(array.size(), size)) {
-    array.extend(size);
-  } else {
-    array = array.gathered(positionsIn(size, array.size()), size);
-  }
-}
-
 void writeStructures(StructArray& array, std::span<const Index> indices, const StructArray& given) {
   if (!array.isEmpty() && !array.hasSameFields(given)) throw problem(text::kSameFieldsExpected);
   const StructArray value = given;
-  const SizeVector size = grown(array.size(), indices);
+  const SizeVector size = grownSize(array.size(), indices);
   const IndexWalk walk(indexExtents(size, static_cast<int64_t>(indices.size())), indices);
-  if (!(size == array.size())) growStructures(array, size, value.fields());
+  if (!(size == array.size())) grow(array, size, value.fields());
   const int64_t step = value.size().isScalar() ? 0 : 1;
   walk.forEachRun([&](int64_t start, int64_t done) {
     for (int64_t k = 0; k < walk.run().count; ++k) array.setElement(start + walk.run().at(k), value, step * (done + k));

@@ -1,0 +1,44 @@
+// The tokens of one text as the parser reads them: all at hand from the start, without the hidden ones.
+//
+// OPTIMIZATION: the runtime's own stream keeps each token in a block of its own and looks for the next visible one at
+// each step.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "antlr4-runtime.h"
+#include "frontend/source_text.h"
+#include "grammar/scanner.h"
+
+namespace kelo {
+
+class TokenList final : public antlr4::TokenStream {
+ public:
+  /// scanned   tokens of the whole text, the end of the file last
+  TokenList(SourceText& source, const std::vector<ScannedToken>& scanned);
+
+  antlr4::Token* LT(ssize_t k) override;
+  size_t LA(ssize_t i) override { return i == 0 ? 0 : LT(i)->getType(); }
+  void consume() override;
+  size_t index() override { return position_; }
+  void seek(size_t index) override { position_ = std::min(index, tokens_.size() - 1); }
+  ssize_t mark() override { return 0; }
+  void release(ssize_t) override {}
+  size_t size() override { return tokens_.size(); }
+  antlr4::Token* get(size_t index) const override { return &tokens_.at(index); }
+
+  antlr4::TokenSource* getTokenSource() const override { return nullptr; }  // nothing comes after these tokens
+  std::string getSourceName() const override { return source_.getSourceName(); }
+  std::string getText() override { return source_.toString(); }
+  std::string getText(const antlr4::misc::Interval& interval) override;
+  std::string getText(antlr4::RuleContext* node) override { return getText(node->getSourceInterval()); }
+  std::string getText(antlr4::Token* start, antlr4::Token* stop) override;
+
+ private:
+  SourceText& source_;
+  mutable std::vector<antlr4::CommonToken> tokens_;  // fixed once made: nodes point into it
+  size_t position_ = 0;
+};
+
+}  // namespace kelo

@@ -1,0 +1,435 @@
+// The first look at a node. The class of a context is asked in one chain; the operands are its children that are
+// expressions. A parenthesis around an operand of an operator is skipped, since it changes nothing there.
+#include "interpreter/resolve.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+#include <fmt/format.h>
+
+#include "KeloParser.h"
+#include "frontend/node_text.h"
+#include "interpreter/builtin_table.h"
+#include "interpreter/node_details.h"
+#include "messages/catalogue/interpreter.h"
+#include "values/operators.h"
+
+namespace kelo {
+namespace {
+
+using antlr4::tree::ParseTree;
+using antlr4::tree::TerminalNode;
+using P = KeloParser;
+
+KeloNode* asNode(ParseTree* tree) { return dynamic_cast<KeloNode*>(tree); }
+bool isExpr(ParseTree* tree) { return dynamic_cast<P::ExprContext*>(tree) != nullptr; }
+size_t tokenType(ParseTree* tree) {
+  auto* leaf = dynamic_cast<TerminalNode*>(tree);
+  return leaf ? leaf->getSymbol()->getType() : 0;
+}
+Name nameOf(antlr4::ParserRuleContext* context) { return Name::intern(context->getStart()->getText()); }
+
+std::vector<KeloNode*> expressionsOf(KeloNode& node) {
+  std::vector<KeloNode*> result;
+  for (ParseTree* child : node.children) {
+    if (isExpr(child)) result.push_back(asNode(child));
+  }
+  return result;
+}
+
+std::vector<Name> namesOf(antlr4::ParserRuleContext& context) {
+  std::vector<Name> result;
+  for (ParseTree* child : context.children) {
+    if (auto* id = dynamic_cast<P::Id_namesContext*>(child)) result.push_back(nameOf(id));
+  }
+  return result;
+}
+
+template <class Context>
+KeloNode* childOf(antlr4::ParserRuleContext& context) {
+  for (ParseTree* child : context.children) {
+    if (auto* found = dynamic_cast<Context*>(child)) return found;
+  }
+  return nullptr;
+}
+
+template <class Details>
+Details& makeDetails(KeloNode& node) {
+  auto details = std::make_unique<Details>();
+  Details& result = *details;
+  node.cache.details = std::move(details);
+  return result;
+}
+
+KeloNode* withoutParentheses(KeloNode* node) {
+  while (auto* parenthesis = dynamic_cast<P::ParenthesisContext*>(node)) node = parenthesis->expr();
+  return node;
+}
+
+// ---- Literals
+
+void resolveNumber(KeloNode& node, NodeKind kind, std::string text) {
+  char* end = nullptr;
+  node.cache.kind = kind;
+  node.cache.number = std::strtod(text.c_str(), &end);
+  node.cache.flag = *end == '\0';
+}
+
+void resolveChar(KeloNode& node) {
+  const std::string quoted = node.getStart()->getText();
+  std::string text;
+  for (size_t k = 1; k + 1 < quoted.size(); ++k) {
+    text += quoted[k];
+    if (quoted[k] == '\'') ++k;
+  }
+  node.cache.kind = NodeKind::charText;
+  makeDetails<LiteralDetails>(node).value = charRow(text);
+}
+
+// ---- Operators
+
+std::optional<BinaryOp> binaryOpOf(size_t token) {
+  static const std::map<size_t, BinaryOp> ops = {
+      {P::PLUS, BinaryOp::plus},       {P::MINUS, BinaryOp::minus},       {P::DMULT, BinaryOp::dmult},
+      {P::MULT, BinaryOp::mult},       {P::EQEQ, BinaryOp::eqeq},         {P::NEQ, BinaryOp::neq},
+      {P::LE, BinaryOp::le},           {P::LT, BinaryOp::lt},             {P::GE, BinaryOp::ge},
+      {P::GT, BinaryOp::gt},           {P::DPOWER, BinaryOp::dpower},     {P::POWER, BinaryOp::power},
+      {P::LDIVIDE, BinaryOp::ldivide}, {P::MLDIVIDE, BinaryOp::mldivide}, {P::MRDIVIDE, BinaryOp::mrdivide},
+      {P::RDIVIDE, BinaryOp::rdivide}, {P::AND, BinaryOp::and_},          {P::OR, BinaryOp::or_}};
+  const auto found = ops.find(token);
+  if (found == ops.end()) return std::nullopt;
+  return found->second;
+}
+
+void resolveBinary(KeloNode& node) {
+  const auto operands = expressionsOf(node);
+  node.cache.kind = NodeKind::binaryOps;
+  node.cache.first = withoutParentheses(operands[0]);
+  node.cache.second = withoutParentheses(operands[1]);
+  node.cache.selector = static_cast<uint8_t>(*binaryOpOf(tokenType(node.children[1])));
+}
+
+void resolveUnary(KeloNode& node) {
+  const size_t token = tokenType(node.children[0]);
+  const UnaryOp op = token == P::NOT ? UnaryOp::not_ : token == P::MINUS ? UnaryOp::minus : UnaryOp::plus;
+  node.cache.kind = NodeKind::unaryOps;
+  node.cache.first = withoutParentheses(expressionsOf(node)[0]);
+  node.cache.selector = static_cast<uint8_t>(op);
+}
+
+void resolveTranspose(KeloNode& node) {
+  auto& details = makeDetails<TransposeDetails>(node);
+  for (ParseTree* child : node.children) {
+    const size_t token = tokenType(child);
+    if (token == P::TP || token == P::TPD) details.conjugates.push_back(token == P::TP);
+  }
+  node.cache.kind = NodeKind::transpose;
+  node.cache.first = withoutParentheses(expressionsOf(node)[0]);
+}
+
+// A ";" or a line feed ends a row; "\r\n" inside brackets does not. NOTE: intended.
+void resolveBrackets(KeloNode& node) {
+  auto& details = makeDetails<CatDetails>(node);
+  bool startsRow = false;
+  for (ParseTree* child : node.children) {
+    if (isExpr(child)) {
+      details.elements.push_back({asNode(child), startsRow});
+      startsRow = false;
+      continue;
+    }
+    const std::string text = child->getText();
+    if (text == ";" || text == "\n") startsRow = true;
+    if (text == ",") startsRow = false;
+  }
+  node.cache.kind = NodeKind::matrixCat;
+}
+
+// ---- Calls and indices
+
+bool containsEnd(ParseTree* tree) {
+  if (dynamic_cast<P::End_exprContext*>(tree)) return true;
+  for (ParseTree* child : tree->children) {
+    if (containsEnd(child)) return true;
+  }
+  return false;
+}
+
+std::vector<KeloNode*> subscriptsOf(const std::vector<KeloNode*>& expressions) {
+  for (KeloNode* expression : expressions) expression->cache.containsEnd = containsEnd(expression);
+  return expressions;
+}
+
+void resolveCall(KeloNode& node) {
+  node.cache.kind = NodeKind::subarrayOrFunc;
+  node.cache.name = nameOf(&node);
+  makeDetails<CallDetails>(node).args = subscriptsOf(expressionsOf(node));
+}
+
+void resolveBuiltin(KeloNode& node, const BuiltinTable& builtins) {
+  auto& call = *dynamic_cast<P::Built_in_funcContext&>(node).built_in_fun();
+  auto& details = makeDetails<CallDetails>(node);
+  node.cache.kind = NodeKind::builtInFunc;
+  node.cache.name = nameOf(&call);
+  details.args = expressionsOf(call);
+  details.builtin = builtins.find(node.cache.name);
+  details.isCommand = call.children.size() > 1 && tokenType(call.children[1]) == P::ID;
+}
+
+void addArguments(antlr4::ParserRuleContext& context, bool* hasArgs, std::vector<KeloNode*>* args) {
+  KeloNode* list = childOf<P::Indices_or_func_argsContext>(context);
+  *hasArgs = list != nullptr;
+  if (list) *args = subscriptsOf(expressionsOf(*list));
+}
+
+ChainDetails& resolveChain(KeloNode& node) {
+  auto& chain = makeDetails<ChainDetails>(node);
+  node.cache.name = nameOf(&node);
+  addArguments(node, &chain.hasArgs, &chain.args);
+  for (ParseTree* child : node.children) {
+    auto* context = dynamic_cast<P::FieldContext*>(child);
+    if (!context) continue;
+    FieldDetails field;
+    field.node = context;
+    if (context->expr()) field.expression = context->expr();
+    else field.name = nameOf(context);
+    addArguments(*context, &field.hasArgs, &field.args);
+    chain.fields.push_back(std::move(field));
+  }
+  return chain;
+}
+
+// A handle's text runs from "@" to the end of the body, as typed.
+void resolveHandle(KeloNode& node) {
+  auto& handle = *dynamic_cast<P::FuncHandleContext&>(node).func_handle();
+  auto& details = makeDetails<HandleDetails>(node);
+  node.cache.kind = NodeKind::funcHandle;
+  if (handle.BUILT_IN_FUNC() || (!handle.LPAR() && !handle.id_names().empty())) {
+    node.cache.selector = handle.BUILT_IN_FUNC() ? 4 : 3;
+    node.cache.name = Name::intern(handle.children[1]->getText());
+    return;
+  }
+  node.cache.selector = 1;
+  node.cache.first = handle.expr();
+  details.inputArgs = namesOf(handle);
+  details.expression = sourceText(*handle.expr());
+  details.displayText = sourceText(handle);
+  for (size_t k = 0; k < details.inputArgs.size(); ++k) {
+    for (size_t m = 0; m < k; ++m) {
+      if (details.inputArgs[k] == details.inputArgs[m]) details.problem = problem(text::kDuplicatedArguments);
+    }
+  }
+}
+
+// ---- Statements
+
+bool endsQuietly(antlr4::ParserRuleContext& context) {
+  for (ParseTree* child : context.children) {
+    auto* separator = dynamic_cast<P::Stat_separatorContext*>(child);
+    if (separator && separator->getText() == ";") return true;
+  }
+  return false;
+}
+
+void resolveStatements(KeloNode& node) {
+  auto& details = makeDetails<ListDetails>(node);
+  node.cache.kind = NodeKind::statList;
+  for (ParseTree* child : node.children) details.nodes.push_back(asNode(child));
+}
+
+void resolveExpression(KeloNode& node) {
+  node.cache.kind = NodeKind::expression;
+  node.cache.first = expressionsOf(node)[0];
+  node.cache.flag = !endsQuietly(node);
+  if (dynamic_cast<P::IdContext*>(node.cache.first)) node.cache.name = nameOf(node.cache.first);
+}
+
+void resolveAssignment(KeloNode& node) {
+  KeloNode& assignment = *dynamic_cast<P::AssignmentContext&>(node).var_assign();
+  node.cache.kind = NodeKind::assignment;
+  node.cache.flag = !endsQuietly(node);
+  node.cache.first = &assignment;
+  NodeCache& cache = assignment.cache;
+  const auto expressions = expressionsOf(assignment);
+  cache.second = expressions.back();
+  cache.kind = NodeKind::assignment;
+  if (dynamic_cast<P::Var_assignmentContext*>(&assignment)) {
+    cache.selector = 1;
+    cache.name = nameOf(&assignment);
+  } else if (dynamic_cast<P::Var_list_assignmentContext*>(&assignment)) {
+    cache.selector = 0;
+    makeDetails<ListDetails>(assignment).names = namesOf(assignment);
+  } else if (dynamic_cast<P::Subarray_assignmentContext*>(&assignment)) {
+    cache.selector = 2;
+    cache.name = nameOf(&assignment);
+    makeDetails<CallDetails>(assignment).args = subscriptsOf({expressions.begin(), expressions.end() - 1});
+  } else {
+    cache.selector = 3;
+    resolveChain(assignment).right = cache.second;
+  }
+}
+
+// `break` and `continue` reach through the lists of `if` and `switch` below a loop.
+void allowBreakContinue(ParseTree* tree) {
+  if (auto* list = dynamic_cast<P::Stat_listContext*>(tree)) list->cache.flag = true;
+  for (ParseTree* child : tree->children) allowBreakContinue(child);
+}
+
+void resolveLoop(KeloNode& node, NodeKind kind) {
+  node.cache.kind = kind;
+  node.cache.first = expressionsOf(node)[0];
+  node.cache.second = childOf<P::Stat_listContext>(node);
+  if (kind == NodeKind::forLoop) node.cache.name = namesOf(node)[0];
+  if (node.cache.second) allowBreakContinue(node.cache.second);
+}
+
+template <class... Contexts>
+void addBranches(KeloNode& node) {
+  auto& details = makeDetails<BranchDetails>(node);
+  for (ParseTree* child : node.children) {
+    if (!(dynamic_cast<Contexts*>(child) || ...)) continue;
+    KeloNode& branch = *asNode(child);
+    const auto conditions = expressionsOf(branch);
+    details.branches.push_back(
+        {conditions.empty() ? nullptr : conditions[0], childOf<P::Stat_listContext>(branch), &branch});
+  }
+}
+
+void resolveIf(KeloNode& node) {
+  node.cache.kind = NodeKind::if_;
+  addBranches<P::If_separator_stat_listContext, P::Elseif_separator_stat_listContext,
+              P::Else_separator_stat_listContext>(node);
+}
+
+void resolveSwitch(KeloNode& node) {
+  node.cache.kind = NodeKind::switch_;
+  node.cache.first = expressionsOf(node)[0];
+  addBranches<P::Case_expr_separator_stat_listContext, P::Otherwise_expr_separator_stat_listContext>(node);
+}
+
+void resolveRange(KeloNode& node) {
+  node.cache.kind = NodeKind::matrixColon;
+  for (KeloNode* operand : expressionsOf(node)) {
+    if (node.cache.details == nullptr) makeDetails<ListDetails>(node);
+    static_cast<ListDetails&>(*node.cache.details).nodes.push_back(withoutParentheses(operand));
+  }
+}
+
+template <class Context>
+bool is(KeloNode& node) {
+  return typeid(node) == typeid(Context);
+}
+
+bool resolveExpressionNode(KeloNode& node, const BuiltinTable& builtins) {
+  NodeCache& cache = node.cache;
+  if (is<P::IntContext>(node) || is<P::DoubleContext>(node)) resolveNumber(node, NodeKind::number, node.getText());
+  else if (is<P::IdContext>(node)) cache.kind = NodeKind::id, cache.name = nameOf(&node);
+  else if (is<P::BinaryOpsContext>(node)) resolveBinary(node);
+  else if (is<P::UnaryOpsContext>(node)) resolveUnary(node);
+  else if (is<P::ParenthesisContext>(node)) cache.kind = NodeKind::parenthesis, cache.first = expressionsOf(node)[0];
+  else if (is<P::Matrix_catContext>(node)) resolveBrackets(node);
+  else if (is<P::Empty_matContext>(node)) cache.kind = NodeKind::emptyMat;
+  else if (is<P::Built_in_funcContext>(node)) resolveBuiltin(node, builtins);
+  else if (is<P::Subarray_or_funcContext>(node)) resolveCall(node);
+  else if (is<P::ImaginaryContext>(node)) {
+    const std::string text = node.getText();
+    resolveNumber(node, NodeKind::imaginary, text.substr(0, text.size() - 1));
+  }
+  else if (is<P::FuncHandleContext>(node)) resolveHandle(node);
+  else if (is<P::Structure2Context>(node)) cache.kind = NodeKind::structure2, resolveChain(node);
+  else if (is<P::Colon_exprContext>(node)) cache.kind = NodeKind::colonExpr;
+  else if (is<P::End_exprContext>(node)) cache.kind = NodeKind::endExpr;
+  else if (is<P::Matrix_colonContext>(node)) resolveRange(node);
+  else if (is<P::CharContext>(node)) resolveChar(node);
+  else if (is<P::TransposeContext>(node)) resolveTranspose(node);
+  else return false;
+  return true;
+}
+
+void resolveStatement(KeloNode& node) {
+  NodeCache& cache = node.cache;
+  if (is<P::AssignmentContext>(node)) resolveAssignment(node);
+  else if (is<P::ExpressionContext>(node)) resolveExpression(node);
+  else if (is<P::BreakContext>(node)) cache.kind = NodeKind::break_;
+  else if (is<P::ContinueContext>(node)) cache.kind = NodeKind::continue_;
+  else if (is<P::ReturnContext>(node)) cache.kind = NodeKind::return_;
+  else if (is<P::Stat_listContext>(node)) resolveStatements(node);
+  else if (is<P::ForLoopContext>(node)) resolveLoop(node, NodeKind::forLoop);
+  else if (is<P::WhileLoopContext>(node)) resolveLoop(node, NodeKind::whileLoop);
+  else if (is<P::IfContext>(node)) resolveIf(node);
+  else if (is<P::SwitchContext>(node)) resolveSwitch(node);
+  else cache.kind = NodeKind::none;
+}
+
+// ---- Programs
+
+FunctionDetails functionDetails(P::Function_declareContext& declaration) {
+  FunctionDetails details;
+  auto& inputs = *childOf<P::Function_inputsContext>(declaration);
+  auto& outputs = *childOf<P::Function_outputsContext>(inputs);
+  details.node = &declaration;
+  details.inputs = namesOf(inputs);
+  details.funName = details.inputs.front();
+  details.inputs.erase(details.inputs.begin());
+  details.outputs = namesOf(outputs);
+  details.body = childOf<P::Stat_listContext>(declaration);
+  return details;
+}
+
+std::string stemOf(const std::string& path) {
+  const std::string file = path.substr(path.find_last_of('/') + 1);
+  return file.substr(0, file.find_last_of('.'));
+}
+
+// What forbids a further local function beside those of the program so far.
+std::optional<std::string> problemWith(const ProgramDetails& program, const FunctionDetails& function, Name path) {
+  const bool isScript = program.form == ProgramDetails::Form::statList;
+  if (isScript && !path.isEmpty() && stemOf(path.text()) == function.funName.text()) {
+    return fmt::format(text::kLocalNamedLikeScript, function.funName.text());
+  }
+  const auto& others = program.localFunctions;
+  const auto sameName = [&](const LocalFunctionBody& other) { return other.funName == function.funName; };
+  if (std::any_of(others.begin(), others.end(), sameName)) {
+    return fmt::format(text::kLocalAlreadyDefined, function.funName.text());
+  }
+  if (!isScript && program.main.funName == function.funName) {
+    return fmt::format(text::kMainAlreadyDefined, function.funName.text());
+  }
+  return std::nullopt;
+}
+
+void addLocalFunction(ProgramDetails& program, const FunctionDetails& function, Name path) {
+  if (!program.problem) {
+    program.problem = problemWith(program, function, path);
+    if (program.problem) program.problemNode = function.node;
+  }
+  program.localFunctions.push_back({function.funName, function.inputs, function.outputs, function.body});
+}
+
+}  // namespace
+
+void resolve(KeloNode& node, const BuiltinTable& builtins) {
+  if (!resolveExpressionNode(node, builtins)) resolveStatement(node);
+}
+
+ProgramDetails& programDetails(KeloNode& node) {
+  if (node.cache.details) return static_cast<ProgramDetails&>(*node.cache.details);
+  auto& program = makeDetails<ProgramDetails>(node);
+  if (is<P::Prog_functionContext>(node)) program.form = ProgramDetails::Form::function;
+  if (is<P::Prog_stat_listContext>(node)) program.form = ProgramDetails::Form::statList;
+  program.statements = childOf<P::Stat_listContext>(node);
+  bool isMain = program.form == ProgramDetails::Form::function;
+  for (ParseTree* child : node.children) {
+    auto* declaration = dynamic_cast<P::Function_declareContext*>(child);
+    if (!declaration) continue;
+    FunctionDetails function = functionDetails(*declaration);
+    if (isMain) program.main = std::move(function);
+    else addLocalFunction(program, function, node.relativePath);
+    isMain = false;
+  }
+  return program;
+}
+
+KeloNode* expressionOf(KeloNode& exprOnly) { return expressionsOf(exprOnly).at(0); }
+
+}  // namespace kelo

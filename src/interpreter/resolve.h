@@ -1,0 +1,20 @@
+// Filling the caches of nodes: everything about a node that its class, its tokens and its children tell.
+#pragma once
+
+namespace kelo {
+
+class BuiltinTable;
+class KeloNode;
+struct ProgramDetails;
+
+/// Fills the cache of a statement or an expression; afterwards its kind is not `unresolved`.
+void resolve(KeloNode& node, const BuiltinTable& builtins);
+
+/// The parts of a program (the tree of rule prog), found at the first call.
+ProgramDetails& programDetails(KeloNode& program);
+
+/// The expression of an Expr_only.
+KeloNode* expressionOf(KeloNode& exprOnly);
+
+
+}  // namespace kelo

@@ -1,0 +1,191 @@
+// Assignments: to a variable, to a list of them, to elements, and along a chain of fields. The right side is evaluated
+// first, then the subscripts; a variable is changed last and in place, so a failure leaves it as it was.
+#include <fmt/format.h>
+
+#include "frontend/node_text.h"
+#include "interpreter/app_controller.h"
+#include "interpreter/resolve.h"
+#include "interpreter/visit_guard.h"
+#include "messages/catalogue/indexing.h"
+#include "messages/catalogue/interpreter.h"
+#include "messages/catalogue/values.h"
+#include "values/chains.h"
+#include "values/indexing.h"
+
+namespace kelo {
+namespace {
+
+// The one value that an assignment to a single place takes; absent when there is none.
+std::optional<Storable> firstOf(NodeValue value) {
+  if (value.isStorable()) return std::move(value.storable());
+  if (!value.isArrayList()) return std::nullopt;
+  auto& [first, list] = value.arrayList();
+  if (!first && !list.empty()) first = std::move(list.front());
+  return std::move(first);
+}
+
+// A literal pair of brackets on the right side deletes.
+bool isDeletion(KeloNode& right) { return right.cache.kind == NodeKind::emptyMat; }
+
+}  // namespace
+
+NodeValue Visitor::assignVariable(KeloNode& assignment, bool shows) {
+  NodeCache& cache = assignment.cache;
+  NodeValue right = visit(*cache.second, 1);
+  if (right.isFailure()) return right;
+  std::optional<Storable> value = firstOf(std::move(right));
+  if (!value) return fail(assignment, text::kNoValueToAssign);
+  if (shows) showValue(cache.name, *value);
+  app_.workspaces.top().variable(cache.name, &cache.hint) = std::move(*value);
+  return NodeValue::nothing();
+}
+
+NodeValue Visitor::assignList(KeloNode& assignment, bool shows) {
+  const auto& names = detailsOf<ListDetails>(assignment).names;
+  NodeValue value = visit(*assignment.cache.second, static_cast<Outputs>(names.size()));
+  if (value.isVoid()) return fail(assignment, text::kNoValuesToAssign);
+  std::vector<Storable> values;
+  if (value.isStorable()) {
+    values.push_back(std::move(value.storable()));
+  } else if (value.isArrayList()) {
+    auto& [first, list] = value.arrayList();
+    if (first) values.push_back(std::move(*first));
+    std::move(list.begin(), list.end(), std::back_inserter(values));
+  } else {
+    return NodeValue::failure();
+  }
+  if (values.size() < names.size()) return fail(assignment, text::kTooManyOutputs);
+  for (size_t k = 0; k < names.size(); ++k) app_.workspaces.top().set(names[k], values[k]);
+  values.resize(names.size());
+  if (shows) show(NodeValue::listOf(std::move(values)), names);
+  return NodeValue::nothing();
+}
+
+// After a change of elements or fields the whole variable is shown.
+NodeValue Visitor::changed(KeloNode& assignment, bool shows) {
+  if (shows) showValue(assignment.cache.name, *app_.workspaces.top().find(assignment.cache.name));
+  return NodeValue::nothing();
+}
+
+// The value of the right side for A(I) = B; absent when a message was shown.
+std::optional<Storable> Visitor::assignedValue(KeloNode& assignment) {
+  NodeValue right = visit(*assignment.cache.second, 1);
+  const bool failed = right.isFailure();
+  std::optional<Storable> value = firstOf(std::move(right));
+  if (!value) fail(assignment, failed ? text::kAssignedEvaluationFailed : text::kAssignedInvalidType);
+  return value;
+}
+
+// A(I) = B. A name without a variable counts as an empty double.
+NodeValue Visitor::assignElements(KeloNode& assignment, bool shows) {
+  NodeCache& cache = assignment.cache;
+  const auto& nodes = detailsOf<CallDetails>(assignment).args;
+  KeloNode& right = *cache.second;
+  if (right.cache.kind == NodeKind::unresolved) resolve(right, app_.builtins);
+  std::optional<Storable> value;
+  if (!isDeletion(right)) {
+    value = assignedValue(assignment);
+    if (!value) return NodeValue::failure();
+    if (writePlainElement(cache, nodes, *value)) return changed(assignment, shows);
+  }
+  const Storable* existing = findVariable(cache.name, &cache.hint);
+  if (existing && !existing->isArray()) return fail(assignment, text::kAssignmentTargetNotArray);
+  const SizeVector size = existing ? existing->size() : SizeVector();
+  Subscripts subscripts;
+  if (!evaluateSubscripts(size, nodes, subscripts, assignment)) return NodeValue::failure();
+  Workspace& top = app_.workspaces.top();
+  const bool isNew = findVariable(cache.name, &cache.hint) == nullptr;
+  const NodeValue done = guarded(assignment, text::kAssignmentFailed, [&] {
+    Storable fresh;
+    Storable& target = isNew ? fresh : top.variable(cache.name, &cache.hint);
+    if (!value) deleteElements(target, subscripts.indices());
+    else if (!writeNumber(target, subscripts, *value)) writeElements(target, subscripts.indices(), *value);
+    if (isNew) top.variable(cache.name, &cache.hint) = std::move(fresh);
+    return NodeValue::nothing();
+  });
+  return done.isFailure() ? NodeValue::failure() : changed(assignment, shows);
+}
+
+// OPTIMIZATION: x(k) = v and A(i, j) = v for a double array that nobody else holds, subscripts that are literals or variables,
+// and a number.
+bool Visitor::writePlainElement(NodeCache& cache, const std::vector<KeloNode*>& nodes, const Storable& value) {
+  if (!value.isDoubleScalar() || nodes.size() > 2) return false;
+  const double* i = peek(*nodes[0]);
+  const double* j = nodes.size() == 2 ? peek(*nodes[1]) : i;
+  if (!i || !j || !findVariable(cache.name, &cache.hint)) return false;
+  const double row = *i;
+  const double column = *j;
+  NumericArray* array = app_.workspaces.top().variable(cache.name, &cache.hint).numeric();
+  if (!array) return false;
+  const double number = value.doubleScalar();
+  return nodes.size() == 1 ? writeScalar(*array, row, number) : writeScalar(*array, row, column, number);
+}
+
+bool Visitor::writeNumber(Storable& target, const Subscripts& subscripts, const Storable& value) {
+  NumericArray* array = target.numeric();
+  if (!array || !value.isDoubleScalar() || !subscripts.areNumbers()) return false;
+  const auto& [i, j] = subscripts.numbers;
+  const double number = value.doubleScalar();
+  return subscripts.count == 1 ? writeScalar(*array, i, number) : writeScalar(*array, i, j, number);
+}
+
+// s.f = v, s(i).f(j).g = v. The subscripts are evaluated from the left, each with the extent of what stands before it.
+NodeValue Visitor::assignChain(KeloNode& assignment, bool shows) {
+  NodeCache& cache = assignment.cache;
+  const auto& details = detailsOf<ChainDetails>(assignment);
+  KeloNode& right = *cache.second;
+  if (right.cache.kind == NodeKind::unresolved) resolve(right, app_.builtins);
+  const bool deletes = isDeletion(right) && details.fields.back().hasArgs;
+  std::optional<Storable> value;
+  if (!deletes) {
+    NodeValue evaluated = visit(right, 1);
+    if (evaluated.isFailure()) return evaluated;
+    value = firstOf(std::move(evaluated));
+    if (!value) return fail(assignment, text::kNoValueToAssign);
+  }
+  const FieldDetails& first = details.fields.front();
+  if (value && details.fields.size() == 1 && !details.hasArgs && !first.hasArgs && !first.expression &&
+      findVariable(cache.name, &cache.hint)) {
+    Storable& target = app_.workspaces.top().variable(cache.name, &cache.hint);
+    if (assignPlainField(target, first.name, *value)) return changed(assignment, shows);
+  }
+  FieldChain chain(cache.name);
+  if (!buildChain(assignment, details, chain)) return NodeValue::failure();
+  Workspace& top = app_.workspaces.top();
+  const bool isNew = findVariable(cache.name, &cache.hint) == nullptr;
+  const NodeValue done = guarded(assignment, text::kStructureAssignmentFailed, [&] {
+    Storable fresh;
+    Storable& root = isNew ? fresh : top.variable(cache.name, &cache.hint);
+    if (value) chain.assign(root, isNew, std::move(*value));
+    else chain.erase(root, isNew);
+    if (isNew) top.variable(cache.name, &cache.hint) = std::move(fresh);
+    return NodeValue::nothing();
+  });
+  return done.isFailure() ? NodeValue::failure() : changed(assignment, shows);
+}
+
+bool Visitor::buildChain(KeloNode& assignment, const ChainDetails& details, FieldChain& chain) {
+  const auto addIndices = [&](bool hasArgs, const std::vector<KeloNode*>& nodes) {
+    if (!hasArgs) return true;
+    if (nodes.empty()) return !fail(assignment, text::kNoIndex).isFailure();
+    const Storable* reached = chain.reached(findVariable(assignment.cache.name, &assignment.cache.hint));
+    const SizeVector size = reached && reached->isArray() ? reached->size() : SizeVector();
+    Subscripts subscripts;
+    if (!evaluateSubscripts(size, nodes, subscripts, assignment)) return false;
+    return !guarded(assignment, text::kIndexEvaluationFailed, [&] {
+              const auto indices = subscripts.indices();
+              chain.addIndices({indices.begin(), indices.end()});
+              return NodeValue::nothing();
+            }).isFailure();
+  };
+  if (!addIndices(details.hasArgs, details.args)) return false;
+  for (const FieldDetails& field : details.fields) {
+    const std::optional<Name> name = fieldName(field, assignment);
+    if (!name) return false;
+    chain.addField(*name);
+    if (!addIndices(field.hasArgs, field.args)) return false;
+  }
+  return true;
+}
+
+}  // namespace kelo

@@ -1,0 +1,66 @@
+// Messages with the place of a node. What library code throws ends here.
+#include "frontend/node_text.h"
+#include "interpreter/app_controller.h"
+#include "interpreter/visit_guard.h"
+#include "messages/catalogue/interpreter.h"
+#include "messages/catalogue/values.h"
+#include "platform/stack_guard.h"
+
+namespace kelo {
+
+CallSite Visitor::siteOf(KeloNode& place) const {
+  NodeCache& cache = place.cache;
+  if (cache.line < 0) {
+    const TextPosition position = positionOf(place);
+    cache.line = position.line;
+    cache.charPos = position.charPos;
+  }
+  return {cache.line, cache.charPos, place.relativePath, frame_.funName};
+}
+
+Message Visitor::messageAt(KeloNode& place) const {
+  const CallSite site = siteOf(place);
+  Message message;
+  message.lineNum = site.lineNum;
+  message.charPos = site.charPos;
+  if (!site.relativePath.isEmpty()) message.relativePath = site.relativePath.text();
+  if (!site.funName.isEmpty()) message.funName = site.funName.text();
+  return message;
+}
+
+NodeValue Visitor::fail(KeloNode& place, const Problem& problem) {
+  Message message = messageAt(place);
+  message.reason = problem.reason;
+  message.expected = problem.expected;
+  app_.show(message);
+  return NodeValue::failure();
+}
+
+NodeValue Visitor::fail(KeloNode& place, std::string reason) { return fail(place, problem(std::move(reason))); }
+
+void Visitor::warn(KeloNode& place, std::string sentence) {
+  Message message = messageAt(place);
+  message.type = Message::MsgType::warning;
+  message.expected = std::move(sentence);
+  app_.show(message);
+}
+
+NodeValue Visitor::failWithCurrentException(KeloNode& place, const char* lastResort) {
+  try {
+    throw;
+  } catch (const Problem& problem) {
+    return fail(place, problem);
+  } catch (const FileError& error) {
+    return fail(place, error.message);
+  } catch (const std::exception&) {
+    return fail(place, lastResort);
+  }
+}
+
+bool Visitor::stackHasRoom(KeloNode& place) {
+  if (!platform::stackIsLow()) return true;
+  fail(place, text::kRecursionTooDeep);
+  return false;
+}
+
+}  // namespace kelo

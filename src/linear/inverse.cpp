@@ -1,0 +1,96 @@
+// Inverse, condition estimate and powers of square matrices.
+#include <limits>
+
+#include "linear/lapack.h"
+#include "linear/linear.h"
+#include "linear/rcond.h"
+#include "messages/catalogue/operators.h"
+#include "messages/message.h"
+
+namespace kelo {
+namespace {
+
+bool isSquare(const NumericArray& a) { return a.size().isMatrix() && a.size().rows() == a.size().columns(); }
+
+struct Factored {
+  std::vector<int> pivots;
+  bool isSingular;
+  double rcond;  // 0 when singular
+};
+
+// LU factors in place of `a`.
+template <class T>
+Factored factor(TypedArray<T>& a, const char* failure) {
+  const int n = checkedInt32(a.size().rows());
+  const double norm = lapack::norm1(n, n, a.data());
+  std::vector<int> pivots(static_cast<size_t>(n));
+  const int info = lapack::getrf(n, n, a.writable(), pivots.data());
+  if (info < 0) throw problem(failure);
+  return {std::move(pivots), info > 0, info > 0 ? 0 : rcondOfFactors(n, a.data(), norm)};
+}
+
+template <class T>
+NumericArray inverted(TypedArray<T> a, const Warn& warn) {
+  const int n = checkedInt32(a.size().rows());
+  const Factored factored = factor(a, text::kInverseUnexpected);
+  if (factored.isSingular) throw problem(text::kInverseOfSingular);
+  if (lapack::getri(n, a.writable(), factored.pivots.data()) != 0) throw problem(text::kInverseUnexpected);
+  if (!(n * std::numeric_limits<double>::epsilon() <= factored.rcond)) warn(text::inverseNearlySingular(factored.rcond));
+  return a;
+}
+
+NumericArray identity(int64_t n) {
+  DoubleArray result(SizeVector(n, n), 0.0);
+  double* x = result.writable();
+  for (int64_t k = 0; k < n; ++k) x[k * n + k] = 1;
+  return result;
+}
+
+// By repeated squaring: as many products as the exponent has binary digits, and one more for each that is 1.
+NumericArray wholePower(NumericArray base, uint64_t exponent) {
+  if (exponent == 0) return identity(base.size().rows());
+  while (exponent % 2 == 0) {
+    base = mtimes(base, base);
+    exponent /= 2;
+  }
+  NumericArray result = base;
+  while (exponent /= 2) {
+    base = mtimes(base, base);
+    if (exponent % 2 == 1) result = mtimes(std::move(result), base);
+  }
+  return result;
+}
+
+}  // namespace
+
+NumericArray inverse(const NumericArray& a, const Warn& warn) {
+  if (!isSquare(a) || a.is(Kind::Char)) throw problem(text::kInverseOfNonSquare);
+  if (a.isEmpty()) return a;
+  return a.has(Property::allReals) ? inverted(a.toDoubleArray(), warn) : inverted(a.toComplexArray(), warn);
+}
+
+double rcond(const NumericArray& a) {
+  if (!isSquare(a)) throw problem(text::kRcondUnexpected);
+  if (a.isEmpty()) return std::numeric_limits<double>::infinity();
+  if (a.has(Property::allReals)) {
+    DoubleArray factors = a.toDoubleArray();
+    return factor(factors, text::kRcondUnexpected).rcond;
+  }
+  ComplexDoubleArray factors = a.toComplexArray();
+  return factor(factors, text::kRcondUnexpected).rcond;
+}
+
+NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn) {
+  if (!b.isScalar()) throw problem(text::kPowerScalarExponent);
+  if (!isSquare(a)) throw problem(text::kPowerSquareBase);
+  if (a.isScalar()) return elementwise(BinaryOp::dpower, std::move(a), std::move(b));
+  const bool wholeExponent =
+      b.has({Property::allReals, Property::allWellDefinedRealParts, Property::allIntegerRealParts, Property::scalar});
+  if (!wholeExponent) throw problem(text::kPowerIntegerExponent);
+  const int64_t exponent = checkedCast(b.toDoubleArray().scalar());
+  a = std::move(a).toKind(a.has(Property::allReals) ? Kind::Double : Kind::Complex);
+  if (exponent >= 0) return wholePower(std::move(a), static_cast<uint64_t>(exponent));
+  return wholePower(inverse(a, warn), -static_cast<uint64_t>(exponent));
+}
+
+}  // namespace kelo

@@ -1,0 +1,126 @@
+// One thin layer over the library.
+#include "linear/lapack.h"
+
+#include <cmath>
+
+namespace kelo::lapack {
+namespace {
+
+std::string g_lastComplaint;
+
+constexpr ComplexDouble kOne{1, 0};
+constexpr ComplexDouble kZero{0, 0};
+
+}  // namespace
+
+const std::string& lastComplaint() { return g_lastComplaint; }
+
+void chooseThreads(double multiplications) {
+  static const int available = openblas_get_num_threads();
+  static int chosen = available;
+  const int wanted = multiplications < kThreadedWork ? 1 : available;
+  if (wanted == chosen) return;
+  openblas_set_num_threads(wanted);
+  chosen = wanted;
+}
+
+void gemm(int m, int n, int k, const double* a, const double* b, double* c) {
+  chooseThreads(static_cast<double>(m) * n * k);
+  cblas_dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, /*alpha*/ 1, a, leading(m), b, leading(k), /*beta*/ 0, c,
+              leading(m));
+}
+void gemm(int m, int n, int k, const ComplexDouble* a, const ComplexDouble* b, ComplexDouble* c) {
+  chooseThreads(4.0 * m * n * k);
+  cblas_zgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, &kOne, a, leading(m), b, leading(k), &kZero, c,
+              leading(m));
+}
+
+void gemv(CblasTranspose transpose, int m, int n, const double* a, const double* x, double* y) {
+  chooseThreads(static_cast<double>(m) * n);
+  cblas_dgemv(CblasColMajor, transpose, m, n, /*alpha*/ 1, a, leading(m), x, /*incx*/ 1, /*beta*/ 0, y, /*incy*/ 1);
+}
+void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const ComplexDouble* x, ComplexDouble* y) {
+  chooseThreads(4.0 * m * n);
+  cblas_zgemv(CblasColMajor, transpose, m, n, &kOne, a, leading(m), x, /*incx*/ 1, &kZero, y, /*incy*/ 1);
+}
+
+double norm1(int m, int n, const double* a) {
+  const int lda = leading(m);
+  return dlange_("1", &m, &n, a, &lda, nullptr);
+}
+double norm1(int m, int n, const ComplexDouble* a) {
+  const int lda = leading(m);
+  return zlange_("1", &m, &n, a, &lda, nullptr);
+}
+
+int gesv(int n, int nrhs, double* a, int* pivots, double* b) {
+  chooseThreads(std::pow(n, 3) / 3 + static_cast<double>(n) * n * nrhs);
+  const int ld = leading(n);
+  int info = 0;
+  dgesv_(&n, &nrhs, a, &ld, pivots, b, &ld, &info);
+  return info;
+}
+int gesv(int n, int nrhs, ComplexDouble* a, int* pivots, ComplexDouble* b) {
+  chooseThreads(std::pow(n, 3) + 4.0 * n * n * nrhs);
+  const int ld = leading(n);
+  int info = 0;
+  zgesv_(&n, &nrhs, a, &ld, pivots, b, &ld, &info);
+  return info;
+}
+
+int getrf(int m, int n, double* a, int* pivots) {
+  chooseThreads(static_cast<double>(m) * n * n / 3);
+  const int lda = leading(m);
+  int info = 0;
+  dgetrf_(&m, &n, a, &lda, pivots, &info);
+  return info;
+}
+int getrf(int m, int n, ComplexDouble* a, int* pivots) {
+  chooseThreads(static_cast<double>(m) * n * n);
+  const int lda = leading(m);
+  int info = 0;
+  zgetrf_(&m, &n, a, &lda, pivots, &info);
+  return info;
+}
+
+int getri(int n, double* factors, const int* pivots) {
+  const int ld = leading(n);
+  return withWorkspace<double>([&](double* work, int lwork) {
+    int info = 0;
+    dgetri_(&n, factors, &ld, pivots, work, &lwork, &info);
+    return info;
+  });
+}
+int getri(int n, ComplexDouble* factors, const int* pivots) {
+  const int ld = leading(n);
+  return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
+    int info = 0;
+    zgetri_(&n, factors, &ld, pivots, work, &lwork, &info);
+    return info;
+  });
+}
+
+int gecon(int n, const double* factors, double norm, double* rcond) {
+  const int ld = leading(n);
+  std::vector<double> work(static_cast<size_t>(4) * leading(n));
+  std::vector<int> whole(leading(n));
+  int info = 0;
+  dgecon_("1", &n, factors, &ld, &norm, rcond, work.data(), whole.data(), &info);
+  return info;
+}
+int gecon(int n, const ComplexDouble* factors, double norm, double* rcond) {
+  const int ld = leading(n);
+  std::vector<ComplexDouble> work(static_cast<size_t>(2) * leading(n));
+  std::vector<double> real(static_cast<size_t>(2) * leading(n));
+  int info = 0;
+  zgecon_("1", &n, factors, &ld, &norm, rcond, work.data(), real.data(), &info);
+  return info;
+}
+
+}  // namespace kelo::lapack
+
+// The library calls this with the name of a routine and the number of its bad argument. Its own form ends the process or
+// prints; ours takes a note. Being defined in the program, it stands before the shared library's.
+extern "C" void xerbla_(const char* name, const int* argument, int nameLength) {
+  kelo::lapack::g_lastComplaint.assign(name, static_cast<size_t>(nameLength)).append(" ").append(std::to_string(*argument));
+}

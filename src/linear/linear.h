@@ -1,0 +1,52 @@
+// The operators of matrices, and the road of every binary operator.
+//
+// Operands that hold only real numbers are worked on in doubles whatever their record is; otherwise both are complex. A
+// matrix that is singular to working precision still gives a result; the caller's `warn` receives the warning's text.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "values/operators.h"
+
+namespace kelo {
+
+/// Receives the text of a warning.
+using Warn = std::function<void(std::string)>;
+
+/// Any of the 18 binary operators. throws Problem, FatalFault
+NumericArray binary(BinaryOp op, NumericArray a, NumericArray b, const Warn& warn);
+
+/// a * b: element-wise beside a scalar, else the product of matrices. throws Problem
+NumericArray mtimes(NumericArray a, NumericArray b);
+
+/// a \ b: x with a * x = b, the least squares solution when a is not square. Element-wise where `a` is a scalar.
+/// throws Problem for sizes, for an exactly singular square matrix
+NumericArray mldivide(NumericArray a, NumericArray b, const Warn& warn);
+/// b / a: x with x * a = b.
+NumericArray mrdivide(NumericArray b, NumericArray a, const Warn& warn);
+
+/// a ^ b: repeated products of a square matrix, of its inverse for a negative exponent. throws Problem
+NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn);
+
+/// The inverse of a square matrix. throws Problem for other arrays and for an exact zero pivot
+NumericArray inverse(const NumericArray& a, const Warn& warn);
+
+/// Estimate of the reciprocal condition number in the 1-norm; 0 for a singular matrix, Inf for an empty one, NaN where a
+/// holds NaN. throws Problem unless `a` is square
+double rcond(const NumericArray& a);
+
+/// What solving a * x = b found out besides x.
+struct Solution {
+  NumericArray x;
+  bool isSingular = false;       ///< an exact zero pivot; x is not valid
+  bool isNearlySingular = false;  ///< square: rcond is below 1-norm(a) * eps
+  double rcond = 1;              ///< square
+  int64_t rank = 0;              ///< not square; less than full when rank < min(size(a))
+  double tolerance = 0;          ///< not square: below it a diagonal element counts as 0
+};
+
+/// REQUIRES: both are matrices, not empty, with as many rows
+Solution solve(const NumericArray& a, const NumericArray& b);
+
+}  // namespace kelo

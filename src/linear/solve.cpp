@@ -1,0 +1,144 @@
+// Division of matrices. A square system goes through LU with row exchanges, any other through QR with column exchanges,
+// which gives a least squares solution with as few nonzero rows as the rank says. `b / a` is the transposed problem.
+#include <cmath>
+#include <limits>
+
+#include "linear/lapack.h"
+#include "linear/linear.h"
+#include "linear/rcond.h"
+#include "messages/catalogue/operators.h"
+#include "messages/message.h"
+
+namespace kelo {
+namespace {
+
+constexpr double kEps = std::numeric_limits<double>::epsilon();
+
+size_t at(int64_t i) { return static_cast<size_t>(i); }
+
+void checkInfo(int info) {
+  if (info < 0) throw problem(text::kUnexpectedError);
+}
+
+template <class T>
+Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
+  const int n = checkedInt32(a.size().rows());
+  const int columns = checkedInt32(b.size().columns());
+  Solution solution;
+  std::vector<int> pivots(at(n));
+  const double norm = lapack::norm1(n, n, a.data());
+  const int info = lapack::gesv(n, columns, a.writable(), pivots.data(), b.writable());
+  checkInfo(info);
+  solution.isSingular = info > 0;
+  if (solution.isSingular) {
+    solution.rcond = 0;
+    return solution;
+  }
+  solution.rcond = rcondOfFactors(n, a.data(), norm);
+  // NOTE: intended: the threshold grows with the norm of a, and not with its order.
+  solution.isNearlySingular = solution.rcond < norm * kEps;
+  solution.x = std::move(b);
+  return solution;
+}
+
+double sizeOf(double x) { return std::fabs(x); }
+double sizeOf(ComplexDouble x) { return x.magnitude(); }
+
+template <class T>
+Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
+  const int m = checkedInt32(a.size().rows());
+  const int n = checkedInt32(a.size().columns());
+  const int columns = checkedInt32(b.size().columns());
+  const int diagonal = std::min(m, n);
+  Solution solution;
+  std::vector<int> permutation(at(n));
+  std::vector<T> tau(at(diagonal));
+  checkInfo(lapack::geqp3(m, n, a.writable(), permutation.data(), tau.data()));
+  const T* r = a.data();
+  solution.tolerance = std::max(m, n) * kEps * sizeOf(r[0]);
+  int rank = 0;
+  while (rank < diagonal && !(sizeOf(r[at(rank) * at(m) + at(rank)]) <= solution.tolerance)) ++rank;
+  solution.rank = rank;
+  checkInfo(lapack::multiplyByQ(/*conjugated*/ true, m, columns, diagonal, r, tau.data(), b.writable()));
+  checkInfo(lapack::trtrs(rank, columns, r, m, b.writable(), m));
+  TypedArray<T> x(SizeVector(n, columns), T{});
+  T* out = x.writable();
+  for (int64_t j = 0; j < columns; ++j) {
+    for (int64_t k = 0; k < rank; ++k) out[j * n + permutation[at(k)] - 1] = b.data()[j * m + k];
+  }
+  solution.x = std::move(x);
+  return solution;
+}
+
+template <class T>
+Solution solveIn(TypedArray<T> a, TypedArray<T> b) {
+  const bool square = a.size().rows() == a.size().columns();
+  return square ? solveSquare(std::move(a), std::move(b)) : solveLeastSquares(std::move(a), std::move(b));
+}
+
+NumericArray solved(const NumericArray& a, const NumericArray& b, const char* equation, const Warn& warn) {
+  Solution solution = solve(a, b);
+  if (solution.isSingular) throw problem(text::solveSingular(equation));
+  if (solution.isNearlySingular) warn(text::solveNearlySingular(equation, solution.rcond));
+  const SizeVector& size = a.size();
+  if (size.rows() != size.columns() && solution.rank < std::min(size.rows(), size.columns())) {
+    warn(text::solveRankDeficient(equation, solution.rank, solution.tolerance));
+  }
+  return std::move(solution.x);
+}
+
+// The words of one of the two divisions.
+struct Division {
+  const char* beginning;
+  const char* sameNumbers;
+  const char* equation;
+};
+constexpr Division kLeft{text::kLeftDivision, text::kSameNumbersOfRows, text::kLeftEquation};
+constexpr Division kRight{text::kRightDivision, text::kSameNumbersOfColumns, text::kRightEquation};
+
+[[noreturn]] void mismatch(const char* reason, const Division& division, const char* rest) {
+  throw problem(reason, std::string(division.beginning) + rest);
+}
+
+// Whether the division is element-wise; throws when it is none at all.
+bool isElementwise(const NumericArray& a, const NumericArray& b, int64_t dimension, const Division& division) {
+  if (a.isScalar()) return true;
+  if (!a.size().isMatrix()) {
+    if (b.isScalar()) return true;
+    mismatch(text::kArraySizesMismatch, division, text::kManyDimensionsOfA);
+  }
+  if (!b.size().isMatrix()) mismatch(text::kArraySizesMismatch, division, text::kManyDimensionsOfB);
+  if (a.size().dimensionLength(dimension) != b.size().dimensionLength(dimension)) {
+    mismatch(text::kMatrixSizesMismatch, division, division.sameNumbers);
+  }
+  return false;
+}
+
+NumericArray flipped(NumericArray a) { return std::move(*transpose(std::move(a), /*conjugate*/ false).numeric()); }
+
+NumericArray charsToNumbers(NumericArray a) { return a.is(Kind::Char) ? std::move(a).toKind(Kind::Double) : a; }
+
+}  // namespace
+
+Solution solve(const NumericArray& a, const NumericArray& b) {
+  if (a.has(Property::allReals) && b.has(Property::allReals)) return solveIn(a.toDoubleArray(), b.toDoubleArray());
+  return solveIn(a.toComplexArray(), b.toComplexArray());
+}
+
+NumericArray mldivide(NumericArray a, NumericArray b, const Warn& warn) {
+  a = charsToNumbers(std::move(a));
+  b = charsToNumbers(std::move(b));
+  if (a.isEmpty() || b.isEmpty()) return NumericArray();
+  if (isElementwise(a, b, 1, kLeft)) return elementwise(BinaryOp::ldivide, std::move(a), std::move(b));
+  return solved(a, b, kLeft.equation, warn);
+}
+
+NumericArray mrdivide(NumericArray b, NumericArray a, const Warn& warn) {
+  a = charsToNumbers(std::move(a));
+  b = charsToNumbers(std::move(b));
+  if (a.isEmpty() || b.isEmpty()) return NumericArray();
+  if (isElementwise(a, b, 2, kRight)) return elementwise(BinaryOp::rdivide, std::move(b), std::move(a));
+  return flipped(solved(flipped(std::move(a)), flipped(std::move(b)), kRight.equation, warn));
+}
+
+}  // namespace kelo

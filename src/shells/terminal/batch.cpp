@@ -1,0 +1,62 @@
+// Commands run in order in one base workspace. A failed one does not keep the next from running; a fatal fault and Ctrl-C do.
+#include "shells/terminal/batch.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "shells/terminal/session.h"
+#include "shells/terminal/terminal.h"
+#include "shells/terminal/work_dir.h"
+
+namespace kelo::terminal {
+namespace {
+
+ItemWriter::Style styleOf(const Options& options) {
+  ItemWriter::Style style;
+  style.json = options.json;
+  style.colour = !options.json && wantsColour(STDERR_FILENO);
+  style.clearsScreen = !options.json && isatty(STDOUT_FILENO);
+  style.promptStaysOpen = style.clearsScreen && isatty(STDIN_FILENO);
+  return style;
+}
+
+ExitStatus refuse(const std::string& fault, ExitStatus status) {
+  std::fprintf(stderr, "kelo: %s\n", fault.c_str());
+  return status;
+}
+
+}  // namespace
+
+ExitStatus runBatch(const Options& options) {
+  std::string fault;
+  const std::optional<Place> place = findPlace(options, &fault);
+  if (!place) return refuse(fault, kWrongUsage);
+  Session session(options, place->workDir, styleOf(options));
+  if (!options.width) session.app.settings.consoleCells = terminalWidth();
+
+  if (!place->fileName.empty()) {
+    session.writer.beginCommand("");
+    session.run([&](AppController& app) { app.startFile(place->directory, place->fileName); });
+    return session.worstStatus();
+  }
+  std::vector<std::string> commands = options.commands;
+  if (commands.empty()) {
+    const std::optional<std::string> text = session.input.rest();
+    if (!text) return kCommandFailed;
+    commands.push_back(*text);
+  }
+  for (const std::string& command : commands) {
+    if (!isUtf8(command)) {
+      return refuse(options.commands.empty() ? "standard input is not UTF-8 text" : "the command is not UTF-8 text",
+                    kCommandFailed);
+    }
+    session.writer.continueWith(command);
+    session.run([&](AppController& app) { app.startCommand(command); });
+    if (session.wasStopped() || session.lastStatus() == kFatalFault) break;
+  }
+  return session.worstStatus();
+}
+
+}  // namespace kelo::terminal

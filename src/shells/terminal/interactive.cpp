@@ -1,0 +1,122 @@
+// A command is typed line by line until it is complete, and handed over by the run button of the console.
+#include "shells/terminal/interactive.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "shells/terminal/completion.h"
+#include "shells/terminal/line_editor.h"
+#include "shells/terminal/session.h"
+#include "shells/terminal/terminal.h"
+#include "shells/terminal/work_dir.h"
+
+namespace kelo::terminal {
+namespace {
+
+constexpr const char* kPrompt = "> ";
+constexpr const char* kContinuation = "| ";
+
+class InteractiveConsole {
+ public:
+  InteractiveConsole(const Options& options, const std::string& workDir)
+      : hasFixedWidth_(options.width.has_value()), session_(options, workDir, style()), editor_(hooks()) {}
+
+  void serve() {
+    warmUp();
+    while (std::optional<std::string> command = readCommand()) {
+      if (command->find_first_not_of(" \t") == std::string::npos) continue;
+      runCommand(*command);
+    }
+    std::fputs("\n", stdout);
+  }
+
+ private:
+  static ItemWriter::Style style() {
+    ItemWriter::Style style;
+    style.colour = wantsColour(STDERR_FILENO);
+    style.clearsScreen = isatty(STDOUT_FILENO);
+    style.editorPrompts = true;
+    return style;
+  }
+
+  LineEditor::Hooks hooks() {
+    LineEditor::Hooks hooks;
+    hooks.previous = [this] { return session_.app.console.history.previous(); };
+    hooks.next = [this] { return session_.app.console.history.next(); };
+    hooks.complete = [this](const std::string& before, size_t* wordLength) {
+      std::vector<std::string> names;
+      if (session_.app.console.runState.status != RunState::Status::idle) return names;  // an answer is typed
+      session_.parserQueue.runAndWait([&] { names = completions(session_.app, before, wordLength); });
+      return names;
+    };
+    hooks.interrupted = [this] { return session_.stopSignal.take(); };
+    hooks.serve = [this] { session_.mainQueue.runReady(); };
+    hooks.descriptors = {session_.mainQueue.wakeDescriptor(), session_.stopSignal.descriptor()};
+    return hooks;
+  }
+
+  /// The first parse fills the parser's tables; that is done while the user types.
+  void warmUp() {
+    session_.parserQueue.async(warmUpParser);
+  }
+
+  bool needsMore(const std::string& text) {
+    bool incomplete = false;
+    session_.parserQueue.runAndWait([&] { incomplete = isIncomplete(text); });
+    return incomplete;
+  }
+
+  /// Nothing at the end of the input. Ctrl-C throws away what was typed; an empty line ends a text that stays incomplete.
+  std::optional<std::string> readCommand() {
+    std::string text, line;
+    while (true) {
+      switch (editor_.readLine(text.empty() ? kPrompt : kContinuation, &line)) {
+        case LineEditor::Outcome::ended: return std::nullopt;
+        case LineEditor::Outcome::interrupted: text.clear(); continue;
+        case LineEditor::Outcome::line: break;
+      }
+      const bool endsHere = !text.empty() && line.empty();
+      text += text.empty() ? line : "\n" + line;
+      if (text.empty() || endsHere || !needsMore(text)) return text;
+    }
+  }
+
+  std::optional<std::string> readAnswer() {
+    std::string line;
+    if (editor_.readLine(session_.writer.takeOpenPrompt(), &line) != LineEditor::Outcome::line) return std::nullopt;
+    return line;
+  }
+
+  void runCommand(const std::string& command) {
+    if (!hasFixedWidth_) session_.app.settings.consoleCells = terminalWidth();
+    session_.writer.beginCommand(command);
+    session_.run(
+        [&](AppController& app) {
+          app.console.input.text = command;
+          app.pressRun();
+        },
+        [this] { return readAnswer(); });
+    if (session_.writer.hasWritten()) std::fputs("\n", stdout);
+    std::fflush(stdout);
+  }
+
+  bool hasFixedWidth_;
+  Session session_;
+  LineEditor editor_;
+};
+
+}  // namespace
+
+ExitStatus runInteractive(const Options& options) {
+  std::string fault;
+  const std::optional<Place> place = findPlace(options, &fault);
+  if (!place) {
+    std::fprintf(stderr, "kelo: %s\n", fault.c_str());
+    return kWrongUsage;
+  }
+  InteractiveConsole(options, place->workDir).serve();
+  return kAllRan;
+}
+
+}  // namespace kelo::terminal

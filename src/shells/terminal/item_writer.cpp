@@ -1,0 +1,100 @@
+// Each item is written at once, with one call, and ends in a line feed; the blank line before the next one goes to that one's
+// stream, since only then is it known that there is a next one.
+#include "shells/terminal/item_writer.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <nlohmann/json.hpp>
+
+#include "shells/terminal/caret.h"
+
+namespace kelo::terminal {
+namespace {
+
+constexpr const char* kRed = "\x1b[31m";
+constexpr const char* kYellow = "\x1b[33m";
+constexpr const char* kPlain = "\x1b[0m";
+constexpr const char* kClearScreen = "\x1b[H\x1b[2J\x1b[3J";
+
+std::string jsonLine(const Display& display) {
+  nlohmann::ordered_json line;
+  line["contentType"] = contentTypeName(display.contentType());
+  line["varName"] = nullptr;
+  if (display.varName()) line["varName"] = *display.varName();
+  line["text"] = display.displayText();
+  return line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace
+
+void ItemWriter::beginCommand(std::string text) {
+  commandText_ = std::move(text);
+  hasWritten_ = false;
+}
+
+void ItemWriter::item(const Display& display) {
+  if (display.contentType() == Display::DisplayContentType::inputText) return;  // it has been typed here
+  if (style_.json) return write(STDOUT_FILENO, jsonLine(display));
+  const bool isError = display.contentType() == Display::DisplayContentType::error;
+  const std::string blankLine = hasWritten_ ? "\n" : "";
+  write(isError ? STDERR_FILENO : STDOUT_FILENO,
+        blankLine + (isError ? errorText(display) : display.displayText()) + "\n");
+  hasWritten_ = true;
+}
+
+void ItemWriter::prompt(const Display& display) {
+  if (!style_.promptStaysOpen && !style_.editorPrompts) return item(display);
+  std::string text = (hasWritten_ ? "\n" : "") + display.displayText();
+  if (style_.editorPrompts) {
+    const size_t lastLine = text.find_last_of('\n') + 1;
+    openPrompt_ = text.substr(lastLine);
+    text.erase(lastLine);
+  }
+  write(STDOUT_FILENO, text);
+  hasWritten_ = true;
+}
+
+void ItemWriter::cleared() {
+  if (!style_.clearsScreen) return;
+  write(STDOUT_FILENO, kClearScreen);
+  hasWritten_ = false;
+}
+
+void ItemWriter::runEnded(const RunResult& result) {
+  lastResult_ = result;
+  if (result.fatalFault) write(STDERR_FILENO, "kelo: the run was ended by a fatal fault: " + *result.fatalFault + "\n");
+}
+
+void ItemWriter::runStateChanged(RunState::Status status) {
+  if (status == RunState::Status::idle) ++runsEnded_;
+}
+
+void ItemWriter::write(int descriptor, const std::string& text) {
+  size_t done = 0;
+  while (done < text.size()) {
+    const ssize_t count = ::write(descriptor, text.data() + done, text.size() - done);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return;  // nobody reads any more
+    done += static_cast<size_t>(count);
+  }
+}
+
+/// The text of the message as it is; on a terminal in colour and with the offending line below.
+std::string ItemWriter::errorText(const Display& display) const {
+  const Message* message = std::get_if<Message>(&display.content());
+  if (!style_.colour || message == nullptr) return display.displayText();
+  const bool isWarning = message->type == Message::MsgType::warning;
+  std::string text = (isWarning ? kYellow : kRed) + display.displayText() + kPlain;
+  const std::string lines = excerpt(*message);
+  return lines.empty() ? text : text + "\n" + lines;
+}
+
+std::string ItemWriter::excerpt(const Message& message) const {
+  if (!message.lineNum || !message.charPos || message.customMsg) return "";
+  if (!message.relativePath) return caretExcerpt(commandText_, *message.lineNum, *message.charPos);
+  const std::optional<std::string> text = files_.readFile(*message.relativePath);
+  return text ? caretExcerpt(*text, *message.lineNum, *message.charPos) : "";
+}
+
+}  // namespace kelo::terminal

@@ -1,0 +1,57 @@
+// Writes the console's items to the standard streams: values and texts to one, errors and warnings to the other, a blank
+// line between two items, whatever their streams.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "interpreter/console.h"
+#include "platform/file_system.h"
+
+namespace kelo::terminal {
+
+class ItemWriter : public ConsoleView {
+ public:
+  struct Style {
+    bool json = false;
+    bool colour = false;        ///< of what goes to standard error
+    bool clearsScreen = false;  ///< `clc` clears: standard output is a terminal
+    bool promptStaysOpen = false;  ///< the answer is typed behind the prompt
+    bool editorPrompts = false;    ///< the line editor shows the last line of the prompt
+  };
+
+  ItemWriter(Style style, platform::FileSystem& files) : style_(style), files_(files) {}
+
+  /// A command begins: what follows is set off from nothing. `text` is where errors of console text point to. Thread: main,
+  /// with no run going on.
+  void beginCommand(std::string text);
+  /// The same, but items before it are set off by a blank line.
+  void continueWith(std::string text) { commandText_ = std::move(text); }
+  bool hasWritten() const { return hasWritten_; }
+  std::string takeOpenPrompt() { return std::exchange(openPrompt_, ""); }
+
+  void item(const Display& display) override;
+  void prompt(const Display& display) override;
+  void cleared() override;
+  void runEnded(const RunResult& result) override;
+  void runStateChanged(RunState::Status status) override;
+
+  /// Of the runs that have ended. Thread: main
+  int64_t runsEnded() const { return runsEnded_; }
+  const RunResult& lastResult() const { return lastResult_; }
+
+ private:
+  void write(int descriptor, const std::string& text);
+  std::string errorText(const Display& display) const;
+  std::string excerpt(const Message& message) const;
+
+  Style style_;
+  platform::FileSystem& files_;
+  std::string commandText_;
+  std::string openPrompt_;
+  bool hasWritten_ = false;
+  RunResult lastResult_;
+  int64_t runsEnded_ = 0;
+};
+
+}  // namespace kelo::terminal

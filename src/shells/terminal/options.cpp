@@ -1,0 +1,84 @@
+// The only source that sees the command line library, which is slow to compile.
+#include "shells/terminal/options.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <cstdio>
+
+namespace kelo::terminal {
+namespace {
+
+constexpr const char* kDescription =
+    "Kelo, an interpreter of a subset of the MATLAB language.\n"
+    "\n"
+    "With a terminal and no FILE it is an interactive console: type a command, Tab completes a name, the arrows recall\n"
+    "what was typed before, Ctrl-C stops a run, Ctrl-D leaves. Otherwise it runs what it is given and ends.";
+
+constexpr const char* kFooter =
+    "\n"
+    "Values and text go to standard output, errors and warnings to standard error.\n"
+    "Exit status: 0 all ran, 1 a command failed, 2 wrong usage, 70 a fatal fault ended a run.\n"
+    "\n"
+    "Examples:\n"
+    "  kelo -e 'x = 1:5' -e 'mean(x)'\n"
+    "  kelo examples/tour.m\n"
+    "  echo '2 + 3' | kelo --digits 12";
+
+class HelpText : public CLI::Formatter {
+ public:
+  std::string make_usage(const CLI::App*, std::string) const override { return "Usage: kelo [options] [FILE.m | -]\n"; }
+};
+
+/// The words of the library without their line breaks.
+std::string oneLine(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
+}
+
+ExitStatus refuse(const std::string& fault) {
+  std::fprintf(stderr, "kelo: %s (kelo --help tells more)\n", oneLine(fault).c_str());
+  return kWrongUsage;
+}
+
+}  // namespace
+
+std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
+  Options options;
+  int digits = 0;
+  std::string figure;
+
+  CLI::App app(kDescription, "kelo");
+  app.formatter(std::make_shared<HelpText>());
+  app.get_formatter()->column_width(22);
+  app.footer(kFooter);
+  app.set_help_flag("-h,--help", "Print this text and end");
+  app.set_version_flag("--version", "kelo " KELO_VERSION, "Print the version and end");
+  CLI::Option* commands = app.add_option("-e", options.commands, "Run TEXT as one console command; repeatable, in order")
+                              ->type_name("TEXT")->allow_extra_args(false)->take_all();
+  app.add_option("FILE", options.file, "Script or function file to run; - runs standard input as one command")
+      ->type_name("")->excludes(commands);
+  app.add_option("--workdir", options.workDir, "Work directory (default: the current one)")->type_name("DIR");
+  CLI::Option* digitsOption = app.add_option("--digits", digits, "Significant digits shown: 5, 8, 12 or 16")
+                                  ->type_name("N")->check(CLI::IsMember({5, 8, 12, 16}));
+  app.add_option("--width", options.width, "Console width in character cells (default: the terminal's, or 80)")
+      ->type_name("CELLS")->check(CLI::Range(1, 100000));
+  app.add_option("--figure", figure, "Write the current figure at the end: .png .pdf .svg .kfig")->type_name("FILE");
+  app.add_flag("--json", options.json, "Show each item as one JSON object a line");
+  app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& wanted) {  // help, version
+    app.exit(wanted);
+    return kAllRan;
+  } catch (const CLI::ParseError& fault) {
+    return refuse(fault.what());
+  }
+  if (!figure.empty()) return refuse("--figure is not supported yet");
+  if (*digitsOption) options.numDigitIndex = digits == 5 ? 0 : digits == 8 ? 1 : digits == 12 ? 2 : 3;
+  return options;
+}
+
+}  // namespace kelo::terminal

@@ -1,0 +1,28 @@
+// The command line.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace kelo::terminal {
+
+/// What the program ends with.
+enum ExitStatus { kAllRan = 0, kCommandFailed = 1, kWrongUsage = 2, kFatalFault = 70 };
+
+struct Options {
+  std::vector<std::string> commands;  ///< of -e, in order
+  std::optional<std::string> file;    ///< "-" is standard input
+  std::optional<std::string> workDir;
+  std::optional<int> numDigitIndex;  ///< into the list 5, 8, 12, 16
+  std::optional<int> width;          ///< character cells
+  std::optional<std::string> stateDir;
+  bool json = false;
+};
+
+/// The options, or the status to end with at once: help and version have been printed, wrong usage has been told in one
+/// line.
+std::variant<Options, ExitStatus> parseOptions(int argc, char** argv);
+
+}  // namespace kelo::terminal

@@ -1,0 +1,108 @@
+// The main thread's loop: one poll on the main queue, Ctrl-C and, while a run waits for it, standard input.
+#include "shells/terminal/session.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "builtins/library.h"
+#include "platform/native/machine.h"
+
+namespace kelo::terminal {
+namespace {
+
+std::string stateDirectory(const Options& options) {
+  if (options.stateDir) return *options.stateDir;
+  if (const char* state = std::getenv("XDG_STATE_HOME"); state != nullptr && state[0] == '/') {
+    return std::string(state) + "/kelo";
+  }
+  const char* home = std::getenv("HOME");
+  return std::string(home != nullptr ? home : ".") + "/.local/state/kelo";
+}
+
+}  // namespace
+
+Session::Session(const Options& options, const std::string& workDir, ItemWriter::Style style)
+    : store(stateDirectory(options), [](const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }),
+      files(workDir),
+      writer(style, files),
+      app({parserQueue, mainQueue, synchronization, files, store, clock}, writer, builtins::library()) {
+  platform::native::adaptToMachine();
+  platform::setParallelFor(&pool);
+  if (options.numDigitIndex) app.settings.numDigitIndex = *options.numDigitIndex;
+  if (options.width) app.settings.consoleCells = *options.width;
+}
+
+// The queue's thread is a member that goes last, so a run that is left behind is stopped here.
+Session::~Session() {
+  app.pressStop();
+  parserQueue.runAndWait([] { platform::setParallelFor(nullptr); });
+}
+
+void Session::run(const std::function<void(AppController&)>& start, const Answerer& answer) {
+  stopped_ = false;
+  stopSignal.take();
+  const int64_t before = writer.runsEnded();
+  start(app);
+  while (writer.runsEnded() == before) {
+    waitForEvent();
+    if (stopSignal.take()) {
+      stopped_ = true;
+      app.pressStop();
+    }
+    mainQueue.runReady();
+    serveInput(answer);
+  }
+  worst_ = std::max(worst_, lastStatus());
+}
+
+ExitStatus Session::lastStatus() const {
+  const RunResult& result = writer.lastResult();
+  if (result.fatalFault) return kFatalFault;
+  return result.failed ? kCommandFailed : kAllRan;
+}
+
+/// A pause with a time limit takes no line of a pipe: there the lines are answers.
+bool Session::listensToInput() {
+  const RunState::Status status = app.console.runState.status;
+  if (status == RunState::Status::waitInput) return true;
+  if (status != RunState::Status::paused) return false;
+  return isatty(LineReader::kDescriptor) || !mainQueue.secondsToNextTimer();
+}
+
+void Session::waitForEvent() {
+  const bool listens = listensToInput();
+  pollfd events[] = {{mainQueue.wakeDescriptor(), POLLIN, 0},
+                     {stopSignal.descriptor(), POLLIN, 0},
+                     {LineReader::kDescriptor, POLLIN, 0}};
+  // A timer that is due a little later is waited for to the next millisecond, not looked at again and again.
+  const std::optional<double> seconds = mainQueue.secondsToNextTimer();
+  int milliseconds = seconds ? static_cast<int>(std::fmin(std::ceil(*seconds * 1000), 3600e3)) : -1;
+  if (listens && input.hasLine()) milliseconds = 0;
+  const int ready = poll(events, listens ? 3 : 2, milliseconds);
+  if (ready > 0 && listens && events[2].revents != 0 && !input.hasLine()) input.fill();
+}
+
+void Session::serveInput(const Answerer& answer) {
+  if (!listensToInput()) return;
+  const bool isPause = app.console.runState.status == RunState::Status::paused;
+  const bool asks = answer && !isPause;
+  if (!asks && !input.hasLine()) return;
+  const std::optional<std::string> line = asks ? answer() : input.nextLine();
+  if (!line) {
+    stopped_ = true;
+    app.pressStop();
+    // The run ends without a further state; this one must not be answered again.
+    app.console.runState.status = RunState::Status::running;
+    return;
+  }
+  if (!isPause) app.console.input.text = *line;
+  app.pressRun();
+  app.console.runState.status = RunState::Status::running;
+}
+
+}  // namespace kelo::terminal

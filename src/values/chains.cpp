@@ -1,0 +1,157 @@
+// Fields and chains. A chain is followed by a loop, not by recursion: its length is the user's.
+#include "values/chains.h"
+
+#include <algorithm>
+
+#include "messages/catalogue/indexing.h"
+#include "messages/message.h"
+#include "values/growth.h"
+#include "values/indexing.h"
+
+namespace kelo {
+namespace {
+
+int64_t existingField(const StructArray& array, Name field) {
+  if (array.isEmpty()) throw problem(text::kEmptyStructureHasNoField);
+  const int64_t index = array.fieldIndex(field);
+  if (index < 0) throw problem(text::fieldNotFound(field.text()));
+  return index;
+}
+
+}  // namespace
+
+NodeValue readField(const StructArray& array, Name field) {
+  const int64_t index = existingField(array, field);
+  if (array.size().isScalar()) return array.value(0, index);
+  std::vector<Storable> values;
+  for (int64_t k = 0; k < array.numElements(); ++k) values.push_back(array.value(k, index));
+  return NodeValue::listOf(std::move(values));
+}
+
+NodeValue readField(const StructArray& array, std::span<const Index> indices, Name field) {
+  const IntArray positions = selectedPositions(array.size(), indices);
+  if (positions.isEmpty()) throw problem(text::kEmptyStructureHasNoField);
+  const int64_t index = existingField(array, field);
+  if (positions.isScalar()) return array.value(positions.scalar(), index);
+  std::vector<Storable> values;
+  for (const int64_t position : positions.values()) values.push_back(array.value(position, index));
+  return NodeValue::listOf(std::move(values));
+}
+
+const Storable* plainField(const Storable& value, Name field) {
+  const StructArray* array = value.structure();
+  if (array == nullptr || !array->size().isScalar()) return nullptr;
+  const int64_t index = array->fieldIndex(field);
+  return index < 0 ? nullptr : &array->value(0, index);
+}
+
+bool assignPlainField(Storable& target, Name field, Storable& value) {
+  StructArray* array = target.structure();
+  if (array == nullptr || !array->size().isScalar()) return false;
+  const int64_t index = array->fieldIndex(field);
+  if (index < 0) return false;
+  array->writableValue(0, index) = std::move(value);
+  return true;
+}
+
+Name fieldNameOf(const Storable& value) {
+  const NumericArray* text = value.numeric();
+  if (text == nullptr || !text->is(Kind::Char) || !text->size().isRow()) throw problem(text::kFieldNameNotText);
+  return Name::intern(toUtf8(text->asChar()));
+}
+
+/// Where a link leads: the element of the structure array before it, and the field there.
+struct FieldChain::Step {
+  SizeVector size;             // of the structure array, made larger if need be
+  int64_t element;
+  const Storable* child;       // the field's value; null when the element or the field is missing
+};
+
+FieldChain::Step FieldChain::stepFrom(const Storable* at, size_t k) const {
+  if (at != nullptr && !at->isStructure()) {
+    throw problem(k == 0 ? text::shouldBeStructure(variable_.text()) : text::notAStructure(fields_[k - 1].text()));
+  }
+  const StructArray* array = at ? at->structure() : nullptr;
+  const std::vector<Index>& indices = indices_[k];
+  if (indices.empty()) {
+    if (array && !array->size().isScalar()) throw problem(text::kStructureScalarExpected);
+    return {SizeVector(1, 1), 0, array ? plainField(*at, fields_[k]) : nullptr};
+  }
+  const auto isOne = [](const Index& index) { return index.count() == 1; };
+  if (!std::all_of(indices.begin(), indices.end(), isOne)) throw problem(text::kStructureScalarExpected);
+  const SizeVector size = grownSize(array ? array->size() : SizeVector(), indices);
+  const int64_t element = selectedPositions(size, indices).scalar();
+  const int64_t field = array && size == array->size() ? array->fieldIndex(fields_[k]) : -1;
+  return {size, element, field < 0 ? nullptr : &array->value(element, field)};
+}
+
+const Storable* FieldChain::reached(const Storable* root) const {
+  const Storable* at = root;
+  for (size_t k = 0; k < fields_.size() && at != nullptr; ++k) at = stepFrom(at, k).child;
+  return at;
+}
+
+template <class Change>
+void FieldChain::change(Storable& root, bool isNew, Change&& change) const {
+  std::vector<Step> steps;
+  const Storable* at = isNew ? nullptr : &root;
+  size_t existing = 0;  // links that lead somewhere
+  for (size_t k = 0; k < fields_.size(); ++k) {
+    steps.push_back(stepFrom(at, k));
+    at = steps.back().child;
+    if (at != nullptr) existing = k + 1;
+  }
+
+  // What does not exist yet, from its end backwards.
+  const auto put = [&](StructArray& array, size_t k, Storable value) {
+    const bool grows = !(steps[k].size == array.size());
+    const bool twoChanges = grows && !array.hasField(fields_[k]);  // the second may find no memory
+    StructArray copy = twoChanges ? array : StructArray();
+    StructArray& target = twoChanges ? copy : array;
+    if (grows) grow(target, steps[k].size, {});
+    const int64_t field = target.ensureField(fields_[k]);
+    target.writableValue(steps[k].element, field) = std::move(value);
+    if (twoChanges) array = std::move(copy);
+  };
+  const auto made = [&](size_t k, Storable value) {
+    StructArray array(SizeVector(), {});
+    put(array, k, std::move(value));
+    return Storable(std::move(array));
+  };
+  Storable child;
+  if (existing < fields_.size()) {
+    change(child);
+    for (size_t k = fields_.size() - 1; k > existing; --k) child = made(k, std::move(child));
+    if (isNew) {
+      root = made(0, std::move(child));
+      return;
+    }
+  }
+
+  Storable* node = &root;
+  for (size_t k = 0; k < existing; ++k) {
+    StructArray& array = *node->structure();
+    node = &array.writableValue(steps[k].element, array.fieldIndex(fields_[k]));
+  }
+  if (existing < fields_.size()) {
+    put(*node->structure(), existing, std::move(child));
+  } else {
+    change(*node);
+  }
+}
+
+void FieldChain::assign(Storable& root, bool isNew, Storable value) const {
+  change(root, isNew, [&](Storable& end) {
+    if (indices_.back().empty()) {
+      end = std::move(value);
+    } else {
+      writeElements(end, indices_.back(), value);
+    }
+  });
+}
+
+void FieldChain::erase(Storable& root, bool isNew) const {
+  change(root, isNew, [&](Storable& end) { deleteElements(end, indices_.back()); });
+}
+
+}  // namespace kelo

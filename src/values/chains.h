@@ -1,0 +1,65 @@
+// Fields of structures: reading s.f and s(i).f, and writing along a chain such as s(i).f(j).g = v.
+//
+// A chain is a variable, then fields, each with subscripts behind it or none. The evaluator builds it from the left; since `end`
+// and ":" in a subscript need the extent of what stands before it, a chain can be asked what it has reached so far. The write
+// itself first follows the chain as far as it exists, only looking, then makes what is missing from its end backwards, and
+// only then touches the variable: a failure leaves it as it was, and no level that exists is copied unless it is shared.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "values/index.h"
+#include "values/node_value.h"
+
+namespace kelo {
+
+/// The field of every element, in storage order: one value for a scalar structure, else a list without a first.
+/// throws Problem: no elements, or no such field
+NodeValue readField(const StructArray& array, Name field);
+/// The same of the selected elements only: s(i).f without making s(i). throws also as readElements
+NodeValue readField(const StructArray& array, std::span<const Index> indices, Name field);
+
+/// The field of a scalar structure for looking at; null when the value is anything else or lacks it.
+const Storable* plainField(const Storable& value, Name field);
+/// s.f = v where s is a scalar structure that has the field. False, and `value` is still there, when it is not so.
+bool assignPlainField(Storable& target, Name field, Storable& value);
+
+/// The name that s.(e) means. throws Problem when e is no row of characters
+Name fieldNameOf(const Storable& value);
+
+/// The left side of a structure assignment.
+class FieldChain {
+ public:
+  explicit FieldChain(Name variable) : variable_(variable), indices_(1) {}
+
+  /// Subscripts behind the variable or the field that was added last. REQUIRES: not empty
+  void addIndices(std::vector<Index> indices) { indices_.back() = std::move(indices); }
+  void addField(Name field) {
+    fields_.push_back(field);
+    indices_.emplace_back();
+  }
+
+  /// What the chain has reached, before the subscripts at its end, if any: `end` and ":" in them ask for its size. Null where
+  /// there is nothing yet, which counts as 0 x 0. root: the variable, null if there is none.
+  const Storable* reached(const Storable* root) const;
+
+  /// Writes the value at the chain's end. A missing field or element on the way is made. `isNew` says that the variable does
+  /// not exist yet; `root` is then given its first value.
+  /// throws  Problem, and root is as it was: no structure or not a scalar one on the way, and as writeElements
+  void assign(Storable& root, bool isNew, Storable value) const;
+  /// s.f(i) = []. REQUIRES: subscripts at the chain's end
+  void erase(Storable& root, bool isNew) const;
+
+ private:
+  struct Step;
+  Step stepFrom(const Storable* at, size_t k) const;
+  template <class Change>
+  void change(Storable& root, bool isNew, Change&& change) const;
+
+  Name variable_;
+  std::vector<Name> fields_;
+  std::vector<std::vector<Index>> indices_;  // of the variable, then of each field
+};
+
+}  // namespace kelo

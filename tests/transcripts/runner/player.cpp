@@ -1,0 +1,58 @@
+// A press of Run while the queue runs inline comes back when the run has ended; what a run waits for is answered by
+// whileAsleep.
+#include "player.h"
+
+#include "builtins/library.h"
+
+namespace kelo::transcripts {
+
+Player::Player()
+    : app_({parserQueue_, mainQueue_, synchronization_, files_, store_, clock_}, *this, builtins::library()) {
+  synchronization_.whileAsleep = [this] { whileAsleep(); };
+}
+
+void Player::set(const std::string& setting) {
+  const int number = std::stoi(setting.substr(setting.find(' ')));
+  if (setting.starts_with("width ")) app_.settings.consoleCells = number;
+  if (setting.starts_with("digits ")) app_.settings.numDigitIndex = number == 5 ? 0 : number == 8 ? 1 : number == 12 ? 2 : 3;
+}
+
+std::vector<std::string> Player::play(const Step& step) {
+  output_.clear();
+  answers_ = step.answers;
+  if (step.kind == Step::Kind::program) {
+    const size_t slash = step.argument.find_last_of('/') + 1;
+    app_.pressRunFile(slash == 0 ? "" : step.argument.substr(0, slash - 1), step.argument.substr(slash));
+  } else {
+    app_.console.input.text = step.argument;
+    app_.pressRun();
+  }
+  mainQueue_.drain();
+  return std::move(output_);
+}
+
+void Player::item(const Display& display) {
+  if (display.contentType() == Display::DisplayContentType::inputText) return;
+  if (!output_.empty()) output_.emplace_back();
+  for (std::string& line : itemLines(display.displayText())) output_.push_back(std::move(line));
+}
+
+void Player::runEnded(const RunResult& result) {
+  if (result.fatalFault) output_.push_back("(fatal fault: " + *result.fatalFault + ")");
+}
+
+/// The answers in order, "^C" being the stop button; without one a timer goes off, and an input that has no answer is closed.
+void Player::whileAsleep() {
+  mainQueue_.drain();
+  if (app_.console.runState.status == RunState::Status::paused && mainQueue_.hasTimer() && answers_.empty()) {
+    return mainQueue_.fireNextTimer();
+  }
+  const std::string answer = answers_.empty() ? "^C" : answers_.front();
+  if (!answers_.empty()) answers_.erase(answers_.begin());
+  if (answer == "^C") return app_.pressStop();
+  if (app_.console.runState.status == RunState::Status::waitInput) app_.console.input.text = answer;
+  app_.pressRun();
+  mainQueue_.drain();
+}
+
+}  // namespace kelo::transcripts

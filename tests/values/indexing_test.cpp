@@ -1,0 +1,431 @@
+// Reading, writing and deleting elements: tables of cases with the arrays as text, and laws on random input.
+#include "values/indexing.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <random>
+
+#include "messages/catalogue/indexing.h"
+#include "messages/fatal_fault.h"
+#include "messages/message.h"
+
+namespace kelo {
+namespace {
+
+using Indices = std::vector<Index>;
+
+Storable doubles(const SizeVector& size, std::vector<double> values) { return DoubleArray(size, values); }
+Storable row(std::vector<double> values) { return DoubleArray::row(values); }
+Storable column(std::vector<double> values) { return DoubleArray::column(values); }
+Storable mask(const SizeVector& size, std::initializer_list<bool> values) { return LogicalArray(size, values); }
+Storable counting(const SizeVector& size) {
+  DoubleArray array = DoubleArray::uninitialized(size);
+  double* out = array.writable();
+  for (int64_t k = 0; k < size.numElements(); ++k) out[k] = static_cast<double>(k + 1);
+  return array;
+}
+Index at(double k) { return Index::from(Storable(k)); }
+Index at(std::vector<double> values) { return Index::from(row(std::move(values))); }
+
+std::string elementText(double x) { return std::to_string(static_cast<int64_t>(x)); }
+std::string elementText(int64_t x) { return std::to_string(x); }
+std::string elementText(bool x) { return x ? "true" : "false"; }
+std::string elementText(ComplexDouble z) { return elementText(z.real) + "+" + elementText(z.imaginary) + "i"; }
+std::string elementText(Character c) { return std::string(1, static_cast<char>(c.firstCodePoint())); }
+
+/// "double (1 x 3): 1 2 3"
+std::string describe(const Storable& value) {
+  std::string result = value.kindLabel() + ":";
+  if (!value.isNumeric()) return result;
+  value.numeric()->visit([&](const auto& array) {
+    for (const auto element : array.values()) result += " " + elementText(element);
+  });
+  return result;
+}
+
+/// The texts of the problem that f throws, or "none".
+std::string problemOf(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const Problem& p) {
+    return p.reason.value_or("") + (p.expected ? "|" + *p.expected : "");
+  }
+  return "none";
+}
+
+struct Row {
+  const char* name;
+  Storable array;
+  Indices indices;
+  std::string expected;
+};
+
+TEST(Indexing, ReadsElementsInTheRightShape) {
+  const Storable matrix = counting({2, 3});
+  const Storable cube = counting({2, 3, 4});
+  const Storable x = row({10, 20, 30});
+  const Storable y = column({10, 20, 30});
+  const Row rows[] = {
+      {"scalar", x, {at(2)}, "double (1 x 1): 20"},
+      {"row by a column", x, {Index::from(column({3, 1}))}, "double (1 x 2): 30 10"},
+      {"column by a row", y, {at({3, 1})}, "double (2 x 1): 30 10"},
+      {"row by a matrix", x, {Index::from(doubles({2, 2}, {1, 2, 3, 1}))}, "double (2 x 2): 10 20 30 10"},
+      {"matrix by a column", matrix, {Index::from(column({6, 1}))}, "double (2 x 1): 6 1"},
+      {"a scalar counts as a row", Storable(5.0), {Index::from(column({1, 1}))}, "double (1 x 2): 5 5"},
+      {"colon of a matrix", matrix, {Index::colon(6)}, "double (1 x 6): 1 2 3 4 5 6"},
+      {"colon of a column", y, {Index::colon(3)}, "double (3 x 1): 10 20 30"},
+      {"page vector as index", matrix, {Index::from(doubles({1, 1, 3}, {1, 3, 5}))}, "double (1 x 1 x 3): 1 3 5"},
+      {"row mask of a matrix", matrix, {Index::from(mask({1, 4}, {true, false, false, true}))}, "double (1 x 2): 1 4"},
+      {"matrix mask", matrix, {Index::from(mask({2, 2}, {true, false, false, true}))}, "double (2 x 1): 1 4"},
+      {"row by a matrix mask", x, {Index::from(mask({2, 1}, {false, true}))}, "double (1 x 1): 20"},
+      {"empty index", x, {at(std::vector<double>{})}, "double (1 x 0):"},
+      {"0 x 0 index", x, {Index::from(Storable())}, "double (0 x 0):"},
+      {"text as index", x, {Index::from(Storable(CharArray({1, 1}, {Character(U'\2')})))}, "double (1 x 1): 20"},
+      {"two subscripts", matrix, {at(2), at(3)}, "double (1 x 1): 6"},
+      {"a row", matrix, {at(2), Index::colon(3)}, "double (1 x 3): 2 4 6"},
+      {"a column", matrix, {Index::colon(2), at(2)}, "double (2 x 1): 3 4"},
+      {"lists", matrix, {at({2, 1}), at({3, 1})}, "double (2 x 2): 6 5 2 1"},
+      {"mask as subscript", matrix, {at(1), Index::from(mask({1, 3}, {true, false, true}))}, "double (1 x 2): 1 5"},
+      {"fewer subscripts", cube, {at(2), at(12)}, "double (1 x 1): 24"},
+      {"a page", cube, {Index::colon(2), Index::colon(3), at(2)}, "double (2 x 3): 7 8 9 10 11 12"},
+      {"across pages", cube, {at(1), at({1, 3}), at({4, 1})}, "double (1 x 2 x 2): 19 23 1 5"},
+      {"extra subscripts", matrix, {at(1), at(2), at(1), at(1)}, "double (1 x 1): 3"},
+      {"logical stays", mask({1, 2}, {true, false}), {at({2, 1})}, "logical (1 x 2): false true"},
+  };
+  for (const Row& r : rows) EXPECT_EQ(describe(readElements(r.array, r.indices)), r.expected) << r.name;
+}
+
+TEST(Indexing, RefusesWhatIsNoIndex) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const double bad : {0.0, -1.0, 1.5, inf, -inf, nan}) {
+    EXPECT_EQ(problemOf([&] { at(bad); }), text::kIndexNotPositiveWhole) << bad;
+    EXPECT_EQ(problemOf([&] { at({1, 2, bad}); }), text::kIndexNotPositiveWhole) << bad;
+  }
+  EXPECT_EQ(problemOf([&] { at({0, 1, 2}); }), text::kIndexNotPositiveWhole);
+  EXPECT_EQ(problemOf([&] { at({0.5, 1.5}); }), text::kIndexNotPositiveWhole);
+  EXPECT_EQ(problemOf([&] { Index::from(Storable(IntArray(int64_t{0}))); }), text::kIndexNotPositiveWhole);
+  EXPECT_EQ(problemOf([&] { Index::from(Storable(ComplexDoubleArray(ComplexDouble{1, 1}))); }),
+            text::kIndexNotPositiveWhole);
+  EXPECT_EQ(problemOf([&] { Index::from(Storable(StructArray())); }), text::kIndexNotNumeric);
+  EXPECT_EQ(problemOf([&] { Index::from(FunctionHandle::builtIn(Name::intern("sin"))); }), text::kIndexNotNumeric);
+  EXPECT_THROW(at(1e300), FatalFault);
+  EXPECT_EQ(Index::from(Storable(ComplexDoubleArray(ComplexDouble{3, 0}))).needed(), 3);
+}
+
+TEST(Indexing, RefusesReadsOutsideTheArray) {
+  const Storable matrix = counting({2, 3});
+  const std::string past = std::string(text::kIndexExceedsArray) + "|" + text::kIndexExceedsArrayExpected;
+  EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{at(7)}); }), past);
+  EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{Index::from(mask({1, 7}, {0, 0, 0, 0, 0, 0, 1}))}); }), past);
+  EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{at(3), at(1)}); }), "Index exceeds the 1st dimension's length");
+  EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{at(1), at(1), at(2)}); }),
+            "Index exceeds the 3rd dimension's length");
+  EXPECT_EQ(problemOf([&] { readElements(matrix, {}); }), text::kNoIndex);
+}
+
+struct WriteRow {
+  const char* name;
+  Storable array;
+  Indices indices;
+  Storable value;
+  std::string expected;
+};
+
+TEST(Indexing, WritesElements) {
+  const Storable none;
+  const Storable matrix = counting({2, 3});
+  const WriteRow rows[] = {
+      {"scalar", row({1, 2, 3}), {at(2)}, Storable(9.0), "double (1 x 3): 1 9 3"},
+      {"scalar to a list", row({1, 2, 3}), {at({3, 1})}, Storable(9.0), "double (1 x 3): 9 2 9"},
+      {"list", row({1, 2, 3}), {at({3, 1})}, row({7, 8}), "double (1 x 3): 8 2 7"},
+      {"the last of a double position", row({1, 2}), {at({1, 1})}, row({7, 8}), "double (1 x 2): 8 2"},
+      {"mask", row({1, 2, 3}), {Index::from(mask({1, 3}, {1, 0, 1}))}, Storable(0.0), "double (1 x 3): 0 2 0"},
+      {"mask, several", row({1, 2, 3}), {Index::from(mask({1, 3}, {1, 0, 1}))}, column({7, 8}), "double (1 x 3): 7 2 8"},
+      {"colon", matrix, {Index::colon(6)}, Storable(0.0), "double (2 x 3): 0 0 0 0 0 0"},
+      {"a row", matrix, {at(1), Index::colon(3)}, column({7, 8, 9}), "double (2 x 3): 7 2 8 4 9 6"},
+      {"a block", matrix, {Index::colon(2), at({3, 1})}, doubles({2, 2}, {7, 8, 9, 0}), "double (2 x 3): 9 0 3 4 7 8"},
+      {"fewer subscripts", counting({2, 1, 2}), {at(2), at(2)}, Storable(0.0), "double (2 x 1 x 2): 1 2 3 0"},
+      {"nothing selected", row({1}), {at(std::vector<double>{})}, Storable(5.0), "double (1 x 1): 1"},
+      {"row grows", row({1, 2, 3}), {at(5)}, Storable(9.0), "double (1 x 5): 1 2 3 0 9"},
+      {"column grows", column({1, 2}), {at(4)}, Storable(9.0), "double (4 x 1): 1 2 0 9"},
+      {"scalar grows as a row", Storable(1.0), {at(2)}, Storable(9.0), "double (1 x 2): 1 9"},
+      {"0 x 0 grows as a row", none, {at({1, 3})}, row({8, 9}), "double (1 x 3): 8 0 9"},
+      {"0 x 1 grows as a column", doubles({0, 1}, {}), {at(2)}, Storable(9.0), "double (2 x 1): 0 9"},
+      {"mask grows", row({1}), {Index::from(mask({1, 3}, {0, 0, 1}))}, Storable(9.0), "double (1 x 3): 1 0 9"},
+      {"nothing to matrix", none, {at(2), at(3)}, Storable(1.0), "double (2 x 3): 0 0 0 0 0 1"},
+      {"matrix grows in rows", matrix, {at(3), at(1)}, Storable(9.0), "double (3 x 3): 1 2 9 3 4 0 5 6 0"},
+      {"matrix grows in columns", matrix, {Index::colon(2), at(4)}, column({7, 8}), "double (2 x 4): 1 2 3 4 5 6 7 8"},
+      {"matrix grows in pages", counting({1, 2}), {at(1), at(1), at(2)}, Storable(9.0), "double (1 x 2 x 2): 1 2 9 0"},
+      {"cube grows in rows", counting({1, 1, 2}), {at(2), at(2)}, Storable(9.0), "double (2 x 1 x 2): 1 0 2 9"},
+      {"text grows with blanks", CharArray(charRow("ab")), {at(4)}, CharArray(charRow("d")), "char (1 x 4): a b   d"},
+      {"logical takes a double", mask({1, 2}, {1, 0}), {at(2)}, Storable(7.0), "double (1 x 2): 1 7"},
+      {"double takes a character", row({1, 2}), {at(2)}, CharArray(charRow("A")), "double (1 x 2): 1 65"},
+      {"text takes a double", CharArray(charRow("AB")), {at(2)}, Storable(7.0), "double (1 x 2): 65 7"},
+      {"text takes a logical", CharArray(charRow("AB")), {at(2)}, LogicalArray(true), "char (1 x 2): A \x01"},
+      {"double takes a complex", row({1, 2}), {at(2)}, ComplexDoubleArray(ComplexDouble{0, 1}), "complex (1 x 2): 1+0i 0+1i"},
+      {"nothing takes the kind", none, {at(2)}, LogicalArray(true), "logical (1 x 2): false true"},
+      {"int takes a double", IntArray({1, 2}, {4, 5}), {at(1)}, Storable(7.0), "double (1 x 2): 7 5"},
+  };
+  for (const WriteRow& r : rows) {
+    Storable target = r.array;
+    writeElements(target, r.indices, r.value);
+    EXPECT_EQ(describe(target), r.expected) << r.name;
+  }
+}
+
+TEST(Indexing, RefusedWritesLeaveTheVariable) {
+  const std::string sizes = std::string(text::kArraySizesMismatch) + "|" + text::kSameCountExpected;
+  const std::string kinds = std::string(text::kDataTypesMismatch) + "|" + text::kDataTypesMismatchExpected;
+  const Storable matrix = counting({2, 3});
+  const Storable handle = FunctionHandle::builtIn(Name::intern("sin"));
+  const Character wide(U'\U0001F600');
+  const WriteRow rows[] = {
+      {"count", matrix, {at({1, 9})}, row({1, 2, 3}), sizes},
+      {"growth of a matrix", matrix, {at(7)}, Storable(1.0), text::kIndexExceedsTotal},
+      {"growth of several dimensions at once", counting({2, 3, 4}), {at(1), at(13)}, Storable(1.0), text::kIndexExceedsTotal},
+      {"growth of several empty dimensions", doubles({2, 0, 0}, {}), {at(1), at(1)}, Storable(1.0), text::kIndexExceedsTotal},
+      {"scalar wanted", matrix, {at(1), at(9)}, row({1, 2}), text::kScalarExpected},
+      {"vector wanted", matrix, {at({1, 2}), at(9)}, row({1, 2, 3}), text::vectorOfElementsExpected(2)},
+      {"vector of none", matrix, {at(std::vector<double>{}), at(1)}, row({1, 2, 3}), text::vectorOfElementsExpected(0)},
+      {"length", matrix, {at({1, 2}), at({1, 2, 3})}, counting({2, 2}), text::subscriptLengthExpected(2)},
+      {"no dimension is dropped", counting({2, 2, 2}), {at({1, 2}), at(1), at({1, 2})}, counting({2, 2}), text::subscriptLengthExpected(3)},
+      {"structure into numbers", matrix, {at(1)}, StructArray(), kinds},
+      {"numbers into a structure", StructArray(), {at(1)}, Storable(1.0), kinds},
+      {"handle as value", matrix, {at(1)}, handle, text::kAssignedNotArray},
+      {"handle as target", handle, {at(1)}, Storable(1.0), text::kAssignmentTargetNotArray},
+      {"a character of two numbers", matrix, {at(1)}, CharArray(wide), text::kSameLengthsExpected},
+  };
+  for (const WriteRow& r : rows) {
+    Storable target = r.array;
+    EXPECT_EQ(problemOf([&] { writeElements(target, r.indices, r.value); }), r.expected) << r.name;
+    if (!r.array.isArray()) continue;
+    EXPECT_EQ(describe(target), describe(r.array)) << r.name;
+    if (r.array.isNumeric()) {
+      EXPECT_EQ(target.numeric()->identity(), r.array.numeric()->identity()) << r.name;
+    }
+  }
+}
+
+TEST(Indexing, DeletesElements) {
+  const Storable matrix = counting({2, 3});
+  const Row rows[] = {
+      {"middle", row({1, 2, 3}), {at(2)}, "double (1 x 2): 1 3"},
+      {"twice the same", row({1, 2, 3}), {at({3, 3, 1})}, "double (1 x 1): 2"},
+      {"end of a column", column({1, 2, 3}), {at({2, 3})}, "double (1 x 1): 1"},
+      {"all", column({1, 2}), {Index::colon(2)}, "double (0 x 1):"},
+      {"a scalar", Storable(5.0), {at(1)}, "double (1 x 0):"},
+      {"matrix becomes a row", matrix, {at({2, 5})}, "double (1 x 4): 1 3 4 6"},
+      {"nothing", matrix, {at(std::vector<double>{})}, "double (2 x 3): 1 2 3 4 5 6"},
+      {"mask", row({1, 2, 3}), {Index::from(mask({1, 3}, {1, 0, 1}))}, "double (1 x 1): 2"},
+      {"a column", matrix, {Index::colon(2), at(2)}, "double (2 x 2): 1 2 5 6"},
+      {"a row, spelled out", matrix, {at(1), at({3, 1, 2})}, "double (1 x 3): 2 4 6"},
+      {"everything", matrix, {Index::colon(2), at({1, 2, 3})}, "double (2 x 0):"},
+      {"no slice", matrix, {at(std::vector<double>{}), Index::colon(3)}, "double (2 x 3): 1 2 3 4 5 6"},
+  };
+  for (const Row& r : rows) {
+    Storable target = r.array;
+    deleteElements(target, r.indices);
+    EXPECT_EQ(describe(target), r.expected) << r.name;
+  }
+  Storable target = matrix;
+  EXPECT_EQ(problemOf([&] { deleteElements(target, Indices{at(7)}); }), text::kDeletionExceedsArray);
+  EXPECT_EQ(problemOf([&] { deleteElements(target, Indices{at(1), at(4)}); }), text::deletionExceedsDimension(2));
+  EXPECT_EQ(problemOf([&] { deleteElements(target, Indices{at(1), at(2)}); }), text::kOnePartialDimension);
+  EXPECT_EQ(describe(target), describe(matrix));
+}
+
+TEST(Indexing, WritesStructureElements) {
+  const Name a = Name::intern("a");
+  const Name b = Name::intern("b");
+  StructArray element(SizeVector(1, 1), {a, b});
+  element.writableValue(0, 1) = Storable(7.0);
+  StructArray turned(SizeVector(1, 1), {b, a});
+  turned.writableValue(0, 0) = Storable(8.0);
+  Storable target = StructArray(SizeVector(0, 0), {});
+  writeElements(target, Indices{at(2)}, element);                       // the first element gives the fields
+  writeElements(target, Indices{at({3, 1})}, turned);                   // in place, the fields in another order
+  writeElements(target, Indices{at(2), at(2)}, element);                // spread out
+  EXPECT_EQ(target.kindLabel(), "struct (2 x 3)");
+  const StructArray& array = *target.structure();
+  EXPECT_EQ(array.fields(), (std::vector<Name>{a, b}));
+  std::string second;
+  for (int64_t k = 0; k < array.numElements(); ++k) second += describe(array.value(k, 1)) + ";";
+  EXPECT_EQ(second, "double (1 x 1): 8;double (0 x 0):;double (1 x 1): 7;double (1 x 1): 7;double (1 x 1): 8;double (0 x 0):;");
+  EXPECT_EQ(describe(readElements(target, Indices{at(2), at(2)}).structure()->value(0, 1)), "double (1 x 1): 7");
+  EXPECT_EQ(problemOf([&] { writeElements(target, Indices{at(1)}, StructArray(SizeVector(1, 1), {a})); }),
+            text::kSameFieldsExpected);
+  EXPECT_EQ(problemOf([&] { writeElements(target, Indices{at({1, 2, 3})}, readElements(target, Indices{at({1, 2})})); }),
+            std::string(text::kArraySizesMismatch) + "|" + text::kSameCountExpectedOfStructures);
+  deleteElements(target, Indices{Index::colon(2), at({1, 3})});
+  EXPECT_EQ(target.kindLabel(), "struct (2 x 1)");
+}
+
+TEST(Indexing, CopiesOnlyWhatIsShared) {
+  Storable x = counting({1, 100});
+  const void* block = x.numeric()->identity();
+  writeElements(x, Indices{at(3)}, Storable(0.0));
+  writeElements(x, Indices{at({4, 9})}, row({1, 2}));
+  EXPECT_TRUE(writeScalar(*x.numeric(), 5, 0.0));
+  EXPECT_EQ(x.numeric()->identity(), block);
+
+  const Storable copy = x;
+  EXPECT_FALSE(writeScalar(*x.numeric(), 5, 1.0));
+  writeElements(x, Indices{at(5)}, Storable(1.0));
+  EXPECT_EQ(copy.numeric()->asDouble()[4], 0);
+  EXPECT_EQ(copy.numeric()->identity(), block);
+  writeElements(x, Indices{at({2, 1})}, readElements(x, Indices{at({1, 2})}));
+  writeElements(x, Indices{Index::range(1, 99)}, readElements(x, Indices{Index::range(0, 99)}));
+  EXPECT_EQ(x.numeric()->asDouble()[2], 1);  // the old elements were moved up, not the first repeated
+
+  Storable list;
+  int64_t blocks = 0;
+  for (int64_t k = 0; k < 10000; ++k) {
+    const void* before = list.numeric()->identity();
+    writeElements(list, Indices{Index::one(k)}, Storable(static_cast<double>(k)));
+    blocks += before != list.numeric()->identity();
+  }
+  EXPECT_LT(blocks, 40);
+  EXPECT_EQ(list.numeric()->asDouble()[9999], 9999);
+}
+
+// Laws, on random sizes and subscripts.
+
+class Random {
+ public:
+  explicit Random(unsigned seed) : engine_(seed) {}
+  int64_t upTo(int64_t n) { return std::uniform_int_distribution<int64_t>(0, n)(engine_); }
+
+  SizeVector size() {
+    std::vector<int64_t> lengths;
+    for (int64_t k = 2 + upTo(2); k > 0; --k) lengths.push_back(upTo(9) == 0 ? 0 : 1 + upTo(3));
+    return SizeVector(lengths).trimmed();
+  }
+  /// A subscript into a dimension, or past it by no more than `beyond`, and the positions that it stands for.
+  Index subscript(int64_t extent, int64_t beyond, std::vector<int64_t>* positions) {
+    const int64_t form = upTo(3);
+    const int64_t length = extent + upTo(beyond);
+    positions->clear();
+    if (form == 0) {
+      for (int64_t k = 0; k < extent; ++k) positions->push_back(k);
+      return Index::colon(extent);
+    }
+    LogicalArray chosen(SizeVector(1, length), false);
+    if (form == 1) {
+      for (int64_t k = 0; k < length; ++k) chosen.writable()[k] = upTo(1) == 1;
+      for (int64_t k = 0; k < length; ++k) if (chosen[k]) positions->push_back(k);
+      return Index::from(chosen);
+    }
+    for (int64_t k = upTo(3); length > 0 && k > 0; --k) positions->push_back(upTo(length - 1));
+    if (form == 3 && length > 0) positions->assign({upTo(length - 1)});
+    std::vector<double> subscripts(positions->begin(), positions->end());
+    for (double& x : subscripts) ++x;
+    return at(subscripts);
+  }
+
+ private:
+  std::mt19937 engine_;
+};
+
+struct Access {
+  Indices indices;
+  std::vector<std::vector<int64_t>> positions;
+
+  Access(Random& random, const SizeVector& size, int64_t beyond) : positions(static_cast<size_t>(1 + random.upTo(4))) {
+    const auto extents = indexExtents(size, static_cast<int64_t>(positions.size()));
+    for (size_t k = 0; k < positions.size(); ++k) indices.push_back(random.subscript(extents[k], beyond, &positions[k]));
+  }
+  /// Linear positions in an array whose extents for these subscripts are given, in the order of a read.
+  std::vector<int64_t> linear(const std::vector<int64_t>& extents) const {
+    std::vector<int64_t> result{0};
+    for (size_t k = positions.size(); k-- > 0;) {
+      std::vector<int64_t> outer;
+      std::swap(outer, result);
+      for (const int64_t o : outer) {
+        for (const int64_t p : positions[k]) result.push_back(o * extents[k] + p);
+      }
+    }
+    return result;
+  }
+};
+
+TEST(IndexingLaws, ReadsAreLinearReads) {
+  const unsigned seed = std::random_device{}();
+  Random random(seed);
+  for (int round = 0; round < 3000; ++round) {
+    const SizeVector size = random.size();
+    const Storable array = counting(size);
+    const Access access(random, size, 0);
+    const Storable result = readElements(array, access.indices);
+    const auto expected = access.linear(indexExtents(size, static_cast<int64_t>(access.indices.size())));
+    ASSERT_EQ(result.numElements(), static_cast<int64_t>(expected.size())) << "seed " << seed << " round " << round;
+    for (size_t k = 0; k < expected.size(); ++k) {
+      ASSERT_EQ(result.numeric()->asDouble()[static_cast<int64_t>(k)], expected[k] + 1) << "seed " << seed << " round " << round;
+    }
+  }
+}
+
+TEST(IndexingLaws, WritesAreLinearWritesAndGrowthKeepsTheOldElements) {
+  const unsigned seed = std::random_device{}();
+  Random random(seed);
+  int grown = 0;
+  for (int round = 0; round < 3000; ++round) {
+    const SizeVector size = random.size();
+    const Storable before = counting(size);
+    const Access access(random, size, 2);
+    Storable after = before;
+    const bool scalar = random.upTo(1) == 1;
+    Storable value(-1.0);
+    if (!scalar) {  // in the shape of the subscripts
+      std::vector<int64_t> lengths;
+      for (const Index& index : access.indices) lengths.push_back(index.count());
+      if (lengths.size() == 1) lengths.push_back(1);
+      value = counting(SizeVector(lengths));
+    }
+    if (problemOf([&] { writeElements(after, access.indices, value); }) != "none") continue;
+    const SizeVector& now = after.size();
+    std::vector<double> expected(static_cast<size_t>(now.numElements()), 0);
+    for (int64_t k = 0; k < size.numElements(); ++k) {
+      expected[static_cast<size_t>(size.remappedLinearIndex(k, now).value())] = static_cast<double>(k + 1);
+    }
+    double next = 0;
+    const auto written = access.linear(indexExtents(now, static_cast<int64_t>(access.indices.size())));
+    for (const int64_t p : written) expected[static_cast<size_t>(p)] = value.size().isScalar() && scalar ? -1.0 : ++next;
+    const auto values = after.numeric()->asDouble().values();
+    ASSERT_EQ(std::vector<double>(values.begin(), values.end()), expected) << "seed " << seed << " round " << round;
+    grown += !(now == size);
+  }
+  EXPECT_GT(grown, 300);
+}
+
+TEST(IndexingLaws, FastPathsDoWhatPlainPathsDo) {
+  const unsigned seed = std::random_device{}();
+  Random random(seed);
+  for (int round = 0; round < 2000; ++round) {
+    const SizeVector size = random.size();
+    Storable array = counting(size);
+    const double i = static_cast<double>(random.upTo(20)) / 2;
+    const double j = static_cast<double>(random.upTo(8)) / 2;
+    double fast = 0;
+    const bool one = readScalar(*array.numeric(), i, &fast);
+    const std::string refused = problemOf([&] {
+      const double plain = readElements(array, Indices{at(i)}).doubleScalar();
+      EXPECT_TRUE(one && plain == fast) << "seed " << seed;
+    });
+    EXPECT_EQ(one, refused == "none") << "seed " << seed;
+    const bool two = readScalar(*array.numeric(), i, j, &fast);
+    if (two) {
+      EXPECT_EQ(readElements(array, Indices{at(i), at(j)}).doubleScalar(), fast) << "seed " << seed;
+    }
+    Storable plain = counting(size);
+    if (writeScalar(*array.numeric(), i, j, -1)) {
+      writeElements(plain, Indices{at(i), at(j)}, Storable(-1.0));
+    }
+    EXPECT_EQ(describe(array), describe(plain)) << "seed " << seed;
+  }
+}
+
+}  // namespace
+}  // namespace kelo
