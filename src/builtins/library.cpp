@@ -7,6 +7,7 @@ const BuiltinTable& library() {
       elementwiseTable(),
       kindsTable(),
       pendingTable(),
+      arraysTable(),
   });
   return *table;
 }

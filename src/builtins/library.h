@@ -15,5 +15,6 @@ const BuiltinTable& library();
 std::span<const Builtin> elementwiseTable();  ///< mathematics and logic on each element
 std::span<const Builtin> kindsTable();        ///< questions about kind and shape, conversions
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
+std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 
 }  // namespace kelo::builtins

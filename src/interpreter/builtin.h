@@ -6,6 +6,7 @@
 // `call.outputs({...})`. Counting of arguments, catching and placing of errors happen once, in dispatch.cpp.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -75,7 +76,7 @@ class Call {
   std::string name() const { return builtin.name; }
   template <class Selector> Selector selector() const { return static_cast<Selector>(builtin.selector); }
   /// How many outputs are worth computing: at least 1.
-  int outputCount() const { return lhsVariableCount.value_or(1) < 1 ? 1 : *lhsVariableCount; }
+  int outputCount() const { return std::max(1, lhsVariableCount.value_or(1)); }
 
   /// The result of a call with several outputs: the first alone, or as many of them as were asked for.
   NodeValue outputs(std::vector<Storable> values) const;
