@@ -5,6 +5,7 @@ namespace kelo::builtins {
 const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
       pendingTable(),
+      reductionsTable(),
   });
   return *table;
 }

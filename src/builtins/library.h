@@ -13,5 +13,6 @@ const BuiltinTable& library();
 
 // The families, each in a source (or a folder) of the same name.
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
+std::span<const Builtin> reductionsTable();
 
 }  // namespace kelo::builtins
