@@ -32,6 +32,10 @@ bool isDeletion(KeloNode& right) { return right.cache.kind == NodeKind::emptyMat
 NodeValue Visitor::assignVariable(KeloNode& assignment, bool shows) {
   NodeCache& cache = assignment.cache;
   NodeValue right = visit(*cache.second, 1);
+  if (right.isStorable() && !shows) {
+    app_.workspaces.top().variable(cache.name, &cache.hint) = std::move(right.storable());
+    return NodeValue::nothing();
+  }
   if (right.isFailure()) return right;
   std::optional<Storable> value = firstOf(std::move(right));
   if (!value) return fail(assignment, text::kNoValueToAssign);
