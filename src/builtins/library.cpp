@@ -8,6 +8,7 @@ const BuiltinTable& library() {
       kindsTable(),
       pendingTable(),
       arraysTable(),
+      reductionsTable(),
   });
   return *table;
 }

@@ -16,5 +16,6 @@ std::span<const Builtin> elementwiseTable();  ///< mathematics and logic on each
 std::span<const Builtin> kindsTable();        ///< questions about kind and shape, conversions
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
+std::span<const Builtin> reductionsTable();
 
 }  // namespace kelo::builtins
