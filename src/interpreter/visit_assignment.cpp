@@ -32,6 +32,10 @@ bool isDeletion(KeloNode& right) { return right.cache.kind == NodeKind::emptyMat
 NodeValue Visitor::assignVariable(KeloNode& assignment, bool shows) {
   NodeCache& cache = assignment.cache;
   NodeValue right = visit(*cache.second, 1);
+  if (right.isStorable() && !shows) {
+    app_.workspaces.top().variable(cache.name, &cache.hint) = std::move(right.storable());
+    return NodeValue::nothing();
+  }
   if (right.isFailure()) return right;
   std::optional<Storable> value = firstOf(std::move(right));
   if (!value) return fail(assignment, text::kNoValueToAssign);
@@ -147,7 +151,10 @@ NodeValue Visitor::assignChain(KeloNode& assignment, bool shows) {
   if (value && details.fields.size() == 1 && !details.hasArgs && !first.hasArgs && !first.expression &&
       findVariable(cache.name, &cache.hint)) {
     Storable& target = app_.workspaces.top().variable(cache.name, &cache.hint);
-    if (assignPlainField(target, first.name, *value)) return changed(assignment, shows);
+    if (Storable* field = writablePlainField(target, first.name)) {
+      *field = std::move(*value);
+      return changed(assignment, shows);
+    }
   }
   FieldChain chain(cache.name);
   if (!buildChain(assignment, details, chain)) return NodeValue::failure();

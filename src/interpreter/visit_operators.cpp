@@ -25,42 +25,66 @@ std::string operatorText(KeloNode& node) {
   return "";
 }
 
-// Two double scalars. Powers that are not real are left to the general road.
-inline std::optional<NodeValue> scalarResult(BinaryOp op, double a, double b) {
-  if (isScalarArithmetic(op)) return NodeValue(scalarOp(op, a, b));
-  if (isComparison(op)) return NodeValue(LogicalArray(scalarCompare(op, a, b)));
-  if (op == BinaryOp::and_ || op == BinaryOp::or_) {
-    if (std::isnan(a) || std::isnan(b)) return std::nullopt;
-    return NodeValue(LogicalArray(op == BinaryOp::and_ ? a != 0 && b != 0 : a != 0 || b != 0));
-  }
-  if (isRealPower(a, b)) return NodeValue(realPower(a, b));
-  return std::nullopt;
+inline std::optional<double> scalarOf(const NodeValue& value) {
+  if (!value.isStorable() || !value.storable().isDoubleScalar()) return std::nullopt;
+  return value.storable().doubleScalar();
 }
 
 }  // namespace
 
 NodeValue Visitor::visitBinaryOps(KeloNode& node) {
-  const auto op = static_cast<BinaryOp>(node.cache.selector);
   KeloNode& leftNode = *node.cache.first;
   KeloNode& rightNode = *node.cache.second;
   const double* leftNumber = peek(leftNode);
-  const double* rightNumber = peek(rightNode);
-  if (leftNumber && rightNumber) {
-    if (auto result = scalarResult(op, *leftNumber, *rightNumber)) return std::move(*result);
+  if (leftNumber) {
+    const double a = *leftNumber;
+    if (const double* rightNumber = peek(rightNode)) return combineScalars(node, a, *rightNumber);
+    NodeValue right = visit(rightNode);
+    if (right.isFailure()) return right;
+    if (const auto b = scalarOf(right)) return combineScalars(node, a, *b);
+    NodeValue left(a);
+    return combine(node, left, right);
   }
   if (!stackHasRoom(node)) return NodeValue::failure();
-  NodeValue left = leftNumber ? NodeValue(*leftNumber) : visit(leftNode);
+  NodeValue left = visit(leftNode);
   if (left.isFailure()) return left;
   NodeValue right = visit(rightNode);
   if (right.isFailure()) return right;
-  if (left.isStorable() && right.isStorable() && left.storable().isDoubleScalar() &&
-      right.storable().isDoubleScalar()) {
-    auto result = scalarResult(op, left.storable().doubleScalar(), right.storable().doubleScalar());
-    if (result) return std::move(*result);
+  if (const auto a = scalarOf(left)) {
+    if (const auto b = scalarOf(right)) return combineScalars(node, *a, *b);
   }
+  return combine(node, left, right);
+}
+
+// Two double scalars. Logic with NaN and powers that are not real take the general road.
+NodeValue Visitor::combineScalars(KeloNode& node, double a, double b) {
+  switch (static_cast<BinaryOp>(node.cache.selector)) {
+    case BinaryOp::plus: return NodeValue(a + b);
+    case BinaryOp::minus: return NodeValue(a - b);
+    case BinaryOp::dmult: case BinaryOp::mult: return NodeValue(a * b);
+    case BinaryOp::rdivide: case BinaryOp::mrdivide: return NodeValue(a / b);
+    case BinaryOp::ldivide: case BinaryOp::mldivide: return NodeValue(b / a);
+    case BinaryOp::lt: return NodeValue(LogicalArray(a < b));
+    case BinaryOp::le: return NodeValue(LogicalArray(a <= b));
+    case BinaryOp::gt: return NodeValue(LogicalArray(a > b));
+    case BinaryOp::ge: return NodeValue(LogicalArray(a >= b));
+    case BinaryOp::eqeq: return NodeValue(LogicalArray(a == b));
+    case BinaryOp::neq: return NodeValue(LogicalArray(a != b));
+    case BinaryOp::dpower: case BinaryOp::power:
+      if (isRealPower(a, b)) return NodeValue(realPower(a, b));
+      break;
+    case BinaryOp::and_: case BinaryOp::or_: break;
+  }
+  NodeValue left(a), right(b);
+  return combine(node, left, right);
+}
+
+// Any two operands, which are consumed.
+NodeValue Visitor::combine(KeloNode& node, NodeValue& left, NodeValue& right) {
   NumericArray* a = left.numericArray();
   NumericArray* b = right.numericArray();
   if (!a || !b) return fail(node, fmt::format(text::kBinaryNotNumeric, operatorText(node)));
+  const auto op = static_cast<BinaryOp>(node.cache.selector);
   return guarded(node, text::kUnexpectedError, [&] {
     return NodeValue(binary(op, std::move(*a), std::move(*b), [&](std::string text) { warn(node, std::move(text)); }));
   });

@@ -110,6 +110,8 @@ class Visitor {
   NodeValue visitTranspose(KeloNode& node);
   NodeValue visitUnaryOps(KeloNode& node);
   NodeValue visitBinaryOps(KeloNode& node);
+  NodeValue combineScalars(KeloNode& node, double a, double b);
+  NodeValue combine(KeloNode& node, NodeValue& left, NodeValue& right);
   NodeValue visitMatrix_colon(KeloNode& node);
   NodeValue visitMatrix_cat(KeloNode& node);
   const double* peek(KeloNode& node) const;

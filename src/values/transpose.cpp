@@ -1,5 +1,5 @@
-// Transposition. A vector only changes its size; a matrix is moved in square tiles, so that both the reads and the writes
-// of a tile stay in the nearest cache.
+// Transposition. A vector only changes its size; a matrix is moved in narrow tiles: eight columns give whole cache
+// lines of the result, and are as many streams as the processor reads ahead. Measured against square tiles of 8 to 64.
 #include <algorithm>
 
 #include "messages/catalogue/operators.h"
@@ -9,15 +9,15 @@
 namespace kelo {
 namespace {
 
-constexpr int64_t kTile = 32;
+constexpr int64_t kTileRows = 64;
+constexpr int64_t kTileColumns = 8;
 
-// Columns `first` to `last` - 1 of `in`, which become rows of `out`.
 template <class T>
-void transposeColumns(T* out, const T* in, int64_t rows, int64_t columns, int64_t first, int64_t last) {
-  for (int64_t j0 = first; j0 < last; j0 += kTile) {
-    const int64_t j1 = std::min(j0 + kTile, last);
-    for (int64_t i0 = 0; i0 < rows; i0 += kTile) {
-      const int64_t i1 = std::min(i0 + kTile, rows);
+void transposeTiles(T* out, const T* in, int64_t rows, int64_t columns) {
+  for (int64_t j0 = 0; j0 < columns; j0 += kTileColumns) {
+    const int64_t j1 = std::min(j0 + kTileColumns, columns);
+    for (int64_t i0 = 0; i0 < rows; i0 += kTileRows) {
+      const int64_t i1 = std::min(i0 + kTileRows, rows);
       for (int64_t i = i0; i < i1; ++i) {
         for (int64_t j = j0; j < j1; ++j) out[i * columns + j] = in[j * rows + i];
       }
@@ -32,9 +32,7 @@ TypedArray<T> transposed(TypedArray<T> array) {
   const SizeVector size(columns, rows);
   if (rows == 1 || columns == 1 || array.isEmpty()) return std::move(array).reshaped(size);
   auto result = TypedArray<T>::uninitialized(size);
-  T* out = result.writable();
-  const T* in = array.data();
-  transposeColumns(out, in, rows, columns, 0, columns);
+  transposeTiles(result.writable(), array.data(), rows, columns);
   return result;
 }
 

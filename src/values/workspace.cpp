@@ -115,12 +115,7 @@ Workspace Workspace::over(Ref<LocalFunctionFile> functions) {
 
 void Workspace::setFunctions(Ref<LocalFunctionFile> functions) { functions_ = std::move(functions); }
 
-const Storable* Workspace::find(Name name, uint32_t* hint) const {
-  if (const Storable* own = table_->find(name, hint)) return own;
-  return captured_ ? captured_->find(name, hint) : nullptr;
-}
-
-Storable& Workspace::variable(Name name, uint32_t* hint) {
+Storable& Workspace::variableSlowly(Name name, uint32_t* hint) {
   own();
   if (Storable* found = table_->find(name, hint)) return *found;
   const Storable* behind = captured_ ? captured_->find(name, hint) : nullptr;

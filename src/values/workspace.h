@@ -52,10 +52,18 @@ class Workspace {
   static Workspace over(Ref<LocalFunctionFile> functions);
 
   /// A variable for reading, or null. Local functions of the file behind are not variables: see localFunction.
-  const Storable* find(Name name, uint32_t* hint) const;
+  const Storable* find(Name name, uint32_t* hint) const {
+    if (const Storable* own = table_->find(name, hint)) return own;
+    return captured_ ? captured_->find(name, hint) : nullptr;
+  }
   const Storable* find(Name name) const { uint32_t hint = 0; return find(name, &hint); }
   /// The variable of this name for writing, made (an empty double) if it is missing.
-  Storable& variable(Name name, uint32_t* hint);
+  Storable& variable(Name name, uint32_t* hint) {
+    if (!table_->isShared()) {
+      if (Storable* own = table_->find(name, hint)) return *own;
+    }
+    return variableSlowly(name, hint);
+  }
   void set(Name name, Storable value);
   bool erase(Name name);
   void clearVariables();
@@ -69,6 +77,7 @@ class Workspace {
   void setFunctions(Ref<LocalFunctionFile> functions);
 
  private:
+  Storable& variableSlowly(Name name, uint32_t* hint);
   void own();      // makes the table this workspace's alone
   void flatten();  // brings the captured table's variables into the own one
 
