@@ -4,8 +4,11 @@ namespace kelo::builtins {
 
 const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
+      elementwiseTable(),
+      kindsTable(),
       pendingTable(),
       arraysTable(),
+      reductionsTable(),
   });
   return *table;
 }

@@ -151,7 +151,10 @@ NodeValue Visitor::assignChain(KeloNode& assignment, bool shows) {
   if (value && details.fields.size() == 1 && !details.hasArgs && !first.hasArgs && !first.expression &&
       findVariable(cache.name, &cache.hint)) {
     Storable& target = app_.workspaces.top().variable(cache.name, &cache.hint);
-    if (assignPlainField(target, first.name, *value)) return changed(assignment, shows);
+    if (Storable* field = writablePlainField(target, first.name)) {
+      *field = std::move(*value);
+      return changed(assignment, shows);
+    }
   }
   FieldChain chain(cache.name);
   if (!buildChain(assignment, details, chain)) return NodeValue::failure();

@@ -35,7 +35,8 @@ NumericArray inverted(TypedArray<T> a, const Warn& warn) {
   const Factored factored = factor(a, text::kInverseUnexpected);
   if (factored.isSingular) throw problem(text::kInverseOfSingular);
   if (lapack::getri(n, a.writable(), factored.pivots.data()) != 0) throw problem(text::kInverseUnexpected);
-  if (!(n * std::numeric_limits<double>::epsilon() <= factored.rcond)) warn(text::inverseNearlySingular(factored.rcond));
+  if (!(n * std::numeric_limits<double>::epsilon() <= factored.rcond))
+    warn(text::inverseNearlySingular(factored.rcond));
   return a;
 }
 

@@ -26,8 +26,8 @@ void chooseThreads(double multiplications) {
 
 void gemm(int m, int n, int k, const double* a, const double* b, double* c) {
   chooseThreads(static_cast<double>(m) * n * k);
-  cblas_dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, /*alpha*/ 1, a, leading(m), b, leading(k), /*beta*/ 0, c,
-              leading(m));
+  cblas_dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, /*alpha*/ 1, a, leading(m), b, leading(k), /*beta*/ 0,
+              c, leading(m));
 }
 void gemm(int m, int n, int k, const ComplexDouble* a, const ComplexDouble* b, ComplexDouble* c) {
   chooseThreads(4.0 * m * n * k);
@@ -119,8 +119,10 @@ int gecon(int n, const ComplexDouble* factors, double norm, double* rcond) {
 
 }  // namespace kelo::lapack
 
-// The library calls this with the name of a routine and the number of its bad argument. Its own form ends the process or
-// prints; ours takes a note. Being defined in the program, it stands before the shared library's.
+// The library calls this with the name of a routine and the number of its bad argument. Its own form ends the process
+// or prints; ours takes a note. Being defined in the program, it stands before the shared library's.
 extern "C" void xerbla_(const char* name, const int* argument, int nameLength) {
-  kelo::lapack::g_lastComplaint.assign(name, static_cast<size_t>(nameLength)).append(" ").append(std::to_string(*argument));
+  kelo::lapack::g_lastComplaint.assign(name, static_cast<size_t>(nameLength))
+      .append(" ")
+      .append(std::to_string(*argument));
 }

@@ -48,7 +48,8 @@ int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const dou
     return info;
   });
 }
-int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, const ComplexDouble* tau, ComplexDouble* c) {
+int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, const ComplexDouble* tau,
+                ComplexDouble* c) {
   const int ld = leading(m);
   return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
     int info = 0;

@@ -32,18 +32,18 @@ NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn);
 /// The inverse of a square matrix. throws Problem for other arrays and for an exact zero pivot
 NumericArray inverse(const NumericArray& a, const Warn& warn);
 
-/// Estimate of the reciprocal condition number in the 1-norm; 0 for a singular matrix, Inf for an empty one, NaN where a
-/// holds NaN. throws Problem unless `a` is square
+/// Estimate of the reciprocal condition number in the 1-norm; 0 for a singular matrix, Inf for an empty one, NaN where
+/// a holds NaN. throws Problem unless `a` is square
 double rcond(const NumericArray& a);
 
 /// What solving a * x = b found out besides x.
 struct Solution {
   NumericArray x;
-  bool isSingular = false;       ///< an exact zero pivot; x is not valid
+  bool isSingular = false;        ///< an exact zero pivot; x is not valid
   bool isNearlySingular = false;  ///< square: rcond is below 1-norm(a) * eps
-  double rcond = 1;              ///< square
-  int64_t rank = 0;              ///< not square; less than full when rank < min(size(a))
-  double tolerance = 0;          ///< not square: below it a diagonal element counts as 0
+  double rcond = 1;               ///< square
+  int64_t rank = 0;               ///< not square; less than full when rank < min(size(a))
+  double tolerance = 0;           ///< not square: below it a diagonal element counts as 0
 };
 
 /// REQUIRES: both are matrices, not empty, with as many rows

@@ -29,9 +29,12 @@ NumericArray product(const TypedArray<T>& a, const TypedArray<T>& b) {
     return result;
   }
   const int rows = checkedInt32(m), columns = checkedInt32(n), inner = checkedInt32(k);
-  if (n == 1) lapack::gemv(CblasNoTrans, rows, inner, a.data(), b.data(), c);
-  else if (m == 1) lapack::gemv(CblasTrans, inner, columns, b.data(), a.data(), c);
-  else lapack::gemm(rows, columns, inner, a.data(), b.data(), c);
+  if (n == 1)
+    lapack::gemv(CblasNoTrans, rows, inner, a.data(), b.data(), c);
+  else if (m == 1)
+    lapack::gemv(CblasTrans, inner, columns, b.data(), a.data(), c);
+  else
+    lapack::gemm(rows, columns, inner, a.data(), b.data(), c);
   return result;
 }
 

@@ -1,5 +1,5 @@
-// Concatenation. The rule is a fold from the left, two arrays at a time; the work is done in one pass: lengths are compared
-// with those of the first piece, kinds are folded, and every piece is copied once into one block.
+// Concatenation. The rule is a fold from the left, two arrays at a time; the work is done in one pass: lengths are
+// compared with those of the first piece, kinds are folded, and every piece is copied once into one block.
 //
 // Only text needs care. A character may give two numbers, and all columns of a text must give the same count, so text
 // that numbers follow is joined first and converted as a whole, as the fold would.
@@ -53,8 +53,10 @@ Storable joinNumbers(std::span<const TypedArray<T>> pieces, const SizeVector& si
   auto result = TypedArray<T>::uninitialized(size);
   T* out = result.writable();
   forRuns(pieces, size, dim, [out](int64_t to, const TypedArray<T>& piece, int64_t from, int64_t count) {
-    if (count == 1) out[to] = piece.data()[from];
-    else std::memcpy(static_cast<void*>(out + to), piece.data() + from, at(count) * sizeof(T));
+    if (count == 1)
+      out[to] = piece.data()[from];
+    else
+      std::memcpy(static_cast<void*>(out + to), piece.data() + from, at(count) * sizeof(T));
   });
   return result;
 }
@@ -67,8 +69,10 @@ Storable joinAs(std::span<Storable> list, int64_t dim) {
   std::optional<JoinedSize> joined;
   for (Storable& piece : list) {
     pieces.push_back(std::move(*piece.numeric()).toKind(KindOf<T>::value).template take<T>());
-    if (joined) joined->add(pieces.back().size());
-    else joined.emplace(pieces.back().size(), dim);
+    if (joined)
+      joined->add(pieces.back().size());
+    else
+      joined.emplace(pieces.back().size(), dim);
   }
   return joinNumbers<T>(pieces, joined->size(), dim);
 }
@@ -114,7 +118,8 @@ Storable joinStructures(std::span<Storable> list, int64_t dim) {
 
 // The commonest bracket: a row or a column of plain numbers.
 std::optional<Storable> joinScalars(std::span<const Storable> list, int64_t dim) {
-  if (dim > 2 || !std::all_of(list.begin(), list.end(), [](const Storable& s) { return s.isDoubleScalar(); })) return {};
+  if (dim > 2 || !std::all_of(list.begin(), list.end(), [](const Storable& s) { return s.isDoubleScalar(); }))
+    return {};
   const auto n = static_cast<int64_t>(list.size());
   DoubleArray result = DoubleArray::uninitialized(dim == 1 ? SizeVector(n, 1) : SizeVector(1, n));
   std::transform(list.begin(), list.end(), result.writable(), [](const Storable& s) { return s.doubleScalar(); });

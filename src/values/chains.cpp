@@ -45,13 +45,11 @@ const Storable* plainField(const Storable& value, Name field) {
   return index < 0 ? nullptr : &array->value(0, index);
 }
 
-bool assignPlainField(Storable& target, Name field, Storable& value) {
+Storable* writablePlainField(Storable& target, Name field) {
   StructArray* array = target.structure();
-  if (array == nullptr || !array->size().isScalar()) return false;
+  if (array == nullptr || !array->size().isScalar()) return nullptr;
   const int64_t index = array->fieldIndex(field);
-  if (index < 0) return false;
-  array->writableValue(0, index) = std::move(value);
-  return true;
+  return index < 0 ? nullptr : &array->writableValue(0, index);
 }
 
 Name fieldNameOf(const Storable& value) {
@@ -62,9 +60,9 @@ Name fieldNameOf(const Storable& value) {
 
 /// Where a link leads: the element of the structure array before it, and the field there.
 struct FieldChain::Step {
-  SizeVector size;             // of the structure array, made larger if need be
+  SizeVector size;  // of the structure array, made larger if need be
   int64_t element;
-  const Storable* child;       // the field's value; null when the element or the field is missing
+  const Storable* child;  // the field's value; null when the element or the field is missing
 };
 
 FieldChain::Step FieldChain::stepFrom(const Storable* at, size_t k) const {

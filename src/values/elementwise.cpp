@@ -41,7 +41,8 @@ Broadcast::Broadcast(const SizeVector& a, const SizeVector& b, const SizeVector&
     nextA *= a.dimensionLength(d);
     nextB *= b.dimensionLength(d);
     Dimension* last = dimensions_.empty() ? nullptr : &dimensions_.back();
-    if (last && dimension.strideA == last->strideA * last->length && dimension.strideB == last->strideB * last->length) {
+    if (last && dimension.strideA == last->strideA * last->length &&
+        dimension.strideB == last->strideB * last->length) {
       last->length *= length;
     } else {
       dimensions_.push_back(dimension);

@@ -2,12 +2,12 @@
 //
 // Three things are kept apart: a scalar function f, the loop here, and the operation that picks kinds and calls it. The
 // loop pairs the operands by implicit expansion, never replicating: an operand whose length is 1 where the other's is
-// more is read with stride 0. Every run along memory is then one of three plain loops (array with array, scalar with array,
-// array with scalar), which the compiler vectorises. An operand that is a temporary (given by value, its block held by
-// nobody else) and has the element type and the size of the result receives the result.
+// more is read with stride 0. Every run along memory is then one of three plain loops (array with array, scalar with
+// array, array with scalar), which the compiler vectorises. An operand that is a temporary (given by value, its block
+// held by nobody else) and has the element type and the size of the result receives the result.
 //
-// A function that is noexcept may run on several cores for large arrays; one that may throw runs on the caller's thread,
-// in storage order, so that the first failing element decides the error.
+// A function that is noexcept may run on several cores for large arrays; one that may throw runs on the caller's
+// thread, in storage order, so that the first failing element decides the error.
 #pragma once
 
 #include <type_traits>
@@ -70,8 +70,10 @@ void Broadcast::forRuns(int64_t begin, int64_t end, Run&& run) const {
 /// body(begin, end) for all of 0 to count - 1: on several cores where that is allowed and worth it.
 template <bool kParallel, class Body>
 void forPieces(int64_t count, Body&& body) {
-  if constexpr (kParallel) platform::parallelFor(count, body);
-  else body(int64_t{0}, count);
+  if constexpr (kParallel)
+    platform::parallelFor(count, body);
+  else
+    body(int64_t{0}, count);
 }
 
 // The three plain loops. `out` may be the very array that is read, element by element, which is no dependence between
@@ -97,18 +99,24 @@ void runBroadcast(R* out, const A* a, const B* b, const Broadcast& plan, F& f) {
   const int64_t n = plan.runLength();
   const auto runs = [&](int64_t begin, int64_t end) {
     plan.forRuns(begin, end, [&](int64_t o, int64_t i, int64_t j) {
-      if (plan.innerStrideA() == 0) loopScalarLeft(out + o, a[i], b + j, n, f);
-      else if (plan.innerStrideB() == 0) loopScalarRight(out + o, a + i, b[j], n, f);
-      else loopBoth(out + o, a + i, b + j, n, f);
+      if (plan.innerStrideA() == 0)
+        loopScalarLeft(out + o, a[i], b + j, n, f);
+      else if (plan.innerStrideB() == 0)
+        loopScalarRight(out + o, a + i, b[j], n, f);
+      else
+        loopBoth(out + o, a + i, b + j, n, f);
     });
   };
   platform::ParallelFor* parallel = kParallel ? platform::currentParallelFor() : nullptr;
   const int64_t grain = platform::kParallelThreshold / 2 / n + 1;
-  if (parallel && plan.runCount() > grain) parallel->run(plan.runCount(), grain, runs);
-  else runs(0, plan.runCount());
+  if (parallel && plan.runCount() > grain)
+    parallel->run(plan.runCount(), grain, runs);
+  else
+    runs(0, plan.runCount());
 }
 
-/// Fills `out`, whose size is the expanded one and not empty. REQUIRES: out is neither operand, or that operand's size is the result's
+/// Fills `out`, whose size is the expanded one and not empty. REQUIRES: out is neither operand, or that operand's size
+/// is the result's
 template <class R, class A, class B, class F>
 void fillBinary(R* out, const SizeVector& size, const TypedArray<A>& a, const TypedArray<B>& b, F& f) {
   constexpr bool kParallel = std::is_nothrow_invocable_v<F&, A, B>;
@@ -117,9 +125,11 @@ void fillBinary(R* out, const SizeVector& size, const TypedArray<A>& a, const Ty
   if (a.size() == b.size()) {
     forPieces<kParallel>(size.numElements(), [&](int64_t i, int64_t j) { loopBoth(out + i, x + i, y + i, j - i, f); });
   } else if (a.isScalar()) {
-    forPieces<kParallel>(size.numElements(), [&](int64_t i, int64_t j) { loopScalarLeft(out + i, *x, y + i, j - i, f); });
+    forPieces<kParallel>(size.numElements(),
+                         [&](int64_t i, int64_t j) { loopScalarLeft(out + i, *x, y + i, j - i, f); });
   } else if (b.isScalar()) {
-    forPieces<kParallel>(size.numElements(), [&](int64_t i, int64_t j) { loopScalarRight(out + i, x + i, *y, j - i, f); });
+    forPieces<kParallel>(size.numElements(),
+                         [&](int64_t i, int64_t j) { loopScalarRight(out + i, x + i, *y, j - i, f); });
   } else {
     runBroadcast<kParallel>(out, x, y, Broadcast(a.size(), b.size(), size), f);
   }

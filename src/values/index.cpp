@@ -1,8 +1,9 @@
-// Checks subscripts and finds their cheapest form. The test of a whole number and the search for the greatest position are
-// one pass; an array that counts up by one is found by a pass of its own, which gives up at the first gap.
+// Checks subscripts and finds their cheapest form. The test of a whole number and the search for the greatest position
+// are one pass; an array that counts up by one is found by a pass of its own, which gives up at the first gap.
 #include "values/index.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "messages/catalogue/indexing.h"
 #include "messages/fatal_fault.h"
@@ -39,6 +40,26 @@ IntArray positionsOf(const TypedArray<T>& subscripts) {
   int64_t* out = positions.writable();
   for (const T subscript : subscripts.values()) *out++ = positionOf(subscript);
   return positions;
+}
+
+// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the sum. So the test and
+// the conversion are one loop without branches, in vector registers; anything else goes the careful way.
+bool convertPlainly(std::span<const double> subscripts, int64_t* out) {
+  constexpr double kShift = 4503599627370496.0;
+  int64_t unusual = 0;
+  for (size_t k = 0; k < subscripts.size(); ++k) {
+    const double subscript = subscripts[k];
+    const double shifted = subscript + kShift;
+    out[k] = std::bit_cast<int64_t>(shifted) - std::bit_cast<int64_t>(kShift) - 1;
+    const bool isPlain = (subscript >= 1) & (subscript < kShift) & (shifted - kShift == subscript);
+    unusual |= isPlain ? 0 : 1;
+  }
+  return unusual == 0;
+}
+
+IntArray positionsOf(const DoubleArray& subscripts) {
+  IntArray positions = IntArray::uninitialized(subscripts.size());
+  return convertPlainly(subscripts.values(), positions.writable()) ? positions : positionsOf<double>(subscripts);
 }
 
 DoubleArray realPartsOf(const ComplexDoubleArray& subscripts) {

@@ -1,9 +1,9 @@
 // Index: one subscript of an index expression, checked and prepared.
 //
-// Positions count from 0 here. A subscript takes the cheapest of three forms: a range of neighbouring positions (a single
-// position, a bare colon, and any array that happens to count up by one, such as that of `2:5`), a list of positions, or
-// a logical mask. Only a list needs memory of its own. The shape is that of the subscript's array, for it decides the
-// shape of what is read; a mask has the shape of its positions: a row if the mask is a row, else a column.
+// Positions count from 0 here. A subscript takes the cheapest of three forms: a range of neighbouring positions (a
+// single position, a bare colon, and any array that happens to count up by one, such as that of `2:5`), a list of
+// positions, or a logical mask. Only a list needs memory of its own. The shape is that of the subscript's array, for it
+// decides the shape of what is read; a mask has the shape of its positions: a row if the mask is a row, else a column.
 //
 // Invariant: needed() is the greatest position plus 1, and 0 when nothing is selected.
 #pragma once

@@ -1,8 +1,9 @@
 // IndexWalk: the positions that subscripts select in an array, as runs along one axis.
 //
 // Subscripts of one position only shift the start. Neighbouring ranges join where the earlier one takes its whole
-// dimension, so that A(:, :, k) or A(:, 2:5) is one run of contiguous elements. What is left are the axes: the innermost is the
-// run, and the others are stepped through like the wheels of a counter. Reading, writing, growth and deletion all walk so.
+// dimension, so that A(:, :, k) or A(:, 2:5) is one run of contiguous elements. What is left are the axes: the
+// innermost is the run, and the others are stepped through like the wheels of a counter. Reading, writing, growth and
+// deletion all walk so.
 #pragma once
 
 #include <span>
@@ -14,10 +15,10 @@
 namespace kelo {
 
 struct IndexAxis {
-  int64_t stride;         ///< elements between positions that are neighbours along the axis
-  int64_t first;          ///< of a range
-  int64_t count;          ///< positions selected
-  const int64_t* list;    ///< the positions; null for a range
+  int64_t stride;       ///< elements between positions that are neighbours along the axis
+  int64_t first;        ///< of a range
+  int64_t count;        ///< positions selected
+  const int64_t* list;  ///< the positions; null for a range
   int64_t at(int64_t k) const { return (list ? list[k] : first + k) * stride; }
 };
 

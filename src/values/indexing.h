@@ -1,8 +1,8 @@
 // Reading, writing and deleting elements of arrays: A(i), A(i, j) = v, A(:, k) = [].
 //
-// The evaluator evaluates the subscripts, tells each its extent for `end` and ":", and makes an Index of each; the work is
-// done here, alike for the five numeric records and for structure arrays. The plain case of one element of a double array has
-// inline helpers that say false when anything is unusual; what they do is what the general operations do.
+// The evaluator evaluates the subscripts, tells each its extent for `end` and ":", and makes an Index of each; the work
+// is done here, alike for the five numeric records and for structure arrays. The plain case of one element of a double
+// array has inline helpers that say false when anything is unusual; what they do is what the general operations do.
 //
 // With fewer subscripts than dimensions the last one runs over all dimensions that are left, taken as one.
 #pragma once
@@ -14,8 +14,8 @@
 
 namespace kelo {
 
-/// A(I) or A(I1, I2, ...). With one subscript the result has the shape of the index array, unless that is a vector and A
-/// is one: then it lies as A does, a row first. With several, one dimension per subscript.
+/// A(I) or A(I1, I2, ...). With one subscript the result has the shape of the index array, unless that is a vector and
+/// A is one: then it lies as A does, a row first. With several, one dimension per subscript.
 ///
 /// throws  Problem: no subscript, `array` is no array, a subscript past its length
 Storable readElements(const Storable& array, std::span<const Index> indices);
@@ -24,7 +24,8 @@ Storable readElements(const Storable& array, std::span<const Index> indices);
 IntArray selectedPositions(const SizeVector& size, std::span<const Index> indices);
 
 /// A(I) = B or A(I1, I2, ...) = B on the variable A itself, which is changed in place when nobody else holds its
-/// elements. Numeric kinds are brought together first; an index past the end makes A larger; a scalar B goes everywhere.
+/// elements. Numeric kinds are brought together first; an index past the end makes A larger; a scalar B goes
+/// everywhere.
 ///
 /// A grows by one subscript as a row when it is 0 x 0, a scalar or a row, as a column when it is a column.
 /// throws  Problem, and A is as it was: B or A is no array, kinds, fields or sizes do not agree, A cannot grow so
@@ -52,8 +53,11 @@ inline int64_t plainPosition(const SizeVector& size, double i, double j) {
   return row < 0 || column < 0 ? -1 : row + column * size.rows();
 }
 
+/// x(end + 1) = v on an unshared double vector of two elements or more; false in every other case.
+bool appendScalar(NumericArray& a, double value);
+
 /// One element of a double array by one or two scalar subscripts. False, and nothing is done, in every other case, a
-/// write to shared elements and a subscript out of range included.
+/// write to shared elements and a subscript out of range included. A write just past the end of a vector appends.
 inline bool readScalar(const NumericArray& a, double i, double* out) {
   const int64_t position = a.is(Kind::Double) ? plainPosition(i, a.numElements()) : -1;
   if (position < 0) return false;
@@ -68,7 +72,7 @@ inline bool readScalar(const NumericArray& a, double i, double j, double* out) {
 }
 inline bool writeScalar(NumericArray& a, double i, double value) {
   const int64_t position = a.is(Kind::Double) && a.isUnshared() ? plainPosition(i, a.numElements()) : -1;
-  if (position < 0) return false;
+  if (position < 0) return i == static_cast<double>(a.numElements()) + 1 && appendScalar(a, value);
   a.as<double>().writable()[position] = value;
   return true;
 }

@@ -49,6 +49,7 @@ enum class Property : uint8_t {
 class NumericArray {
  public:
   NumericArray() : NumericArray(DoubleArray()) {}  ///< double 0 x 0
+  explicit NumericArray(double scalar) : NumericArray(DoubleArray(scalar)) {}
   NumericArray(DoubleArray array) : cell_(std::move(array)), kind_(Kind::Double) {}
   NumericArray(IntArray array) : cell_(std::move(array)), kind_(Kind::Int) {}
   NumericArray(LogicalArray array) : cell_(std::move(array)), kind_(Kind::Logical) {}

@@ -1,5 +1,6 @@
-// Element-wise operators: each picks the kind of the work by commonKind, converts both operands to it and hands one scalar
-// function to the loop. Characters become numbers before sizes are compared, since one character may give two numbers.
+// Element-wise operators: each picks the kind of the work by commonKind, converts both operands to it and hands one
+// scalar function to the loop. Characters become numbers before sizes are compared, since one character may give two
+// numbers.
 #include "values/operators.h"
 
 #include <algorithm>
@@ -74,8 +75,8 @@ NumericArray logic(Operands& ab, F f) {
   return size.hasZeroLength() ? LogicalArray::uninitialized(size) : ab.in<bool>(f);
 }
 
-// One element outside the real domain makes the whole result complex. The pairs matter, not the operands alone, but only
-// where there is a negative base and a fraction at all.
+// One element outside the real domain makes the whole result complex. The pairs matter, not the operands alone, but
+// only where there is a negative base and a fraction at all.
 bool allPowersReal(const DoubleArray& a, const DoubleArray& b) {
   const auto some = [](const DoubleArray& array, auto test) {
     return std::any_of(array.values().begin(), array.values().end(), test);
@@ -147,10 +148,16 @@ NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b) {
   using Op = BinaryOp;
   Operands ab{std::move(a), std::move(b)};
   switch (op) {
-    case Op::plus: return arithmetic(ab, [](auto x, auto y) noexcept { return x + y; }, checkedAdd);
-    case Op::minus: return arithmetic(ab, [](auto x, auto y) noexcept { return x - y; }, checkedSubtract);
+    case Op::plus:
+      return arithmetic(
+          ab, [](auto x, auto y) noexcept { return x + y; }, checkedAdd);
+    case Op::minus:
+      return arithmetic(
+          ab, [](auto x, auto y) noexcept { return x - y; }, checkedSubtract);
     case Op::dmult:
-    case Op::mult: return arithmetic(ab, [](auto x, auto y) noexcept { return x * y; }, checkedMultiply);
+    case Op::mult:
+      return arithmetic(
+          ab, [](auto x, auto y) noexcept { return x * y; }, checkedMultiply);
     case Op::rdivide:
     case Op::mrdivide: return quotient(ab, [](auto x, auto y) noexcept { return x / y; });
     case Op::ldivide:

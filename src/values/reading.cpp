@@ -1,5 +1,6 @@
 // Reads elements. Every read is a walk over the selected positions that copies run by run; what differs is the bounds
-// check and the shape of the result. A logical mask as the only subscript is read without making a list of its positions.
+// check and the shape of the result. A logical mask as the only subscript is read without making a list of its
+// positions.
 #include <algorithm>
 
 #include "messages/catalogue/indexing.h"

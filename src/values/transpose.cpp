@@ -10,6 +10,7 @@ namespace kelo {
 Storable transpose(Storable value, bool conjugate) {
   if (!value.isArray()) throw problem(text::kTransposeOfNonArray);
   if (!value.size().isMatrix()) throw problem(text::kTransposeOfManyDimensions);
+  if (value.isDoubleScalar()) return value;
   const int64_t rows = value.size().rows();
   const int64_t columns = value.size().columns();
   Storable result = viewed(std::move(value), SizeVector(columns, rows), {{columns, rows}, {rows, 1}});

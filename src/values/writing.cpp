@@ -1,7 +1,9 @@
-// Writes elements. All that can fail comes first: kinds, sizes and growth are settled before the variable is touched, so
-// that a failed write leaves it as it was. Then the array is made larger if need be, in place where the old elements keep
-// their positions and nobody else holds them, and the value is written run by run.
+// Writes elements. All that can fail comes first: kinds, sizes and growth are settled before the variable is touched,
+// so that a failed write leaves it as it was. Then the array is made larger if need be, in place where the old elements
+// keep their positions and nobody else holds them, and the value is written run by run.
 #include <algorithm>
+#include <array>
+#include <bit>
 
 #include "messages/catalogue/indexing.h"
 #include "messages/message.h"
@@ -47,8 +49,10 @@ void checkSizes(std::span<const Index> indices, const Storable& value) {
 
 // Numeric arrays.
 
-template <class T> constexpr T kFill{};
-template <> constexpr Character kFill<Character>{U' '};
+template <class T>
+constexpr T kFill{};
+template <>
+constexpr Character kFill<Character>{U' '};
 
 template <class T>
 void writeRun(T* to, const IndexAxis& run, const T* from) {
@@ -84,10 +88,22 @@ void fillRun(T* to, const IndexAxis& run, T value) {
   }
 }
 
+// OPTIMIZATION: the choice between old and new is made on the bits, without a branch that a random mask would
+// mispredict.
 template <class T>
 void fillMask(T* to, const Index& index, T value) {
+  using Word = std::conditional_t<sizeof(T) % 8 == 0, uint64_t, std::conditional_t<sizeof(T) == 4, uint32_t, uint8_t>>;
+  using Words = std::array<Word, sizeof(T) / sizeof(Word)>;
   const bool* selected = index.mask().data();
-  for (int64_t k = 0; k < index.needed(); ++k) to[k] = selected[k] ? value : to[k];
+  const auto given = std::bit_cast<Words>(value);
+  for (int64_t k = 0; k < index.needed(); ++k) {
+    const auto chosen = static_cast<Word>(-static_cast<Word>(selected[k]));
+    auto words = std::bit_cast<Words>(to[k]);
+    for (size_t w = 0; w < words.size(); ++w) {
+      words[w] = static_cast<Word>((given[w] & chosen) | (words[w] & static_cast<Word>(~chosen)));
+    }
+    to[k] = std::bit_cast<T>(words);
+  }
 }
 
 // REQUIRES: the sizes agree. The value is held by the caller beside the array, so that A(I) = A reads the old elements.
@@ -150,6 +166,15 @@ void writeStructures(StructArray& array, std::span<const Index> indices, const S
 }
 
 }  // namespace
+
+bool appendScalar(NumericArray& a, double value) {
+  if (!a.is(Kind::Double) || !a.isUnshared() || a.isScalar() || a.isEmpty() || !a.size().isVector()) return false;
+  DoubleArray& vector = a.as<double>();
+  const int64_t count = vector.numElements();
+  vector.resizeVector(vector.size().isRow() ? SizeVector(1, count + 1) : SizeVector(count + 1, 1));
+  vector.writable()[count] = value;
+  return true;
+}
 
 void writeElements(Storable& target, std::span<const Index> indices, const Storable& value) {
   if (!value.isArray()) throw problem(text::kAssignedNotArray);

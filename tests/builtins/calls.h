@@ -1,5 +1,5 @@
-// Calls of built-ins from tests: the row's handler by itself, with arguments made by tests/values/arrays.h, and what it gives or
-// complains of as text.
+// Calls of built-ins from tests: the row's handler by itself, with arguments made by tests/values/arrays.h, and what it
+// gives or complains of as text.
 #pragma once
 
 #include <vector>

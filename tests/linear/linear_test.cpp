@@ -106,7 +106,8 @@ TEST(Linear, ConditionAndNotFinite) {
 
 double greatest(const NumericArray& a) {
   double result = 0;
-  for (const ComplexDouble z : a.toComplexArray().values()) result = std::max(result, z.magnitude());
+  const ComplexDoubleArray elements = a.toComplexArray();
+  for (const ComplexDouble z : elements.values()) result = std::max(result, z.magnitude());
   return result;
 }
 

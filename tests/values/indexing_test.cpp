@@ -100,18 +100,21 @@ TEST(Indexing, ReadsElementsInTheRightShape) {
 TEST(Indexing, RefusesWhatIsNoIndex) {
   const double inf = std::numeric_limits<double>::infinity();
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const double bad : {0.0, -1.0, 1.5, inf, -inf, nan}) {
+  for (const double bad : {0.0, -1.0, 1.5, 4503599627370495.5, inf, -inf, nan}) {
     EXPECT_EQ(problemOf([&] { at(bad); }), text::kIndexNotPositiveWhole) << bad;
     EXPECT_EQ(problemOf([&] { at({1, 2, bad}); }), text::kIndexNotPositiveWhole) << bad;
   }
   EXPECT_EQ(problemOf([&] { at({0, 1, 2}); }), text::kIndexNotPositiveWhole);
   EXPECT_EQ(problemOf([&] { at({0.5, 1.5}); }), text::kIndexNotPositiveWhole);
   EXPECT_EQ(problemOf([&] { Index::from(Storable(IntArray(int64_t{0}))); }), text::kIndexNotPositiveWhole);
-  EXPECT_EQ(problemOf([&] { Index::from(Storable(ComplexDoubleArray(ComplexDouble{1, 1}))); }),
+  EXPECT_EQ(problemOf([&] {
+              Index::from(Storable(ComplexDoubleArray(ComplexDouble{1, 1})));
+            }),
             text::kIndexNotPositiveWhole);
   EXPECT_EQ(problemOf([&] { Index::from(Storable(StructArray())); }), text::kIndexNotNumeric);
   EXPECT_EQ(problemOf([&] { Index::from(FunctionHandle::builtIn(Name::intern("sin"))); }), text::kIndexNotNumeric);
   EXPECT_THROW(at(1e300), FatalFault);
+  EXPECT_EQ(at({7, 9007199254740992.0, 2}).needed(), 9007199254740992);
   EXPECT_EQ(Index::from(Storable(ComplexDoubleArray(ComplexDouble{3, 0}))).needed(), 3);
 }
 
@@ -120,8 +123,13 @@ TEST(Indexing, RefusesReadsOutsideTheArray) {
   const std::string past = std::string(text::kIndexExceedsArray) + "|" + text::kIndexExceedsArrayExpected;
   EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{at(7)}); }), past);
   EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{Index::from(mask({1, 7}, {0, 0, 0, 0, 0, 0, 1}))}); }), past);
-  EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{at(3), at(1)}); }), "Index exceeds the 1st dimension's length");
-  EXPECT_EQ(problemOf([&] { readElements(matrix, Indices{at(1), at(1), at(2)}); }),
+  EXPECT_EQ(problemOf([&] {
+              readElements(matrix, Indices{at(3), at(1)});
+            }),
+            "Index exceeds the 1st dimension's length");
+  EXPECT_EQ(problemOf([&] {
+              readElements(matrix, Indices{at(1), at(1), at(2)});
+            }),
             "Index exceeds the 3rd dimension's length");
   EXPECT_EQ(problemOf([&] { readElements(matrix, {}); }), text::kNoIndex);
 }
@@ -143,7 +151,11 @@ TEST(Indexing, WritesElements) {
       {"list", row({1, 2, 3}), {at({3, 1})}, row({7, 8}), "double (1 x 3): 8 2 7"},
       {"the last of a double position", row({1, 2}), {at({1, 1})}, row({7, 8}), "double (1 x 2): 8 2"},
       {"mask", row({1, 2, 3}), {Index::from(mask({1, 3}, {1, 0, 1}))}, Storable(0.0), "double (1 x 3): 0 2 0"},
-      {"mask, several", row({1, 2, 3}), {Index::from(mask({1, 3}, {1, 0, 1}))}, column({7, 8}), "double (1 x 3): 7 2 8"},
+      {"mask, several",
+       row({1, 2, 3}),
+       {Index::from(mask({1, 3}, {1, 0, 1}))},
+       column({7, 8}),
+       "double (1 x 3): 7 2 8"},
       {"colon", matrix, {Index::colon(6)}, Storable(0.0), "double (2 x 3): 0 0 0 0 0 0"},
       {"a row", matrix, {at(1), Index::colon(3)}, column({7, 8, 9}), "double (2 x 3): 7 2 8 4 9 6"},
       {"a block", matrix, {Index::colon(2), at({3, 1})}, doubles({2, 2}, {7, 8, 9, 0}), "double (2 x 3): 9 0 3 4 7 8"},
@@ -165,7 +177,11 @@ TEST(Indexing, WritesElements) {
       {"double takes a character", row({1, 2}), {at(2)}, CharArray(charRow("A")), "double (1 x 2): 1 65"},
       {"text takes a double", CharArray(charRow("AB")), {at(2)}, Storable(7.0), "double (1 x 2): 65 7"},
       {"text takes a logical", CharArray(charRow("AB")), {at(2)}, LogicalArray(true), "char (1 x 2): A \x01"},
-      {"double takes a complex", row({1, 2}), {at(2)}, ComplexDoubleArray(ComplexDouble{0, 1}), "complex (1 x 2): 1+0i 0+1i"},
+      {"double takes a complex",
+       row({1, 2}),
+       {at(2)},
+       ComplexDoubleArray(ComplexDouble{0, 1}),
+       "complex (1 x 2): 1+0i 0+1i"},
       {"nothing takes the kind", none, {at(2)}, LogicalArray(true), "logical (1 x 2): false true"},
       {"int takes a double", IntArray({1, 2}, {4, 5}), {at(1)}, Storable(7.0), "double (1 x 2): 7 5"},
   };
@@ -185,13 +201,25 @@ TEST(Indexing, RefusedWritesLeaveTheVariable) {
   const WriteRow rows[] = {
       {"count", matrix, {at({1, 9})}, row({1, 2, 3}), sizes},
       {"growth of a matrix", matrix, {at(7)}, Storable(1.0), text::kIndexExceedsTotal},
-      {"growth of several dimensions at once", counting({2, 3, 4}), {at(1), at(13)}, Storable(1.0), text::kIndexExceedsTotal},
-      {"growth of several empty dimensions", doubles({2, 0, 0}, {}), {at(1), at(1)}, Storable(1.0), text::kIndexExceedsTotal},
+      {"growth of several dimensions at once",
+       counting({2, 3, 4}),
+       {at(1), at(13)},
+       Storable(1.0),
+       text::kIndexExceedsTotal},
+      {"growth of several empty dimensions",
+       doubles({2, 0, 0}, {}),
+       {at(1), at(1)},
+       Storable(1.0),
+       text::kIndexExceedsTotal},
       {"scalar wanted", matrix, {at(1), at(9)}, row({1, 2}), text::kScalarExpected},
       {"vector wanted", matrix, {at({1, 2}), at(9)}, row({1, 2, 3}), text::vectorOfElementsExpected(2)},
       {"vector of none", matrix, {at(std::vector<double>{}), at(1)}, row({1, 2, 3}), text::vectorOfElementsExpected(0)},
       {"length", matrix, {at({1, 2}), at({1, 2, 3})}, counting({2, 2}), text::subscriptLengthExpected(2)},
-      {"no dimension is dropped", counting({2, 2, 2}), {at({1, 2}), at(1), at({1, 2})}, counting({2, 2}), text::subscriptLengthExpected(3)},
+      {"no dimension is dropped",
+       counting({2, 2, 2}),
+       {at({1, 2}), at(1), at({1, 2})},
+       counting({2, 2}),
+       text::subscriptLengthExpected(3)},
       {"structure into numbers", matrix, {at(1)}, StructArray(), kinds},
       {"numbers into a structure", StructArray(), {at(1)}, Storable(1.0), kinds},
       {"handle as value", matrix, {at(1)}, handle, text::kAssignedNotArray},
@@ -245,22 +273,44 @@ TEST(Indexing, WritesStructureElements) {
   StructArray turned(SizeVector(1, 1), {b, a});
   turned.writableValue(0, 0) = Storable(8.0);
   Storable target = StructArray(SizeVector(0, 0), {});
-  writeElements(target, Indices{at(2)}, element);                       // the first element gives the fields
-  writeElements(target, Indices{at({3, 1})}, turned);                   // in place, the fields in another order
-  writeElements(target, Indices{at(2), at(2)}, element);                // spread out
+  writeElements(target, Indices{at(2)}, element);         // the first element gives the fields
+  writeElements(target, Indices{at({3, 1})}, turned);     // in place, the fields in another order
+  writeElements(target, Indices{at(2), at(2)}, element);  // spread out
   EXPECT_EQ(target.kindLabel(), "struct (2 x 3)");
   const StructArray& array = *target.structure();
   EXPECT_EQ(array.fields(), (std::vector<Name>{a, b}));
   std::string second;
   for (int64_t k = 0; k < array.numElements(); ++k) second += describe(array.value(k, 1)) + ";";
-  EXPECT_EQ(second, "double (1 x 1): 8;double (0 x 0):;double (1 x 1): 7;double (1 x 1): 7;double (1 x 1): 8;double (0 x 0):;");
+  EXPECT_EQ(second,
+            "double (1 x 1): 8;double (0 x 0):;double (1 x 1): 7;double (1 x 1): 7;double (1 x 1): 8;double (0 x 0):;");
   EXPECT_EQ(describe(readElements(target, Indices{at(2), at(2)}).structure()->value(0, 1)), "double (1 x 1): 7");
   EXPECT_EQ(problemOf([&] { writeElements(target, Indices{at(1)}, StructArray(SizeVector(1, 1), {a})); }),
             text::kSameFieldsExpected);
-  EXPECT_EQ(problemOf([&] { writeElements(target, Indices{at({1, 2, 3})}, readElements(target, Indices{at({1, 2})})); }),
+  EXPECT_EQ(problemOf([&] {
+              writeElements(target, Indices{at({1, 2, 3})}, readElements(target, Indices{at({1, 2})}));
+            }),
             std::string(text::kArraySizesMismatch) + "|" + text::kSameCountExpectedOfStructures);
   deleteElements(target, Indices{Index::colon(2), at({1, 3})});
   EXPECT_EQ(target.kindLabel(), "struct (2 x 1)");
+}
+
+TEST(Indexing, MasksFillEveryKind) {
+  const Index index = Index::from(mask({1, 4}, {1, 0, 0, 1}));
+  struct {
+    Storable array, value;
+    const char* expected;
+  } rows[] = {
+      {row({1, 2, 3, 4}), Storable(-5.0), "double (1 x 4): -5 2 3 -5"},
+      {IntArray({1, 4}, {1, 2, 3, 4}), IntArray(int64_t{-5}), "double (1 x 4): -5 2 3 -5"},
+      {mask({1, 4}, {0, 1, 0, 0}), LogicalArray(true), "logical (1 x 4): true true false true"},
+      {ComplexDoubleArray({1, 4}, {{1, 1}, {2, 2}, {3, 3}, {4, 4}}), ComplexDoubleArray({5, 6}),
+       "complex (1 x 4): 5+6i 2+2i 3+3i 5+6i"},
+      {CharArray(charRow("abcd")), CharArray(charRow("x")), "char (1 x 4): x b c x"},
+  };
+  for (auto& r : rows) {
+    writeElements(r.array, {&index, 1}, r.value);
+    EXPECT_EQ(describe(r.array), r.expected);
+  }
 }
 
 TEST(Indexing, CopiesOnlyWhatIsShared) {
@@ -315,7 +365,8 @@ class Random {
     LogicalArray chosen(SizeVector(1, length), false);
     if (form == 1) {
       for (int64_t k = 0; k < length; ++k) chosen.writable()[k] = upTo(1) == 1;
-      for (int64_t k = 0; k < length; ++k) if (chosen[k]) positions->push_back(k);
+      for (int64_t k = 0; k < length; ++k)
+        if (chosen[k]) positions->push_back(k);
       return Index::from(chosen);
     }
     for (int64_t k = upTo(3); length > 0 && k > 0; --k) positions->push_back(upTo(length - 1));
@@ -335,7 +386,8 @@ struct Access {
 
   Access(Random& random, const SizeVector& size, int64_t beyond) : positions(static_cast<size_t>(1 + random.upTo(4))) {
     const auto extents = indexExtents(size, static_cast<int64_t>(positions.size()));
-    for (size_t k = 0; k < positions.size(); ++k) indices.push_back(random.subscript(extents[k], beyond, &positions[k]));
+    for (size_t k = 0; k < positions.size(); ++k)
+      indices.push_back(random.subscript(extents[k], beyond, &positions[k]));
   }
   /// Linear positions in an array whose extents for these subscripts are given, in the order of a read.
   std::vector<int64_t> linear(const std::vector<int64_t>& extents) const {
@@ -362,7 +414,8 @@ TEST(IndexingLaws, ReadsAreLinearReads) {
     const auto expected = access.linear(indexExtents(size, static_cast<int64_t>(access.indices.size())));
     ASSERT_EQ(result.numElements(), static_cast<int64_t>(expected.size())) << "seed " << seed << " round " << round;
     for (size_t k = 0; k < expected.size(); ++k) {
-      ASSERT_EQ(result.numeric()->asDouble()[static_cast<int64_t>(k)], expected[k] + 1) << "seed " << seed << " round " << round;
+      ASSERT_EQ(result.numeric()->asDouble()[static_cast<int64_t>(k)], expected[k] + 1)
+          << "seed " << seed << " round " << round;
     }
   }
 }
@@ -392,7 +445,8 @@ TEST(IndexingLaws, WritesAreLinearWritesAndGrowthKeepsTheOldElements) {
     }
     double next = 0;
     const auto written = access.linear(indexExtents(now, static_cast<int64_t>(access.indices.size())));
-    for (const int64_t p : written) expected[static_cast<size_t>(p)] = value.size().isScalar() && scalar ? -1.0 : ++next;
+    for (const int64_t p : written)
+      expected[static_cast<size_t>(p)] = value.size().isScalar() && scalar ? -1.0 : ++next;
     const auto values = after.numeric()->asDouble().values();
     ASSERT_EQ(std::vector<double>(values.begin(), values.end()), expected) << "seed " << seed << " round " << round;
     grown += !(now == size);
@@ -420,9 +474,8 @@ TEST(IndexingLaws, FastPathsDoWhatPlainPathsDo) {
       EXPECT_EQ(readElements(array, Indices{at(i), at(j)}).doubleScalar(), fast) << "seed " << seed;
     }
     Storable plain = counting(size);
-    if (writeScalar(*array.numeric(), i, j, -1)) {
-      writeElements(plain, Indices{at(i), at(j)}, Storable(-1.0));
-    }
+    if (writeScalar(*array.numeric(), i, j, -1)) writeElements(plain, Indices{at(i), at(j)}, Storable(-1.0));
+    if (writeScalar(*array.numeric(), i, -2)) writeElements(plain, Indices{at(i)}, Storable(-2.0));
     EXPECT_EQ(describe(array), describe(plain)) << "seed " << seed;
   }
 }

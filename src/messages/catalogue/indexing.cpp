@@ -6,7 +6,9 @@
 
 namespace kelo::text {
 
-std::string indexExceedsDimension(int64_t k) { return fmt::format("Index exceeds the {} dimension's length", ordinal(k)); }
+std::string indexExceedsDimension(int64_t k) {
+  return fmt::format("Index exceeds the {} dimension's length", ordinal(k));
+}
 
 std::string subscriptLengthExpected(int64_t k) {
   return fmt::format("In the assignment of A(I1, I2, ...) = B, length(I{}) == size(B, {}) is expected", k, k);
@@ -31,6 +33,8 @@ std::string notAStructure(const std::string& field) {
   return fmt::format("Dot operator after the field \"{}\" is not allowed since it is not a struct", field);
 }
 
-std::string fieldNotFound(const std::string& field) { return fmt::format("Field \"{}\" not found in the structure", field); }
+std::string fieldNotFound(const std::string& field) {
+  return fmt::format("Field \"{}\" not found in the structure", field);
+}
 
 }  // namespace kelo::text

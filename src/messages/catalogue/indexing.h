@@ -54,8 +54,7 @@ inline constexpr const char* kOnePartialDimension =
 std::string deletionExceedsDimension(int64_t k);
 
 // Structure chains and fields.
-inline constexpr const char* kStructureScalarExpected =
-    "In the assignment a.b = c, a should be a structure scalar";
+inline constexpr const char* kStructureScalarExpected = "In the assignment a.b = c, a should be a structure scalar";
 inline constexpr const char* kStructureAssignmentFailed =
     "Unexpected error occurred while performing structure assignment";
 inline constexpr const char* kEmptyStructureHasNoField = "An empty structure array has no field";

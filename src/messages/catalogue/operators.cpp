@@ -15,7 +15,8 @@ std::string solveSingular(const std::string& equation) {
 }
 
 std::string solveRankDeficient(const std::string& equation, int64_t rank, double tolerance) {
-  return fmt::format("A is rank deficient when solving {}. A has rank {} with tolerance {:e}", equation, rank, tolerance);
+  return fmt::format("A is rank deficient when solving {}. A has rank {} with tolerance {:e}", equation, rank,
+                     tolerance);
 }
 
 std::string solveNearlySingular(const std::string& equation, double rcond) {
@@ -24,7 +25,8 @@ std::string solveNearlySingular(const std::string& equation, double rcond) {
 }
 
 std::string inverseNearlySingular(double rcond) {
-  return fmt::format("When computing A^(-1), A is nearly singular with rcond = {:e}. The result may be inaccurate", rcond);
+  return fmt::format("When computing A^(-1), A is nearly singular with rcond = {:e}. The result may be inaccurate",
+                     rcond);
 }
 
 }  // namespace kelo::text

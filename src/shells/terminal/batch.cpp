@@ -1,7 +1,6 @@
 // Commands run in order in one base workspace. A failed one does not keep the next from running; a fatal fault and Ctrl-C do.
 #include "shells/terminal/batch.h"
 
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -22,9 +21,9 @@ ItemWriter::Style styleOf(const Options& options) {
   return style;
 }
 
-ExitStatus refuse(const std::string& fault, ExitStatus status) {
+ExitStatus refuse(const std::string& fault) {
   std::fprintf(stderr, "kelo: %s\n", fault.c_str());
-  return status;
+  return kWrongUsage;
 }
 
 }  // namespace
@@ -32,7 +31,7 @@ ExitStatus refuse(const std::string& fault, ExitStatus status) {
 ExitStatus runBatch(const Options& options) {
   std::string fault;
   const std::optional<Place> place = findPlace(options, &fault);
-  if (!place) return refuse(fault, kWrongUsage);
+  if (!place) return refuse(fault);
   Session session(options, place->workDir, styleOf(options));
   if (!options.width) session.app.settings.consoleCells = terminalWidth();
 
@@ -48,10 +47,6 @@ ExitStatus runBatch(const Options& options) {
     commands.push_back(*text);
   }
   for (const std::string& command : commands) {
-    if (!isUtf8(command)) {
-      return refuse(options.commands.empty() ? "standard input is not UTF-8 text" : "the command is not UTF-8 text",
-                    kCommandFailed);
-    }
     session.writer.continueWith(command);
     session.run([&](AppController& app) { app.startCommand(command); });
     if (session.wasStopped() || session.lastStatus() == kFatalFault) break;

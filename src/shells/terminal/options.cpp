@@ -14,10 +14,10 @@ constexpr const char* kDescription =
     "Kelo, an interpreter of a subset of the MATLAB language.\n"
     "\n"
     "With a terminal and no FILE it is an interactive console: type a command, Tab completes a name, the arrows recall\n"
-    "what was typed before, Ctrl-C stops a run, Ctrl-D leaves. Otherwise it runs what it is given and ends.";
+    "what was typed before, Ctrl-C stops a run, Ctrl-D leaves. Otherwise it runs the given texts, the script or function\n"
+    "file FILE.m, or the whole of standard input as one command, and ends.";
 
 constexpr const char* kFooter =
-    "\n"
     "Values and text go to standard output, errors and warnings to standard error.\n"
     "Exit status: 0 all ran, 1 a command failed, 2 wrong usage, 70 a fatal fault ended a run.\n"
     "\n"
@@ -28,7 +28,11 @@ constexpr const char* kFooter =
 
 class HelpText : public CLI::Formatter {
  public:
-  std::string make_usage(const CLI::App*, std::string) const override { return "Usage: kelo [options] [FILE.m | -]\n"; }
+  std::string make_usage(const CLI::App*, std::string) const override {
+    return "\nUsage: kelo [options] [FILE.m | -]\n";
+  }
+  std::string make_positionals(const CLI::App*) const override { return ""; }  // the description tells
+  std::string make_option_opts(const CLI::Option* option) const override { return " " + option->get_type_name(); }
 };
 
 /// The words of the library without their line breaks.
@@ -61,7 +65,7 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
       ->type_name("")->excludes(commands);
   app.add_option("--workdir", options.workDir, "Work directory (default: the current one)")->type_name("DIR");
   CLI::Option* digitsOption = app.add_option("--digits", digits, "Significant digits shown: 5, 8, 12 or 16")
-                                  ->type_name("N")->check(CLI::IsMember({5, 8, 12, 16}));
+                                  ->check(CLI::IsMember({5, 8, 12, 16}))->type_name("N");
   app.add_option("--width", options.width, "Console width in character cells (default: the terminal's, or 80)")
       ->type_name("CELLS")->check(CLI::Range(1, 100000));
   app.add_option("--figure", figure, "Write the current figure at the end: .png .pdf .svg .kfig")->type_name("FILE");

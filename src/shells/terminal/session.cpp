@@ -52,6 +52,7 @@ void Session::run(const std::function<void(AppController&)>& start, const Answer
     waitForEvent();
     if (stopSignal.take()) {
       stopped_ = true;
+      if (isatty(STDERR_FILENO)) std::fputs("\n", stderr);  // behind the echo of the key
       app.pressStop();
     }
     mainQueue.runReady();

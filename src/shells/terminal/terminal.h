@@ -1,14 +1,11 @@
 // Questions to the terminal and the environment.
 #pragma once
 
-#include <string>
-
 namespace kelo::terminal {
 
 /// The descriptor is a terminal that shows colours, and NO_COLOR is not set.
 bool wantsColour(int descriptor);
 /// Of the terminal behind standard output in character cells; 80 when there is none.
 int terminalWidth();
-bool isUtf8(const std::string& text);
 
 }  // namespace kelo::terminal

@@ -36,6 +36,10 @@ std::optional<Place> findPlace(const Options& options, std::string* fault) {
     const fs::path inside = resolved(workDir / *options.file);
     if (fs::exists(inside, missing)) file = inside;
   }
+  if (fs::is_directory(file, missing)) {
+    *fault = "\"" + *options.file + "\" is a folder";
+    return std::nullopt;
+  }
   std::optional<fs::path> relative = relativeTo(workDir, file);
   if (!relative && options.workDir) {
     *fault = "\"" + *options.file + "\" does not lie in the work directory";

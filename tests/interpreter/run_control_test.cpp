@@ -1,0 +1,109 @@
+// The buttons and the sleep of a run, with queues that the test moves by hand.
+#include <gtest/gtest.h>
+
+#include "test_app.h"
+
+namespace kelo {
+namespace {
+
+using Status = RunState::Status;
+using Texts = std::vector<std::string>;
+
+TEST(RunControl, RunButtonStartsACommandOnceAndKeepsItsText) {
+  TestApp test;
+  test.app.pressRun();  // no text: nothing
+  EXPECT_EQ(test.app.console.history.items(), Texts());
+  test.app.panelDir = "work";
+  test.app.console.input.text = "1 +";
+  test.app.pressRun();
+  EXPECT_EQ(test.status(), Status::idle);
+  EXPECT_EQ(test.app.runInDir, "work");
+  EXPECT_EQ(test.app.console.input.text, std::nullopt);
+  EXPECT_EQ(test.app.console.history.items(), Texts{"1 +"});
+  ASSERT_EQ(test.shown.size(), 2u);  // the echo and one error
+  EXPECT_EQ(test.shown[0], "1 +");
+}
+
+TEST(RunControl, RunButtonDoesNothingWhileRunning) {
+  TestApp test;
+  test.duringRun([&] {
+    EXPECT_EQ(test.status(), Status::running);
+    test.app.console.input.text = "x";
+    test.app.pressRun();
+    test.app.pressRunFile("", "f.m");
+  });
+  EXPECT_EQ(test.app.console.input.text, "x");
+  EXPECT_EQ(test.app.console.history.items(), Texts());
+}
+
+TEST(RunControl, InputTakesTheTypedLineAndRemembersIt) {
+  TestApp test;
+  test.synchronization.whileAsleep = [&] {
+    EXPECT_EQ(test.status(), Status::waitInput);
+    EXPECT_EQ(test.shown, Texts{"Age? "});
+    test.app.console.input.text = "42";
+    test.app.pressRun();
+  };
+  test.duringRun([&] {
+    EXPECT_EQ(test.app.readInput("Age? "), "42");
+    EXPECT_EQ(test.status(), Status::running);
+  });
+  EXPECT_EQ(test.app.console.input.text, std::nullopt);
+  EXPECT_EQ(test.app.console.history.items(), Texts{"42"});
+}
+
+TEST(RunControl, StopWakesAndIsSeenOnce) {
+  TestApp test;
+  test.synchronization.whileAsleep = [&] { test.app.pressStop(); };
+  test.duringRun([&] {
+    EXPECT_EQ(test.app.readInput(""), std::nullopt);
+    EXPECT_EQ(test.status(), Status::waitInput);  // the button leaves the state to the end of the run
+    EXPECT_TRUE(test.app.takeStopRequest());
+    EXPECT_FALSE(test.app.takeStopRequest());
+  });
+  // A press just before the sleep is not lost, and one on an idle system does not reach the next run.
+  test.synchronization.whileAsleep = [] { FAIL() << "slept"; };
+  test.duringRun([&] {
+    test.app.pressStop();
+    test.app.pauseFor(std::nullopt);
+  });
+  test.app.startCommand("");
+  EXPECT_FALSE(test.app.shouldExitExecution);
+}
+
+TEST(RunControl, TimerEndsItsPauseAndNoOther) {
+  TestApp test;
+  int wakes = 0;
+  test.synchronization.whileAsleep = [&] {
+    EXPECT_EQ(test.status(), Status::paused);
+    if (++wakes == 1) return test.app.pressRun();  // the user is faster than the first timer
+    test.mainQueue.fireNextTimer();
+  };
+  test.duringRun([&] {
+    test.app.pauseFor(1);
+    EXPECT_EQ(test.status(), Status::running);
+    const double begin = test.clock.seconds;
+    test.app.pauseFor(5);
+    EXPECT_EQ(test.clock.seconds, begin + 5);
+  });
+  EXPECT_EQ(wakes, 3);  // the first timer went off during the second pause and did nothing
+}
+
+TEST(RunControl, PauseOffDoesNotWait) {
+  TestApp test;
+  test.synchronization.whileAsleep = [] { FAIL() << "slept"; };
+  test.app.allowPause = AppController::AllowingPause::off;
+  test.duringRun([&] { test.app.pauseFor(std::nullopt); });
+}
+
+TEST(RunControl, MissingFileIsOneError) {
+  TestApp test;
+  test.files.makeDirectory("d.m");
+  test.app.pressRunFile("sub", "no.m");
+  test.app.pressRunFile("", "d.m");
+  EXPECT_EQ(test.shown, (Texts{"Error in no.m. Failed to load \"no.m\".", "Error in d.m. Failed to load \"d.m\"."}));
+  EXPECT_EQ(test.status(), Status::idle);
+}
+
+}  // namespace
+}  // namespace kelo

@@ -1,0 +1,39 @@
+// An AppController on twins in memory, whose view keeps the texts that it is shown.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "interpreter/app_controller.h"
+#include "interpreter/builtin_table.h"
+#include "platform/memory/twins.h"
+#include "platform/memory_file_system.h"
+
+namespace kelo {
+
+struct TestApp : ConsoleView {
+  void item(const Display& display) override { shown.push_back(display.displayText()); }
+
+  RunState::Status status() {
+    mainQueue.drain();
+    return app.console.runState.status;
+  }
+  /// Runs a block on the queue, as the middle of a run.
+  void duringRun(const platform::Block& block) {
+    app.setRunState(RunState::Status::running);
+    parserQueue.async(block);
+    app.setRunState(RunState::Status::idle);
+  }
+
+  std::vector<std::string> shown;
+  platform::InlineQueue parserQueue;
+  platform::ManualClock clock;
+  platform::ManualMainQueue mainQueue{clock};
+  platform::ScriptedSynchronization synchronization;
+  platform::MemoryFileSystem files;
+  platform::MemoryStore store;
+  BuiltinTable builtins{{}};
+  AppController app{{parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins};
+};
+
+}  // namespace kelo

@@ -1,0 +1,28 @@
+#include "shells/terminal/caret.h"
+
+#include <gtest/gtest.h>
+
+namespace kelo::terminal {
+namespace {
+
+TEST(Caret, StandsBelowItsColumnInCells) {
+  const struct {
+    const char* text;
+    int line, column;
+    const char* expected;
+  } rows[] = {
+      {"x = y", 1, 4, "    x = y\n        ^"},
+      {"a\nbb\r\nc", 2, 1, "    bb\n     ^"},
+      {"'日本' + y", 1, 7, "    '日本' + y\n             ^"},   // wide characters take two cells
+      {"'e\xCC\x81' + y", 1, 6, "    'e\xCC\x81' + y\n         ^"},  // a combining mark takes none
+      {"\tx y", 1, 3, "    \tx y\n    \t  ^"},
+      {"x = [1", 1, 6, "    x = [1\n          ^"},  // behind the end
+      {"x", 2, 0, ""},
+      {"", 1, 0, ""},
+      {"\xFFx", 1, 1, ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(caretExcerpt(row.text, row.line, row.column), row.expected) << row.text;
+}
+
+}  // namespace
+}  // namespace kelo::terminal

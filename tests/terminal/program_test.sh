@@ -1,0 +1,76 @@
+#!/bin/sh
+# program_test.sh PROGRAM: exit statuses and streams of the program.
+set -u
+program=$1
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder" || exit 1
+export XDG_STATE_HOME="$folder/state"
+failures=0
+
+# check NAME STATUS STDOUT STDERR COMMAND...: the texts exact, but for a final line feed; * in STDERR stands for anything.
+check() {
+  name=$1 status=$2 out=$3 err=$4
+  shift 4
+  got_out=$("$@" 2>err; echo "status $?")
+  got_err=$(cat err)
+  expected=$(printf '%s\nstatus %s' "$out" "$status")
+  [ -n "$out" ] || expected="status $status"
+  # shellcheck disable=SC2254  # a pattern
+  case $got_err in
+    $err) matches=yes ;;
+    *) matches=no ;;
+  esac
+  if [ "$got_out" != "$expected" ] || [ $matches = no ]; then
+    printf '%s\n  out: %s\n  err: %s\n' "$name" "$got_out" "$got_err"
+    failures=$((failures + 1))
+  fi
+}
+with_input() { # with_input TEXT COMMAND...
+  text=$1
+  shift
+  printf "$text" | "$@"
+}
+
+blank='
+'
+mkdir folder
+printf 'x = 2;\nx + 1\n' >good.m
+printf 'y = 1\nnope\n' >folder/bad.m
+printf 'x = "\377"\n' >latin.m
+
+check 'values and errors' 1 "x = ${blank} 5.0000${blank}${blank}ans = ${blank} 6.0000" \
+  "${blank}Error at Line 1(1) of the console. *\"nope\"*." "$program" -e 'x = 5' -e 'x + 1' -e nope
+check 'text that begins with a dash' 0 "ans = ${blank}-2.0000" '' "$program" -e '-5 + 3'
+check 'silence' 0 '' '' "$program" -e 'x = 5;' -e ''
+check 'file' 0 "ans = ${blank} 3.0000" '' "$program" good.m
+check 'file in a folder' 1 "y = ${blank} 1.0000" "${blank}Error at Line 2(1) of bad.m. *" "$program" folder/bad.m
+check 'work directory' 1 "y = ${blank} 1.0000" "${blank}Error at *" "$program" --workdir folder bad.m
+check 'standard input' 0 "x = ${blank} 1.0000" '' with_input 'x = 1\n' "$program"
+check 'dash' 0 "x = ${blank} 1.00000000000" '' with_input 'x = 1' "$program" --digits 12 -
+check 'json' 1 '{"contentType":"doubleArray","varName":"x","text":"x = \n 1.0000"}
+{"contentType":"error","varName":null,"text":"Error at Line 1(1) of the console. Variable or function named \"nope\" not found."}' \
+  '' "$program" --json -e 'x = 1' -e nope
+check 'missing file' 1 '' 'Error in no.m. Failed to load "no.m".' "$program" no.m
+check 'not UTF-8' 1 '' '*error*latin.m. *' "$program" latin.m
+check 'not UTF-8 on standard input' 1 '' '*error*. *' with_input 'x = \377' "$program"
+check 'NUL' 1 '' '*error*. *' with_input 'x\000y' "$program"
+check 'fatal fault' 70 '' 'kelo: the run was ended by a fatal fault: *' "$program" -e 'x = 1:1e30;' -e 1
+for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' --figure=f.png folder 'good.m good.m' -e; do
+  # shellcheck disable=SC2086  # one word an argument
+  check "wrong usage: $wrong" 2 '' 'kelo: *' "$program" $wrong
+  [ "$(wc -l <err)" = 1 ] || { echo "wrong usage: $wrong: more than one line"; failures=$((failures + 1)); }
+done
+
+# Ctrl-C ends an endless loop, and the commands behind it do not run.
+"$program" -e 'while 1, x = 1; end' -e 'y = 2' >out 2>err &
+sleep 0.5
+kill -INT $!
+wait $!
+status=$?
+if [ $status != 1 ] || [ -s out ] || ! grep -q 'Terminated by user interruption' err; then
+  echo "Ctrl-C: status $status"
+  cat out err
+  failures=$((failures + 1))
+fi
+[ $failures = 0 ]
