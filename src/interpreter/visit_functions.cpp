@@ -88,21 +88,20 @@ NodeValue Visitor::visitProg_function(KeloNode& program, std::span<Storable> arg
   return collectOutputs(function.outputs, missing, *function.node);
 }
 
-// The program of a name. Null when there is none: with parentheses a load problem has
-// been reported then, and a file that cannot be loaded has been reported in either form.
+// The program of a name, null when there is none. A file that cannot be loaded has been reported, and so has one that is
+// missing where parentheses ask for a function.
 KeloNode* Visitor::programOf(Name name, KeloNode& place, CallForm form, bool* failed) {
-  const auto key = std::pair(app_.runInDir, name.id());
-  const auto found = programs_.find(key);
+  const auto found = programs_.find(name.id());
   if (found != programs_.end() && (found->second || form == CallForm::bare)) return found->second;
   const std::string fileName = name.text() + ".m";
   const std::string path = app_.runInDir.empty() ? fileName : app_.runInDir + "/" + fileName;
-  if (form == CallForm::bare && !app_.files.isRegularFile(path)) return programs_[key] = nullptr;
+  if (form == CallForm::bare && !app_.files.isRegularFile(path)) return programs_[name.id()] = nullptr;
   const NodeValue loaded = guarded(place, text::kUnexpectedError, [&] {
     loadProgram(name);
     return NodeValue::nothing();
   });
   *failed = loaded.isFailure();
-  return *failed ? nullptr : programs_[key];
+  return *failed ? nullptr : programs_[name.id()];
 }
 
 // From the buffer or the disk. Throws a Problem for what cannot be loaded.
@@ -113,7 +112,7 @@ KeloNode& Visitor::loadProgram(Name name) {
   const auto program =
       buffered ? buffered
                : std::make_shared<MatlabParser>(app_.parserSetting(), app_.runInDir, fileName)->parseFile();
-  return *(programs_[std::pair(app_.runInDir, name.id())] = program.get());
+  return *(programs_[name.id()] = program.get());
 }
 
 NodeValue Visitor::callFile(Name name, std::span<Storable> args, Outputs outputs, KeloNode& place, CallForm form) {

@@ -8,7 +8,6 @@
 // the NodeValue, and operands that are literals or variables are peeked at in place.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -172,7 +171,7 @@ class Visitor {
   Frame frame_;
   const Name answer_;
   const Name imaginaryI_, imaginaryJ_;
-  std::map<std::pair<std::string, uint32_t>, KeloNode*> programs_;  // by run directory and name; null: there is no such file
+  std::unordered_map<uint32_t, KeloNode*> programs_;  // of the run directory, by name; null: there is no such file
   std::unordered_map<const KeloNode*, Ref<LocalFunctionFile>> localFiles_;  // by program
 };
 
