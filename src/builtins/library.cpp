@@ -4,7 +4,10 @@ namespace kelo::builtins {
 
 const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
+      elementwiseTable(),
+      kindsTable(),
       pendingTable(),
+      arraysTable(),
       reductionsTable(),
   });
   return *table;
