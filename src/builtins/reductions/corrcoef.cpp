@@ -107,8 +107,8 @@ Correlations<T> correlations(const TypedArray<T>& columns, Arg::RowValue rows) {
   T* r = result.r.writable();
   double* n = result.n.writable();
   const auto set = [&](int64_t i, int64_t j, T value, int64_t count) {
-    r[i + j * m] = value;
     r[j + i * m] = conj(value);
+    r[i + j * m] = value;
     n[i + j * m] = n[j + i * m] = static_cast<double>(count);
   };
   if (rows == Arg::RowValue::pairwise) {

@@ -48,8 +48,8 @@ TypedArray<T> plainCovariance(const TypedArray<T>& columns, int64_t w) {
     for (int64_t j = begin; j < end; ++j) {
       for (int64_t i = 0; i <= j; ++i) {
         const T c = over(product(x.data() + i * n, x.data() + j * n, n), divisor);
-        out[i + j * m] = c;
         out[j + i * m] = conj(c);
+        out[i + j * m] = c;
       }
     }
   });
@@ -63,8 +63,8 @@ TypedArray<T> pairwiseCovariance(const TypedArray<T>& columns, int64_t w) {
   T* out = result.writable();
   forPairsOfColumns<T>(columns, [&](int64_t i, int64_t j, const TypedArray<T>& pair) {
     const T c = plainCovariance(pair, w)[2];
-    out[i + j * m] = c;
     out[j + i * m] = conj(c);
+    out[i + j * m] = c;
   });
   return result;
 }

@@ -1,0 +1,257 @@
+// Reductions and statistics. Expected values come from hand arithmetic, from identities and, for significance and bounds of
+// correlations, from tables of the t distribution and Fisher's transformation.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+
+#include "builtins/calls.h"
+#include "builtins/reductions/column_kernels.h"
+#include "builtins/reductions/slices.h"
+#include "builtins/special/error_inverse.h"
+#include "builtins/special/gamma.h"
+
+namespace kelo::testing {
+namespace {
+
+using builtins::Slices;
+
+const double kNaN = std::nan("");
+const double kInf = HUGE_VAL;
+const SizeVector kNoRows{0, 3};
+const SizeVector kCube{2, 2, 2};
+
+NumericArray cube() { return shaped(kCube, {1, 2, 3, 4, 5, 6, 7, 8}); }
+
+/// Several outputs of a call, each as text, joined by " ; ".
+std::string outputsOf(const char* name, std::vector<Storable> args, int n) {
+  alignas(16) static char noApplication[16];
+  const Builtin* row = builtins::library().find(Name::intern(name));
+  const CallSite site;
+  Call call(*row, args, n, site, reinterpret_cast<AppController&>(noApplication), nullptr);
+  try {
+    NodeValue value = row->handler(call);
+    std::string result;
+    for (const Storable& output : value.arrayList().list) {
+      result += (result.empty() ? "" : " ; ") + describe(*output.numeric());
+    }
+    return result;
+  } catch (const Problem& problem) {
+    return problem.expected.value_or("");
+  }
+}
+
+void check(const std::vector<CallRow>& rows) {
+  for (const CallRow& row : rows) {
+    EXPECT_EQ(outcomeOf(row.name, row.args), row.expected) << row.name;
+  }
+}
+
+TEST(Reductions, RunAlongTheFirstDimensionThatIsNotOne) {
+  check({
+      {"sum", {row({1, 2, 3})}, "double 1 x 1: 6"},
+      {"sum", {cube()}, "double 1 x 2 x 2: 3 7 11 15"},
+      {"sum", {cube(), num(2)}, "double 2 x 1 x 2: 4 6 12 14"},
+      {"sum", {cube(), num(3)}, "double 2 x 2: 6 8 10 12"},
+      {"sum", {cube(), num(7)}, "double 2 x 2 x 2: 1 2 3 4 5 6 7 8"},
+      {"sum", {zeros({0, 0})}, "double 1 x 0:"},
+      {"sum", {zeros({1, 0})}, "double 1 x 1: 0"},
+      {"sum", {zeros(kNoRows)}, "double 1 x 3: 0 0 0"},
+      {"prod", {zeros(kNoRows)}, "double 1 x 3: 1 1 1"},
+      {"mean", {zeros(kNoRows)}, "double 1 x 3: nan nan nan"},
+      {"median", {zeros(kNoRows)}, "double 1 x 3: nan nan nan"},
+      {"var", {zeros(kNoRows)}, "double 1 x 3: nan nan nan"},
+      {"all", {zeros(kNoRows)}, "logical 1 x 3: true true true"},
+      {"any", {zeros(kNoRows)}, "logical 1 x 3: false false false"},
+      {"max", {zeros(kNoRows)}, "double 0 x 3:"},
+      {"cumsum", {zeros(kNoRows)}, "double 0 x 3:"},
+  });
+}
+
+TEST(Reductions, TakeEveryKindOfNumbers) {
+  const NumericArray flags = LogicalArray(SizeVector(1, 3), {true, false, true});
+  const NumericArray turns = complexShaped(SizeVector(1, 3), {{0, 1}, {0, 2}, {1, 0}});
+  check({
+      {"sum", {flags}, "double 1 x 1: 2"},
+      {"sum", {flags, num(1)}, "double 1 x 3: 1 0 1"},
+      {"mean", {LogicalArray(SizeVector(1, 2), {true, false})}, "double 1 x 1: 0.5"},
+      {"sum", {text("ab")}, "double 1 x 1: 195"},
+      {"sum", {whole(3)}, "double 1 x 1: 3"},
+      {"sum", {turns}, "complex 1 x 1: 1,3"},
+      {"prod", {turns}, "complex 1 x 1: -2,0"},
+      {"prod", {complex(kInf, 1)}, "complex 1 x 1: inf,1"},
+      {"any", {row({0, kNaN})}, "logical 1 x 1: true"},
+      {"all", {complexShaped(SizeVector(1, 2), {{0, 1}, {1, 0}})}, "logical 1 x 1: true"},
+      {"all", {flags}, "logical 1 x 1: false"},
+      {"max", {turns}, "complex 1 x 1: 0,2"},
+      {"min", {complexShaped(SizeVector(1, 3), {{kNaN, 0}, {0, 1}, {1, 0}})}, "complex 1 x 1: 1,0"},
+      {"max", {flags}, "double 1 x 1: 1"},
+      {"cumsum", {flags}, "double 1 x 3: 1 1 2"},
+      {"cummax", {turns}, "complex 1 x 3: 0,1 0,2 0,2"},
+      {"var", {complexShaped(SizeVector(1, 2), {{1, 1}, {-1, -1}})}, "double 1 x 1: 4"},
+      {"sum", {StructArray()}, " | sum() expects a numerical array as its input argument"},
+  });
+}
+
+TEST(Reductions, OrderStatistics) {
+  check({
+      {"median", {row({4, 1, 3, 2})}, "double 1 x 1: 2.5"},
+      {"median", {row({5, 1, 3})}, "double 1 x 1: 3"},
+      {"median", {row({kInf, kInf})}, "double 1 x 1: inf"},
+      {"median", {row({1e308, 1.5e308})}, "double 1 x 1: 1.25e+308"},
+      {"median", {row({1, kNaN, 2})}, "double 1 x 1: nan"},
+      {"median", {cube(), num(3)}, "double 2 x 2: 3 4 5 6"},
+      {"mode", {row({3, 1, 2})}, "double 1 x 1: 1"},
+      {"mode", {row({3, 2, 3, 2, kNaN, kNaN, kNaN})}, "double 1 x 1: 2"},
+      {"mode", {zeros({1, 0})}, "double 1 x 1: nan"},
+      // Positions of 5 elements: 10, 30, 50, 70, 90 percent.
+      {"prctile", {row({5, 3, 1, 4, 2}), row({0, 10, 20, 50, 90, 100})}, "double 1 x 6: 1 1 1.5 3 5 5"},
+      {"quantile", {row({5, 3, 1, 4, 2, kNaN}), column({0.25, 0.75})}, "double 2 x 1: 1.75 4.25"},
+      {"prctile", {shaped({2, 2}, {1, 2, 3, 4}), row({25, 75})}, "double 2 x 2: 1 2 3 4"},
+      {"prctile", {shaped({2, 2}, {1, 2, 3, 4}), row({25, 50, 75}), num(2)}, "double 2 x 3: 1 2 2 3 3 4"},
+      {"prctile", {cube(), num(50), text("all")}, "double 1 x 1: 4.5"},
+      {"prctile", {cube(), row({50, 100}), row({1, 3})}, "double 2 x 2: 3.5 6 5.5 8"},
+      {"prctile", {zeros({0, 2}), num(50)}, "double 1 x 2: nan nan"},
+  });
+  EXPECT_EQ(outputsOf("mode", {row({7, 2, 7})}, 2), "double 1 x 1: 7 ; double 1 x 1: 2");
+}
+
+TEST(Reductions, ExtremesPassOverNaNAndTellTheFirst) {
+  check({
+      {"max", {row({-kInf, -kInf})}, "double 1 x 1: -inf"},
+      {"max", {row({-0.0, 0})}, "double 1 x 1: -0"},
+      {"min", {row({0, -0.0})}, "double 1 x 1: 0"},
+      {"max", {row({1, 5, 3}), row({2, 2, kNaN})}, "double 1 x 3: 2 5 3"},
+      {"min", {row({1, 2}), column({0, 3})}, "double 2 x 2: 0 1 0 2"},
+      {"max", {num(2), zeros({0, 0})}, "double 0 x 0:"},
+      {"max", {row({1, 2}), row({1, 2, 3})}, " | In max(A, B), A and B should have compatible sizes"},
+  });
+  EXPECT_EQ(outputsOf("max", {row({1, kNaN, 3, 3})}, 2), "double 1 x 1: 3 ; int 1 x 1: 3");
+  EXPECT_EQ(outputsOf("min", {row({kNaN, kNaN})}, 2), "double 1 x 1: nan ; int 1 x 1: 1");
+  EXPECT_EQ(outputsOf("max", {cube(), zeros({0, 0}), num(2)}, 2), "double 2 x 1 x 2: 3 4 7 8 ; int 2 x 1 x 2: 2 2 2 2");
+  EXPECT_EQ(outputsOf("max", {complexShaped({1, 3}, {{kNaN, 0}, {3, 4}, {5, 0}})}, 2), "complex 1 x 1: 3,4 ; int 1 x 1: 2");
+  EXPECT_EQ(outputsOf("max", {num(1), num(2)}, 2), "Function max() must have at most 1 output argument");
+}
+
+TEST(Reductions, Scans) {
+  check({
+      {"cumsum", {cube()}, "double 2 x 2 x 2: 1 3 3 7 5 11 7 15"},
+      {"cumsum", {cube(), num(3), text("Reverse")}, "double 2 x 2 x 2: 6 8 10 12 5 6 7 8"},
+      {"cumprod", {row({1, 2, 3}), text("reverse")}, "double 1 x 3: 6 6 3"},
+      {"cummax", {row({kNaN, 1, kNaN, 3, 2})}, "double 1 x 5: nan 1 1 3 3"},
+      {"cummin", {row({2, kNaN, 1}), text("includenan")}, "double 1 x 3: 2 nan nan"},
+      {"cummin", {row({2, 3, 1}), text("omitnan"), text("reverse")}, "double 1 x 3: 1 1 1"},
+      {"cumsum", {num(1), text("omitnan")}, " | An option for cumsum() must be either 'forward' or 'reverse'"},
+  });
+}
+
+TEST(Reductions, Spread) {
+  check({
+      {"var", {num(5)}, "double 1 x 1: 0"},
+      {"var", {row({1, 2, 3, 4})}, "double 1 x 1: 1.6666666666666667"},
+      {"var", {row({1, 2, 3, 4}), num(1)}, "double 1 x 1: 1.25"},
+      {"std", {shaped({2, 2}, {1, 3, 2, 2}), num(1), num(1)}, "double 1 x 2: 1 0"},
+      {"rms", {shaped({2, 2}, {3, 4, kNaN, 5}), text("omitnan")}, "double 1 x 2: 3.5355339059327378 5"},
+      {"rms", {row({3, 4}), num(1)}, "double 1 x 2: 3 4"},
+      {"rms", {cube(), row({3, 1})}, "double 1 x 2: 4.06201920231798 5.873670062235365"},
+      {"cov", {row({1, 2, 3})}, "double 1 x 1: 1"},
+      {"cov", {num(4), num(7)}, "double 2 x 2: 0 0 0 0"},
+      {"cov", {zeros({0, 0})}, "double 1 x 1: nan"},
+      {"cov", {shaped({3, 2}, {1, 2, 3, 2, 4, 6}), num(1), text("omitrows")},
+       "double 2 x 2: 0.66666666666666663 1.3333333333333333 1.3333333333333333 2.6666666666666665"},
+      {"cov", {shaped({4, 2}, {1, kNaN, 3, 5, 2, 8, 4, 9}), text("omitrows")}, "double 2 x 2: 4 7 7 13"},
+      {"cov", {shaped({4, 2}, {1, kNaN, 3, 5, 2, 8, 4, 9}), text("partialrows")}, "double 2 x 2: 4 7 7 10.916666666666666"},
+      {"cov", {complexShaped({1, 2}, {{0, 1}, {0, -1}}), row({1, -1})}, "complex 2 x 2: 2,0 0,2 0,-2 2,0"},
+      {"corrcoef", {row({1, 2, 3})}, "double 1 x 1: 1"},
+      {"corrcoef", {row({1, 2, 3}), row({5, 5, 5})}, "double 2 x 2: 1 nan nan nan"},
+      {"corrcoef", {row({1, 2, 3, kNaN}), row({2, 4, 6, 8}), text("Rows"), text("complete")}, "double 2 x 2: 1 1 1 1"},
+  });
+}
+
+TEST(Reductions, CorrelationsKnowTheirSignificance) {
+  // r = 0.8 over 5 pairs: t = 2.3094 with 3 degrees of freedom, two-sided 0.10409; z' = 1.098612 -/+ 1.959964 / sqrt(2).
+  alignas(16) static char noApplication[16];
+  const Builtin* entry = builtins::library().find(Name::intern("corrcoef"));
+  std::vector<Storable> args{row({1, 2, 3, 4, 5}), row({1, 3, 2, 5, 4})};
+  Call call(*entry, args, 4, CallSite{}, reinterpret_cast<AppController&>(noApplication), nullptr);
+  NodeValue value = entry->handler(call);
+  const double expected[] = {0.8, 0.10408803866182788, std::tanh(1.0986122886681098 - 1.959963984540054 / std::sqrt(2.0)),
+                             std::tanh(1.0986122886681098 + 1.959963984540054 / std::sqrt(2.0))};
+  for (size_t k = 0; k < 4; ++k) {
+    const DoubleArray& output = value.arrayList().list[k].numeric()->asDouble();
+    EXPECT_NEAR(output[1], expected[k], 1e-13) << k;
+    EXPECT_EQ(output[0], 1) << k;
+  }
+  EXPECT_EQ(outputsOf("corrcoef", {row({1, 2}), row({2, 1})}, 2), "Bad a or b in routine betai");
+}
+
+TEST(Special, GammaBetaAndErrorInverse) {
+  EXPECT_NEAR(special::gammln(0.5), 0.5723649429247001, 1e-14);
+  EXPECT_NEAR(special::gammln(101), 363.73937555556347, 1e-11);
+  EXPECT_NEAR(special::betai(2, 3, 0.25), 0.26171875, 1e-14);  // 1 - 0.75^4 - 4*0.25*0.75^3
+  EXPECT_NEAR(special::betai(0.5, 0.5, 0.75), 2.0 / 3, 1e-14);  // 2/pi * asin(sqrt(x))
+  EXPECT_NEAR(special::erfinv(0.95), 1.959963984540054 / std::sqrt(2.0), 1e-14);
+  EXPECT_EQ(special::erfcinv(0), 100);
+  EXPECT_EQ(special::erfcinv(2), -100);
+}
+
+TEST(Slices, EveryLoopGivesWhatThePlainOneGives) {
+  std::mt19937_64 random(11);
+  // Contiguous, narrow and wide rows; long and short; with a block behind.
+  for (const SizeVector& size : {SizeVector{7, 19}, SizeVector{3, 700, 2}, SizeVector{40, 9, 3}, SizeVector{2000, 3, 2}, SizeVector{600, 11}}) {
+    const DoubleArray a = randomArray(random, size);
+    for (int64_t d = 1; d <= 3; ++d) {
+      const Slices s(size, d);
+      const auto at = [&](int64_t k, int64_t l) { return a[s.first(k) + l * s.inner]; };
+      const NumericArray sums = called("sum", {a, num(static_cast<double>(d))});
+      const NumericArray products = called("cumprod", {a, num(static_cast<double>(d)), text("reverse")});
+      const NumericArray medians = called("median", {a, num(static_cast<double>(d))});
+      const NumericArray best = called("min", {a, zeros({0, 0}), num(static_cast<double>(d))});
+      for (int64_t k = 0; k < s.count(); ++k) {
+        double sum = 0;
+        std::vector<double> sorted;
+        for (int64_t l = 0; l < s.length; ++l) sum += at(k, l), sorted.push_back(at(k, l));
+        std::sort(sorted.begin(), sorted.end());
+        const size_t n = sorted.size();
+        ASSERT_EQ(sums.asDouble()[k], sum) << size.description() << " " << d;
+        ASSERT_EQ(best.asDouble()[k], sorted[0]) << size.description() << " " << d;
+        ASSERT_EQ(medians.asDouble()[k], n % 2 ? sorted[n / 2] : (sorted[n / 2 - 1] + sorted[n / 2]) / 2) << size.description() << " " << d;
+        double product = at(k, s.length - 1);
+        for (int64_t l = s.length - 2; l >= 0; --l) product *= at(k, l);
+        ASSERT_EQ(products.asDouble()[s.first(k)], product) << size.description() << " " << d;
+      }
+    }
+  }
+}
+
+TEST(SumInOrder, IsThePlainLoopToTheLastBit) {
+  std::mt19937_64 random(5);
+  std::normal_distribution<double> normal;
+  std::uniform_real_distribution<double> uniform;
+  const std::vector<std::function<double(int)>> kinds = {
+      [&](int) { return uniform(random); },
+      [&](int) { return normal(random); },
+      [&](int) { return -1e10 * uniform(random); },
+      [&](int) { return std::floor(16 * uniform(random)) / 8 + 0x1p40; },           // sums of few bits
+      [&](int i) { return i == 0 ? 0x1p53 : std::floor(4 * uniform(random)) / 2; },  // half-way cases throughout
+      [&](int i) { return i == 0 ? 0x1p53 - 5000 : 1.0 + (i % 3) * 0.25; },          // passes a power of 2 among half-way cases
+      [&](int i) { return i == 0 ? -0x1p30 : uniform(random) * 600; },               // passes zero
+      [&](int i) { return i % 1000 == 999 ? -400 * uniform(random) : uniform(random); },
+      [&](int i) { return std::ldexp(uniform(random), i % 90 - 45); },
+      [&](int i) { return i == 5000 ? kInf : uniform(random) * 1e300; },
+      [&](int) { return uniform(random) * 5e-324 * 1000; },
+      [&](int i) { return i == 3000 ? kNaN : 1.0; },
+  };
+  for (size_t kind = 0; kind < kinds.size(); ++kind) {
+    std::vector<double> x;
+    for (int i = 0; i < 40000; ++i) x.push_back(kinds[kind](i));
+    double plain = 0;
+    for (const double v : x) plain += v;
+    const double sum = builtins::sumInOrder(x.data(), static_cast<int64_t>(x.size()));
+    EXPECT_TRUE(std::bit_cast<uint64_t>(sum) == std::bit_cast<uint64_t>(plain) || (std::isnan(sum) && std::isnan(plain)))
+        << "kind " << kind << ": " << sum << " " << plain;
+  }
+}
+
+}  // namespace
+}  // namespace kelo::testing
