@@ -6,6 +6,8 @@ const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
       elementwiseTable(),
       kindsTable(),
+      stringsTable(),
+      textConversionTable(),
       pendingTable(),
       arraysTable(),
       reductionsTable(),
