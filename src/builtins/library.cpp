@@ -8,6 +8,7 @@ const BuiltinTable& library() {
       kindsTable(),
       stringsTable(),
       textConversionTable(),
+      structuresTable(),
       pendingTable(),
       arraysTable(),
       reductionsTable(),

@@ -16,6 +16,7 @@ std::span<const Builtin> elementwiseTable();  ///< mathematics and logic on each
 std::span<const Builtin> kindsTable();        ///< questions about kind and shape, conversions
 std::span<const Builtin> stringsTable();
 std::span<const Builtin> textConversionTable();
+std::span<const Builtin> structuresTable();
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();
