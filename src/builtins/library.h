@@ -17,6 +17,9 @@ std::span<const Builtin> kindsTable();        ///< questions about kind and shap
 std::span<const Builtin> stringsTable();
 std::span<const Builtin> textConversionTable();
 std::span<const Builtin> structuresTable();
+std::span<const Builtin> consoleTable();
+std::span<const Builtin> timeTable();
+std::span<const Builtin> callsTable();
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();
