@@ -12,6 +12,7 @@ const BuiltinTable& library() {
       consoleTable(),
       timeTable(),
       callsTable(),
+      csvFilesTable(),
       pendingTable(),
       arraysTable(),
       reductionsTable(),

@@ -20,6 +20,7 @@ std::span<const Builtin> structuresTable();
 std::span<const Builtin> consoleTable();
 std::span<const Builtin> timeTable();
 std::span<const Builtin> callsTable();
+std::span<const Builtin> csvFilesTable();
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();

@@ -11,8 +11,6 @@ constexpr Builtin kPending[] = {
     {"conv", nullptr, 0, {0, kAny}, kAny, "", "", ""},
     {"cplxpair", nullptr, 0, {0, kAny}, kAny, "", "", ""},
     {"cross", nullptr, 0, {0, kAny}, kAny, "", "", ""},
-    {"csvread", nullptr, 0, {0, kAny}, kAny, "", "", ""},
-    {"csvwrite", nullptr, 0, {0, kAny}, kAny, "", "", ""},
     {"deconv", nullptr, 0, {0, kAny}, kAny, "", "", ""},
     {"det", nullptr, 0, {0, kAny}, kAny, "", "", ""},
     {"diff", nullptr, 0, {0, kAny}, kAny, "", "", ""},
