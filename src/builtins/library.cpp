@@ -6,6 +6,13 @@ const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
       elementwiseTable(),
       kindsTable(),
+      stringsTable(),
+      textConversionTable(),
+      structuresTable(),
+      consoleTable(),
+      timeTable(),
+      callsTable(),
+      csvFilesTable(),
       pendingTable(),
       arraysTable(),
       reductionsTable(),

@@ -14,6 +14,13 @@ const BuiltinTable& library();
 // The families, each in a source (or a folder) of the same name.
 std::span<const Builtin> elementwiseTable();  ///< mathematics and logic on each element
 std::span<const Builtin> kindsTable();        ///< questions about kind and shape, conversions
+std::span<const Builtin> stringsTable();
+std::span<const Builtin> textConversionTable();
+std::span<const Builtin> structuresTable();
+std::span<const Builtin> consoleTable();
+std::span<const Builtin> timeTable();
+std::span<const Builtin> callsTable();
+std::span<const Builtin> csvFilesTable();
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();

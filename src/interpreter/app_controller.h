@@ -51,8 +51,8 @@ class AppController {
     return shouldExitExecution.load(std::memory_order_relaxed) && shouldExitExecution.exchange(false);
   }
 
-  /// `input`: shows the prompt and sleeps until a line comes. Nothing when the run is being stopped: return `void` and let
-  /// the statement loop report it.
+  /// `input`: shows the prompt and sleeps until a line comes. Nothing when the run is being stopped: return
+  /// `failure` and let the statement loop report it.
   std::optional<std::string> readInput(const std::string& prompt);
   /// `pause`: sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is off.
   void pauseFor(std::optional<double> seconds);

@@ -127,6 +127,27 @@ void Character::appendUnitsTo(std::vector<uint16_t>& out) const {
   });
 }
 
+namespace {
+
+Character withCase(Character character, utf8proc_int32_t (*map)(utf8proc_int32_t)) {
+  std::vector<char32_t> codePoints;
+  character.appendCodePointsTo(codePoints);
+  for (char32_t& c : codePoints) c = static_cast<char32_t>(map(static_cast<utf8proc_int32_t>(c)));
+  return Character::fromCodePoints(codePoints);
+}
+
+}  // namespace
+
+Character Character::lowercased() const {
+  if (word_ < kFirstComposable) return Character(word_ >= U'A' && word_ <= U'Z' ? word_ + 32 : word_);
+  return withCase(*this, utf8proc_tolower);
+}
+
+Character Character::uppercased() const {
+  if (word_ < kFirstComposable) return Character(word_ >= U'a' && word_ <= U'z' ? word_ - 32 : word_);
+  return withCase(*this, utf8proc_toupper);
+}
+
 void appendUtf8(std::string& out, char32_t codePoint) {
   if (codePoint < 0x80) {
     out += static_cast<char>(codePoint);

@@ -33,6 +33,9 @@ class Character {
   /// UTF-16 units: one for a code point of the basic plane, two above it, the sum for a cluster.
   int64_t unitCount() const;
   void appendUnitsTo(std::vector<uint16_t>& out) const;
+  /// The other case of a letter, code point by code point; what has none stays.
+  Character lowercased() const;
+  Character uppercased() const;
   uint32_t word() const { return word_; }
 
   friend bool operator==(Character a, Character b) {

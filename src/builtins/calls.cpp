@@ -1,0 +1,49 @@
+// nargin and nargout: what the running function was given and asked for, or what a function declares. Tested by
+// tests/transcripts/builtins/calls.txt.
+#include "builtins/library.h"
+#include "interpreter/reader.h"
+#include "interpreter/visitor.h"
+#include "messages/catalogue/interpreter.h"
+#include "messages/catalogue/system_functions.h"
+
+namespace kelo::builtins {
+namespace {
+
+enum class Side { inputs, outputs };
+
+std::optional<Visitor::Signature> runningCall(const Call& call) {
+  return call.visitor ? call.visitor->runningCall() : std::nullopt;
+}
+
+std::optional<Visitor::Signature> declared(const Call& call) {
+  const Storable& function = call.args[0];
+  if (call.visitor == nullptr) return std::nullopt;
+  if (const FunctionHandle* handle = function.funcHandle()) return call.visitor->signatureOf(*handle);
+  if (!read::isText(function)) return std::nullopt;
+  const std::string name = toUtf8(function.numeric()->asChar());
+  if (!read::isName(name)) return std::nullopt;
+  return call.visitor->signatureOf(Name::intern(name));
+}
+
+NodeValue countOfArguments(Call& call) {
+  const auto signature = call.count() == 0 ? runningCall(call) : declared(call);
+  if (!signature) {
+    const char* words = call.count() == 0 ? text::kOutsideFunction : text::kFunctionExpected;
+    throw Wording::sentence(words).complaint(call);
+  }
+  const bool ofInputs = call.selector<Side>() == Side::inputs;
+  return NodeValue(static_cast<double>(ofInputs ? signature->inputs : signature->outputs));
+}
+
+constexpr Builtin kCalls[] = {
+    {"nargin", countOfArguments, int(Side::inputs), {0, 1}, 1, "f",
+     "How many arguments the running function was given, or a function declares", "nargin('sin')"},
+    {"nargout", countOfArguments, int(Side::outputs), {0, 1}, 1, "f",
+     "How many outputs the running function was asked for, or a function declares", "nargout('size')"},
+};
+
+}  // namespace
+
+std::span<const Builtin> callsTable() { return kCalls; }
+
+}  // namespace kelo::builtins

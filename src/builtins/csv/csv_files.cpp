@@ -1,0 +1,101 @@
+// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is csv_text.h's business. Tested by
+// tests/transcripts/builtins/csv.txt.
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "builtins/csv/csv_text.h"
+#include "builtins/library.h"
+#include "interpreter/app_controller.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/run_control.h"
+#include "messages/catalogue/system_functions.h"
+
+namespace kelo::builtins {
+namespace {
+
+bool isPathOfNames(std::string_view path) {
+  const size_t slash = path.find('/');
+  if (slash == std::string_view::npos) return read::isName(path);
+  return read::isName(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
+}
+
+std::string lowered(std::string word) {
+  std::transform(word.begin(), word.end(), word.begin(), [](unsigned char c) { return std::tolower(c); });
+  return word;
+}
+
+/// The path of a data file below the work directory: names, and behind the last one the extension.
+std::string pathOf(const Call& call, const char* signature) {
+  const std::string path = read::text(call, 0, {signature, "fname", predicate::kCharacterVector});
+  const size_t dot = std::min(path.rfind('.'), path.size());
+  if (!isPathOfNames(std::string_view(path).substr(0, dot))) {
+    throw problem(fmt::format(text::kInvalidFileName, path));
+  }
+  const std::string extension = lowered(path.substr(dot));
+  if (extension != ".csv" && extension != ".dat" && extension != ".txt") {
+    throw problem(fmt::format(text::kInvalidExtension, path.substr(dot)), text::kExtensionExpected);
+  }
+  return path;
+}
+
+void tell(const Call& call, const char* words, const std::string& path) {
+  call.app.show(Display::disp(fmt::format(fmt::runtime(words), path), call.app.displayParameters()));
+}
+
+constexpr const char* kWithStart = "fname, r1, c1";
+constexpr const char* kWithRange = "fname, r1, c1, [r1 c1 r2 c2]";
+
+/// The range of the 4th argument rules over the start, which it repeats.
+CsvRange rangeOf(const Call& call, const char* signature) {
+  CsvRange range;
+  if (call.count() == 1) return range;
+  range.firstRow = read::integer(call, 1, {signature, "r1", predicate::kNonNegativeInteger}, 0);
+  range.firstColumn = read::integer(call, 2, {signature, "c1", predicate::kNonNegativeInteger}, 0);
+  if (call.count() == 3) return range;
+  const auto numbers = read::asIntegers(call.args[3]);
+  if (!numbers || numbers->size() != 4 || *std::min_element(numbers->begin(), numbers->end()) < 0) {
+    throw argumentComplaint(call.name(), signature, "[r1 c1 r2 c2]", text::kCsvRange);
+  }
+  range = {(*numbers)[0], (*numbers)[1], (*numbers)[2], (*numbers)[3]};
+  if (range.firstRow > range.lastRow || range.firstColumn > range.lastColumn) {
+    throw Wording::sentence(text::kCsvRangeOrder).complaint(call);
+  }
+  return range;
+}
+
+NodeValue csvread(Call& call) {
+  if (call.count() == 2) throw expectation(fmt::format(text::kCsvreadCount, call.name(), call.count()));
+  const char* signature = call.count() == 1 ? "fname" : call.count() == 3 ? kWithStart : kWithRange;
+  const std::string path = pathOf(call, signature);
+  const CsvRange range = rangeOf(call, signature);
+  const std::optional<std::string> bytes = call.app.files.readFile(path);
+  if (!bytes) throw problem(text::failedToLoad(path));
+  std::optional<DoubleArray> array = arrayOfCsv(*bytes, range);
+  if (!array) throw problem(fmt::format(text::kFailedToConvert, path), text::kNumbersExpected);
+  if (call.isStatement()) tell(call, text::kArrayRead, path);
+  return std::move(*array);
+}
+
+NodeValue csvwrite(Call& call) {
+  const std::string path = pathOf(call, "fname, A");
+  const NumericArray& array = read::numeric(call, 1, {"fname, A", "A", predicate::kNumericArray});
+  if (!array.size().isMatrix()) throw expectation(text::kExportedMatrix);
+  if (!call.app.files.writeFile(path, csvOfArray(array))) throw problem(fmt::format(text::kFailedToWrite, path));
+  tell(call, text::kArrayWritten, path);
+  return NodeValue::nothing();
+}
+
+constexpr CountTexts kCsvread{text::kCsvreadCount};
+
+constexpr Builtin kCsvFiles[] = {
+    {"csvread", csvread, 0, {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
+     "Read numbers from a file, rows and columns being counted from 0", "csvread('data.csv', 1, 0)", &kCsvread},
+    {"csvwrite", csvwrite, 0, {2, 2}, 0, "fname, A", "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
+};
+
+}  // namespace
+
+std::span<const Builtin> csvFilesTable() { return kCsvFiles; }
+
+}  // namespace kelo::builtins

@@ -1,0 +1,62 @@
+// Structures: struct, isfield, rmfield. Tested by tests/transcripts/builtins/structures.txt.
+#include <fmt/format.h>
+
+#include "builtins/library.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/text_functions.h"
+#include "messages/catalogue/values.h"
+
+namespace kelo::builtins {
+namespace {
+
+constexpr Wording kStructure{"S, field", "S", text::kStructureArray};
+constexpr Wording kField{"S, field", "field", predicate::kCharacterVector};
+
+std::string fieldNameAt(const Call& call, int position) {
+  const Storable& value = call.args[static_cast<size_t>(position)];
+  const std::string name = read::isText(value) ? toUtf8(value.numeric()->asChar()) : "";
+  if (!read::isName(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
+  return name;
+}
+
+NodeValue structOf(Call& call) {
+  StructArray result;
+  for (int k = 0; k < call.count(); k += 2) {
+    const std::string name = fieldNameAt(call, k);
+    if (k + 1 == call.count()) throw expectation(fmt::format(text::kFieldWithoutValue, name));
+    const Name field = Name::intern(name);
+    if (result.hasField(field)) throw expectation(fmt::format(text::kDuplicatedField, name));
+    result.writableValue(0, result.ensureField(field)) = std::move(call.args[static_cast<size_t>(k + 1)]);
+  }
+  return NodeValue(std::move(result));
+}
+
+NodeValue isfield(Call& call) {
+  const StructArray& structure = read::structure(call, 0, kStructure);
+  return LogicalArray(structure.hasField(Name::intern(read::text(call, 1, kField))));
+}
+
+NodeValue rmfield(Call& call) {
+  read::structure(call, 0, kStructure);
+  const std::string name = read::text(call, 1, kField);
+  StructArray structure = std::move(*call.args[0].structure());
+  const Name field = Name::intern(name);
+  if (!structure.hasField(field)) throw expectation(fmt::format(text::kFieldNotFound, name));
+  structure.removeField(field);
+  return NodeValue(std::move(structure));
+}
+
+constexpr Builtin kStructures[] = {
+    {"isfield", isfield, 0, {2, 2}, 1, "S, field", "Whether structures have a field of this name",
+     "isfield(struct('a', 1), 'a')"},
+    {"rmfield", rmfield, 0, {2, 2}, 1, "S, field", "Remove a field from structures",
+     "rmfield(struct('a', 1, 'b', 2), 'a')"},
+    {"struct", structOf, 0, {0, kAny}, 1, "name, value, ...", "Make a structure from names and values of fields",
+     "struct('name', 'Kelo', 'size', 3)"},
+};
+
+}  // namespace
+
+std::span<const Builtin> structuresTable() { return kStructures; }
+
+}  // namespace kelo::builtins

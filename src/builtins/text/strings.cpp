@@ -1,0 +1,132 @@
+// Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see values/character.h; what is no text
+// equals nothing. Tested by tests/builtins/text_test.cpp.
+#include <algorithm>
+#include <cmath>
+
+#include "builtins/library.h"
+#include "builtins/text/char_rows.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/text_functions.h"
+
+namespace kelo::builtins {
+namespace {
+
+// ---- strcat
+
+/// Row r of an input; an input of one row stands beside each row of the others.
+void appendRow(const CharArray& text, bool trims, int64_t r, TextRow& out) {
+  const int64_t rows = text.size().rows();
+  const int64_t start = rows == 1 ? 0 : r;
+  int64_t columns = text.size().columns();
+  while (trims && columns > 0 && text[start + (columns - 1) * rows] == Character(U' ')) --columns;
+  for (int64_t c = 0; c < columns; ++c) out.push_back(text[start + c * rows]);
+}
+
+NodeValue strcat(Call& call) {
+  int64_t height = 1;
+  for (int k = 0; k < call.count(); ++k) {
+    const NumericArray& input = read::numeric(call, k, Wording::sentence(text::kStrcatKinds));
+    if (input.isEmpty()) continue;
+    const int64_t rows = input.size().rows();
+    if (!input.size().isMatrix() || (rows != 1 && height != 1 && rows != height)) {
+      throw Wording::sentence(text::kStrcatShapes).complaint(call);
+    }
+    height = std::max(height, rows);
+  }
+  std::vector<TextRow> rows(static_cast<size_t>(height));
+  for (const Storable& input : call.args) {
+    if (input.isEmpty()) continue;
+    const CharArray text = input.numeric()->toCharArray();
+    for (int64_t r = 0; r < height; ++r) {
+      appendRow(text, input.numeric()->is(Kind::Char), r, rows[static_cast<size_t>(r)]);
+    }
+  }
+  return stackedRows(rows);
+}
+
+// ---- Letter case
+
+enum class Case { lower, upper };
+
+CharArray inCase(CharArray text, Case letterCase) {
+  Character* c = text.writable();
+  Character* const end = c + text.numElements();
+  for (; c != end; ++c) *c = letterCase == Case::lower ? c->lowercased() : c->uppercased();
+  return text;
+}
+
+NodeValue textCase(Call& call) {
+  constexpr Wording words{"s", "s", text::kCharacterArray};
+  NumericArray text = read::takeNumeric(call, 0, words);
+  if (!text.is(Kind::Char)) throw words.complaint(call);
+  return inCase(std::move(text).take<Character>(), call.selector<Case>());
+}
+
+NodeValue newline(Call&) { return CharArray(Character(U'\n')); }
+
+// ---- Comparison
+
+enum class Compare { all, allIgnoringCase, first, firstIgnoringCase };
+
+bool sameCharacters(const Character* a, const Character* b, int64_t count, bool ignoresCase) {
+  if (!ignoresCase) return std::equal(a, a + count, b);
+  return std::equal(a, a + count, b, [](Character x, Character y) { return x.lowercased() == y.lowercased(); });
+}
+
+const CharArray* asText(const Storable& value) {
+  const NumericArray* array = value.numeric();
+  return array && array->is(Kind::Char) ? &array->asChar() : nullptr;
+}
+
+NodeValue strcmp(Call& call) {
+  const CharArray* a = asText(call.args[0]);
+  const CharArray* b = asText(call.args[1]);
+  const bool ignoresCase = call.selector<Compare>() == Compare::allIgnoringCase;
+  return LogicalArray(a && b && a->size() == b->size() &&
+                      sameCharacters(a->data(), b->data(), a->numElements(), ignoresCase));
+}
+
+/// The number of characters to compare; Inf stands for all of them.
+double countOf(const Call& call) {
+  constexpr Wording words{"s1, s2, n", "n", text::kCountOfCharacters};
+  const double n = read::realScalar(call, 2, words);
+  if (std::isnan(n) || n != std::trunc(n)) throw words.complaint(call);
+  return n;
+}
+
+/// Past the end of either text, whole texts of the same size are equal or not.
+NodeValue strncmp(Call& call) {
+  const double n = countOf(call);
+  const CharArray* a = asText(call.args[0]);
+  const CharArray* b = asText(call.args[1]);
+  if (!a || !b) return LogicalArray(false);
+  const bool ignoresCase = call.selector<Compare>() == Compare::firstIgnoringCase;
+  const int64_t shorter = std::min(a->numElements(), b->numElements());
+  const bool pastEnd = n > static_cast<double>(shorter);
+  if (pastEnd ? a->size() != b->size() : a->size().rows() != b->size().rows() && n > 0) return LogicalArray(false);
+  const int64_t count = pastEnd ? shorter : std::max(static_cast<int64_t>(n), int64_t{0});
+  return LogicalArray(sameCharacters(a->data(), b->data(), count, ignoresCase));
+}
+
+constexpr CountTexts kNewline{text::kNoInputOfNewline};
+
+constexpr Builtin kStrings[] = {
+    {"lower", textCase, int(Case::lower), {1, 1}, 1, "s", "Turn letters into small letters", "lower('Kelo')"},
+    {"newline", newline, 0, {0, 0}, 1, "", "The line feed as a character", "['a' newline 'b']", &kNewline},
+    {"strcat", strcat, 0, {1, kAny}, 1, "s1, s2, ...", "Join texts side by side, without their trailing blanks",
+     "strcat('ab ', 'cd')"},
+    {"strcmp", strcmp, int(Compare::all), {2, 2}, 1, "s1, s2", "Whether two texts are the same", "strcmp('a', 'A')"},
+    {"strcmpi", strcmp, int(Compare::allIgnoringCase), {2, 2}, 1, "s1, s2",
+     "Whether two texts are the same but for letter case", "strcmpi('a', 'A')"},
+    {"strncmp", strncmp, int(Compare::first), {3, 3}, 1, "s1, s2, n",
+     "Whether the first n characters of two texts are the same", "strncmp('abc', 'abd', 2)"},
+    {"strncmpi", strncmp, int(Compare::firstIgnoringCase), {3, 3}, 1, "s1, s2, n",
+     "Whether the first n characters of two texts are the same but for letter case", "strncmpi('abc', 'ABd', 2)"},
+    {"upper", textCase, int(Case::upper), {1, 1}, 1, "s", "Turn letters into capital letters", "upper('Kelo')"},
+};
+
+}  // namespace
+
+std::span<const Builtin> stringsTable() { return kStrings; }
+
+}  // namespace kelo::builtins
