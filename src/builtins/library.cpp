@@ -4,6 +4,7 @@ namespace kelo::builtins {
 
 const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
+      linearAlgebraTable(),
       pendingTable(),
   });
   return *table;

@@ -12,6 +12,7 @@ namespace kelo::builtins {
 const BuiltinTable& library();
 
 // The families, each in a source (or a folder) of the same name.
+std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 
 }  // namespace kelo::builtins
