@@ -4,8 +4,12 @@ namespace kelo::builtins {
 
 const BuiltinTable& library() {
   static const auto* const table = new BuiltinTable({
-      linearAlgebraTable(),
+      elementwiseTable(),
+      kindsTable(),
       pendingTable(),
+      arraysTable(),
+      reductionsTable(),
+      linearAlgebraTable(),
   });
   return *table;
 }

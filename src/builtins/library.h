@@ -12,7 +12,11 @@ namespace kelo::builtins {
 const BuiltinTable& library();
 
 // The families, each in a source (or a folder) of the same name.
-std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
+std::span<const Builtin> elementwiseTable();  ///< mathematics and logic on each element
+std::span<const Builtin> kindsTable();        ///< questions about kind and shape, conversions
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
+std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
+std::span<const Builtin> reductionsTable();
+std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
 
 }  // namespace kelo::builtins

@@ -11,7 +11,9 @@
 
 #include "KeloParser.h"
 #include "antlr4-runtime.h"
+#include "frontend/fast_prediction.h"
 #include "frontend/source_text.h"
+#include "frontend/strict_prediction.h"
 #include "frontend/token_list.h"
 
 namespace kelo {
@@ -47,11 +49,15 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
   Name relativePath() const { return parser_.relativePath; }
 
  private:
-  KeloNode* runStage(StartRule rule, antlr4::atn::PredictionMode mode);
+  KeloNode* runFastStage(StartRule rule);
+  KeloNode* runCarefulStage(StartRule rule, antlr4::ANTLRErrorListener& listener);
+  KeloNode* run(StartRule rule, antlr4::atn::PredictionMode mode);
 
   SourceText source_;
   TokenList tokens_;
+  FastPrediction prediction_;
   KeloParser parser_;
+  StrictPrediction* strict_;
   KeloNode* root_ = nullptr;
   const antlr4::Token* tooDeepAt_ = nullptr;
 };

@@ -14,19 +14,47 @@ size_t typeOf(const ScannedToken& token) {
 }  // namespace
 
 TokenList::TokenList(SourceText& source, const std::vector<ScannedToken>& scanned) : source_(source) {
-  const std::pair<antlr4::TokenSource*, antlr4::CharStream*> origin(nullptr, &source);
   const auto isVisible = [](const ScannedToken& token) { return !token.isHidden(); };
-  tokens_.reserve(static_cast<size_t>(std::count_if(scanned.begin(), scanned.end(), isVisible)));
+  const auto count = static_cast<size_t>(std::count_if(scanned.begin(), scanned.end(), isVisible));
+  tokens_.reserve(count);
+  types_.reserve(count);
   for (const ScannedToken& token : scanned) {
-    if (token.isHidden()) continue;
-    antlr4::CommonToken& made = tokens_.emplace_back(origin, typeOf(token), antlr4::Token::DEFAULT_CHANNEL, token.start,
-                                                     size_t{token.end} - 1);
-    made.setLine(token.line);
-    made.setCharPositionInLine(token.charPositionInLine);
-    made.setTokenIndex(tokens_.size() - 1);
-    // A comma that the separator pass put in place of a blank shows as what it is.
-    if (token.type == KeloLexer::COMMA && source.text()[token.start] != U',') made.setText(",");
+    if (!token.isHidden()) add(token);
   }
+  matchBrackets();
+}
+
+void TokenList::add(const ScannedToken& token) {
+  const std::pair<antlr4::TokenSource*, antlr4::CharStream*> origin(nullptr, &source_);
+  const size_t type = typeOf(token);
+  antlr4::CommonToken& made =
+      tokens_.emplace_back(origin, type, antlr4::Token::DEFAULT_CHANNEL, token.start, size_t{token.end} - 1);
+  made.setLine(token.line);
+  made.setCharPositionInLine(token.charPositionInLine);
+  made.setTokenIndex(tokens_.size() - 1);
+  // A comma that the separator pass put in place of a blank shows as what it is.
+  if (type == KeloLexer::COMMA && source_.text()[token.start] != U',') made.setText(",");
+  types_.push_back(static_cast<uint8_t>(type == antlr4::Token::EOF ? kEndOfFile : type));
+}
+
+// A bracket of the other kind in between leaves both without a partner; such a text does not parse.
+void TokenList::matchBrackets() {
+  partners_.assign(types_.size(), static_cast<uint32_t>(types_.size() - 1));
+  std::vector<uint32_t> open;
+  for (uint32_t i = 0; i < types_.size(); ++i) {
+    const uint8_t type = types_[i];
+    if (type == KeloLexer::LPAR || type == KeloLexer::LSQB) open.push_back(i);
+    if (open.empty() || (type != KeloLexer::RPAR && type != KeloLexer::RSQB)) continue;
+    if ((type == KeloLexer::RPAR) == (types_[open.back()] == KeloLexer::LPAR)) partners_[open.back()] = i;
+    open.pop_back();
+  }
+}
+
+size_t TokenList::startOfLines(size_t index, size_t lines, size_t atMost) const {
+  const size_t line = tokens_[index].getLine();
+  const size_t lowest = index - std::min(index, atMost);
+  while (index > lowest && tokens_[index - 1].getLine() + lines >= line) --index;
+  return index;
 }
 
 antlr4::Token* TokenList::LT(ssize_t k) {

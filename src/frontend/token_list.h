@@ -28,6 +28,15 @@ class TokenList final : public antlr4::TokenStream {
   size_t size() override { return tokens_.size(); }
   antlr4::Token* get(size_t index) const override { return &tokens_.at(index); }
 
+  /// For looking ahead at no cost. Positions behind the last token count as the last, the end of the file.
+  size_t position() const { return position_; }
+  size_t typeAt(size_t index) const { return types_[std::min(index, types_.size() - 1)]; }
+  static constexpr size_t kEndOfFile = 0;  ///< what typeAt gives for the last token
+  /// The bracket that closes the one at a position; the last token when none does.
+  size_t partnerOf(size_t open) const { return partners_[open]; }
+  /// The first token of the line that lies so many lines before a token, but at most so many tokens before it.
+  size_t startOfLines(size_t index, size_t lines, size_t atMost) const;
+
   antlr4::TokenSource* getTokenSource() const override { return nullptr; }  // nothing comes after these tokens
   std::string getSourceName() const override { return source_.getSourceName(); }
   std::string getText() override { return source_.toString(); }
@@ -36,8 +45,13 @@ class TokenList final : public antlr4::TokenStream {
   std::string getText(antlr4::Token* start, antlr4::Token* stop) override;
 
  private:
+  void add(const ScannedToken& token);
+  void matchBrackets();
+
   SourceText& source_;
   mutable std::vector<antlr4::CommonToken> tokens_;  // fixed once made: nodes point into it
+  std::vector<uint8_t> types_;
+  std::vector<uint32_t> partners_;
   size_t position_ = 0;
 };
 

@@ -6,6 +6,7 @@
 // `call.outputs({...})`. Counting of arguments, catching and placing of errors happen once, in dispatch.cpp.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -29,8 +30,8 @@ struct Arity {
 };
 inline constexpr int kAny = 1 << 30;
 
-/// A family's own sentences for a wrong count; "{}" stands for the function's name. Null: the standard sentences of
-/// complaints.h.
+/// A family's own sentences for a wrong count; "{0}" stands for the function's name, "{1}" for the count given. Null: the
+/// standard sentences of complaints.h. An own sentence for outputs is also said of one output where there is none.
 struct CountTexts {
   const char* inputs = nullptr;
   const char* outputs = nullptr;
@@ -66,7 +67,7 @@ class Call {
 
   const Builtin& builtin;
   std::span<Storable> args;             ///< the call's own: a handler may move from them
-  std::optional<int> lhsVariableCount;  ///< outputs the statement asks for; absent inside an expression
+  std::optional<int> lhsVariableCount;  ///< outputs the statement asks for, 0 for a call alone; absent inside an expression
   const CallSite& site;
   AppController& app;
   Visitor* visitor;  ///< the evaluator of the run; null when there is none
@@ -75,7 +76,9 @@ class Call {
   std::string name() const { return builtin.name; }
   template <class Selector> Selector selector() const { return static_cast<Selector>(builtin.selector); }
   /// How many outputs are worth computing: at least 1.
-  int outputCount() const { return lhsVariableCount.value_or(1) < 1 ? 1 : *lhsVariableCount; }
+  int outputCount() const { return std::max(1, lhsVariableCount.value_or(1)); }
+  /// Whether the call is a statement by itself, so that nobody asks for its value.
+  bool isStatement() const { return lhsVariableCount == 0; }
 
   /// The result of a call with several outputs: the first alone, or as many of them as were asked for.
   NodeValue outputs(std::vector<Storable> values) const;

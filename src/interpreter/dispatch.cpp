@@ -2,6 +2,10 @@
 // last-resort text. A FatalFault passes.
 #include "interpreter/dispatch.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+
 #include "interpreter/app_controller.h"
 #include "interpreter/complaints.h"
 #include "messages/catalogue/values.h"
@@ -18,18 +22,18 @@ Message messageAt(const CallSite& site) {
   return message;
 }
 
-Problem countComplaint(const char* text, const Builtin& row, Problem (*standard)(const Builtin&)) {
-  if (text == nullptr) return standard(row);
-  return Wording::sentence(text).complaint(row.name);
-}
-
 void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
   const CountTexts texts = row.countTexts ? *row.countTexts : CountTexts{};
+  const auto ownWords = [&](const char* text, int given) {
+    return expectation(fmt::format(fmt::runtime(text), row.name, given));
+  };
   if (inputs < row.inputs.least || inputs > row.inputs.most) {
-    throw countComplaint(texts.inputs, row, [](const Builtin& r) { return inputCountComplaint(r.name, r.inputs); });
+    throw texts.inputs ? ownWords(texts.inputs, inputs) : inputCountComplaint(row.name, row.inputs);
   }
-  if (outputs && *outputs > row.outputs && *outputs > 1) {
-    throw countComplaint(texts.outputs, row, [](const Builtin& r) { return outputCountComplaint(r.name, r.outputs); });
+  // What gives no value says so where the value is missed, unless the family has its own words for that.
+  const int allowed = texts.outputs ? row.outputs : std::max(row.outputs, 1);
+  if (outputs.value_or(0) > allowed) {
+    throw texts.outputs ? ownWords(texts.outputs, *outputs) : outputCountComplaint(row.name, row.outputs);
   }
 }
 

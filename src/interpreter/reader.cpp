@@ -82,6 +82,12 @@ DoubleArray real(const Call& call, int position, const Wording& words) {
   return array.toDoubleArray();
 }
 
+DoubleArray takeReal(Call& call, int position, const Wording& words) {
+  NumericArray array = takeNumeric(call, position, words);
+  if (!array.has(Property::allReals)) throw words.complaint(call);
+  return std::move(array).toDoubleArray();
+}
+
 double realScalar(const Call& call, int position, const Wording& words) {
   const DoubleArray number = real(call, position, words);
   if (!number.isScalar()) throw words.complaint(call);

@@ -25,6 +25,8 @@ const StructArray& structure(const Call& call, int position, const Wording& word
 /// Numbers without imaginary parts, as doubles of the same size. A complex record qualifies when its imaginary parts
 /// are all 0.
 DoubleArray real(const Call& call, int position, const Wording& words);
+/// The same, moved out of the arguments, so that its memory can serve the result.
+DoubleArray takeReal(Call& call, int position, const Wording& words);
 /// One real number; Inf and NaN are let through.
 double realScalar(const Call& call, int position, const Wording& words);
 /// One whole number of at least `least`: no fraction, imaginary part, Inf or NaN.

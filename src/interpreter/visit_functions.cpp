@@ -88,24 +88,32 @@ NodeValue Visitor::visitProg_function(KeloNode& program, std::span<Storable> arg
   return collectOutputs(function.outputs, missing, *function.node);
 }
 
-// The program of a name: from the buffer, or from the file. Null when there is none: with parentheses a load problem has
+// The program of a name. Null when there is none: with parentheses a load problem has
 // been reported then, and a file that cannot be loaded has been reported in either form.
 KeloNode* Visitor::programOf(Name name, KeloNode& place, CallForm form, bool* failed) {
   const auto key = std::pair(app_.runInDir, name.id());
   const auto found = programs_.find(key);
   if (found != programs_.end() && (found->second || form == CallForm::bare)) return found->second;
   const std::string fileName = name.text() + ".m";
-  const ParserBufferItem* item = app_.parserBuffer.find(app_.runInDir, fileName);
-  if (item && item->parser->prog()) return programs_[key] = item->parser->prog().get();
   const std::string path = app_.runInDir.empty() ? fileName : app_.runInDir + "/" + fileName;
   if (form == CallForm::bare && !app_.files.isRegularFile(path)) return programs_[key] = nullptr;
   const NodeValue loaded = guarded(place, text::kUnexpectedError, [&] {
-    const auto parser = std::make_shared<MatlabParser>(app_.parserSetting(), app_.runInDir, fileName);
-    programs_[key] = parser->parseFile().get();
+    loadProgram(name);
     return NodeValue::nothing();
   });
   *failed = loaded.isFailure();
   return *failed ? nullptr : programs_[key];
+}
+
+// From the buffer or the disk. Throws a Problem for what cannot be loaded.
+KeloNode& Visitor::loadProgram(Name name) {
+  const std::string fileName = name.text() + ".m";
+  const ParserBufferItem* item = app_.parserBuffer.find(app_.runInDir, fileName);
+  const auto buffered = item ? item->parser->prog() : nullptr;
+  const auto program =
+      buffered ? buffered
+               : std::make_shared<MatlabParser>(app_.parserSetting(), app_.runInDir, fileName)->parseFile();
+  return *(programs_[std::pair(app_.runInDir, name.id())] = program.get());
 }
 
 NodeValue Visitor::callFile(Name name, std::span<Storable> args, Outputs outputs, KeloNode& place, CallForm form) {
@@ -194,17 +202,54 @@ NodeValue Visitor::callAnonymous(const FunctionHandle& handle, std::span<Storabl
 
 // ---- Questions of built-ins
 
-std::optional<Visitor::Signature> Visitor::signatureOf(const FunctionHandle& handle) {
+namespace {
+
+// What takes any number of arguments counts them below zero, the last one standing for all the rest.
+Visitor::Signature signatureOf(const Builtin& row) {
+  const int64_t inputs = row.inputs.most == kAny ? -(int64_t{row.inputs.least} + 1) : row.inputs.most;
+  return {inputs, row.outputs == kAny ? -1 : row.outputs};
+}
+
+Visitor::Signature signatureOf(const LocalFunction& function) {
+  const LocalFunctionBody& body = function.body();
+  return {static_cast<int64_t>(body.inputArgs.size()), static_cast<int64_t>(body.outputArgs.size())};
+}
+
+}  // namespace
+
+Visitor::Signature Visitor::signatureOf(const FunctionHandle& handle) {
   switch (handle.form()) {
     case FunctionHandle::Form::anonymous:
       return Signature{static_cast<int64_t>(handle.anonymousFunction().inputArgs.size()), 1};
-    case FunctionHandle::Form::local: {
-      const LocalFunction function = handle.localFunction();
-      return Signature{static_cast<int64_t>(function.body().inputArgs.size()),
-                       static_cast<int64_t>(function.body().outputArgs.size())};
-    }
-    default: return std::nullopt;
+    case FunctionHandle::Form::local: return kelo::signatureOf(handle.localFunction());
+    case FunctionHandle::Form::builtIn: return kelo::signatureOf(*app_.builtins.find(handle.name()));
+    case FunctionHandle::Form::userDefined: break;
   }
+  return signatureOfFile(handle.name());
+}
+
+Visitor::Signature Visitor::signatureOf(Name function) {
+  if (const Builtin* row = app_.builtins.find(function)) return kelo::signatureOf(*row);
+  if (const auto local = findLocalFunction(function)) return kelo::signatureOf(*local);
+  return signatureOfFile(function);
+}
+
+Visitor::Signature Visitor::signatureOfFile(Name name) {
+  const ProgramDetails& details = programDetails(loadProgram(name));
+  if (details.form != ProgramDetails::Form::function) {
+    throw problem(text::noFunctionDeclaration(name.text() + ".m"));
+  }
+  return {static_cast<int64_t>(details.main.inputs.size()), static_cast<int64_t>(details.main.outputs.size())};
+}
+
+// The tree lives as long as its evaluation: a handle that is made in it keeps its own text.
+NodeValue Visitor::evaluateText(const std::string& text) {
+  if (text.find_first_not_of(" \t\r\n") == std::string::npos) return DoubleArray();
+  MatlabParser parser(app_.parserSetting());
+  const ExprOnlyTree tree = parser.parseExpression(text);
+  if (!tree) return NodeValue::failure();
+  const FrameScope scope(*this, {frame_.funName, frame_.call, -1});
+  return visit(*expressionOf(*tree));
 }
 
 }  // namespace kelo

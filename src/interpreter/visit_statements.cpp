@@ -84,7 +84,7 @@ NodeValue Visitor::runStatement(KeloNode& statement) {
 // after the visit; a local function is called, so it is no variable here.
 NodeValue Visitor::visitExpression(KeloNode& statement) {
   NodeCache& cache = statement.cache;
-  NodeValue value = visit(*cache.first);
+  NodeValue value = visit(*cache.first, 0);
   if (value.isFailure()) return value;
   if (!cache.name.isEmpty() && findVariable(cache.name, &cache.hint) != nullptr) {
     if (cache.flag) show(value, {&cache.name, 1});

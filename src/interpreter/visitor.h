@@ -33,7 +33,7 @@ struct FieldDetails;
 
 class Visitor {
  public:
-  /// How many outputs are asked for; kNoOutputs: the node is not the right side of an assignment.
+  /// How many outputs are asked for: 0 of a statement by itself; kNoOutputs: inside an expression.
   using Outputs = int;
   static constexpr Outputs kNoOutputs = -1;
 
@@ -42,16 +42,17 @@ class Visitor {
 
   /// Runs the tree of a program in the top workspace.
   NodeValue runProgram(KeloNode& program, bool mainFunctionRequired = false);
-  /// Evaluates one expression given as text, as `input` does.
+  /// Evaluates one expression given as text, as `input` does; an empty text is a 0 x 0 double.
   NodeValue evaluateText(const std::string& text);
 
   /// Numbers of inputs and outputs: of a function's declaration, or of a call.
   struct Signature {
     int64_t inputs, outputs;
   };
-  /// What a function declares; absent when it cannot be told. `place` is where a problem is shown.
-  std::optional<Signature> signatureOf(const FunctionHandle& handle);
-  std::optional<Signature> signatureOf(Name function);
+  /// What a function declares; negative for any number. A name is a built-in, a local function or a file.
+  /// throws Problem for a file that cannot be loaded or declares no function
+  Signature signatureOf(const FunctionHandle& handle);
+  Signature signatureOf(Name function);
   /// What the running function received and was asked for; absent outside a function.
   const std::optional<Signature>& runningCall() const { return frame_.call; }
 
@@ -135,6 +136,8 @@ class Visitor {
   NodeValue callHandle(const FunctionHandle& handle, std::span<Storable> args, Outputs outputs, KeloNode& place);
   NodeValue callAnonymous(const FunctionHandle& handle, std::span<Storable> args, Outputs outputs, KeloNode& place);
   KeloNode* programOf(Name name, KeloNode& place, CallForm form, bool* failed);
+  KeloNode& loadProgram(Name name);
+  Signature signatureOfFile(Name name);
   KeloNode* bodyOf(AnonymousFunction& function, KeloNode& place);
   static Frame frameOf(Name function, std::span<Storable> args, Outputs outputs);
   bool checkInputCount(const std::string& label, const char* tooMany, size_t declared, size_t given, KeloNode& place);

@@ -78,7 +78,9 @@ class NumericArray {
   template <class T> TypedArray<T> take() && { return std::move(as<T>()); }
 
   /// Calls f with the record, of whatever kind.
-  template <class F> decltype(auto) visit(F&& f) const;
+  template <class F> decltype(auto) visit(F&& f) const&;
+  /// The same with the record moved out.
+  template <class F> decltype(auto) visit(F&& f) &&;
 
   /// Conversions, each keeping the size except from char (see sizeInNumbers). Complex numbers lose their imaginary parts
   /// on the way to real kinds without a word, but have no logical counterpart unless they are real. The && forms move
@@ -114,7 +116,7 @@ class NumericArray {
 static_assert(sizeof(DoubleArray) == sizeof(ArrayCell) && sizeof(ComplexDoubleArray) == sizeof(ArrayCell));
 
 template <class F>
-decltype(auto) NumericArray::visit(F&& f) const {
+decltype(auto) NumericArray::visit(F&& f) const& {
   switch (kind_) {
     case Kind::Int: return f(asInt());
     case Kind::Logical: return f(asLogical());
@@ -123,6 +125,18 @@ decltype(auto) NumericArray::visit(F&& f) const {
     case Kind::Double: break;
   }
   return f(asDouble());
+}
+
+template <class F>
+decltype(auto) NumericArray::visit(F&& f) && {
+  switch (kind_) {
+    case Kind::Int: return f(std::move(as<int64_t>()));
+    case Kind::Logical: return f(std::move(as<bool>()));
+    case Kind::Complex: return f(std::move(as<ComplexDouble>()));
+    case Kind::Char: return f(std::move(as<Character>()));
+    case Kind::Double: break;
+  }
+  return f(std::move(as<double>()));
 }
 
 /// The size that text has once it is numbers. Each character gives one number per UTF-16 unit, column by column, so plain

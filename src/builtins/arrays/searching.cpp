@@ -1,0 +1,120 @@
+// find: the places of the elements that are not zero. NaN is not zero; a complex number is zero when both parts are.
+//
+// The array is cut into pieces. A first pass counts the hits of each piece, so that a second one can write them where they
+// belong, pieces side by side. Within a piece, blocks of 64 elements write to a small buffer without branching.
+#include <algorithm>
+
+#include "builtins/arrays/handlers.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/arrays.h"
+#include "platform/parallel.h"
+
+namespace kelo::builtins::arrays {
+namespace {
+
+constexpr int64_t kPiece = 1 << 15;
+constexpr int64_t kBlock = 64;
+
+bool isHit(double x) { return x != 0; }
+bool isHit(int64_t x) { return x != 0; }
+bool isHit(bool x) { return x; }
+bool isHit(ComplexDouble z) { return z.real != 0 || z.imaginary != 0; }
+bool isHit(Character c) { return c.word() != 0; }
+
+template <class T>
+int64_t countHits(const T* x, int64_t n) {
+  int64_t count = 0;
+  while (n > 0) {  // in steps that fit a byte, so that logicals are counted 16 at a time
+    const int64_t step = std::min<int64_t>(n, 240);
+    if constexpr (sizeof(T) == 1) {
+      uint8_t hits = 0;
+      for (int64_t i = 0; i < step; ++i) hits = static_cast<uint8_t>(hits + isHit(x[i]));
+      count += hits;
+    } else {
+      for (int64_t i = 0; i < step; ++i) count += isHit(x[i]);
+    }
+    x += step;
+    n -= step;
+  }
+  return count;
+}
+
+/// Writes the numbers, from 1, of the hits among elements `begin` to `end` - 1; at most as many as there is room for.
+template <class T>
+void writeHits(const T* x, int64_t begin, int64_t end, double* out, int64_t room) {
+  double hits[kBlock];
+  for (int64_t b = begin; b < end && room > 0; b += kBlock) {
+    const int64_t n = std::min(kBlock, end - b);
+    int64_t count = 0;
+    for (int64_t i = 0; i < n; ++i) {
+      hits[count] = static_cast<double>(b + i + 1);
+      count += isHit(x[b + i]);
+    }
+    count = std::min(count, room);
+    std::copy_n(hits, count, out);
+    out += count;
+    room -= count;
+  }
+}
+
+/// The linear indexes, from 1, of the first hits, at most `most`.
+template <class T>
+DoubleArray indexesOfHits(const TypedArray<T>& array, int64_t most) {
+  const T* x = array.data();
+  const int64_t n = array.numElements();
+  const int64_t pieces = (n + kPiece - 1) / kPiece;
+  std::vector<int64_t> starts(static_cast<size_t>(pieces) + 1);
+  platform::parallelFor(n, [&](int64_t begin, int64_t end) {
+    for (int64_t b = begin; b < end; b += kPiece) {
+      starts[static_cast<size_t>(b / kPiece) + 1] = countHits(x + b, std::min(kPiece, end - b));
+    }
+  }, kPiece);
+  for (size_t p = 1; p < starts.size(); ++p) starts[p] += starts[p - 1];
+  const int64_t count = std::min(starts.back(), most);
+  auto result = DoubleArray::uninitialized(array.size().isRow() ? SizeVector(1, count) : SizeVector(count, 1));
+  double* out = result.writable();
+  platform::parallelFor(n, [&](int64_t begin, int64_t end) {
+    for (int64_t b = begin; b < end; b += kPiece) {
+      const int64_t start = starts[static_cast<size_t>(b / kPiece)];
+      writeHits(x, b, std::min(b + kPiece, end), out + start, count - start);
+    }
+  }, kPiece);
+  return result;
+}
+
+Storable valuesAt(const NumericArray& array, const DoubleArray& indexes) {
+  return array.visit([&](const auto& typed) -> Storable {
+    auto result = std::remove_cvref_t<decltype(typed)>::uninitialized(indexes.size());
+    auto* out = result.writable();
+    for (int64_t i = 0; i < indexes.numElements(); ++i) out[i] = typed[static_cast<int64_t>(indexes[i]) - 1];
+    return result;
+  });
+}
+
+}  // namespace
+
+// Two outputs are rows and columns, the columns running on over all further dimensions.
+NodeValue find(Call& call) {
+  const char* signature = call.count() == 1 ? "X" : "X, n";
+  const NumericArray& array = read::numeric(call, 0, {signature, "X", predicate::kNumericArray});
+  int64_t most = INT64_MAX;
+  if (call.count() == 2) most = read::integer(call, 1, {signature, "n", predicate::kPositiveInteger}, 1);
+  DoubleArray indexes = array.visit([most](const auto& typed) { return indexesOfHits(typed, most); });
+  if (call.outputCount() == 1) return indexes;
+
+  std::vector<Storable> outputs(2);
+  if (call.outputCount() == 3) outputs.push_back(valuesAt(array, indexes));
+  const auto rows = static_cast<double>(array.size().rows());
+  auto columns = DoubleArray::uninitialized(indexes.size());
+  double* column = columns.writable();
+  double* row = indexes.writable();
+  for (int64_t i = 0; i < indexes.numElements(); ++i) {
+    column[i] = std::floor((row[i] - 1) / rows) + 1;
+    row[i] -= (column[i] - 1) * rows;
+  }
+  outputs[0] = std::move(indexes);
+  outputs[1] = std::move(columns);
+  return call.outputs(std::move(outputs));
+}
+
+}  // namespace kelo::builtins::arrays

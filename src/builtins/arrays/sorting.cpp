@@ -1,0 +1,95 @@
+// sort: the reading of its arguments. Up to three stand by position (the array, a dimension, a direction); pairs of a
+// name and a value may follow.
+#include <algorithm>
+#include <fmt/format.h>
+
+#include "builtins/arrays/handlers.h"
+#include "builtins/arrays/sort_array.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/arrays.h"
+
+namespace kelo::builtins::arrays {
+namespace {
+
+struct Args {
+  int64_t dim;
+  SortOrder order;
+};
+
+constexpr const char* kNames[] = {"comparisonmethod", "missingplacement"};
+
+const Storable& at(const Call& call, int position) { return call.args[static_cast<size_t>(position)]; }
+
+/// Which of the words a text is, without regard to case; -1: none, or no text.
+template <size_t N>
+int wordIndex(const Storable& value, const char* const (&words)[N]) {
+  if (!read::isText(value)) return -1;
+  std::string word = toUtf8(value.numeric()->asChar());
+  std::ranges::transform(word, word.begin(), [](unsigned char c) { return std::tolower(c); });
+  const auto found = std::ranges::find(words, word);
+  return found == std::end(words) ? -1 : static_cast<int>(found - std::begin(words));
+}
+
+bool isChar(const Storable& value) { return value.isNumeric() && value.numeric()->is(Kind::Char); }
+
+bool isDescending(const Call& call, int position, const char* signature) {
+  constexpr const char* kDirections[] = {"ascend", "descend"};
+  const int direction = wordIndex(at(call, position), kDirections);
+  if (direction < 0) throw Wording{signature, "direction", "be either 'ascend' or 'descend'"}.complaint(call);
+  return direction == 1;
+}
+
+int positionOfFirstName(const Call& call) {
+  int position = 1;
+  while (position < call.count() && wordIndex(at(call, position), kNames) < 0) ++position;
+  return position;
+}
+
+// The arguments from 1 to `end` - 1: a dimension, a direction or both.
+void readByPosition(const Call& call, int end, Args& args) {
+  if (end > 3) throw expectation(end < call.count() ? text::kSortManyBeforePair : text::kSortMany);
+  if (end < 2) return;
+  if (isChar(at(call, 1))) {
+    args.order.descending = isDescending(call, 1, "A, direction");
+    if (end == 2) return;
+    if (isChar(at(call, 2))) throw problem(text::kSortOptionName, text::kSortOptionNames);
+    throw Wording::sentence(text::kSortInvalid).complaint(call);
+  }
+  if (!at(call, 1).isNumeric()) throw Wording::sentence(text::kSortInvalid).complaint(call);
+  const char* signature = end == 2 ? "A, dim" : "A, dim, direction";
+  args.dim = read::dimension(call, 1, {signature, "dim", "be real positive integer scalar"});
+  if (end == 3) args.order.descending = isDescending(call, 2, signature);
+}
+
+void readPair(const Call& call, int position, SortOrder& order) {
+  const int name = wordIndex(at(call, position), kNames);
+  if (name < 0) throw problem(text::kSortOptionName, text::kSortOptionNames);
+  if (position + 1 == call.count()) {
+    throw expectation(fmt::format("In input arguments of sort(), '{}' has no matched value",
+                                  toUtf8(at(call, position).numeric()->asChar())));
+  }
+  constexpr const char* kMethods[] = {"real", "abs", "auto"};
+  constexpr const char* kPlaces[] = {"first", "last", "auto"};
+  const Storable& choice = at(call, position + 1);
+  const int value = name == 0 ? wordIndex(choice, kMethods) : wordIndex(choice, kPlaces);
+  if (value < 0) throw Wording::sentence(text::kSortInvalid).complaint(call);
+  if (name == 0) order.by = static_cast<SortOrder::By>(value);
+  else order.missing = static_cast<SortOrder::Missing>(value);
+}
+
+}  // namespace
+
+NodeValue sort(Call& call) {
+  const Wording words = Wording::sentence(call.count() == 1 ? text::kSortFirst : text::kSortFirstOfSeveral);
+  const NumericArray& array = read::numeric(call, 0, words);
+  Args args{array.size().defaultDimension(), {}};
+  const int firstName = positionOfFirstName(call);
+  readByPosition(call, firstName, args);
+  for (int position = firstName; position < call.count(); position += 2) readPair(call, position, args.order);
+
+  SortedArray sorted = sortedAlong(array, args.dim, args.order, call.outputCount() > 1);
+  if (call.outputCount() == 1) return std::move(sorted.values);
+  return call.outputs({std::move(sorted.values), std::move(sorted.positions)});
+}
+
+}  // namespace kelo::builtins::arrays

@@ -1,0 +1,62 @@
+// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the making of complex
+// arrays.
+#include <limits>
+#include <numbers>
+
+#include "builtins/elementwise/handlers.h"
+#include "builtins/elementwise/kernels.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/elementwise.h"
+#include "platform/vector_math.h"
+
+namespace kelo::builtins {
+namespace {
+
+/// Without scaling, so it overflows to Inf for parts near 1e155. NOTE: intended.
+double plainMagnitude(ComplexDouble z) { return std::sqrt(z.real * z.real + z.imaginary * z.imaginary); }
+
+double signOf(double x) { return std::isnan(x) ? x : static_cast<double>((x > 0) - (x < 0)); }
+double angleOf(double x) { return std::isnan(x) ? x : x < 0 ? std::numbers::pi : 0.0; }
+
+NumericArray complexPart(ComplexPart part, ComplexDoubleArray z) {
+  const auto each = [&](auto f) { return NumericArray(unaryLoop(std::move(z), f)); };
+  switch (part) {
+    case ComplexPart::abs: return each([](ComplexDouble w) noexcept { return plainMagnitude(w); });
+    case ComplexPart::sign:
+      return each([](ComplexDouble w) noexcept { return w / ComplexDouble{plainMagnitude(w), 0}; });
+    case ComplexPart::angle: return each([](ComplexDouble w) noexcept { return std::atan2(w.imaginary, w.real); });
+    case ComplexPart::conj: return each([](ComplexDouble w) noexcept { return conj(w); });
+    case ComplexPart::real: return each([](ComplexDouble w) noexcept { return w.real; });
+    default: return each([](ComplexDouble w) noexcept { return w.imaginary; });
+  }
+}
+
+DoubleArray realPart(ComplexPart part, DoubleArray x) {
+  switch (part) {
+    case ComplexPart::abs: return mapBlocks(std::move(x), platform::vectorRoutine(platform::VectorFunction::absolute));
+    case ComplexPart::sign: return unaryLoop(std::move(x), [](double v) noexcept { return signOf(v); });
+    case ComplexPart::angle: return unaryLoop(std::move(x), [](double v) noexcept { return angleOf(v); });
+    case ComplexPart::imag: return DoubleArray(x.size(), 0.0);
+    default: return x;
+  }
+}
+
+}  // namespace
+
+NodeValue complexParts(Call& call) {
+  NumericArray a = read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray});
+  const auto part = call.selector<ComplexPart>();
+  if (a.is(Kind::Complex)) return complexPart(part, std::move(a).take<ComplexDouble>());
+  return realPart(part, std::move(a).toDoubleArray());
+}
+
+NodeValue makeComplex(Call& call) {
+  if (call.count() == 1) return read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray}).toComplexArray();
+  DoubleArray real = read::real(call, 0, {"A, B", "A", text::kNumericArrayOfReals});
+  DoubleArray imaginary = read::real(call, 1, {"A, B", "B", text::kNumericArrayOfReals});
+  return binaryLoop(std::move(real), std::move(imaginary), [](double x, double y) noexcept {
+    return ComplexDouble{x, y};
+  });
+}
+
+}  // namespace kelo::builtins

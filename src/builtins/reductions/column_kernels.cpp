@@ -1,0 +1,157 @@
+// Kernels on one column, with vectors of four doubles.
+//
+// The sum in order. Let the running sum s lie between p and 2p, p a power of 2, and let u be the distance of
+// neighbouring doubles there. As long as it stays there, s is a multiple of u, and adding x moves it by x rounded to a
+// multiple of u; only when x lies half way between two multiples does the way of rounding depend on s. So a block of
+// numbers is rounded first (adding and subtracting 1.5 p rounds to multiples of u), and the rounded numbers are added
+// up in any order: all these sums are exact. The block's sum is that of the plain loop if
+//   - no number was half way or rounded more coarsely: |x - rounded| < u/2 throughout (NaN and Inf fail here),
+//   - the magnitudes add up to p/2 at most, so that the rounding was to u and every partial sum is exact,
+//   - s less all negative numbers and s plus all positive ones lie strictly between p and 2p.
+// Otherwise the plain loop adds the block, and after several such blocks in a row trying is put off for a while.
+#include "builtins/reductions/column_kernels.h"
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace kelo::builtins {
+namespace {
+
+typedef double Lanes __attribute__((vector_size(32), aligned(8), may_alias));
+typedef int64_t Bits __attribute__((vector_size(32), aligned(8), may_alias));
+constexpr int64_t kLanes = 4;
+
+constexpr int64_t kBlock = 256;
+constexpr int64_t kMostPutOff = 16;
+
+// Each kernel is compiled twice, for the vectors of every 64-bit processor of the family and for wider ones.
+#if defined(__x86_64__)
+#define KELO_WIDE __attribute__((target("avx2")))
+const bool kHasWide = __builtin_cpu_supports("avx2");
+#else
+#define KELO_WIDE
+const bool kHasWide = false;
+#endif
+#define KELO_BODY __attribute__((always_inline)) inline
+
+struct RoundedSums {
+  double sum = 0;
+  double magnitude = 0;
+  bool isRounded = false;  // every number to within less than half a unit
+};
+
+KELO_BODY void roundBlockBody(const double* x, double power, RoundedSums* result) {
+  const double shift = 1.5 * power;
+  const Bits noSign = Bits{} + std::numeric_limits<int64_t>::max();
+  const Bits halfUnit = Bits{} + std::bit_cast<int64_t>(power * 0x1p-53);
+  Lanes sum[4] = {};
+  Lanes magnitude[4] = {};
+  Bits below[4] = {~Bits{}, ~Bits{}, ~Bits{}, ~Bits{}};  // the sign bit stays as long as the error is below half a unit
+  for (int64_t i = 0; i < kBlock; i += 4 * kLanes) {
+#pragma GCC unroll 4
+    for (int64_t k = 0; k < 4; ++k) {
+      const Lanes v = *reinterpret_cast<const Lanes*>(x + i + k * kLanes);
+      const Lanes rounded = (v + shift) - shift;
+      const Lanes error = v - rounded;
+      sum[k] += rounded;
+      const Bits size = reinterpret_cast<const Bits&>(rounded) & noSign;
+      magnitude[k] += reinterpret_cast<const Lanes&>(size);
+      below[k] &= (reinterpret_cast<const Bits&>(error) & noSign) - halfUnit;
+    }
+  }
+  const Lanes s = (sum[0] + sum[1]) + (sum[2] + sum[3]);
+  const Lanes m = (magnitude[0] + magnitude[1]) + (magnitude[2] + magnitude[3]);
+  const Bits b = below[0] & below[1] & below[2] & below[3];
+  *result = {(s[0] + s[1]) + (s[2] + s[3]), (m[0] + m[1]) + (m[2] + m[3]), (b[0] & b[1] & b[2] & b[3]) < 0};
+}
+
+KELO_WIDE void roundBlockWide(const double* x, double power, RoundedSums* result) { roundBlockBody(x, power, result); }
+void roundBlockPlain(const double* x, double power, RoundedSums* result) { roundBlockBody(x, power, result); }
+
+/// Adds a block to the sum in the way described above; false, and nothing done, when a condition fails.
+bool addRounded(const double* x, double* sum) {
+  const double s = *sum;
+  const uint64_t exponent = std::bit_cast<uint64_t>(s) & 0x7ff0000000000000;
+  if (exponent < (uint64_t{100} << 52) || exponent > (uint64_t{2000} << 52)) return false;
+  const double p = std::bit_cast<double>(exponent);
+  RoundedSums block;
+  (kHasWide ? roundBlockWide : roundBlockPlain)(x, p, &block);
+  if (!block.isRounded || !(block.magnitude <= p / 2)) return false;
+  const double positive = (block.magnitude + block.sum) / 2;
+  const double negative = (block.magnitude - block.sum) / 2;
+  const double nearest = s > 0 ? s - negative : -s - positive;
+  const double farthest = s > 0 ? s + positive : negative - s;
+  if (!(nearest > p && farthest < 2 * p)) return false;
+  *sum = s + block.sum;
+  return true;
+}
+
+double addPlainly(const double* x, int64_t n, double s) {
+  for (int64_t i = 0; i < n; ++i) s += x[i];
+  return s;
+}
+
+template <bool kSmallest>
+KELO_BODY void extremeBody(const double* x, int64_t n, double* result) {
+  const double worst = kSmallest ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
+  const auto better = [](auto v, auto best) { return kSmallest ? v < best : v > best; };
+  Lanes best[4];
+  for (Lanes& b : best) b = Lanes{} + worst;
+  int64_t i = 0;
+  for (; i + 4 * kLanes <= n; i += 4 * kLanes) {
+#pragma GCC unroll 4
+    for (int64_t k = 0; k < 4; ++k) {
+      const Lanes v = *reinterpret_cast<const Lanes*>(x + i + k * kLanes);
+      if constexpr (kSmallest)
+        best[k] = v < best[k] ? v : best[k];
+      else
+        best[k] = v > best[k] ? v : best[k];
+    }
+  }
+  double r = worst;
+  for (const Lanes& b : best) {
+    for (int64_t j = 0; j < kLanes; ++j) r = better(b[j], r) ? b[j] : r;
+  }
+  for (; i < n; ++i) r = better(x[i], r) ? x[i] : r;
+  *result = r;
+}
+
+KELO_WIDE void largestWide(const double* x, int64_t n, double* result) { extremeBody<false>(x, n, result); }
+void largestPlain(const double* x, int64_t n, double* result) { extremeBody<false>(x, n, result); }
+KELO_WIDE void smallestWide(const double* x, int64_t n, double* result) { extremeBody<true>(x, n, result); }
+void smallestPlain(const double* x, int64_t n, double* result) { extremeBody<true>(x, n, result); }
+
+}  // namespace
+
+double sumInOrder(const double* x, int64_t n, double start) {
+  double s = start;
+  int64_t putOff = 1;
+  int64_t i = 0;
+  while (i + kBlock <= n) {
+    if (addRounded(x + i, &s)) {
+      i += kBlock;
+      putOff = 1;
+      continue;
+    }
+    const int64_t plain = putOff * kBlock < n - i ? putOff * kBlock : n - i;
+    s = addPlainly(x + i, plain, s);
+    i += plain;
+    putOff = putOff < kMostPutOff ? 2 * putOff : putOff;
+  }
+  return addPlainly(x + i, n - i, s);
+}
+
+double largest(const double* x, int64_t n) {
+  double result;
+  (kHasWide ? largestWide : largestPlain)(x, n, &result);
+  return result;
+}
+
+double smallest(const double* x, int64_t n) {
+  double result;
+  (kHasWide ? smallestWide : smallestPlain)(x, n, &result);
+  return result;
+}
+
+}  // namespace kelo::builtins

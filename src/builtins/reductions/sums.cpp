@@ -1,0 +1,74 @@
+// Sums of slices, always from the left to the right, and what is made of them.
+#include "builtins/reductions/column_kernels.h"
+#include "builtins/reductions/handlers.h"
+
+namespace kelo::builtins {
+namespace {
+
+constexpr int64_t kLongColumn = 512;
+
+/// Neighbouring long columns side by side, as many as there are; a few that are left one by one.
+void sumLongColumns(const Slices& s, const double* in, double* out) {
+  const auto step = [](double sum, double x, int64_t) { return sum + x; };
+  forUnits(s.outer, s.length, [&](int64_t k, int64_t end) {
+    for (; k + 8 <= end; k += 8) slices::foldLanes<8>(in + k * s.length, s.length, 1, s.length, out + k, k, step);
+    for (; k < end; ++k) out[k] = sumInOrder(in + k * s.length, s.length);
+  });
+}
+
+template <class T>
+TypedArray<T> foldedSum(const TypedArray<T>& a, const Slices& s, int64_t d) {
+  TypedArray<T> result(reducedSize(a.size(), d), T{});
+  foldSlices(s, a.data(), result.writable(), [](T sum, T x, int64_t) { return sum + x; });
+  return result;
+}
+
+template <class T>
+TypedArray<T> dividedBy(TypedArray<T> sums, double count) {
+  T* out = sums.writable();
+  for (int64_t k = 0; k < sums.numElements(); ++k) {
+    if constexpr (kIsComplex<T>)
+      out[k] = {out[k].real / count, out[k].imaginary / count};
+    else
+      out[k] /= count;
+  }
+  return sums;
+}
+
+}  // namespace
+
+DoubleArray sumAlong(const DoubleArray& a, int64_t d) {
+  const Slices s(a.size(), d);
+  if (s.inner != 1 || s.length < kLongColumn) return foldedSum(a, s, d);
+  DoubleArray result(reducedSize(a.size(), d), 0.0);
+  sumLongColumns(s, a.data(), result.writable());
+  return result;
+}
+
+ComplexDoubleArray sumAlong(const ComplexDoubleArray& a, int64_t d) { return foldedSum(a, Slices(a.size(), d), d); }
+
+DoubleArray sumAlong(const LogicalArray& a, int64_t d) {
+  const Slices s(a.size(), d);
+  DoubleArray result(reducedSize(a.size(), d), 0.0);
+  double* out = result.writable();
+  if (s.inner == 1) {
+    forColumns(s, a.data(), [&](int64_t k, const bool* x) {
+      int64_t count = 0;
+      for (int64_t i = 0; i < s.length; ++i) count += x[i];
+      out[k] = static_cast<double>(count);
+    });
+  } else {
+    foldSlices(s, a.data(), out, [](double sum, bool x, int64_t) { return sum + static_cast<double>(x); });
+  }
+  return result;
+}
+
+DoubleArray meanAlong(const DoubleArray& a, int64_t d) {
+  return dividedBy(sumAlong(a, d), static_cast<double>(a.size().dimensionLength(d)));
+}
+
+ComplexDoubleArray meanAlong(const ComplexDoubleArray& a, int64_t d) {
+  return dividedBy(sumAlong(a, d), static_cast<double>(a.size().dimensionLength(d)));
+}
+
+}  // namespace kelo::builtins

@@ -1,0 +1,12 @@
+// The routines for processors with vectors of four doubles (AVX2 and FMA). Their source is compiled for such processors
+// only, so nothing of it may be called elsewhere.
+#pragma once
+
+#include "platform/vector_math.h"
+
+namespace kelo::platform {
+
+/// Null where the C library is faster or more exact. REQUIRES: a processor with AVX2 and FMA
+VectorRoutine avx2Routine(VectorFunction function);
+
+}  // namespace kelo::platform

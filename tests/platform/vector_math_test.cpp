@@ -1,0 +1,173 @@
+// The vector routines against the C library: on random arguments of a usual range, on random bit patterns, on special
+// values, and element for element whatever the neighbours are.
+#include "platform/vector_math.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace kelo::platform {
+namespace {
+
+using F = VectorFunction;
+
+struct Case {
+  F function;
+  const char* name;
+  double low, high;  // a usual range
+  long double (*reference)(long double);
+  bool exact = false;  // no rounding allowed
+};
+
+const Case kCases[] = {
+    {F::cos, "cos", -1e5, 1e5, cosl},
+    {F::sin, "sin", -1e5, 1e5, sinl},
+    {F::tan, "tan", -1e5, 1e5, tanl},
+    {F::cosh, "cosh", -711, 711, coshl},
+    {F::sinh, "sinh", -20, 20, sinhl},
+    {F::tanh, "tanh", -3, 3, tanhl},
+    {F::acos, "acos", -1, 1, acosl},
+    {F::asin, "asin", -1, 1, asinl},
+    {F::atan, "atan", -10, 10, atanl},
+    {F::acosh, "acosh", 1, 30, acoshl},
+    {F::asinh, "asinh", -30, 30, asinhl},
+    {F::atanh, "atanh", -1, 1, atanhl},
+    {F::exp, "exp", -745, 709, expl},
+    {F::log, "log", 0, 10, logl},
+    {F::log2, "log2", 0, 10, log2l},
+    {F::log10, "log10", 0, 10, log10l},
+    {F::sqrt, "sqrt", 0, 10, sqrtl, true},
+    {F::reciprocal, "reciprocal", -3, 3, [](long double x) { return 1 / x; }, true},
+    {F::absolute, "absolute", -3, 3, fabsl, true},
+    {F::ceil, "ceil", -9, 9, ceill, true},
+    {F::fix, "fix", -9, 9, truncl, true},
+    {F::floor, "floor", -9, 9, floorl, true},
+    {F::round, "round", -9, 9, roundl, true},
+};
+
+std::vector<double> applied(VectorRoutine routine, const std::vector<double>& x) {
+  std::vector<double> y(x.size());
+  routine(y.data(), x.data(), static_cast<int64_t>(x.size()));
+  return y;
+}
+
+bool identical(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b)); }
+
+/// Distance of y from the true value, in units of the last place of the latter.
+double errorInUlps(double y, long double truth) {
+  const double near = static_cast<double>(truth);
+  if (identical(y, near)) return 0;
+  if (!std::isfinite(near) || !std::isfinite(y)) return std::numeric_limits<double>::infinity();
+  const double place = std::nextafter(std::fabs(near), std::numeric_limits<double>::infinity()) - std::fabs(near);
+  return static_cast<double>(fabsl((y - truth) / place));
+}
+
+/// The reference itself is exact to a small part of a double's last place only while its own argument reduction is.
+void checkAccuracy(const Case& c, const std::vector<double>& x) {
+  const std::vector<double> y = applied(vectorRoutine(c.function), x), plain = applied(plainRoutine(c.function), x);
+  for (size_t i = 0; i < x.size(); ++i) {
+    if (identical(y[i], plain[i])) continue;
+    ASSERT_LE(errorInUlps(y[i], c.reference(x[i])), c.exact ? 0 : 1.0) << c.name << "(" << x[i] << ")";
+  }
+}
+
+TEST(VectorMath, isWithinOneUlpOnUsualArguments) {
+  std::mt19937_64 random(20);
+  for (const Case& c : kCases) {
+    std::uniform_real_distribution<double> usual(c.low, c.high);
+    std::vector<double> x(200'001);
+    for (double& v : x) v = usual(random);
+    checkAccuracy(c, x);
+  }
+}
+
+TEST(VectorMath, isWithinOneUlpOnAnyBitPattern) {
+  std::mt19937_64 random(21);
+  std::vector<double> x(200'001);
+  for (double& v : x) {
+    const uint64_t bits = random();
+    std::memcpy(&v, &bits, sizeof v);
+  }
+  for (const Case& c : kCases) checkAccuracy(c, x);
+}
+
+TEST(VectorMath, agreesWithTheLibraryOnSpecialValues) {
+  const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<double> x = {0.0,
+                                 -0.0,
+                                 1,
+                                 -1,
+                                 inf,
+                                 -inf,
+                                 nan,
+                                 5e-324,
+                                 -5e-324,
+                                 1e-310,
+                                 -1e-310,
+                                 2.2250738585072014e-308,
+                                 1e-200,
+                                 1e-20,
+                                 -1e-20,
+                                 1e308,
+                                 -1e308,
+                                 0.49999999999999994,
+                                 -0.49999999999999994,
+                                 0.5,
+                                 -0.5,
+                                 1.5,
+                                 2.5,
+                                 -2.5,
+                                 4503599627370495.5,
+                                 4503599627370497.0,
+                                 9007199254740993.0,
+                                 1e22,
+                                 710,
+                                 -710.4,
+                                 710.5,
+                                 709.7,
+                                 -745.2,
+                                 -744,
+                                 1.0000000000000002,
+                                 0.9999999999999999};
+  for (const Case& c : kCases) {
+    const std::vector<double> y = applied(vectorRoutine(c.function), x), plain = applied(plainRoutine(c.function), x);
+    for (size_t i = 0; i < x.size(); ++i) {
+      EXPECT_TRUE(identical(y[i], plain[i]) || (y[i] != 0 && errorInUlps(y[i], c.reference(x[i])) <= 1))
+          << c.name << "(" << x[i] << ") is " << y[i] << ", not " << plain[i];
+      EXPECT_EQ(std::signbit(y[i]) && !std::isnan(y[i]), std::signbit(plain[i]) && !std::isnan(plain[i]))
+          << c.name << x[i];
+    }
+  }
+}
+
+TEST(VectorMath, logarithmsOfPowersAreWhole) {
+  for (int k = -1074; k <= 1023; ++k) EXPECT_EQ(applied(vectorRoutine(F::log2), {std::ldexp(1.0, k)})[0], k);
+  for (int k = -307; k <= 308; ++k) {
+    EXPECT_EQ(applied(vectorRoutine(F::log10), {std::strtod(("1e" + std::to_string(k)).c_str(), nullptr)})[0], k);
+  }
+}
+
+// A result must not depend on where an array was split, on its length or on what stands beside it; and y may be x.
+TEST(VectorMath, treatsEachElementAlone) {
+  std::mt19937_64 random(22);
+  std::uniform_real_distribution<double> exponent(-40, 60);
+  std::vector<double> x(1003);
+  for (double& v : x) v = std::exp2(exponent(random)) * (random() % 2 ? 1 : -1);
+  for (const Case& c : kCases) {
+    const VectorRoutine routine = vectorRoutine(c.function);
+    const std::vector<double> whole = applied(routine, x);
+    std::vector<double> inPlace = x;
+    routine(inPlace.data() + 1, inPlace.data() + 1, 1001);
+    for (size_t i = 0; i < x.size(); ++i) {
+      EXPECT_TRUE(identical(whole[i], applied(routine, {x[i]})[0])) << c.name << "(" << x[i] << ")";
+      EXPECT_TRUE(identical(inPlace[i], i == 0 || i > 1001 ? x[i] : whole[i])) << c.name << "(" << x[i] << ") in place";
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kelo::platform
