@@ -11,6 +11,7 @@
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"
+#include "messages/catalogue/values.h"
 
 namespace kelo {
 
@@ -97,6 +98,7 @@ bool Visitor::evaluateArguments(const std::vector<KeloNode*>& nodes, ArgumentLis
 NodeValue Visitor::visitBuilt_in_func(KeloNode& node, Outputs outputs) {
   const auto& details = detailsOf<CallDetails>(node);
   if (details.isCommand) return fail(node, text::kCommandSyntax);
+  if (details.builtin == nullptr) return fail(node, text::kUnexpectedError);
   if (!stackHasRoom(node)) return NodeValue::failure();
   ArgumentList arguments;
   if (!evaluateArguments(details.args, arguments, node, ArgumentsOf::builtIn)) return NodeValue::failure();

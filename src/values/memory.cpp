@@ -25,6 +25,7 @@ Kept g_kept[kKeptBlocksAtMost];
 int g_keptCount = 0;
 int64_t g_keptBytes = 0;
 int64_t g_limit = int64_t{3} << 30;
+int64_t g_blocksAllocated = 0;
 void (*g_freshBlockHook)(void*, int64_t) = nullptr;
 
 void* takeKept(int64_t bytes, int64_t* capacity) {
@@ -61,6 +62,7 @@ void* fromSystem(int64_t bytes) {
 
 void* allocateBlock(int64_t bytes, int64_t* capacity) {
   if (bytes > g_limit) throw OutOfMemory();
+  ++g_blocksAllocated;
   const int64_t granule = bytes >= kLarge ? kGranule : kSmallGranule;
   *capacity = (bytes + granule - 1) / granule * granule;
   if (bytes >= kLarge) {
@@ -80,6 +82,7 @@ void freeBlock(void* block, int64_t capacity) noexcept {
 
 void setArrayByteLimit(int64_t bytes) { g_limit = bytes; }
 int64_t arrayByteLimit() { return g_limit; }
+int64_t blocksAllocated() { return g_blocksAllocated; }
 
 void releaseKeptBlocks() noexcept {
   while (g_keptCount > 0) std::free(g_kept[--g_keptCount].block);

@@ -25,6 +25,9 @@ void freeBlock(void* block, int64_t capacity) noexcept;
 void setArrayByteLimit(int64_t bytes);
 int64_t arrayByteLimit();
 
+/// How many blocks were asked for so far; tests of what copies look at it.
+int64_t blocksAllocated();
+
 /// Gives the kept blocks back to the system: when idle, or short of memory.
 void releaseKeptBlocks() noexcept;
 

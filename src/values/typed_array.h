@@ -24,7 +24,7 @@
 
 namespace kelo {
 
-/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes.
+/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes, those of large blocks to 64.
 class ArrayBlock : public Counted {
  public:
   /// throws OutOfMemory; FatalFault for a negative size, which is a defect of the caller
@@ -39,7 +39,7 @@ class ArrayBlock : public Counted {
   int64_t elementCapacityBytes() const { return capacity_ - kHeaderBytes; }
 
  private:
-  static constexpr int64_t kHeaderBytes = 80;
+  static constexpr int64_t kHeaderBytes = 128;  // elements of large blocks begin at a cache line
   ArrayBlock(SizeVector size, int64_t capacity) : Counted(Body::arrayBlock), size_(std::move(size)), capacity_(capacity) {}
   ~ArrayBlock() = default;
 

@@ -70,7 +70,7 @@ TEST(Settings, AreReadAndMended) {
   store.set("randStateV", int64_t{-1});
   TestApp donor;
   AppController app({donor.parserQueue, donor.mainQueue, donor.synchronization, donor.files, store, donor.clock}, donor,
-                    donor.builtins);
+                    TestApp::noBuiltins());
   EXPECT_EQ(app.nDigits(), 5);
   EXPECT_EQ(app.randState.randStateV, UINT64_MAX);
   EXPECT_EQ(app.randState.randStateU, std::nullopt);

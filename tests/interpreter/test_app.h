@@ -12,6 +12,16 @@
 namespace kelo {
 
 struct TestApp : ConsoleView {
+  /// Without built-ins, or with a table of them.
+  TestApp() : TestApp(noBuiltins()) {}
+  explicit TestApp(const BuiltinTable& builtins)
+      : app({parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins) {}
+
+  static const BuiltinTable& noBuiltins() {
+    static const BuiltinTable table({});
+    return table;
+  }
+
   void item(const Display& display) override { shown.push_back(display.displayText()); }
 
   RunState::Status status() {
@@ -32,8 +42,7 @@ struct TestApp : ConsoleView {
   platform::ScriptedSynchronization synchronization;
   platform::MemoryFileSystem files;
   platform::MemoryStore store;
-  BuiltinTable builtins{{}};
-  AppController app{{parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins};
+  AppController app;
 };
 
 }  // namespace kelo

@@ -1,7 +1,8 @@
 // find: the places of the elements that are not zero. NaN is not zero; a complex number is zero when both parts are.
 //
 // The array is cut into pieces. A first pass counts the hits of each piece, so that a second one can write them where they
-// belong, pieces side by side. Within a piece, blocks of 64 elements write to a small buffer without branching.
+// belong, pieces side by side. Within a piece, blocks of 64 elements are written without branching, through a small buffer where
+// the room of the piece ends.
 #include <algorithm>
 
 #include "builtins/arrays/handlers.h"
@@ -39,21 +40,33 @@ int64_t countHits(const T* x, int64_t n) {
   return count;
 }
 
+/// Writes first, first + 1, ... for the hits among n <= kBlock elements and counts them. `out` has room for n numbers.
+template <class T>
+int64_t writeBlock(const T* __restrict x, int n, double first, double* __restrict out) {
+  int64_t count = 0;
+  for (int i = 0; i < n; ++i) {
+    out[count] = first + static_cast<double>(i);
+    count += isHit(x[i]);
+  }
+  return count;
+}
+
 /// Writes the numbers, from 1, of the hits among elements `begin` to `end` - 1; at most as many as there is room for.
 template <class T>
 void writeHits(const T* x, int64_t begin, int64_t end, double* out, int64_t room) {
   double hits[kBlock];
   for (int64_t b = begin; b < end && room > 0; b += kBlock) {
-    const int64_t n = std::min(kBlock, end - b);
-    int64_t count = 0;
-    for (int64_t i = 0; i < n; ++i) {
-      hits[count] = static_cast<double>(b + i + 1);
-      count += isHit(x[b + i]);
+    const int n = static_cast<int>(std::min(kBlock, end - b));
+    const auto first = static_cast<double>(b + 1);
+    if (room >= kBlock) {
+      const int64_t count = writeBlock(x + b, n, first, out);
+      out += count;
+      room -= count;
+    } else {
+      const int64_t count = std::min(writeBlock(x + b, n, first, hits), room);
+      out = std::copy_n(hits, count, out);
+      room -= count;
     }
-    count = std::min(count, room);
-    std::copy_n(hits, count, out);
-    out += count;
-    room -= count;
   }
 }
 
@@ -75,8 +88,9 @@ DoubleArray indexesOfHits(const TypedArray<T>& array, int64_t most) {
   double* out = result.writable();
   platform::parallelFor(n, [&](int64_t begin, int64_t end) {
     for (int64_t b = begin; b < end; b += kPiece) {
-      const int64_t start = starts[static_cast<size_t>(b / kPiece)];
-      writeHits(x, b, std::min(b + kPiece, end), out + start, count - start);
+      const int64_t start = std::min(starts[static_cast<size_t>(b / kPiece)], count);
+      const int64_t next = std::min(starts[static_cast<size_t>(b / kPiece) + 1], count);
+      writeHits(x, b, std::min(b + kPiece, end), out + start, next - start);
     }
   }, kPiece);
   return result;
