@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """The rows of linear_bench for NumPy and SciPy, in milliseconds (small ones in microseconds): the best of several.
 
-svd runs the routine that the project calls, gesvd. A \\ b includes the estimate of the condition. Needs python3-scipy."""
+svd runs the routine that the project calls, gesvd. A \\ b includes the estimate of the condition. Needs
+python3-scipy."""
 import timeit
 
 import numpy as np
