@@ -16,6 +16,7 @@ const BuiltinTable& library() {
       pendingTable(),
       arraysTable(),
       reductionsTable(),
+      linearAlgebraTable(),
   });
   return *table;
 }

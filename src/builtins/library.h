@@ -24,5 +24,6 @@ std::span<const Builtin> csvFilesTable();
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();
+std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
 
 }  // namespace kelo::builtins

@@ -4,6 +4,7 @@
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/rcond.h"
+#include "linear/real_or_complex.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -40,16 +41,9 @@ NumericArray inverted(TypedArray<T> a, const Warn& warn) {
   return a;
 }
 
-NumericArray identity(int64_t n) {
-  DoubleArray result(SizeVector(n, n), 0.0);
-  double* x = result.writable();
-  for (int64_t k = 0; k < n; ++k) x[k * n + k] = 1;
-  return result;
-}
-
 // By repeated squaring: as many products as the exponent has binary digits, and one more for each that is 1.
 NumericArray wholePower(NumericArray base, uint64_t exponent) {
-  if (exponent == 0) return identity(base.size().rows());
+  if (exponent == 0) return identityMatrix<double>(base.size().rows(), base.size().columns());
   while (exponent % 2 == 0) {
     base = mtimes(base, base);
     exponent /= 2;
@@ -64,21 +58,16 @@ NumericArray wholePower(NumericArray base, uint64_t exponent) {
 
 }  // namespace
 
-NumericArray inverse(const NumericArray& a, const Warn& warn) {
+NumericArray inverse(NumericArray a, const Warn& warn) {
   if (!isSquare(a) || a.is(Kind::Char)) throw problem(text::kInverseOfNonSquare);
   if (a.isEmpty()) return a;
-  return a.has(Property::allReals) ? inverted(a.toDoubleArray(), warn) : inverted(a.toComplexArray(), warn);
+  return realOrComplex(std::move(a), [&warn](auto matrix) { return inverted(std::move(matrix), warn); });
 }
 
-double rcond(const NumericArray& a) {
+double rcond(NumericArray a) {
   if (!isSquare(a)) throw problem(text::kRcondUnexpected);
   if (a.isEmpty()) return std::numeric_limits<double>::infinity();
-  if (a.has(Property::allReals)) {
-    DoubleArray factors = a.toDoubleArray();
-    return factor(factors, text::kRcondUnexpected).rcond;
-  }
-  ComplexDoubleArray factors = a.toComplexArray();
-  return factor(factors, text::kRcondUnexpected).rcond;
+  return realOrComplex(std::move(a), [](auto matrix) { return factor(matrix, text::kRcondUnexpected).rcond; });
 }
 
 NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn) {
@@ -91,7 +80,7 @@ NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn) {
   const int64_t exponent = checkedCast(b.toDoubleArray().scalar());
   a = std::move(a).toKind(a.has(Property::allReals) ? Kind::Double : Kind::Complex);
   if (exponent >= 0) return wholePower(std::move(a), static_cast<uint64_t>(exponent));
-  return wholePower(inverse(a, warn), -static_cast<uint64_t>(exponent));
+  return wholePower(inverse(std::move(a), warn), -static_cast<uint64_t>(exponent));
 }
 
 }  // namespace kelo

@@ -35,6 +35,16 @@ void gemm(int m, int n, int k, const ComplexDouble* a, const ComplexDouble* b, C
               leading(m));
 }
 
+void gemmOfAdjoints(int m, int n, int k, const double* a, int lda, const double* b, int ldb, double* c) {
+  chooseThreads(static_cast<double>(m) * n * k);
+  cblas_dgemm(CblasColMajor, CblasTrans, CblasTrans, m, n, k, /*alpha*/ 1, a, lda, b, ldb, /*beta*/ 0, c, leading(m));
+}
+void gemmOfAdjoints(int m, int n, int k, const ComplexDouble* a, int lda, const ComplexDouble* b, int ldb,
+                    ComplexDouble* c) {
+  chooseThreads(4.0 * m * n * k);
+  cblas_zgemm(CblasColMajor, CblasConjTrans, CblasConjTrans, m, n, k, &kOne, a, lda, b, ldb, &kZero, c, leading(m));
+}
+
 void gemv(CblasTranspose transpose, int m, int n, const double* a, const double* x, double* y) {
   chooseThreads(static_cast<double>(m) * n);
   cblas_dgemv(CblasColMajor, transpose, m, n, /*alpha*/ 1, a, leading(m), x, /*incx*/ 1, /*beta*/ 0, y, /*incy*/ 1);
@@ -43,6 +53,9 @@ void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const 
   chooseThreads(4.0 * m * n);
   cblas_zgemv(CblasColMajor, transpose, m, n, &kOne, a, leading(m), x, /*incx*/ 1, &kZero, y, /*incy*/ 1);
 }
+
+double nrm2(int n, const double* x) { return cblas_dnrm2(n, x, /*incx*/ 1); }
+double nrm2(int n, const ComplexDouble* x) { return cblas_dznrm2(n, x, /*incx*/ 1); }
 
 double norm1(int m, int n, const double* a) {
   const int lda = leading(m);
@@ -84,6 +97,7 @@ int getrf(int m, int n, ComplexDouble* a, int* pivots) {
 }
 
 int getri(int n, double* factors, const int* pivots) {
+  chooseThreads(std::pow(n, 3) * 2 / 3);
   const int ld = leading(n);
   return withWorkspace<double>([&](double* work, int lwork) {
     int info = 0;
@@ -92,6 +106,7 @@ int getri(int n, double* factors, const int* pivots) {
   });
 }
 int getri(int n, ComplexDouble* factors, const int* pivots) {
+  chooseThreads(std::pow(n, 3) * 2);
   const int ld = leading(n);
   return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
     int info = 0;

@@ -32,9 +32,17 @@ inline int leading(int rows) { return std::max(rows, 1); }
 /// c = a * b, m x k times k x n.
 void gemm(int m, int n, int k, const double* a, const double* b, double* c);
 void gemm(int m, int n, int k, const ComplexDouble* a, const ComplexDouble* b, ComplexDouble* c);
+/// c = a' * b', m x k times k x n, where a is k x m and b is n x k, with leading dimensions lda and ldb.
+void gemmOfAdjoints(int m, int n, int k, const double* a, int lda, const double* b, int ldb, double* c);
+void gemmOfAdjoints(int m, int n, int k, const ComplexDouble* a, int lda, const ComplexDouble* b, int ldb,
+                    ComplexDouble* c);
 /// y = a * x, or transpose(a) * x, a of m x n.
 void gemv(CblasTranspose transpose, int m, int n, const double* a, const double* x, double* y);
 void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const ComplexDouble* x, ComplexDouble* y);
+
+/// Euclidean norm of n elements, without overflow on the way.
+double nrm2(int n, const double* x);
+double nrm2(int n, const ComplexDouble* x);
 
 /// Greatest column sum of magnitudes.
 double norm1(int m, int n, const double* a);

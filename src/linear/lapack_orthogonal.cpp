@@ -1,9 +1,18 @@
 // The routines of LAPACK that work by orthogonal transformations: QR, eigenvalues, singular values.
+#include <cmath>
+
 #include "linear/lapack.h"
 
 namespace kelo::lapack {
+namespace {
+
+// Multiplications of a reduction of an m x n matrix by reflectors, about; a complex one counts as four.
+double reductionWork(int m, int n) { return static_cast<double>(m) * n * std::min(m, n); }
+
+}  // namespace
 
 int geqp3(int m, int n, double* a, int* permutation, double* tau) {
+  chooseThreads(reductionWork(m, n));
   const int lda = leading(m);
   std::fill_n(permutation, n, 0);  // 0: the column is free to move
   return withWorkspace<double>([&](double* work, int lwork) {
@@ -13,6 +22,7 @@ int geqp3(int m, int n, double* a, int* permutation, double* tau) {
   });
 }
 int geqp3(int m, int n, ComplexDouble* a, int* permutation, ComplexDouble* tau) {
+  chooseThreads(4.0 * reductionWork(m, n));
   const int lda = leading(m);
   std::vector<double> real(static_cast<size_t>(2) * static_cast<size_t>(leading(n)));
   std::fill_n(permutation, n, 0);
@@ -24,6 +34,7 @@ int geqp3(int m, int n, ComplexDouble* a, int* permutation, ComplexDouble* tau) 
 }
 
 int geqrf(int m, int n, double* a, double* tau) {
+  chooseThreads(reductionWork(m, n));
   const int lda = leading(m);
   return withWorkspace<double>([&](double* work, int lwork) {
     int info = 0;
@@ -32,6 +43,7 @@ int geqrf(int m, int n, double* a, double* tau) {
   });
 }
 int geqrf(int m, int n, ComplexDouble* a, ComplexDouble* tau) {
+  chooseThreads(4.0 * reductionWork(m, n));
   const int lda = leading(m);
   return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
     int info = 0;
@@ -41,6 +53,7 @@ int geqrf(int m, int n, ComplexDouble* a, ComplexDouble* tau) {
 }
 
 int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const double* tau, double* c) {
+  chooseThreads(1.0 * m * n * k);
   const int ld = leading(m);
   return withWorkspace<double>([&](double* work, int lwork) {
     int info = 0;
@@ -50,6 +63,7 @@ int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const dou
 }
 int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, const ComplexDouble* tau,
                 ComplexDouble* c) {
+  chooseThreads(4.0 * m * n * k);
   const int ld = leading(m);
   return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
     int info = 0;
@@ -59,17 +73,20 @@ int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, co
 }
 
 int trtrs(int n, int nrhs, const double* r, int ldr, double* b, int ldb) {
+  chooseThreads(1.0 * n * n * nrhs);
   int info = 0;
   dtrtrs_("U", "N", "N", &n, &nrhs, r, &ldr, b, &ldb, &info);
   return info;
 }
 int trtrs(int n, int nrhs, const ComplexDouble* r, int ldr, ComplexDouble* b, int ldb) {
+  chooseThreads(4.0 * n * n * nrhs);
   int info = 0;
   ztrtrs_("U", "N", "N", &n, &nrhs, r, &ldr, b, &ldb, &info);
   return info;
 }
 
 int geev(int n, double* a, ComplexDouble* w, double* left, double* right) {
+  chooseThreads(std::pow(n, 3));
   const int ld = leading(n);
   std::vector<double> wr(static_cast<size_t>(ld)), wi(static_cast<size_t>(ld));
   const int info = withWorkspace<double>([&](double* work, int lwork) {
@@ -82,6 +99,7 @@ int geev(int n, double* a, ComplexDouble* w, double* left, double* right) {
   return info;
 }
 int geev(int n, ComplexDouble* a, ComplexDouble* w, ComplexDouble* left, ComplexDouble* right) {
+  chooseThreads(4.0 * std::pow(n, 3));
   const int ld = leading(n);
   std::vector<double> real(static_cast<size_t>(2) * static_cast<size_t>(ld));
   return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
@@ -92,6 +110,7 @@ int geev(int n, ComplexDouble* a, ComplexDouble* w, ComplexDouble* left, Complex
 }
 
 int gesvd(char job, int m, int n, double* a, double* s, double* u, double* vt) {
+  chooseThreads(reductionWork(m, n));
   const int lda = leading(m);
   const int ldvt = leading(job == 'S' ? std::min(m, n) : n);
   return withWorkspace<double>([&](double* work, int lwork) {
@@ -101,6 +120,7 @@ int gesvd(char job, int m, int n, double* a, double* s, double* u, double* vt) {
   });
 }
 int gesvd(char job, int m, int n, ComplexDouble* a, double* s, ComplexDouble* u, ComplexDouble* vt) {
+  chooseThreads(4.0 * reductionWork(m, n));
   const int lda = leading(m);
   const int ldvt = leading(job == 'S' ? std::min(m, n) : n);
   std::vector<double> real(static_cast<size_t>(5) * static_cast<size_t>(leading(std::min(m, n))));

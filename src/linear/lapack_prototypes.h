@@ -10,12 +10,12 @@ extern "C" {
 
 using kelo::ComplexDouble;
 enum CblasOrder { CblasColMajor = 102 };
-enum CblasTranspose { CblasNoTrans = 111, CblasTrans = 112 };
+enum CblasTranspose { CblasNoTrans = 111, CblasTrans = 112, CblasConjTrans = 113 };
 
-void cblas_dgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k, double alpha, const double* a, int lda,
-                 const double* b, int ldb, double beta, double* c, int ldc);
-void cblas_zgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k, const void* alpha, const void* a, int lda,
-                 const void* b, int ldb, const void* beta, void* c, int ldc);
+void cblas_dgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k, double alpha, const double* a,
+                 int lda, const double* b, int ldb, double beta, double* c, int ldc);
+void cblas_zgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k, const void* alpha, const void* a,
+                 int lda, const void* b, int ldb, const void* beta, void* c, int ldc);
 void cblas_dgemv(CblasOrder, CblasTranspose, int m, int n, double alpha, const double* a, int lda, const double* x,
                  int incx, double beta, double* y, int incy);
 void cblas_zgemv(CblasOrder, CblasTranspose, int m, int n, const void* alpha, const void* a, int lda, const void* x,
@@ -24,8 +24,8 @@ double cblas_dnrm2(int n, const double* x, int incx);
 double cblas_dznrm2(int n, const void* x, int incx);
 
 void dgesv_(const int* n, const int* nrhs, double* a, const int* lda, int* ipiv, double* b, const int* ldb, int* info);
-void zgesv_(const int* n, const int* nrhs, ComplexDouble* a, const int* lda, int* ipiv, ComplexDouble* b, const int* ldb,
-            int* info);
+void zgesv_(const int* n, const int* nrhs, ComplexDouble* a, const int* lda, int* ipiv, ComplexDouble* b,
+            const int* ldb, int* info);
 void dgetrf_(const int* m, const int* n, double* a, const int* lda, int* ipiv, int* info);
 void zgetrf_(const int* m, const int* n, ComplexDouble* a, const int* lda, int* ipiv, int* info);
 void dgetri_(const int* n, double* a, const int* lda, const int* ipiv, double* work, const int* lwork, int* info);
@@ -40,29 +40,30 @@ double zlange_(const char* norm, const int* m, const int* n, const ComplexDouble
 void dgeev_(const char* jobvl, const char* jobvr, const int* n, double* a, const int* lda, double* wr, double* wi,
             double* vl, const int* ldvl, double* vr, const int* ldvr, double* work, const int* lwork, int* info);
 void zgeev_(const char* jobvl, const char* jobvr, const int* n, ComplexDouble* a, const int* lda, ComplexDouble* w,
-            ComplexDouble* vl, const int* ldvl, ComplexDouble* vr, const int* ldvr, ComplexDouble* work, const int* lwork,
-            double* rwork, int* info);
-void dgeqrf_(const int* m, const int* n, double* a, const int* lda, double* tau, double* work, const int* lwork, int* info);
+            ComplexDouble* vl, const int* ldvl, ComplexDouble* vr, const int* ldvr, ComplexDouble* work,
+            const int* lwork, double* rwork, int* info);
+void dgeqrf_(const int* m, const int* n, double* a, const int* lda, double* tau, double* work, const int* lwork,
+             int* info);
 void zgeqrf_(const int* m, const int* n, ComplexDouble* a, const int* lda, ComplexDouble* tau, ComplexDouble* work,
              const int* lwork, int* info);
-void dgeqp3_(const int* m, const int* n, double* a, const int* lda, int* jpvt, double* tau, double* work, const int* lwork,
-             int* info);
+void dgeqp3_(const int* m, const int* n, double* a, const int* lda, int* jpvt, double* tau, double* work,
+             const int* lwork, int* info);
 void zgeqp3_(const int* m, const int* n, ComplexDouble* a, const int* lda, int* jpvt, ComplexDouble* tau,
              ComplexDouble* work, const int* lwork, double* rwork, int* info);
-void dormqr_(const char* side, const char* trans, const int* m, const int* n, const int* k, const double* a, const int* lda,
-             const double* tau, double* c, const int* ldc, double* work, const int* lwork, int* info);
+void dormqr_(const char* side, const char* trans, const int* m, const int* n, const int* k, const double* a,
+             const int* lda, const double* tau, double* c, const int* ldc, double* work, const int* lwork, int* info);
 void zunmqr_(const char* side, const char* trans, const int* m, const int* n, const int* k, const ComplexDouble* a,
              const int* lda, const ComplexDouble* tau, ComplexDouble* c, const int* ldc, ComplexDouble* work,
              const int* lwork, int* info);
 void dtrtrs_(const char* uplo, const char* trans, const char* diag, const int* n, const int* nrhs, const double* a,
              const int* lda, double* b, const int* ldb, int* info);
-void ztrtrs_(const char* uplo, const char* trans, const char* diag, const int* n, const int* nrhs, const ComplexDouble* a,
-             const int* lda, ComplexDouble* b, const int* ldb, int* info);
+void ztrtrs_(const char* uplo, const char* trans, const char* diag, const int* n, const int* nrhs,
+             const ComplexDouble* a, const int* lda, ComplexDouble* b, const int* ldb, int* info);
 void dgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, double* a, const int* lda, double* s,
              double* u, const int* ldu, double* vt, const int* ldvt, double* work, const int* lwork, int* info);
-void zgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, ComplexDouble* a, const int* lda, double* s,
-             ComplexDouble* u, const int* ldu, ComplexDouble* vt, const int* ldvt, ComplexDouble* work, const int* lwork,
-             double* rwork, int* info);
+void zgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, ComplexDouble* a, const int* lda,
+             double* s, ComplexDouble* u, const int* ldu, ComplexDouble* vt, const int* ldvt, ComplexDouble* work,
+             const int* lwork, double* rwork, int* info);
 
 void openblas_set_num_threads(int threads);
 int openblas_get_num_threads(void);

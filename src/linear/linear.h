@@ -30,11 +30,11 @@ NumericArray mrdivide(NumericArray b, NumericArray a, const Warn& warn);
 NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn);
 
 /// The inverse of a square matrix. throws Problem for other arrays and for an exact zero pivot
-NumericArray inverse(const NumericArray& a, const Warn& warn);
+NumericArray inverse(NumericArray a, const Warn& warn);
 
 /// Estimate of the reciprocal condition number in the 1-norm; 0 for a singular matrix, Inf for an empty one, NaN where
 /// a holds NaN. throws Problem unless `a` is square
-double rcond(const NumericArray& a);
+double rcond(NumericArray a);
 
 /// What solving a * x = b found out besides x.
 struct Solution {
@@ -48,5 +48,8 @@ struct Solution {
 
 /// REQUIRES: both are matrices, not empty, with as many rows
 Solution solve(const NumericArray& a, const NumericArray& b);
+/// Complains of a singular matrix of this size, warns of one that is nearly so or deficient in rank. `equation` is the
+/// form of the equation in words. throws Problem
+void report(const Solution& solution, const SizeVector& size, const char* equation, const Warn& warn);
 
 }  // namespace kelo

@@ -6,6 +6,7 @@
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/rcond.h"
+#include "linear/real_or_complex.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -41,9 +42,6 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
   return solution;
 }
 
-double sizeOf(double x) { return std::fabs(x); }
-double sizeOf(ComplexDouble x) { return x.magnitude(); }
-
 template <class T>
 Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
   const int m = checkedInt32(a.size().rows());
@@ -55,9 +53,9 @@ Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
   std::vector<T> tau(at(diagonal));
   checkInfo(lapack::geqp3(m, n, a.writable(), permutation.data(), tau.data()));
   const T* r = a.data();
-  solution.tolerance = std::max(m, n) * kEps * sizeOf(r[0]);
+  solution.tolerance = std::max(m, n) * kEps * magnitudeOf(r[0]);
   int rank = 0;
-  while (rank < diagonal && !(sizeOf(r[at(rank) * at(m) + at(rank)]) <= solution.tolerance)) ++rank;
+  while (rank < diagonal && !(magnitudeOf(r[at(rank) * at(m) + at(rank)]) <= solution.tolerance)) ++rank;
   solution.rank = rank;
   checkInfo(lapack::multiplyByQ(/*conjugated*/ true, m, columns, diagonal, r, tau.data(), b.writable()));
   checkInfo(lapack::trtrs(rank, columns, r, m, b.writable(), m));
@@ -78,12 +76,7 @@ Solution solveIn(TypedArray<T> a, TypedArray<T> b) {
 
 NumericArray solved(const NumericArray& a, const NumericArray& b, const char* equation, const Warn& warn) {
   Solution solution = solve(a, b);
-  if (solution.isSingular) throw problem(text::solveSingular(equation));
-  if (solution.isNearlySingular) warn(text::solveNearlySingular(equation, solution.rcond));
-  const SizeVector& size = a.size();
-  if (size.rows() != size.columns() && solution.rank < std::min(size.rows(), size.columns())) {
-    warn(text::solveRankDeficient(equation, solution.rank, solution.tolerance));
-  }
+  report(solution, a.size(), equation, warn);
   return std::move(solution.x);
 }
 
@@ -123,6 +116,14 @@ NumericArray charsToNumbers(NumericArray a) { return a.is(Kind::Char) ? std::mov
 Solution solve(const NumericArray& a, const NumericArray& b) {
   if (a.has(Property::allReals) && b.has(Property::allReals)) return solveIn(a.toDoubleArray(), b.toDoubleArray());
   return solveIn(a.toComplexArray(), b.toComplexArray());
+}
+
+void report(const Solution& solution, const SizeVector& size, const char* equation, const Warn& warn) {
+  if (solution.isSingular) throw problem(text::solveSingular(equation));
+  if (solution.isNearlySingular) warn(text::solveNearlySingular(equation, solution.rcond));
+  if (size.rows() != size.columns() && solution.rank < std::min(size.rows(), size.columns())) {
+    warn(text::solveRankDeficient(equation, solution.rank, solution.tolerance));
+  }
 }
 
 NumericArray mldivide(NumericArray a, NumericArray b, const Warn& warn) {

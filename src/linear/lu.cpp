@@ -1,0 +1,108 @@
+#include "linear/lu.h"
+
+#include <numeric>
+
+#include "linear/lapack.h"
+#include "linear/real_or_complex.h"
+#include "messages/catalogue/linear_algebra.h"
+
+namespace kelo {
+namespace {
+
+// The factors in place of `a`; gives `info`.
+template <class T>
+int factorInPlace(TypedArray<T>& a, std::vector<int>& pivots, const char* failed) {
+  const int m = checkedInt32(a.size().rows()), n = checkedInt32(a.size().columns());
+  pivots.resize(static_cast<size_t>(std::min(m, n)));
+  const int info = lapack::getrf(m, n, a.writable(), pivots.data());
+  if (info < 0) throw expectation(failed);
+  return info;
+}
+
+// Carries out the exchanges of rows, in their order, on the numbers of the rows.
+std::vector<int64_t> orderOfRows(int64_t m, const std::vector<int>& pivots) {
+  std::vector<int64_t> order(static_cast<size_t>(m));
+  std::iota(order.begin(), order.end(), 0);
+  for (size_t i = 0; i < pivots.size(); ++i) std::swap(order[i], order[static_cast<size_t>(pivots[i] - 1)]);
+  return order;
+}
+
+// Row i of L goes to row placeOf(i) of the result.
+template <class T, class Place>
+TypedArray<T> lowerTriangle(const TypedArray<T>& packed, Place&& placeOf) {
+  const int64_t m = packed.size().rows(), n = std::min(m, packed.size().columns());
+  TypedArray<T> result(SizeVector(m, n), T{});
+  T* out = result.writable();
+  for (int64_t j = 0; j < n; ++j) {
+    out[j * m + placeOf(j)] = T{1};
+    for (int64_t i = j + 1; i < m; ++i) out[j * m + placeOf(i)] = packed[j * m + i];
+  }
+  return result;
+}
+
+template <class F>
+NumericArray ofEitherKind(const NumericArray& packed, F&& f) {
+  return packed.is(Kind::Complex) ? NumericArray(f(packed.asComplex())) : NumericArray(f(packed.asDouble()));
+}
+
+template <class T>
+NumericArray signedProduct(const TypedArray<T>& factors, const std::vector<int>& pivots) {
+  const int64_t n = factors.size().rows();
+  T product{1};
+  for (int64_t i = 0; i < n; ++i) {
+    product = product * factors[i * (n + 1)];
+    if (pivots[static_cast<size_t>(i)] != i + 1) product = -product;
+  }
+  return TypedArray<T>(product);
+}
+
+}  // namespace
+
+NumericArray Lu::lower() const {
+  return ofEitherKind(packed, [](const auto& p) { return lowerTriangle(p, [](int64_t i) { return i; }); });
+}
+
+NumericArray Lu::permutedLower() const {
+  return ofEitherKind(packed, [this](const auto& p) {
+    return lowerTriangle(p, [this](int64_t i) { return order[static_cast<size_t>(i)]; });
+  });
+}
+
+NumericArray Lu::upper() const {
+  const int64_t rows = std::min(packed.size().rows(), packed.size().columns());
+  return ofEitherKind(packed, [rows](const auto& p) { return upperTriangle(p, rows); });
+}
+
+DoubleArray Lu::permutationMatrix() const {
+  const auto m = static_cast<int64_t>(order.size());
+  DoubleArray result(SizeVector(m, m), 0.0);
+  double* x = result.writable();
+  for (int64_t i = 0; i < m; ++i) x[order[static_cast<size_t>(i)] * m + i] = 1;
+  return result;
+}
+
+DoubleArray Lu::permutationVector() const {
+  auto result = DoubleArray::uninitialized(SizeVector(1, static_cast<int64_t>(order.size())));
+  std::transform(order.begin(), order.end(), result.writable(), [](int64_t i) { return static_cast<double>(i + 1); });
+  return result;
+}
+
+Lu lu(NumericArray a) {
+  return realOrComplex(std::move(a), [](auto matrix) {
+    std::vector<int> pivots;
+    factorInPlace(matrix, pivots, text::kLuFailed);  // a zero pivot is no failure: U is singular, and that is all
+    const int64_t m = matrix.size().rows();
+    return Lu{std::move(matrix), orderOfRows(m, pivots)};
+  });
+}
+
+NumericArray determinant(NumericArray a) {
+  return realOrComplex(std::move(a), [](auto matrix) {
+    using T = typename decltype(matrix)::Element;
+    std::vector<int> pivots;
+    const bool isSingular = factorInPlace(matrix, pivots, text::kDeterminantFailed) > 0;
+    return isSingular ? NumericArray(0.0) : signedProduct<T>(matrix, pivots);
+  });
+}
+
+}  // namespace kelo

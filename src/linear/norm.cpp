@@ -1,0 +1,68 @@
+#include "linear/norm.h"
+
+#include <cmath>
+
+#include "linear/lapack.h"
+#include "linear/real_or_complex.h"
+#include "linear/svd.h"
+#include "messages/catalogue/linear_algebra.h"
+
+namespace kelo {
+namespace {
+
+// The sum of the powers of the magnitudes; a NaN spreads by itself.
+template <class T>
+double powerNorm(const TypedArray<T>& x, double p) {
+  double sum = 0;
+  for (const T& element : x.values()) sum += std::pow(magnitudeOf(element), p);
+  return std::pow(sum, 1 / p);
+}
+
+template <class T>
+double normOf(const TypedArray<T>& x, double p) {
+  double result = 0;
+  if (p == 2) return lapack::nrm2(checkedInt32(x.numElements()), x.data());
+  if (p == 1) {
+    for (const T& element : x.values()) result += magnitudeOf(element);
+    return result;
+  }
+  if (std::isfinite(p)) return powerNorm(x, p);
+  result = magnitudeOf(x[0]);
+  for (const T& element : x.values()) {
+    const double next = magnitudeOf(element);
+    result = p > 0 ? std::max(result, next) : std::min(result, next);
+  }
+  return result;
+}
+
+template <class T>
+double greatestRowSum(const TypedArray<T>& a) {
+  const int64_t m = a.size().rows(), n = a.size().columns();
+  std::vector<double> sums(static_cast<size_t>(m));
+  for (int64_t j = 0; j < n; ++j) {
+    for (int64_t i = 0; i < m; ++i) sums[static_cast<size_t>(i)] += magnitudeOf(a[j * m + i]);
+  }
+  return *std::max_element(sums.begin(), sums.end());
+}
+
+}  // namespace
+
+double vectorNorm(const NumericArray& x, double p) {
+  if (x.isEmpty()) return 0;
+  if (x.has(Property::hasSomeNaNs)) return NAN;
+  if (p > 0 && x.has(Property::hasSomeInfs)) return INFINITY;
+  return realOrComplex(x, [p](const auto& elements) { return normOf(elements, p); });
+}
+
+double matrixNorm(NumericArray a, double p) {
+  if (a.isEmpty()) return 0;
+  if (a.has(Property::hasSomeNaNs)) return NAN;
+  if (a.has(Property::hasSomeInfs)) return INFINITY;
+  if (p == 2) return singularValues(std::move(a), text::kMatrixNormFailed)[0];
+  return realOrComplex(std::move(a), [p](const auto& matrix) {
+    if (p != 1) return greatestRowSum(matrix);
+    return lapack::norm1(checkedInt32(matrix.size().rows()), checkedInt32(matrix.size().columns()), matrix.data());
+  });
+}
+
+}  // namespace kelo

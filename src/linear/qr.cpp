@@ -1,0 +1,89 @@
+#include "linear/qr.h"
+
+#include "linear/lapack.h"
+#include "linear/real_or_complex.h"
+#include "messages/catalogue/linear_algebra.h"
+
+namespace kelo {
+namespace {
+
+// A matrix of which the reflectors stand below the diagonal and r on and above it.
+template <class T>
+class Reflected {
+ public:
+  explicit Reflected(TypedArray<T> a)
+      : packed_(std::move(a)),
+        m_(checkedInt32(packed_.size().rows())),
+        n_(checkedInt32(packed_.size().columns())),
+        tau_(static_cast<size_t>(diagonal())) {}
+
+  void reduce() { requireDone(lapack::geqrf(m_, n_, packed_.writable(), tau_.data()), text::kQrFailed); }
+
+  std::vector<int> reduceWithExchanges() {
+    std::vector<int> permutation(static_cast<size_t>(n_));
+    requireDone(lapack::geqp3(m_, n_, packed_.writable(), permutation.data(), tau_.data()), text::kQrFailed);
+    return permutation;
+  }
+
+  NumericArray r(QrSize size) const { return upperTriangle(packed_, rows(size)); }
+
+  // The reflections of the identity.
+  NumericArray q(QrSize size) const {
+    const int columns = rows(size);
+    TypedArray<T> result = identityMatrix<T>(m_, columns);
+    requireDone(lapack::multiplyByQ(/*conjugated*/ false, m_, columns, diagonal(), packed_.data(), tau_.data(),
+                                    result.writable()),
+                text::kQrFailed);
+    return result;
+  }
+
+ private:
+  int diagonal() const { return std::min(m_, n_); }
+  int rows(QrSize size) const { return size == QrSize::full ? m_ : diagonal(); }
+
+  TypedArray<T> packed_;
+  int m_, n_;
+  std::vector<T> tau_;
+};
+
+}  // namespace
+
+DoubleArray Qr::permutationMatrix() const {
+  const auto n = static_cast<int64_t>(permutation.size());
+  DoubleArray result(SizeVector(n, n), 0.0);
+  double* x = result.writable();
+  for (int64_t k = 0; k < n; ++k) x[k * n + permutation[static_cast<size_t>(k)] - 1] = 1;
+  return result;
+}
+
+DoubleArray Qr::permutationVector() const {
+  auto result = DoubleArray::uninitialized(SizeVector(1, static_cast<int64_t>(permutation.size())));
+  std::copy(permutation.begin(), permutation.end(), result.writable());
+  return result;
+}
+
+NumericArray triangleOfQr(NumericArray a, QrSize size) {
+  return realOrComplex(std::move(a), [size](auto matrix) {
+    Reflected reflected(std::move(matrix));
+    reflected.reduce();
+    return reflected.r(size);
+  });
+}
+
+Qr qr(NumericArray a, QrSize size) {
+  return realOrComplex(std::move(a), [size](auto matrix) {
+    Reflected reflected(std::move(matrix));
+    reflected.reduce();
+    return Qr{reflected.q(size), reflected.r(size), {}};
+  });
+}
+
+Qr qrWithExchanges(NumericArray a, QrSize size) {
+  return realOrComplex(std::move(a), [size](auto matrix) {
+    Reflected reflected(std::move(matrix));
+    std::vector<int> permutation = reflected.reduceWithExchanges();
+    return Qr{reflected.q(size), reflected.r(size), std::move(permutation)};
+  });
+}
+
+}  // namespace kelo
