@@ -1,5 +1,5 @@
-// Reductions and statistics. Expected values come from hand arithmetic, from identities and, for significance and bounds of
-// correlations, from tables of the t distribution and Fisher's transformation.
+// Reductions and statistics. Expected values come from hand arithmetic, from identities and, for significance and
+// bounds of correlations, from tables of the t distribution and Fisher's transformation.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -129,7 +129,8 @@ TEST(Reductions, ExtremesPassOverNaNAndTellTheFirst) {
   EXPECT_EQ(outputsOf("max", {row({1, kNaN, 3, 3})}, 2), "double 1 x 1: 3 ; int 1 x 1: 3");
   EXPECT_EQ(outputsOf("min", {row({kNaN, kNaN})}, 2), "double 1 x 1: nan ; int 1 x 1: 1");
   EXPECT_EQ(outputsOf("max", {cube(), zeros({0, 0}), num(2)}, 2), "double 2 x 1 x 2: 3 4 7 8 ; int 2 x 1 x 2: 2 2 2 2");
-  EXPECT_EQ(outputsOf("max", {complexShaped({1, 3}, {{kNaN, 0}, {3, 4}, {5, 0}})}, 2), "complex 1 x 1: 3,4 ; int 1 x 1: 2");
+  EXPECT_EQ(outputsOf("max", {complexShaped({1, 3}, {{kNaN, 0}, {3, 4}, {5, 0}})}, 2),
+            "complex 1 x 1: 3,4 ; int 1 x 1: 2");
   EXPECT_EQ(outputsOf("max", {num(1), num(2)}, 2), "Function max() must have at most 1 output argument");
 }
 
@@ -157,10 +158,13 @@ TEST(Reductions, Spread) {
       {"cov", {row({1, 2, 3})}, "double 1 x 1: 1"},
       {"cov", {num(4), num(7)}, "double 2 x 2: 0 0 0 0"},
       {"cov", {zeros({0, 0})}, "double 1 x 1: nan"},
-      {"cov", {shaped({3, 2}, {1, 2, 3, 2, 4, 6}), num(1), text("omitrows")},
+      {"cov",
+       {shaped({3, 2}, {1, 2, 3, 2, 4, 6}), num(1), text("omitrows")},
        "double 2 x 2: 0.66666666666666663 1.3333333333333333 1.3333333333333333 2.6666666666666665"},
       {"cov", {shaped({4, 2}, {1, kNaN, 3, 5, 2, 8, 4, 9}), text("omitrows")}, "double 2 x 2: 4 7 7 13"},
-      {"cov", {shaped({4, 2}, {1, kNaN, 3, 5, 2, 8, 4, 9}), text("partialrows")}, "double 2 x 2: 4 7 7 10.916666666666666"},
+      {"cov",
+       {shaped({4, 2}, {1, kNaN, 3, 5, 2, 8, 4, 9}), text("partialrows")},
+       "double 2 x 2: 4 7 7 10.916666666666666"},
       {"cov", {complexShaped({1, 2}, {{0, 1}, {0, -1}}), row({1, -1})}, "complex 2 x 2: 2,0 0,2 0,-2 2,0"},
       {"corrcoef", {row({1, 2, 3})}, "double 1 x 1: 1"},
       {"corrcoef", {row({1, 2, 3}), row({5, 5, 5})}, "double 2 x 2: 1 nan nan nan"},
@@ -169,13 +173,15 @@ TEST(Reductions, Spread) {
 }
 
 TEST(Reductions, CorrelationsKnowTheirSignificance) {
-  // r = 0.8 over 5 pairs: t = 2.3094 with 3 degrees of freedom, two-sided 0.10409; z' = 1.098612 -/+ 1.959964 / sqrt(2).
+  // r = 0.8 over 5 pairs: t = 2.3094 with 3 degrees of freedom, two-sided 0.10409; z' = 1.098612 -/+ 1.959964 /
+  // sqrt(2).
   alignas(16) static char noApplication[16];
   const Builtin* entry = builtins::library().find(Name::intern("corrcoef"));
   std::vector<Storable> args{row({1, 2, 3, 4, 5}), row({1, 3, 2, 5, 4})};
   Call call(*entry, args, 4, CallSite{}, reinterpret_cast<AppController&>(noApplication), nullptr);
   NodeValue value = entry->handler(call);
-  const double expected[] = {0.8, 0.10408803866182788, std::tanh(1.0986122886681098 - 1.959963984540054 / std::sqrt(2.0)),
+  const double expected[] = {0.8, 0.10408803866182788,
+                             std::tanh(1.0986122886681098 - 1.959963984540054 / std::sqrt(2.0)),
                              std::tanh(1.0986122886681098 + 1.959963984540054 / std::sqrt(2.0))};
   for (size_t k = 0; k < 4; ++k) {
     const DoubleArray& output = value.arrayList().list[k].numeric()->asDouble();
@@ -188,7 +194,7 @@ TEST(Reductions, CorrelationsKnowTheirSignificance) {
 TEST(Special, GammaBetaAndErrorInverse) {
   EXPECT_NEAR(special::gammln(0.5), 0.5723649429247001, 1e-14);
   EXPECT_NEAR(special::gammln(101), 363.73937555556347, 1e-11);
-  EXPECT_NEAR(special::betai(2, 3, 0.25), 0.26171875, 1e-14);  // 1 - 0.75^4 - 4*0.25*0.75^3
+  EXPECT_NEAR(special::betai(2, 3, 0.25), 0.26171875, 1e-14);   // 1 - 0.75^4 - 4*0.25*0.75^3
   EXPECT_NEAR(special::betai(0.5, 0.5, 0.75), 2.0 / 3, 1e-14);  // 2/pi * asin(sqrt(x))
   EXPECT_NEAR(special::erfinv(0.95), 1.959963984540054 / std::sqrt(2.0), 1e-14);
   EXPECT_EQ(special::erfcinv(0), 100);
@@ -198,7 +204,8 @@ TEST(Special, GammaBetaAndErrorInverse) {
 TEST(Slices, EveryLoopGivesWhatThePlainOneGives) {
   std::mt19937_64 random(11);
   // Contiguous, narrow and wide rows; long and short; with a block behind.
-  for (const SizeVector& size : {SizeVector{7, 19}, SizeVector{3, 700, 2}, SizeVector{40, 9, 3}, SizeVector{2000, 3, 2}, SizeVector{600, 11}}) {
+  for (const SizeVector& size :
+       {SizeVector{7, 19}, SizeVector{3, 700, 2}, SizeVector{40, 9, 3}, SizeVector{2000, 3, 2}, SizeVector{600, 11}}) {
     const DoubleArray a = randomArray(random, size);
     for (int64_t d = 1; d <= 3; ++d) {
       const Slices s(size, d);
@@ -215,7 +222,8 @@ TEST(Slices, EveryLoopGivesWhatThePlainOneGives) {
         const size_t n = sorted.size();
         ASSERT_EQ(sums.asDouble()[k], sum) << size.description() << " " << d;
         ASSERT_EQ(best.asDouble()[k], sorted[0]) << size.description() << " " << d;
-        ASSERT_EQ(medians.asDouble()[k], n % 2 ? sorted[n / 2] : (sorted[n / 2 - 1] + sorted[n / 2]) / 2) << size.description() << " " << d;
+        ASSERT_EQ(medians.asDouble()[k], n % 2 ? sorted[n / 2] : (sorted[n / 2 - 1] + sorted[n / 2]) / 2)
+            << size.description() << " " << d;
         double product = at(k, s.length - 1);
         for (int64_t l = s.length - 2; l >= 0; --l) product *= at(k, l);
         ASSERT_EQ(products.asDouble()[s.first(k)], product) << size.description() << " " << d;
@@ -223,6 +231,15 @@ TEST(Slices, EveryLoopGivesWhatThePlainOneGives) {
     }
   }
 }
+
+/// Pieces in the wrong order, on one thread.
+class BackwardsFor : public platform::ParallelFor {
+ public:
+  void run(int64_t count, int64_t grain, const std::function<void(int64_t, int64_t)>& body) override {
+    for (int64_t begin = (count - 1) / grain * grain; begin >= 0; begin -= grain)
+      body(begin, std::min(begin + grain, count));
+  }
+};
 
 TEST(SumInOrder, IsThePlainLoopToTheLastBit) {
   std::mt19937_64 random(5);
@@ -232,10 +249,10 @@ TEST(SumInOrder, IsThePlainLoopToTheLastBit) {
       [&](int) { return uniform(random); },
       [&](int) { return normal(random); },
       [&](int) { return -1e10 * uniform(random); },
-      [&](int) { return std::floor(16 * uniform(random)) / 8 + 0x1p40; },           // sums of few bits
+      [&](int) { return std::floor(16 * uniform(random)) / 8 + 0x1p40; },            // sums of few bits
       [&](int i) { return i == 0 ? 0x1p53 : std::floor(4 * uniform(random)) / 2; },  // half-way cases throughout
-      [&](int i) { return i == 0 ? 0x1p53 - 5000 : 1.0 + (i % 3) * 0.25; },          // passes a power of 2 among half-way cases
-      [&](int i) { return i == 0 ? -0x1p30 : uniform(random) * 600; },               // passes zero
+      [&](int i) { return i == 0 ? 0x1p53 - 5000 : 1.0 + (i % 3) * 0.25; },  // passes a power of 2 among half-way cases
+      [&](int i) { return i == 0 ? -0x1p30 : uniform(random) * 600; },       // passes zero
       [&](int i) { return i % 1000 == 999 ? -400 * uniform(random) : uniform(random); },
       [&](int i) { return std::ldexp(uniform(random), i % 90 - 45); },
       [&](int i) { return i == 5000 ? kInf : uniform(random) * 1e300; },
@@ -244,12 +261,23 @@ TEST(SumInOrder, IsThePlainLoopToTheLastBit) {
   };
   for (size_t kind = 0; kind < kinds.size(); ++kind) {
     std::vector<double> x;
-    for (int i = 0; i < 40000; ++i) x.push_back(kinds[kind](i));
+    for (int i = 0; i < 600000; ++i) x.push_back(kinds[kind](i));
     double plain = 0;
     for (const double v : x) plain += v;
-    const double sum = builtins::sumInOrder(x.data(), static_cast<int64_t>(x.size()));
-    EXPECT_TRUE(std::bit_cast<uint64_t>(sum) == std::bit_cast<uint64_t>(plain) || (std::isnan(sum) && std::isnan(plain)))
-        << "kind " << kind << ": " << sum << " " << plain;
+    const auto n = static_cast<int64_t>(x.size());
+    BackwardsFor backwards;
+    for (platform::ParallelFor* parallel :
+         {static_cast<platform::ParallelFor*>(nullptr), static_cast<platform::ParallelFor*>(&backwards)}) {
+      const double sum = builtins::sumInOrder(x.data(), n, parallel);
+      EXPECT_TRUE(std::bit_cast<uint64_t>(sum) == std::bit_cast<uint64_t>(plain) ||
+                  (std::isnan(sum) && std::isnan(plain)))
+          << "kind " << kind << ": " << sum << " " << plain;
+    }
+    std::erase_if(x, [](double v) { return std::isnan(v); });
+    EXPECT_EQ(builtins::largest(x.data(), static_cast<int64_t>(x.size()), &backwards),
+              *std::max_element(x.begin(), x.end()));
+    EXPECT_EQ(builtins::smallest(x.data(), static_cast<int64_t>(x.size()), &backwards),
+              *std::min_element(x.begin(), x.end()));
   }
 }
 

@@ -9,11 +9,17 @@
 //   - the magnitudes add up to p/2 at most, so that the rounding was to u and every partial sum is exact,
 //   - s less all negative numbers and s plus all positive ones lie strictly between p and 2p.
 // Otherwise the plain loop adds the block, and after several such blocks in a row trying is put off for a while.
+//
+// Rounding a block needs no more of the sum than p. So over several cores, the blocks of a long stretch are rounded
+// side by side for the present p, and then added one after the other as long as the sum stays between p and 2p.
 #include "builtins/reductions/column_kernels.h"
 
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <vector>
+
+#include "platform/parallel.h"
 
 namespace kelo::builtins {
 namespace {
@@ -69,14 +75,22 @@ KELO_BODY void roundBlockBody(const double* x, double power, RoundedSums* result
 KELO_WIDE void roundBlockWide(const double* x, double power, RoundedSums* result) { roundBlockBody(x, power, result); }
 void roundBlockPlain(const double* x, double power, RoundedSums* result) { roundBlockBody(x, power, result); }
 
-/// Adds a block to the sum in the way described above; false, and nothing done, when a condition fails.
-bool addRounded(const double* x, double* sum) {
-  const double s = *sum;
+/// The power of 2 at or below |s|; 0 where it or its unit would be out of range.
+double powerOf(double s) {
   const uint64_t exponent = std::bit_cast<uint64_t>(s) & 0x7ff0000000000000;
-  if (exponent < (uint64_t{100} << 52) || exponent > (uint64_t{2000} << 52)) return false;
-  const double p = std::bit_cast<double>(exponent);
+  if (exponent < (uint64_t{100} << 52) || exponent > (uint64_t{2000} << 52)) return 0;
+  return std::bit_cast<double>(exponent);
+}
+
+RoundedSums roundBlock(const double* x, double power) {
   RoundedSums block;
-  (kHasWide ? roundBlockWide : roundBlockPlain)(x, p, &block);
+  (kHasWide ? roundBlockWide : roundBlockPlain)(x, power, &block);
+  return block;
+}
+
+/// Adds a rounded block to the sum; false, and nothing done, when a condition fails.
+bool addRounded(const RoundedSums& block, double p, double* sum) {
+  const double s = *sum;
   if (!block.isRounded || !(block.magnitude <= p / 2)) return false;
   const double positive = (block.magnitude + block.sum) / 2;
   const double negative = (block.magnitude - block.sum) / 2;
@@ -124,14 +138,76 @@ void smallestPlain(const double* x, int64_t n, double* result) { extremeBody<tru
 
 }  // namespace
 
-double sumInOrder(const double* x, int64_t n, double start) {
-  double s = start;
-  int64_t putOff = 1;
+namespace {
+
+constexpr int64_t kStretch = 512;  // blocks that are rounded side by side
+
+/// Adds as many blocks of a stretch as the present power of 2 serves for. Returns how many, and counts those that had
+/// to be added plainly.
+int64_t addStretch(const double* x, platform::ParallelFor& parallel, double* sum, int64_t* plain) {
+  const double p = powerOf(*sum);
+  RoundedSums blocks[kStretch];
+  parallel.run(kStretch, kStretch / 8, [&](int64_t begin, int64_t end) {
+    for (int64_t k = begin; k < end; ++k) blocks[k] = roundBlock(x + k * kBlock, p);
+  });
+  int64_t k = 0;
+  for (; k < kStretch && powerOf(*sum) == p; ++k) {
+    if (addRounded(blocks[k], p, sum)) continue;
+    *sum = addPlainly(x + k * kBlock, kBlock, *sum);
+    ++*plain;
+  }
+  return k;
+}
+
+/// Goes on over several cores while that pays: no stretch gave out early or needed many plain blocks twice in a row.
+int64_t addStretches(const double* x, int64_t n, platform::ParallelFor& parallel, double* sum) {
   int64_t i = 0;
+  int bad = 0;
+  while (i + kStretch * kBlock <= n && bad < 2 && powerOf(*sum) != 0) {
+    int64_t plain = 0;
+    const int64_t done = addStretch(x + i, parallel, sum, &plain);
+    bad = done - plain < kStretch / 2 ? bad + 1 : 0;
+    i += done * kBlock;
+  }
+  return i;
+}
+
+/// Elements before the next address that vectors like.
+int64_t untilAligned(const double* x) {
+  return static_cast<int64_t>((-reinterpret_cast<uintptr_t>(x) & (sizeof(Lanes) - 1)) / sizeof(double));
+}
+
+template <bool kSmallest>
+double extremeOf(const double* x, int64_t n, platform::ParallelFor* parallel) {
+  constexpr double kInf = std::numeric_limits<double>::infinity();
+  constexpr int64_t kGrain = platform::kParallelThreshold / 2;
+  const auto kernel = kHasWide ? (kSmallest ? smallestWide : largestWide) : (kSmallest ? smallestPlain : largestPlain);
+  const int64_t head = untilAligned(x) < n ? untilAligned(x) : n;
+  double result[2];
+  extremeBody<kSmallest>(x, head, &result[0]);
+  if (parallel == nullptr || n < platform::kParallelThreshold) {
+    kernel(x + head, n - head, &result[1]);
+  } else {
+    std::vector<double> parts(static_cast<size_t>(n / kGrain + 1), kSmallest ? kInf : -kInf);
+    parallel->run(n - head, kGrain, [&](int64_t begin, int64_t end) {
+      kernel(x + head + begin, end - begin, &parts[static_cast<size_t>(begin / kGrain)]);
+    });
+    extremeBody<kSmallest>(parts.data(), static_cast<int64_t>(parts.size()), &result[1]);
+  }
+  return (kSmallest ? result[0] < result[1] : result[0] > result[1]) ? result[0] : result[1];
+}
+
+}  // namespace
+
+double sumInOrder(const double* x, int64_t n, platform::ParallelFor* parallel) {
+  int64_t i = untilAligned(x) < n ? untilAligned(x) : n;
+  double s = addPlainly(x, i, 0);
+  int64_t putOff = 1;
   while (i + kBlock <= n) {
-    if (addRounded(x + i, &s)) {
+    if (const double p = powerOf(s); p != 0 && addRounded(roundBlock(x + i, p), p, &s)) {
       i += kBlock;
       putOff = 1;
+      if (parallel) i += addStretches(x + i, n - i, *parallel, &s);
       continue;
     }
     const int64_t plain = putOff * kBlock < n - i ? putOff * kBlock : n - i;
@@ -142,16 +218,7 @@ double sumInOrder(const double* x, int64_t n, double start) {
   return addPlainly(x + i, n - i, s);
 }
 
-double largest(const double* x, int64_t n) {
-  double result;
-  (kHasWide ? largestWide : largestPlain)(x, n, &result);
-  return result;
-}
-
-double smallest(const double* x, int64_t n) {
-  double result;
-  (kHasWide ? smallestWide : smallestPlain)(x, n, &result);
-  return result;
-}
+double largest(const double* x, int64_t n, platform::ParallelFor* parallel) { return extremeOf<false>(x, n, parallel); }
+double smallest(const double* x, int64_t n, platform::ParallelFor* parallel) { return extremeOf<true>(x, n, parallel); }
 
 }  // namespace kelo::builtins

@@ -54,7 +54,7 @@ DoubleArray valuesAlong(const DoubleArray& a, const Slices& s, const SizeVector&
   const double* in = a.data();
   if (s.inner == 1 && s.length >= kLongColumn) {
     forColumns(s, in, [&](int64_t k, const double* x) {
-      out[k] = kWhich == Extreme::max ? largest(x, s.length) : smallest(x, s.length);
+      out[k] = (kWhich == Extreme::max ? largest : smallest)(x, s.length, s.coresForOne());
     });
   } else {
     foldSlices(s, in, out, [](double best, double x, int64_t) { return takesPlace<kWhich>(x, best) ? x : best; });

@@ -30,6 +30,8 @@ struct Slices {
     }
   }
   int64_t count() const { return outer * inner; }
+  /// The cores for the inside of a slice: only where there is a single one, so that loops are never split twice.
+  platform::ParallelFor* coresForOne() const { return count() == 1 ? platform::currentParallelFor() : nullptr; }
   /// Where slice k begins.
   int64_t first(int64_t k) const { return k / inner * inner * length + k % inner; }
 };

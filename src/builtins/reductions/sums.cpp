@@ -12,7 +12,7 @@ void sumLongColumns(const Slices& s, const double* in, double* out) {
   const auto step = [](double sum, double x, int64_t) { return sum + x; };
   forUnits(s.outer, s.length, [&](int64_t k, int64_t end) {
     for (; k + 8 <= end; k += 8) slices::foldLanes<8>(in + k * s.length, s.length, 1, s.length, out + k, k, step);
-    for (; k < end; ++k) out[k] = sumInOrder(in + k * s.length, s.length);
+    for (; k < end; ++k) out[k] = sumInOrder(in + k * s.length, s.length, s.coresForOne());
   });
 }
 
