@@ -9,6 +9,7 @@ const BuiltinTable& library() {
       pendingTable(),
       arraysTable(),
       reductionsTable(),
+      specialTable(),
   });
   return *table;
 }

@@ -17,5 +17,6 @@ std::span<const Builtin> kindsTable();        ///< questions about kind and shap
 std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();
+std::span<const Builtin> specialTable();  ///< special/: error functions, probability distributions
 
 }  // namespace kelo::builtins
