@@ -10,6 +10,7 @@ const BuiltinTable& library() {
       arraysTable(),
       reductionsTable(),
       specialTable(),
+      randomTable(),
   });
   return *table;
 }
