@@ -17,6 +17,8 @@ const BuiltinTable& library() {
       arraysTable(),
       reductionsTable(),
       linearAlgebraTable(),
+      specialTable(),
+      randomTable(),
   });
   return *table;
 }

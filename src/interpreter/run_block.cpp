@@ -47,6 +47,7 @@ RunResult runBlock(AppController& app, Body body) {
   }
   app.workspaces.base().removeLocalFunctions();
   result.failed = app.errorsShown() > 0 || result.fatalFault.has_value();
+  app.randState.write(app.host.store);
   app.host.store.save();
   app.console.output.view().runEnded(result);
   app.setRunState(RunState::Status::idle);

@@ -1,0 +1,141 @@
+// Error functions and probability distributions: the scalar functions of this folder on each element of arrays.
+//
+// A distribution takes its first argument and its parameters of one size; a scalar among them stands for all elements.
+// There is no implicit expansion beyond that. NOTE: intended
+#include <array>
+#include <optional>
+
+#include "builtins/library.h"
+#include "builtins/special/distributions.h"
+#include "builtins/special/error_function.h"
+#include "builtins/special/error_inverse.h"
+#include "interpreter/reader.h"
+#include "messages/catalogue/distributions.h"
+#include "messages/catalogue/values.h"
+#include "values/elementwise.h"
+
+namespace kelo::builtins {
+namespace {
+
+// ---- Error functions
+
+using Function = double (*)(double);
+constexpr Function kErrorFunctions[] = {special::erf, special::erfc, special::erfinv, special::erfcinv};
+
+NodeValue errorFunction(Call& call) {
+  read::numeric(call, 0, Wording::sentence(text::kErrorFunctionNumeric));
+  const Function f = kErrorFunctions[call.builtin.selector];
+  return unaryLoop(read::takeReal(call, 0, Wording::sentence(text::kErrorFunctionReal)),
+                   [f](double x) noexcept { return f(x); });
+}
+
+// ---- Distributions
+
+struct Distribution {
+  using OfOneParameter = double (*)(double, double);
+  using OfTwoParameters = double (*)(double, double, double);
+
+  constexpr Distribution(OfOneParameter f, const char* first, const char* second, const char* both, double standard = 0)
+      : one(f), names{first, second, nullptr}, signatures{first, both, nullptr}, defaults{standard, 0} {}
+  constexpr Distribution(OfTwoParameters f, const char* first, const char* firstAndMean, const char* all)
+      : two(f), names{first, "mu", "sigma"}, signatures{first, firstAndMean, all}, defaults{0, 1} {}
+
+  OfOneParameter one = nullptr;
+  OfTwoParameters two = nullptr;
+  const char* names[3];       // of the arguments
+  const char* signatures[3];  // by the number of arguments given
+  double defaults[2];         // of the parameters
+};
+
+constexpr Distribution kDistributions[] = {
+    {special::normalPdf, "x", "x, mu", "x, mu, sigma"},     {special::normalCdf, "x", "x, mu", "x, mu, sigma"},
+    {special::normalInverse, "p", "p, mu", "p, mu, sigma"}, {special::poissonCdf, "x", "lambda", "x, lambda"},
+    {special::poissonInverse, "p", "lambda", "p, lambda"},  {special::poissonPdf, "x", "lambda", "x, lambda"},
+    {special::exponentialPdf, "x", "mu", "x, mu", 1},       {special::exponentialCdf, "x", "mu", "x, mu", 1},
+    {special::exponentialInverse, "p", "mu", "p, mu", 1},
+};
+
+using Arguments = std::array<DoubleArray, 3>;
+
+Arguments readArguments(Call& call, const Distribution& distribution) {
+  Arguments result = {DoubleArray(0.0), DoubleArray(distribution.defaults[0]), DoubleArray(distribution.defaults[1])};
+  const char* signature = distribution.signatures[call.count() - 1];
+  for (int k = 0; k < call.count(); ++k) {
+    read::numeric(call, k, {signature, distribution.names[k], predicate::kNumericArray});
+    result[static_cast<size_t>(k)] =
+        read::takeReal(call, k, {signature, distribution.names[k], text::kDistributionReals});
+  }
+  return result;
+}
+
+/// The one size of all that are no scalars. throws Problem "Incompatible array sizes"
+SizeVector commonSize(const Arguments& arguments) {
+  SizeVector size = SizeVector::scalar();
+  for (const DoubleArray& a : arguments) {
+    if (a.isScalar()) continue;
+    if (!size.isScalar() && !(size == a.size())) throw problem(text::kIncompatibleSizes);
+    size = a.size();
+  }
+  return size;
+}
+
+template <class F>
+DoubleArray mapTogether(const Arguments& arguments, F f) {
+  DoubleArray result = DoubleArray::uninitialized(commonSize(arguments));
+  double* y = result.writable();
+  const double* x[3];
+  int64_t stride[3];
+  for (size_t k = 0; k < 3; ++k) {
+    x[k] = arguments[k].data();
+    stride[k] = arguments[k].isScalar() ? 0 : 1;
+  }
+  platform::parallelFor(result.numElements(), [=](int64_t begin, int64_t end) {
+    for (int64_t i = begin; i < end; ++i) y[i] = f(x[0][i * stride[0]], x[1][i * stride[1]], x[2][i * stride[2]]);
+  });
+  return result;
+}
+
+NodeValue distribution(Call& call) {
+  const Distribution& row = kDistributions[call.builtin.selector];
+  const Arguments arguments = readArguments(call, row);
+  if (row.two) return mapTogether(arguments, row.two);
+  return mapTogether(arguments, [f = row.one](double x, double parameter, double) { return f(x, parameter); });
+}
+
+// ---- The table
+
+constexpr CountTexts kExactlyOne = {text::kErrorFunctionInputs, nullptr};
+
+constexpr Builtin errorRow(const char* name, int selector, const char* help, const char* example) {
+  return {name, errorFunction, selector, {1, 1}, 1, "x", help, example, &kExactlyOne};
+}
+constexpr Builtin row(const char* name, int selector, Arity inputs, const char* arguments, const char* help,
+                      const char* example) {
+  return {name, distribution, selector, inputs, 1, arguments, help, example};
+}
+
+constexpr Builtin kSpecial[] = {
+    errorRow("erf", 0, "Error function", "erf([0 0.5 1])"),
+    errorRow("erfc", 1, "Complementary error function, 1 - erf(x)", "erfc([0 0.5 1])"),
+    errorRow("erfinv", 2, "Number with the given value of the error function", "erfinv([0 0.5 0.9])"),
+    errorRow("erfcinv", 3, "Number with the given value of the complementary error function", "erfcinv([0.1 1])"),
+
+    row("normpdf", 0, {1, 3}, "x, mu, sigma", "Density of the normal distribution", "normpdf([-1 0 1])"),
+    row("normcdf", 1, {1, 3}, "x, mu, sigma", "Probability of a normal number up to x", "normcdf([-1 0 1], 0, 2)"),
+    row("norminv", 2, {1, 3}, "p, mu, sigma", "Number that a normal one stays below with probability p",
+        "norminv([0.025 0.975])"),
+    row("poisscdf", 3, {2, 2}, "x, lambda", "Probability of up to x events, lambda on average", "poisscdf(0:4, 2)"),
+    row("poissinv", 4, {2, 2}, "p, lambda", "Number of events that is passed with probability 1 - p, lambda on average",
+        "poissinv(0.95, 2)"),
+    row("poisspdf", 5, {2, 2}, "x, lambda", "Probability of x events, lambda on average", "poisspdf(0:4, 2)"),
+    row("exppdf", 6, {1, 2}, "x, mu", "Density of the exponential distribution with mean mu", "exppdf([0 1 2], 2)"),
+    row("expcdf", 7, {1, 2}, "x, mu", "Probability of an exponential number up to x", "expcdf([0 1 2], 2)"),
+    row("expinv", 8, {1, 2}, "p, mu", "Number that an exponential one stays below with probability p",
+        "expinv([0.5 0.95], 2)"),
+};
+
+}  // namespace
+
+std::span<const Builtin> specialTable() { return kSpecial; }
+
+}  // namespace kelo::builtins

@@ -1,0 +1,228 @@
+// Random numbers: the streams of seeds to the last bit, the state between draws, the moments of the distributions,
+// sizes and complaints.
+//
+// The expected streams come from a program in Python, whose whole numbers have no bounds and whose doubles round as
+// ours do:
+//   def next(s):
+//     s.u = (s.u * 2862933555777941757 + 7046029254386353087) % 2**64
+//     s.v ^= s.v >> 17; s.v ^= (s.v << 31) % 2**64; s.v ^= s.v >> 8
+//     s.w = (4294957665 * (s.w % 2**32) + (s.w >> 32)) % 2**64
+//     x = s.u ^ ((s.u << 21) % 2**64); x ^= x >> 35; x ^= (x << 4) % 2**64
+//     return ((x + s.v) % 2**64) ^ s.w
+// with doub = next / 2**64 and the deviates written down from their description, math.lgamma in place of gammln.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "builtins/calls.h"
+#include "builtins/random/random_words.h"
+#include "interpreter/test_app.h"
+
+namespace kelo {
+namespace {
+
+using namespace kelo::testing;
+
+struct Drawing : TestApp {
+  NodeValue answer(const char* name, std::vector<Storable> args) {
+    const Builtin* row = builtins::library().find(Name::intern(name));
+    const CallSite site;
+    Call call(*row, args, std::nullopt, site, app, nullptr);
+    return row->handler(call);
+  }
+  std::string draw(const char* name, const std::vector<Storable>& args) {
+    return outcome([&] { return *answer(name, args).numericArray(); });
+  }
+  std::vector<double> numbers(const char* name, const std::vector<Storable>& args) {
+    const NodeValue drawn = answer(name, args);
+    const auto values = drawn.numericArray()->asDouble().values();
+    return {values.begin(), values.end()};
+  }
+  void seed(double n) { answer("rng", {num(n)}); }
+};
+
+struct Step {
+  double seed;  ///< below 0: goes on with the stream
+  const char* name;
+  std::vector<Storable> args;
+  const char* expected;
+};
+
+TEST(Random, streamsOfSeeds) {
+  const Step steps[] = {
+      {0, "rand", {num(1), num(3)}, "double 1 x 3: 0.078828080402809975 0.057498921391277109 0.50464114886097067"},
+      {1, "rand", {row({3, 1})}, "double 3 x 1: 0.97174865688381606 0.41118928377299052 0.63582627271639858"},
+      {0x1p53, "rand", {num(1), num(1)}, "double 1 x 1: 0.25315708639642842"},
+      {-1, "rand", {}, "double 1 x 1: 0.75527886680156231"},
+      {42, "randi", {num(10), num(1), num(8)}, "double 1 x 8: 2 10 7 7 4 6 1 6"},
+      {-1, "randi", {num(1e9), row({1, 3})}, "double 1 x 3: 906511326 960948116 626982914"},
+      {7,
+       "randn",
+       {num(2)},
+       "double 2 x 2: 0.31719358068057146 0.14430398731615474 0.69215335381989418 0.57821999086560016"},
+      {-1, "normrnd", {row({10, -5}), row({2, 0.5})}, "double 1 x 2: 11.313105305151279 -4.3843606315980654"},
+      {3, "exprnd", {row({1, 2, 0.5})}, "double 1 x 3: 1.2610351368185662 1.7023952399409326 0.19680833944551149"},
+      {5, "poissrnd", {num(4.9), num(1), num(6)}, "double 1 x 6: 5 4 6 6 7 5"},
+      {-1, "poissrnd", {num(5), num(1), num(6)}, "double 1 x 6: 4 1 6 4 6 5"},
+      {-1, "poissrnd", {num(100), num(1), num(6)}, "double 1 x 6: 89 110 95 92 106 108"},
+      {-1, "poissrnd", {row({2, 50, 2, 7})}, "double 1 x 4: 2 57 2 7"},
+      {-1, "rand", {}, "double 1 x 1: 0.88194758158285713"},
+      {9, "randperm", {num(10)}, "double 1 x 10: 9 10 4 2 7 6 1 8 5 3"},
+      {-1, "rand", {}, "double 1 x 1: 0.20043238340699851"},
+      {9, "randperm", {num(10), num(3)}, "double 1 x 3: 9 10 4"},
+      {-1, "rand", {}, "double 1 x 1: 0.20043238340699851"},
+  };
+  Drawing app;
+  for (const Step& s : steps) {
+    if (s.seed >= 0) app.seed(s.seed);
+    EXPECT_EQ(app.draw(s.name, s.args), s.expected) << s.name << " after " << s.seed;
+  }
+}
+
+TEST(Random, longStreams) {
+  Drawing app;
+  app.seed(7);
+  EXPECT_EQ(app.numbers("randn", {num(100000), num(1)}).back(), -0.5866114419863456);
+  EXPECT_EQ(app.numbers("rand", {}).front(), 0.1305691815594493);
+  app.seed(5);
+  std::vector<double> rates;
+  for (int k = 0; k < 5000; ++k) rates.insert(rates.end(), {0.3, 4.99, 5, 13.5, 13.6, 1000});
+  double sum = 0;
+  for (const double k : app.numbers("poissrnd", {DoubleArray::row(rates)})) sum += k;
+  EXPECT_EQ(sum, 5183508);
+  EXPECT_EQ(app.numbers("rand", {}).front(), 0.9232847385056433);
+}
+
+TEST(Random, fractionsAreRoundedOnce) {
+  const uint64_t cases[] = {0,
+                            1,
+                            0xFFFFFFFF,
+                            0x100000000,
+                            0x8000000000000000,
+                            0xFFFFFFFFFFFFFFFF,
+                            0x80000000000003FF,
+                            0x8000000000000400,
+                            0x8000000000000C00,
+                            0x7FFFFFFFFFFFFE01,
+                            0x123456789ABCDEF0};
+  for (const uint64_t bits : cases) EXPECT_EQ(RandomWords::fraction(bits), static_cast<double>(bits) * 0x1p-64) << bits;
+}
+
+TEST(Random, stateIsKept) {
+  Drawing app;
+  app.draw("rand", {num(0)});  // seeds from the clock: 29 February 2024, 12:30:15
+  ASSERT_TRUE(app.app.randState.randStateW.has_value());
+  EXPECT_EQ(app.app.randState.randStateU, RandomWords::fromSeed(1709209815).u);
+
+  app.seed(1);
+  app.draw("rand", {});
+  app.duringRun([] {});
+  app.app.startCommand("");  // the end of a run puts the words into the store
+  Drawing restarted;
+  restarted.app.randState.load(app.store);
+  EXPECT_EQ(restarted.numbers("rand", {}).front(), 0.4111892837729905);
+
+  app.app.randState.randStateV.reset();  // a word that is missing: a new seed
+  app.draw("rand", {num(0)});
+  EXPECT_EQ(app.app.randState.randStateU, RandomWords::fromSeed(1709209815).u);
+}
+
+TEST(Random, momentsOfDistributions) {
+  const struct {
+    const char* name;
+    std::vector<Storable> args;
+    double mean, variance;
+  } rows[] = {
+      {"rand", {}, 0.5, 1.0 / 12},         {"randn", {}, 0, 1},
+      {"randi", {num(6)}, 3.5, 35.0 / 12}, {"normrnd", {num(-3), num(2)}, -3, 4},
+      {"exprnd", {num(2)}, 2, 4},          {"poissrnd", {num(0.5)}, 0.5, 0.5},
+      {"poissrnd", {num(9)}, 9, 9},        {"poissrnd", {num(400)}, 400, 400},
+  };
+  Drawing app;
+  app.seed(1);
+  constexpr int kCount = 200000;
+  for (const auto& r : rows) {
+    std::vector<Storable> args = r.args;
+    args.insert(args.end(), {num(kCount), num(1)});
+    double sum = 0, squares = 0;
+    for (const double x : app.numbers(r.name, args)) sum += x, squares += (x - r.mean) * (x - r.mean);
+    EXPECT_NEAR(sum / kCount, r.mean, 5 * std::sqrt(r.variance / kCount)) << r.name;
+    EXPECT_NEAR(squares / kCount / r.variance, 1, 0.03) << r.name;
+  }
+  std::vector<double> order = app.numbers("randperm", {num(1000)});
+  std::sort(order.begin(), order.end());
+  for (size_t i = 0; i < order.size(); ++i) ASSERT_EQ(order[i], static_cast<double>(i + 1));
+}
+
+TEST(Random, sizesAndComplaints) {
+  const NumericArray three = row({1, 2, 3}), minus = num(-1);
+  const CallRow rows[] = {
+      {"rand", {num(0)}, "double 0 x 0:"},
+      {"rand", {row({2, 0, 3})}, "double 2 x 0 x 3:"},
+      {"randi", {num(1), num(3), num(1)}, "double 3 x 1: 1 1 1"},
+      {"exprnd", {zeros({0, 3})}, "double 0 x 3:"},
+      {"normrnd", {num(4), column({0, 0})}, "double 2 x 1: 4 4"},
+      {"normrnd", {num(4), num(0), row({1, 2})}, "double 1 x 2: 4 4"},
+      {"rand", {num(1e10), num(1e10)}, "fatal: integer overflow in a multiplication"},
+      {"rand", {minus}, " | In rand(n), n should be a scalar or a vector of real integers >= 0"},
+      {"randn", {StructArray()}, " | In randn(n), n should be a scalar or a vector of real integers >= 0"},
+      {"rand", {zeros({2, 2})}, " | In rand(n), n should be a scalar or a vector of real integers >= 0"},
+      {"rand", {num(2), num(1.5)}, "The 2nd input argument is invalid | It should be a scalar of real integer >= 0"},
+      {"randn", {minus, num(1)}, "The 1st input argument is invalid | It should be a scalar of real integer >= 0"},
+      {"randi", {num(0)}, " | In randi(imax), imax should be a real integer of finite value > 0"},
+      {"randi", {num(1e300), num(1)}, " | In randi(imax, n), imax should be a real integer of finite value > 0"},
+      {"randi", {num(5), minus}, " | In randi(imax, n), n should be a scalar of real integer >= 0"},
+      {"randi", {num(5), row({1, -1})}, " | In randi(imax, sizeVec), sizeVec should be a vector of real integers >= 0"},
+      {"randi", {num(5), num(1), minus}, " | In randi(imax, s1, s2, ...), si should be a real integer scalar >= 0"},
+      {"exprnd",
+       {row({1, 0})},
+       "The 1st input argument is invalid | It should be an array of real positive numbers not equal to Inf nor NaN"},
+      {"poissrnd",
+       {num(std::nan(""))},
+       "The 1st input argument is invalid | It should be an array of real positive numbers not equal to Inf nor NaN"},
+      {"exprnd", {num(1), minus}, " | In exprnd(mu, n), n should be a scalar or a vector of real integers >= 0"},
+      {"exprnd",
+       {num(1), num(1), minus},
+       "The 3rd input argument is invalid | It should be a scalar of real integer >= 0"},
+      {"exprnd",
+       {three, num(2)},
+       " | In exprnd(mu, n), mu should be a scalar or an array of size equal to sz or [n, n]"},
+      {"poissrnd",
+       {three, num(2), num(1)},
+       " | In poissrnd(mu, sz1, ..., szN), mu should be a scalar or an array of size equal to [sz1, ..., szN]"},
+      {"normrnd",
+       {complex(1, 1), num(1)},
+       " | The mean should be a real scalar or an array of real numbers not equal to Inf nor NaN"},
+      {"normrnd",
+       {num(1), minus},
+       " | The standard deviation should be a real scalar or an array of real numbers >= 0 not equal to Inf nor NaN"},
+      {"normrnd",
+       {three, row({1, 2})},
+       " | In normrnd(mu, sigma), it is expected that both mu and sigma have the same sizes, or that one of them is a "
+       "scalar"},
+      {"normrnd",
+       {three, num(1), num(2)},
+       " | In normrnd(mu, sigma, n), it is expected that both mu and sigma are n x n arrays, or that one of them is a "
+       "scalar and the other one is an n x n array"},
+      {"normrnd",
+       {num(1), three, row({1, 2})},
+       " | In normrnd(mu, sigma, sizeVec), it is expected that both mu and sigma have sizes equal to sizeVec, or that "
+       "one "
+       "of them is a scalar and the other one has size equal to sizeVec"},
+      {"normrnd",
+       {num(1), three, num(1), num(2)},
+       " | In normrnd(mu, sigma, s1, ..., sn), it is expected that both mu and sigma have sizes [s1, ..., sn], or that "
+       "one "
+       "of them is a scalar and the other one has size [s1, ..., sn]"},
+      {"rng", {num(0.5)}, " | In rng(n), n should be a real integer scalar >= 0"},
+      {"randperm", {num(0)}, " | In randperm(n), n should be an integer scalar >= 1"},
+      {"randperm", {num(3), num(0)}, " | In randperm(n, k), k should be an integer scalar >= 1"},
+      {"randperm", {num(3), num(4)}, " | In randperm(n, k), k should not exceed n"},
+  };
+  Drawing app;
+  for (const CallRow& r : rows) EXPECT_EQ(app.draw(r.name, r.args), r.expected) << r.name;
+}
+
+}  // namespace
+}  // namespace kelo
