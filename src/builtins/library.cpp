@@ -10,6 +10,7 @@ const BuiltinTable& library() {
       arraysTable(),
       reductionsTable(),
       linearAlgebraTable(),
+      polynomialsTable(),
   });
   return *table;
 }

@@ -18,5 +18,6 @@ std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();
 std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
+std::span<const Builtin> polynomialsTable();    ///< polynomials, signals and calculus
 
 }  // namespace kelo::builtins
