@@ -19,6 +19,7 @@ const BuiltinTable& library() {
       linearAlgebraTable(),
       specialTable(),
       randomTable(),
+      polynomialsTable(),
   });
   return *table;
 }

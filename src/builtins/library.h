@@ -27,5 +27,6 @@ std::span<const Builtin> reductionsTable();
 std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
 std::span<const Builtin> specialTable();  ///< special/: error functions, probability distributions
 std::span<const Builtin> randomTable();   ///< random/: random numbers
+std::span<const Builtin> polynomialsTable();    ///< polynomials, signals and calculus
 
 }  // namespace kelo::builtins
