@@ -68,6 +68,7 @@ size_t FastPrediction::behindPartner(size_t open) const { return tokens_.partner
 
 size_t FastPrediction::alternative(size_t decision, const KeloParserBase& parser) {
   const size_t i = tokens_.position();
+  if (i >= limit_) return kAskRuntime;
   switch (decision) {
     case 14:  // separators behind a statement
     case 17:
@@ -88,6 +89,7 @@ size_t FastPrediction::alternative(size_t decision, const KeloParserBase& parser
     case 50: return type(i + 1) == T::COMMA ? kGoOn : kLeave;
     case 49: return assignment(i);
     case 51: return functionHandle(i);
+    case 63: return type(i) == T::ID ? kGoOn : kLeave;
     case 64: return builtin(i);
     case 69: return moreElements(i);
     case 72: return type(i) == T::T__0 ? kGoOn : kLeave;
@@ -144,7 +146,7 @@ size_t FastPrediction::functionHandle(size_t i) const {
 // A name behind a built-in is a command in a statement and the next element in a matrix.
 size_t FastPrediction::builtin(size_t i) const {
   if (type(i + 1) == T::LPAR) return 1;
-  return type(i + 1) == T::ID ? kAskRuntime : 2;
+  return type(i + 1) == T::ID && !tokens_.isInSquare(i) ? 3 : 2;
 }
 
 size_t FastPrediction::operand(size_t i) const {

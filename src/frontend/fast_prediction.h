@@ -4,8 +4,8 @@
 // or more, and fills that machine slowly at first use. Nearly all of them hang on one or two tokens, or on what follows
 // the bracket that matches the one in hand. The rest is left to the runtime.
 //
-// Invariant: a parse that succeeds with these answers gives the tree that the runtime's careful stage gives. A wrong
-// answer can only be given for a text that fails, and then the careful stage, which does not ask here, has its say.
+// Invariant: a parse that succeeds with these answers gives the tree that the runtime gives. A wrong answer can only be
+// given close before the place where a text goes wrong.
 #pragma once
 
 #include <cstddef>
@@ -20,6 +20,8 @@ class FastPrediction final : public Prediction {
  public:
   explicit FastPrediction(const TokenList& tokens) : tokens_(tokens) {}
   size_t alternative(size_t decision, const KeloParserBase& parser) override;
+  /// The token from which on it leaves everything to the runtime.
+  void setLimit(size_t tokenIndex) { limit_ = tokenIndex; }
 
  private:
   size_t type(size_t i) const { return tokens_.typeAt(i); }
@@ -38,6 +40,7 @@ class FastPrediction final : public Prediction {
   size_t moreElements(size_t i) const;
 
   const TokenList& tokens_;
+  size_t limit_ = SIZE_MAX;
 };
 
 }  // namespace kelo

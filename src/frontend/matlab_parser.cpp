@@ -45,10 +45,10 @@ std::shared_ptr<ParsedText> MatlabParser::parsed(std::u32string text, StartRule 
   auto parse = std::make_shared<ParsedText>(std::move(text), origin);
   ErrorListener listener(setting_.show);
   const Outcome outcome = parse->parse(rule, listener);
-  if (outcome == Outcome::tooDeep) {
-    const antlr4::Token& token = *parse->tooDeepAt();
+  if (outcome == Outcome::tooDeep || outcome == Outcome::tooLong) {
+    const antlr4::Token& token = parse->stoppedAt();
     Message message = syntaxErrorAt(origin.relativePath, token.getLine(), token.getCharPositionInLine());
-    message.reason = text::kNestedTooDeeply;
+    message.reason = outcome == Outcome::tooDeep ? text::kNestedTooDeeply : text::kTextTooLong;
     setting_.show(message);
   }
   return outcome == Outcome::parsed ? parse : nullptr;

@@ -6,23 +6,27 @@
 namespace kelo {
 namespace {
 
+// A token and its nodes take about 1 KB; this is some 2 GB, or a literal of a million numbers.
+constexpr size_t kMaxTokens = 2'000'000;
+
 std::vector<ScannedToken> separatedTokens(const std::u32string& text, const ParsedText::Origin& origin) {
-  std::vector<ScannedToken> tokens = scanTokens(text, origin.line, origin.charPositionInLine);
+  std::vector<ScannedToken> tokens = scanTokens(text, kMaxTokens, origin.line, origin.charPositionInLine);
   insertMatrixElementSeparators(tokens);
   return tokens;
 }
 
-// How far before the token that the careful stage stopped at the cause may lie.
-constexpr size_t kExactLines = 4;
-constexpr size_t kExactTokens = 2000;
+// How far before the token that a stage stopped at the cause may lie.
+constexpr size_t kCarefulLines = 4;
+constexpr size_t kCarefulTokens = 2000;
+constexpr size_t kExactTokens = 200;
 
 class PlaceOfFailure final : public antlr4::BaseErrorListener {
  public:
   void syntaxError(antlr4::Recognizer*, antlr4::Token* token, size_t, size_t, const std::string&,
                    std::exception_ptr) override {
-    tokenIndex = token->getTokenIndex();
+    this->token = token;
   }
-  size_t tokenIndex = 0;
+  antlr4::Token* token = nullptr;
 };
 
 }  // namespace
@@ -36,6 +40,7 @@ ParsedText::ParsedText(std::u32string text, Origin origin)
       prediction_(tokens_),
       parser_(&tokens_),
       strict_(new StrictPrediction(&parser_, *parser_.runtime())) {
+  parser_.prediction = &prediction_;
   parser_.relativePath = origin.relativePath;
   parser_.setInterpreter(strict_);  // which the parser owns from here
   parser_.removeErrorListeners();
@@ -43,32 +48,35 @@ ParsedText::ParsedText(std::u32string text, Origin origin)
 }
 
 ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener& listener) {
+  stoppedAt_ = tokens_.get(tokens_.size() - 1);
+  if (stoppedAt_->getStartIndex() != source_.size()) return Outcome::tooLong;
   try {
-    root_ = runFastStage(rule);
+    root_ = run(rule, PredictionMode::SLL);
     if (root_ == nullptr) root_ = runCarefulStage(rule, listener);
   } catch (const NestingTooDeep& problem) {
-    tooDeepAt_ = problem.token;
+    stoppedAt_ = problem.token;
     return Outcome::tooDeep;
   }
   return root_ == nullptr ? Outcome::syntaxError : Outcome::parsed;
 }
 
-KeloNode* ParsedText::runFastStage(StartRule rule) {
-  parser_.prediction = &prediction_;
-  KeloNode* root = run(rule, PredictionMode::SLL);
-  parser_.prediction = nullptr;
-  return root;
-}
-
-// Where this stage fails too, it is run again, exact around the token that it stopped at, and told to the listener.
+// What was parsed up to the lines around the failure was parsed rightly and is parsed again in the same way. Where this
+// stage fails too, it is run once more, exact around the token that it stopped at, and told to the listener. Where that
+// takes too long, the token has to do.
 KeloNode* ParsedText::runCarefulStage(StartRule rule, antlr4::ANTLRErrorListener& listener) {
+  prediction_.setLimit(tokens_.startOfLines(tokens_.position(), kCarefulLines, kCarefulTokens));
   PlaceOfFailure place;
   parser_.addErrorListener(&place);
   if (KeloNode* root = run(rule, PredictionMode::LL)) return root;
   parser_.removeErrorListeners();
   parser_.addErrorListener(&listener);
-  strict_->setExactFrom(tokens_.startOfLines(place.tokenIndex, kExactLines, kExactTokens));
-  return run(rule, PredictionMode::LL);
+  strict_->setExactFrom(tokens_.startOfLines(place.token->getTokenIndex(), kCarefulLines, kExactTokens));
+  try {
+    return run(rule, PredictionMode::LL);
+  } catch (const NestingTooDeep&) {
+    parser_.notifyErrorListeners(place.token, std::string(), nullptr);
+    return nullptr;
+  }
 }
 
 KeloNode* ParsedText::run(StartRule rule, PredictionMode mode) {

@@ -32,7 +32,8 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
   enum class Outcome {
     parsed,
     syntaxError,  ///< the listener was told, once
-    tooDeep,      ///< the listener was told nothing; see tooDeepAt
+    tooDeep,      ///< the listener was told nothing; see stoppedAt
+    tooLong,      ///< likewise
   };
 
   ParsedText(std::u32string text, Origin origin);
@@ -44,12 +45,12 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
   Outcome parse(StartRule rule, antlr4::ANTLRErrorListener& listener);
 
   KeloNode* root() const { return root_; }  ///< null before a parse that succeeds
-  const antlr4::Token* tooDeepAt() const { return tooDeepAt_; }
+  /// Where a text that is nested too deeply or too long was given up; never null after a parse.
+  const antlr4::Token& stoppedAt() const { return *stoppedAt_; }
   const SourceText& source() const { return source_; }
   Name relativePath() const { return parser_.relativePath; }
 
  private:
-  KeloNode* runFastStage(StartRule rule);
   KeloNode* runCarefulStage(StartRule rule, antlr4::ANTLRErrorListener& listener);
   KeloNode* run(StartRule rule, antlr4::atn::PredictionMode mode);
 
@@ -59,7 +60,7 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
   KeloParser parser_;
   StrictPrediction* strict_;
   KeloNode* root_ = nullptr;
-  const antlr4::Token* tooDeepAt_ = nullptr;
+  const antlr4::Token* stoppedAt_ = nullptr;
 };
 
 }  // namespace kelo

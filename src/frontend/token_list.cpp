@@ -40,9 +40,11 @@ void TokenList::add(const ScannedToken& token) {
 // A bracket of the other kind in between leaves both without a partner; such a text does not parse.
 void TokenList::matchBrackets() {
   partners_.assign(types_.size(), static_cast<uint32_t>(types_.size() - 1));
+  inSquare_.resize(types_.size());
   std::vector<uint32_t> open;
   for (uint32_t i = 0; i < types_.size(); ++i) {
     const uint8_t type = types_[i];
+    inSquare_[i] = !open.empty() && types_[open.back()] == KeloLexer::LSQB;
     if (type == KeloLexer::LPAR || type == KeloLexer::LSQB) open.push_back(i);
     if (open.empty() || (type != KeloLexer::RPAR && type != KeloLexer::RSQB)) continue;
     if ((type == KeloLexer::RPAR) == (types_[open.back()] == KeloLexer::LPAR)) partners_[open.back()] = i;

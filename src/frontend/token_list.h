@@ -34,6 +34,8 @@ class TokenList final : public antlr4::TokenStream {
   static constexpr size_t kEndOfFile = 0;  ///< what typeAt gives for the last token
   /// The bracket that closes the one at a position; the last token when none does.
   size_t partnerOf(size_t open) const { return partners_[open]; }
+  /// Whether the innermost bracket that is open at a position is a square one.
+  bool isInSquare(size_t index) const { return inSquare_[index]; }
   /// The first token of the line that lies so many lines before a token, but at most so many tokens before it.
   size_t startOfLines(size_t index, size_t lines, size_t atMost) const;
 
@@ -52,6 +54,7 @@ class TokenList final : public antlr4::TokenStream {
   mutable std::vector<antlr4::CommonToken> tokens_;  // fixed once made: nodes point into it
   std::vector<uint8_t> types_;
   std::vector<uint32_t> partners_;
+  std::vector<bool> inSquare_;
   size_t position_ = 0;
 };
 

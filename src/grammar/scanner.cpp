@@ -188,16 +188,17 @@ Scanner::Match Scanner::symbol(size_t start) const {
 
 bool ScannedToken::isHidden() const { return type == KeloLexer::WS; }
 
-std::vector<ScannedToken> scanTokens(std::u32string_view text, size_t line, size_t charPositionInLine) {
+std::vector<ScannedToken> scanTokens(std::u32string_view text, size_t atMost, size_t line,
+                                     size_t charPositionInLine) {
   std::vector<ScannedToken> tokens;
-  tokens.reserve(text.size() / 2 + 2);
+  tokens.reserve(std::min(text.size() / 2, atMost) + 2);
   Scanner scanner(text);
   size_t start = 0;
   const auto add = [&](uint32_t type, size_t end) {
     tokens.push_back({type, static_cast<uint32_t>(start), static_cast<uint32_t>(end), static_cast<uint32_t>(line),
                       static_cast<uint32_t>(charPositionInLine)});
   };
-  while (start < text.size()) {
+  while (start < text.size() && tokens.size() < atMost) {
     const auto [type, end] = scanner.match(start);
     if (type != KeloLexer::COMMENT) add(type, end);
     charPositionInLine += end - start;

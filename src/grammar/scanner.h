@@ -22,10 +22,13 @@ struct ScannedToken {
   bool isHidden() const;
 };
 
-/// All tokens of a text but the comments, the hidden ones included, with the end of the file behind them.
+/// The tokens of a text but the comments, the hidden ones included, with the end of the file behind them. The end stands
+/// behind the last character, or where the text was given up.
 ///
 /// text                       fewer than 2^32 code points
+/// atMost                     tokens after which it is given up
 /// line, charPositionInLine   of the first character, counted from 1 and from 0
-std::vector<ScannedToken> scanTokens(std::u32string_view text, size_t line = 1, size_t charPositionInLine = 0);
+std::vector<ScannedToken> scanTokens(std::u32string_view text, size_t atMost = SIZE_MAX, size_t line = 1,
+                                     size_t charPositionInLine = 0);
 
 }  // namespace kelo
