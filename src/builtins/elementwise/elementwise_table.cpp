@@ -92,7 +92,7 @@ constexpr Builtin kElementwise[] = {
     binary("rem", remainders, Remainder::rem, "A, B", "Remainder of a division, with the sign of A", "rem([-5 5], 3)"),
     binary("mod", remainders, Remainder::mod, "A, B", "Remainder of a division, with the sign of B", "mod([-5 5], 3)"),
     unary("factorial", factorial, 0, "Product of the whole numbers from 1 to A", "factorial([0 5 10])"),
-    unary("fibonacci", fibonacci, 0, "Number A of the sequence 0, 1, 1, 2, 3, 5, ...", "fibonacci([0 1 10])"),
+    unary("fibonacci", fibonacci, 0, "Number A of the sequence 0, 1, 1, 2, 3, 5 and so on", "fibonacci([0 1 10])"),
 
     {"pi", pi, 0, {0, 0}, 1, "", "Ratio of a circle's circumference to its diameter", "pi"},
     {"eps", eps, 0, {0, 1}, 1, "A", "Gap between a number, 1 unless given, and the next larger one", "eps(1000)"},
