@@ -48,7 +48,8 @@ TEST(Table, GivesExamplesThatRun) {
     test.app.startCommand(row->example);
     test.mainQueue.drain();
     const int messages = std::string_view(row->name) == "error" ? 1 : 0;
-    EXPECT_EQ(test.app.messagesShown(), messages) << row->example << "\n" << (test.shown.empty() ? "" : test.shown.back());
+    const std::string last = test.shown.empty() ? "" : test.shown.back();
+    EXPECT_EQ(test.app.messagesShown(), messages) << row->example << "\n" << last;
   }
 }
 
