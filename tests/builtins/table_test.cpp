@@ -56,10 +56,16 @@ TEST(Table, GivesExamplesThatRun) {
 TEST(Table, RefusesWrongCountsWithOneSentence) {
   for (const Builtin* row : builtins::library().rows()) {
     if (row->handler == nullptr) continue;
-    if (row->inputs.least > 0) EXPECT_EQ(shownBy(*row, row->inputs.least - 1, 1).size(), 1u) << row->name;
-    if (row->inputs.most < kAny) EXPECT_EQ(shownBy(*row, row->inputs.most + 1, 1).size(), 1u) << row->name;
+    if (row->inputs.least > 0) {
+      EXPECT_EQ(shownBy(*row, row->inputs.least - 1, 1).size(), 1u) << row->name;
+    }
+    if (row->inputs.most < kAny) {
+      EXPECT_EQ(shownBy(*row, row->inputs.most + 1, 1).size(), 1u) << row->name;
+    }
     const int tooMany = std::max(row->outputs, 1) + 1;
-    if (row->outputs < kAny) EXPECT_EQ(shownBy(*row, row->inputs.least, tooMany).size(), 1u) << row->name;
+    if (row->outputs < kAny) {
+      EXPECT_EQ(shownBy(*row, row->inputs.least, tooMany).size(), 1u) << row->name;
+    }
   }
 }
 
