@@ -27,7 +27,7 @@ inline constexpr const char* kFunctionExpected =
 inline constexpr const char* kTicInputs = "Function {} should have no input argument";
 inline constexpr const char* kTimeInputs = "Function {}() should have no input argument";
 inline constexpr const char* kTocBeforeTic = "{} should be run after calling tic";
-inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";
+inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";  // NOTE: intended
 inline constexpr const char* kTocNumeric = "Input argument of {}() should be a numeric value";
 
 // Comma-separated files
