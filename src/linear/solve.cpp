@@ -57,7 +57,7 @@ Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
   int rank = 0;
   while (rank < diagonal && !(magnitudeOf(r[at(rank) * at(m) + at(rank)]) <= solution.tolerance)) ++rank;
   solution.rank = rank;
-  checkInfo(lapack::multiplyByQ(/*conjugated*/ true, m, columns, diagonal, r, tau.data(), b.writable()),
+  checkInfo(lapack::multiplyByQ(/*conjugated*/ true, m, columns, diagonal, r, tau.data(), b.writable(), m),
             text::kLeastSquaresFailed);
   const int info = lapack::trtrs(rank, columns, r, m, b.writable(), m);
   checkInfo(info, text::kLeastSquaresFailed);

@@ -52,7 +52,7 @@ inline std::vector<Sample> samples() {
                              {"empty", zeros({0, 0})},
                              {"no rows", zeros({0, 3})},
                              {"no columns", zeros({3, 0})}};
-  const int64_t sizes[][2] = {{7, 7}, {40, 40}, {1, 6}, {6, 1}, {30, 4}, {4, 30}, {90, 60}};
+  const int64_t sizes[][2] = {{7, 7}, {40, 40}, {1, 6}, {6, 1}, {30, 4}, {4, 30}, {90, 70}, {70, 90}, {130, 130}};
   for (const auto& [m, n] : sizes) {
     const std::string size = std::to_string(m) + " x " + std::to_string(n);
     all.push_back({"random " + size, randomArray(random, SizeVector(m, n))});
