@@ -25,6 +25,7 @@ const Program kPrograms[] = {
     {"element_read", "x = zeros(1, 1e6); s = 0;", "for k = 1:1e6, s = x(k); end", 1e6},
     {"matrix_write", "A = zeros(1000, 1000);", "for j = 1:1000\nfor i = 1:1000, A(i, j) = i; end\nend", 1e6},
     {"field", "s.a = 0;", "for k = 1:1e6, s.a = s.a + 1; end", 1e6},
+    {"field_element", "s.a = zeros(1, 1e6);", "for k = 1:1e6, s.a(k) = s.a(k) + 1; end", 1e6},
     {"append", "", "x = 0;\nfor k = 1:1e6, x(end + 1) = k; end", 1e6},
     {"file_call", "y = 0;", "for k = 1:1e5, y = half(k); end", 1e5},
     {"handle_call", "y = 0; f = @(x) x + 1;", "for k = 1:1e5, y = f(k); end", 1e5},

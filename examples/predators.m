@@ -23,14 +23,14 @@ end
 
 hares = history(1, :);
 foxes = history(2, :);
-times = step * (0:steps);
+moments = step * (0:steps);
 
 disp(['most hares: ' num2str(max(hares), 4) ', fewest: ' num2str(min(hares), 3)])
 disp(['most foxes: ' num2str(max(foxes), 4) ', fewest: ' num2str(min(foxes), 3)])
 
 peaks = find_peaks(hares);
 disp(['hare peaks: ' num2str(numel(peaks))])
-periods = diff(times(peaks));
+periods = diff(moments(peaks));
 disp(['mean period: ' num2str(mean(periods), 4)])
 
 drift = invariant(model, hares, foxes);

@@ -3,7 +3,7 @@
 % The trapezoidal rule, Simpson's rule and Romberg's extrapolation are tried on the integral of exp(-x^2) from 0 to 2,
 % whose value is known through the error function.
 
-f = @(x) exp(-x.^2);
+f = @(x) exp(-(x.^2));  % with its parentheses: a leading minus binds tighter than a power
 a = 0;
 b = 2;
 exact = sqrt(pi) / 2 * erf(b);

@@ -1,8 +1,9 @@
 % Data from a file: weather stations, and what altitude does to temperature.
 %
-% stations.csv holds one station a line: number, mean temperature in degrees, days of sun, altitude in metres.
+% stations.csv holds one station a line: number, mean temperature in degrees, days of sun, altitude in metres. Names of data
+% files are relative to the work directory, here the folder above.
 
-data = csvread('stations.csv');
+data = csvread('examples/stations.csv');
 [rows, columns] = size(data);
 disp([num2str(rows) ' stations, ' num2str(columns) ' columns'])
 

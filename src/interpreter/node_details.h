@@ -66,6 +66,11 @@ struct ChainDetails : NodeDetails {
   std::vector<KeloNode*> args;
   std::vector<FieldDetails> fields;
   KeloNode* right = nullptr;  // of an assignment
+
+  /// The field of NAME.FIELD and NAME.FIELD(ARGS); null for longer chains.
+  const FieldDetails* onlyField() const {
+    return fields.size() == 1 && !hasArgs && !fields.front().expression ? &fields.front() : nullptr;
+  }
 };
 
 /// One branch of an `if` or a `switch`; no condition for `else` and `otherwise`.

@@ -86,11 +86,13 @@ NodeValue Visitor::assignElements(KeloNode& assignment, bool shows) {
   const auto& nodes = detailsOf<CallDetails>(assignment).args;
   KeloNode& right = *cache.second;
   if (right.cache.kind == NodeKind::unresolved) resolve(right, app_.builtins);
+  double number;
+  if (scalar(right, &number) && writeElement(cache, nodes, number)) return changed(assignment, shows);
   std::optional<Storable> value;
   if (!isDeletion(right)) {
     value = assignedValue(assignment);
     if (!value) return NodeValue::failure();
-    if (writePlainElement(cache, nodes, *value)) return changed(assignment, shows);
+    if (value->isDoubleScalar() && writeElement(cache, nodes, value->doubleScalar())) return changed(assignment, shows);
   }
   const Storable* existing = findVariable(cache.name, &cache.hint);
   if (existing && !existing->isArray()) return fail(assignment, text::kAssignmentTargetNotArray);
@@ -110,19 +112,13 @@ NodeValue Visitor::assignElements(KeloNode& assignment, bool shows) {
   return done.isFailure() ? NodeValue::failure() : changed(assignment, shows);
 }
 
-// OPTIMIZATION: x(k) = v and A(i, j) = v for a double array that nobody else holds, subscripts that are literals or variables,
-// and a number.
-bool Visitor::writePlainElement(NodeCache& cache, const std::vector<KeloNode*>& nodes, const Storable& value) {
-  if (!value.isDoubleScalar() || nodes.size() > 2) return false;
-  const double* i = peek(*nodes[0]);
-  const double* j = nodes.size() == 2 ? peek(*nodes[1]) : i;
-  if (!i || !j || !findVariable(cache.name, &cache.hint)) return false;
-  const double row = *i;
-  const double column = *j;
-  NumericArray* array = app_.workspaces.top().variable(cache.name, &cache.hint).numeric();
-  if (!array) return false;
-  const double number = value.doubleScalar();
-  return nodes.size() == 1 ? writeScalar(*array, row, number) : writeScalar(*array, row, column, number);
+// OPTIMIZATION: x(k) = v and A(i, j) = v for a double array that nobody else holds, with numbers for subscripts.
+bool Visitor::writeElement(NodeCache& cache, const Nodes& nodes, double value) {
+  const Storable* existing = findVariable(cache.name, &cache.hint);
+  double i, j;
+  if (!existing || !existing->isNumeric() || !subscriptNumbers(existing->size(), nodes, &i, &j)) return false;
+  NumericArray& array = *app_.workspaces.top().variable(cache.name, &cache.hint).numeric();
+  return nodes.size() == 1 ? writeScalar(array, i, value) : writeScalar(array, i, j, value);
 }
 
 bool Visitor::writeNumber(Storable& target, const Subscripts& subscripts, const Storable& value) {
@@ -139,6 +135,9 @@ NodeValue Visitor::assignChain(KeloNode& assignment, bool shows) {
   const auto& details = detailsOf<ChainDetails>(assignment);
   KeloNode& right = *cache.second;
   if (right.cache.kind == NodeKind::unresolved) resolve(right, app_.builtins);
+  const FieldDetails* onlyField = details.onlyField();
+  double number;
+  if (onlyField && scalar(right, &number) && writeField(cache, *onlyField, number)) return changed(assignment, shows);
   const bool deletes = isDeletion(right) && details.fields.back().hasArgs;
   std::optional<Storable> value;
   if (!deletes) {
@@ -147,11 +146,9 @@ NodeValue Visitor::assignChain(KeloNode& assignment, bool shows) {
     value = firstOf(std::move(evaluated));
     if (!value) return fail(assignment, text::kNoValueToAssign);
   }
-  const FieldDetails& first = details.fields.front();
-  if (value && details.fields.size() == 1 && !details.hasArgs && !first.hasArgs && !first.expression &&
-      findVariable(cache.name, &cache.hint)) {
+  if (value && onlyField && !onlyField->hasArgs && findVariable(cache.name, &cache.hint)) {
     Storable& target = app_.workspaces.top().variable(cache.name, &cache.hint);
-    if (Storable* field = writablePlainField(target, first.name)) {
+    if (Storable* field = writablePlainField(target, onlyField->name)) {
       *field = std::move(*value);
       return changed(assignment, shows);
     }
@@ -169,6 +166,19 @@ NodeValue Visitor::assignChain(KeloNode& assignment, bool shows) {
     return NodeValue::nothing();
   });
   return done.isFailure() ? NodeValue::failure() : changed(assignment, shows);
+}
+
+// OPTIMIZATION: s.f = v and s.f(i) = v for numbers, in place.
+bool Visitor::writeField(NodeCache& cache, const FieldDetails& field, double value) {
+  const Storable* variable = findVariable(cache.name, &cache.hint);
+  const Storable* existing = variable ? plainField(*variable, field.name) : nullptr;
+  double i, j;
+  if (existing == nullptr) return false;
+  if (field.hasArgs && (!existing->isNumeric() || !subscriptNumbers(existing->size(), field.args, &i, &j))) return false;
+  Storable& target = *writablePlainField(app_.workspaces.top().variable(cache.name, &cache.hint), field.name);
+  if (!field.hasArgs) target.setNumber(value);
+  else return field.args.size() == 1 ? writeScalar(*target.numeric(), i, value) : writeScalar(*target.numeric(), i, j, value);
+  return true;
 }
 
 bool Visitor::buildChain(KeloNode& assignment, const ChainDetails& details, FieldChain& chain) {

@@ -48,7 +48,8 @@ NodeValue Visitor::visitSubarray_or_func(KeloNode& node, Outputs outputs) {
   const auto& argNodes = detailsOf<CallDetails>(node).args;
   if (const Storable* value = findVariable(cache.name, &cache.hint)) {
     if (value->isNumeric()) {
-      if (auto element = plainElement(*value->numeric(), argNodes)) return NodeValue(*element);
+      double element;
+      if (elementOf(*value->numeric(), argNodes, &element)) return NodeValue(element);
     }
     const Storable held = *value;  // the arguments may change the variable
     return held.isFuncHandle() ? callWithArguments(*held.funcHandle(), argNodes, outputs, node)

@@ -66,6 +66,14 @@ NodeValue Visitor::visitWhileLoop(KeloNode& statement) {
 
 // Whether every element is true. NOTE: intended: an empty array counts as true.
 std::optional<bool> Visitor::condition(KeloNode& expression, const char* notNumeric) {
+  if (expression.cache.kind == NodeKind::binaryOps) {
+    double a, b;
+    bool answer;
+    if (scalar(*expression.cache.first, &a) && scalar(*expression.cache.second, &b) &&
+        scalarComparison(static_cast<BinaryOp>(expression.cache.selector), a, b, &answer)) {
+      return answer;
+    }
+  }
   NodeValue value = visit(expression);
   if (value.isFailure()) return std::nullopt;
   NumericArray* numeric = value.numericArray();

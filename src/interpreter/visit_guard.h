@@ -74,12 +74,4 @@ struct Visitor::Subscripts {
   }
 };
 
-/// The double scalar that a literal or a variable stands for, in place; null for everything else.
-inline const double* Visitor::peek(KeloNode& node) const {
-  if (node.cache.kind == NodeKind::number) return node.cache.flag ? &node.cache.number : nullptr;
-  if (node.cache.kind != NodeKind::id) return nullptr;
-  const Storable* value = app_.workspaces.top().find(node.cache.name, &node.cache.hint);
-  return value && value->isDoubleScalar() ? value->numeric()->asDouble().data() : nullptr;
-}
-
 }  // namespace kelo

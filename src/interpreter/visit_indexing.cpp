@@ -17,17 +17,6 @@ namespace kelo {
 
 // ---- Reading elements
 
-// One element of a double array by subscripts that are literals or variables.
-std::optional<double> Visitor::plainElement(const NumericArray& array, const std::vector<KeloNode*>& subscripts) const {
-  if (subscripts.empty() || subscripts.size() > 2) return std::nullopt;
-  const double* i = peek(*subscripts[0]);
-  if (i == nullptr) return std::nullopt;
-  double element;
-  if (subscripts.size() == 1) return readScalar(array, *i, &element) ? std::optional(element) : std::nullopt;
-  const double* j = peek(*subscripts[1]);
-  return j && readScalar(array, *i, *j, &element) ? std::optional(element) : std::nullopt;
-}
-
 NodeValue Visitor::index(const Storable& array, const std::vector<KeloNode*>& subscripts, KeloNode& place) {
   if (subscripts.empty()) return fail(place, text::kNoIndex);
   if (!array.isArray()) return fail(place, text::kIndexedNotArrayOrHandle);
@@ -62,6 +51,7 @@ std::optional<double> scalarSubscript(const NodeValue& value) {
 bool Visitor::evaluateSubscripts(const SizeVector& size, const std::vector<KeloNode*>& nodes, Subscripts& result,
                                  KeloNode& place) {
   result.count = static_cast<int>(nodes.size());
+  if (subscriptNumbers(size, nodes, &result.numbers[0], &result.numbers[1])) return true;
   const std::vector<int64_t> extents = nodes.size() == 1 ? std::vector<int64_t>() : size.broughtTo(result.count);
   for (int k = 0; k < result.count; ++k) {
     KeloNode& node = *nodes[static_cast<size_t>(k)];
@@ -152,9 +142,8 @@ NodeValue Visitor::visitStructure2(KeloNode& node, Outputs outputs) {
   }
   if (variable == nullptr || !variable->isArray()) return fail(node, text::shouldBeArray(name.text()));
   if (!variable->isStructure()) return fail(node, text::shouldBeStructure(name.text()));
-  const FieldDetails& first = chain.fields.front();
-  if (chain.fields.size() == 1 && !chain.hasArgs && !first.hasArgs && !first.expression) {
-    if (const Storable* value = plainField(*variable, first.name)) return NodeValue(*value);
+  if (const FieldDetails* field = chain.onlyField(); field && !field->hasArgs) {
+    if (const Storable* value = plainField(*variable, field->name)) return NodeValue(*value);
   }
   const Storable held = *variable;
   NodeValue value = chain.hasArgs ? index(held, chain.args, node) : NodeValue(held);

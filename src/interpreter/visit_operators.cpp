@@ -1,7 +1,7 @@
 // Operators, ranges and brackets. Both operands are always evaluated, the left one first.
 //
-// OPTIMIZATION: an operand that is a literal or a variable with a double scalar is read in place; two double scalars meet
-// without an array being made.
+// OPTIMIZATION: an operand that is a double scalar is computed without a NodeValue (visit_scalars.cpp); two of them meet without an
+// array being made.
 #include <algorithm>
 #include <cmath>
 
@@ -25,9 +25,10 @@ std::string operatorText(KeloNode& node) {
   return "";
 }
 
-inline std::optional<double> scalarOf(const NodeValue& value) {
-  if (!value.isStorable() || !value.storable().isDoubleScalar()) return std::nullopt;
-  return value.storable().doubleScalar();
+inline bool isScalar(const NodeValue& value, double* number) {
+  if (!value.isStorable() || !value.storable().isDoubleScalar()) return false;
+  *number = value.storable().doubleScalar();
+  return true;
 }
 
 }  // namespace
@@ -35,13 +36,12 @@ inline std::optional<double> scalarOf(const NodeValue& value) {
 NodeValue Visitor::visitBinaryOps(KeloNode& node) {
   KeloNode& leftNode = *node.cache.first;
   KeloNode& rightNode = *node.cache.second;
-  const double* leftNumber = peek(leftNode);
-  if (leftNumber) {
-    const double a = *leftNumber;
-    if (const double* rightNumber = peek(rightNode)) return combineScalars(node, a, *rightNumber);
+  double a, b;
+  if (scalar(leftNode, &a)) {
+    if (scalar(rightNode, &b)) return combineScalars(node, a, b);
     NodeValue right = visit(rightNode);
     if (right.isFailure()) return right;
-    if (const auto b = scalarOf(right)) return combineScalars(node, a, *b);
+    if (isScalar(right, &b)) return combineScalars(node, a, b);
     NodeValue left(a);
     return combine(node, left, right);
   }
@@ -50,31 +50,17 @@ NodeValue Visitor::visitBinaryOps(KeloNode& node) {
   if (left.isFailure()) return left;
   NodeValue right = visit(rightNode);
   if (right.isFailure()) return right;
-  if (const auto a = scalarOf(left)) {
-    if (const auto b = scalarOf(right)) return combineScalars(node, *a, *b);
-  }
+  if (isScalar(left, &a) && isScalar(right, &b)) return combineScalars(node, a, b);
   return combine(node, left, right);
 }
 
-// Two double scalars. Logic with NaN and powers that are not real take the general road.
+// Two double scalars. Logic and powers that are not real take the general road.
 NodeValue Visitor::combineScalars(KeloNode& node, double a, double b) {
-  switch (static_cast<BinaryOp>(node.cache.selector)) {
-    case BinaryOp::plus: return NodeValue(a + b);
-    case BinaryOp::minus: return NodeValue(a - b);
-    case BinaryOp::dmult: case BinaryOp::mult: return NodeValue(a * b);
-    case BinaryOp::rdivide: case BinaryOp::mrdivide: return NodeValue(a / b);
-    case BinaryOp::ldivide: case BinaryOp::mldivide: return NodeValue(b / a);
-    case BinaryOp::lt: return NodeValue(LogicalArray(a < b));
-    case BinaryOp::le: return NodeValue(LogicalArray(a <= b));
-    case BinaryOp::gt: return NodeValue(LogicalArray(a > b));
-    case BinaryOp::ge: return NodeValue(LogicalArray(a >= b));
-    case BinaryOp::eqeq: return NodeValue(LogicalArray(a == b));
-    case BinaryOp::neq: return NodeValue(LogicalArray(a != b));
-    case BinaryOp::dpower: case BinaryOp::power:
-      if (isRealPower(a, b)) return NodeValue(realPower(a, b));
-      break;
-    case BinaryOp::and_: case BinaryOp::or_: break;
-  }
+  const auto op = static_cast<BinaryOp>(node.cache.selector);
+  double number;
+  if (scalarArithmetic(op, a, b, &number)) return NodeValue(number);
+  bool answer;
+  if (scalarComparison(op, a, b, &answer)) return NodeValue(LogicalArray(answer));
   NodeValue left(a), right(b);
   return combine(node, left, right);
 }

@@ -50,7 +50,7 @@ Ref<LocalFunctionFile> Visitor::localFunctionsOf(KeloNode& program) {
 NodeValue Visitor::runStatements(KeloNode& list) {
   if (list.cache.kind == NodeKind::unresolved) resolve(list, app_.builtins);
   for (KeloNode* statement : detailsOf<ListDetails>(list).nodes) {
-    NodeValue result = runStatement(*statement);
+    NodeValue result = assignScalar(*statement) ? NodeValue::nothing() : runStatement(*statement);
     if (app_.takeStopRequest()) return fail(list, text::kTerminatedByUser);
     switch (result.form()) {
       case NodeValue::Form::breakValue:

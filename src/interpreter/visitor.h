@@ -5,7 +5,7 @@
 // further word. Nothing thrown crosses a visit, but for FatalFault, which ends the run.
 //
 // Speed. The first visit of a node fills its cache (resolve.h); later ones switch on the kind. A double scalar travels inline in
-// the NodeValue, and operands that are literals or variables are peeked at in place.
+// the NodeValue, and arithmetic on double scalars is computed without one (visit_scalars.cpp).
 #pragma once
 
 #include <optional>
@@ -95,7 +95,8 @@ class Visitor {
   NodeValue assignChain(KeloNode& assignment, bool shows);
   NodeValue changed(KeloNode& assignment, bool shows);
   std::optional<Storable> assignedValue(KeloNode& assignment);
-  bool writePlainElement(NodeCache& cache, const Nodes& nodes, const Storable& value);
+  bool writeElement(NodeCache& cache, const Nodes& nodes, double value);
+  bool writeField(NodeCache& cache, const FieldDetails& field, double value);
   static bool writeNumber(Storable& target, const Subscripts& subscripts, const Storable& value);
   bool buildChain(KeloNode& assignment, const ChainDetails& details, FieldChain& chain);
 
@@ -113,7 +114,17 @@ class Visitor {
   NodeValue combine(KeloNode& node, NodeValue& left, NodeValue& right);
   NodeValue visitMatrix_colon(KeloNode& node);
   NodeValue visitMatrix_cat(KeloNode& node);
-  const double* peek(KeloNode& node) const;
+
+  // ---- visit_scalars.cpp: expressions of double scalars, without a NodeValue; false where the general visit is needed
+  bool assignScalar(KeloNode& statement);
+  bool scalar(KeloNode& node, double* result);
+  bool scalar(KeloNode& node, int depth, double* result);
+  bool compound(KeloNode& node, int depth, double* result);
+  bool elementOf(const NumericArray& array, const Nodes& subscripts, double* result);
+  bool elementOf(const NumericArray& array, const Nodes& subscripts, int depth, double* result);
+  bool subscriptNumbers(const SizeVector& size, const Nodes& nodes, double* i, double* j);
+  bool subscriptNumbers(const SizeVector& size, const Nodes& nodes, int depth, double* i, double* j);
+  bool subscriptNumber(KeloNode& node, int64_t extent, int depth, double* result);
 
   // ---- visit_calls.cpp
   NodeValue visitId(KeloNode& node, Outputs outputs);
@@ -146,7 +157,6 @@ class Visitor {
 
   // ---- visit_indexing.cpp
   NodeValue index(const Storable& array, const Nodes& subscripts, KeloNode& place);
-  std::optional<double> plainElement(const NumericArray& array, const Nodes& subscripts) const;
   bool evaluateSubscripts(const SizeVector& size, const Nodes& nodes, Subscripts& result, KeloNode& place);
   bool addSubscript(KeloNode& node, int64_t extent, int k, Subscripts& result, KeloNode& place);
   NodeValue visitStructure2(KeloNode& node, Outputs outputs);

@@ -70,44 +70,40 @@ inline Storable catenate(std::vector<Storable> list, int64_t dim) { return caten
 
 // Scalars of doubles, for the evaluator: nothing is allocated or looked up.
 
-/// Whether scalarOp answers for the operator. Powers are not among them, since they may be complex.
-constexpr bool isScalarArithmetic(BinaryOp op) {
-  switch (op) {
-    case BinaryOp::plus: case BinaryOp::minus: case BinaryOp::dmult: case BinaryOp::mult: case BinaryOp::rdivide:
-    case BinaryOp::mrdivide: case BinaryOp::ldivide: case BinaryOp::mldivide: return true;
-    default: return false;
-  }
-}
-/// Whether scalarCompare answers for the operator.
-constexpr bool isComparison(BinaryOp op) { return op >= BinaryOp::eqeq && op <= BinaryOp::gt; }
-
-/// REQUIRES: isScalarArithmetic(op)
-inline double scalarOp(BinaryOp op, double a, double b) {
-  switch (op) {
-    case BinaryOp::plus: return a + b;
-    case BinaryOp::minus: return a - b;
-    case BinaryOp::dmult: case BinaryOp::mult: return a * b;
-    case BinaryOp::ldivide: case BinaryOp::mldivide: return b / a;
-    default: return a / b;
-  }
-}
-
-/// REQUIRES: isComparison(op)
-inline bool scalarCompare(BinaryOp op, double a, double b) {
-  switch (op) {
-    case BinaryOp::eqeq: return a == b;
-    case BinaryOp::neq: return a != b;
-    case BinaryOp::le: return a <= b;
-    case BinaryOp::lt: return a < b;
-    case BinaryOp::ge: return a >= b;
-    default: return a > b;
-  }
-}
-
 /// Whether a to the power b is real: not so for a negative base with an exponent that is no whole number.
 inline bool isRealPower(double a, double b) { return !(a < 0) || b == std::floor(b) || std::isnan(b); }
 /// REQUIRES: isRealPower(a, b)
 inline double realPower(double a, double b) { return b == 2 ? a * a : std::pow(a, b); }
+/// Two numbers under an arithmetic operator. False, and nothing is done, for the other operators and where the result is
+/// complex.
+inline bool scalarArithmetic(BinaryOp op, double a, double b, double* result) {
+  switch (op) {
+    case BinaryOp::plus: *result = a + b; return true;
+    case BinaryOp::minus: *result = a - b; return true;
+    case BinaryOp::dmult: case BinaryOp::mult: *result = a * b; return true;
+    case BinaryOp::rdivide: case BinaryOp::mrdivide: *result = a / b; return true;
+    case BinaryOp::ldivide: case BinaryOp::mldivide: *result = b / a; return true;
+    case BinaryOp::dpower: case BinaryOp::power:
+      if (!isRealPower(a, b)) return false;
+      *result = realPower(a, b);
+      return true;
+    default: return false;
+  }
+}
+
+/// The same for comparisons.
+inline bool scalarComparison(BinaryOp op, double a, double b, bool* result) {
+  switch (op) {
+    case BinaryOp::eqeq: *result = a == b; return true;
+    case BinaryOp::neq: *result = a != b; return true;
+    case BinaryOp::le: *result = a <= b; return true;
+    case BinaryOp::lt: *result = a < b; return true;
+    case BinaryOp::ge: *result = a >= b; return true;
+    case BinaryOp::gt: *result = a > b; return true;
+    default: return false;
+  }
+}
+
 /// Principal value. Real where both operands are and isRealPower; whole exponents by products; 0 to a negative power is Inf.
 ComplexDouble complexPower(ComplexDouble a, ComplexDouble b);
 

@@ -46,6 +46,11 @@ class Storable {
     }
     return *this;
   }
+  /// Becomes a number; cheaper than the assignment of one that was made before.
+  void setNumber(double x) {
+    if (isNumeric()) numeric_ = NumericArray(x);
+    else *this = Storable(x);
+  }
   ~Storable() {
     if (isNumeric()) numeric_.~NumericArray();
     else destroyOther();

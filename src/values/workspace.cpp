@@ -8,48 +8,45 @@ constexpr size_t kScannedNames = 12;  // up to here a scan of the names beats ha
 }
 
 Storable* VarTable::findSlowly(Name name, uint32_t* hint) {
-  if (keys_.size() > kScannedNames) {
+  if (entries_.size() > kScannedNames) {
     const auto found = index_.find(name.id());
     if (found == index_.end()) return nullptr;
     *hint = found->second;
-    return at(*hint);
+    return &entries_[*hint].value;
   }
-  for (uint32_t k = 0; k < keys_.size(); ++k) {
-    if (keys_[k] == name) {
+  for (uint32_t k = 0; k < entries_.size(); ++k) {
+    if (entries_[k].name == name) {
       *hint = k;
-      return at(k);
+      return &entries_[k].value;
     }
   }
   return nullptr;
 }
 
 Storable& VarTable::insert(Name name, uint32_t* hint) {
-  *hint = static_cast<uint32_t>(keys_.size());
-  keys_.push_back(name);
-  values_.emplace_back();
-  if (keys_.size() == kScannedNames + 1) {
-    for (uint32_t k = 0; k < keys_.size(); ++k) index_[keys_[k].id()] = k;
-  } else if (keys_.size() > kScannedNames) {
+  *hint = static_cast<uint32_t>(entries_.size());
+  entries_.push_back({Storable(), name});
+  if (entries_.size() == kScannedNames + 1) {
+    for (uint32_t k = 0; k < entries_.size(); ++k) index_[entries_[k].name.id()] = k;
+  } else if (entries_.size() > kScannedNames) {
     index_[name.id()] = *hint;
   }
-  return values_.back();
+  return entries_.back().value;
 }
 
 bool VarTable::erase(Name name) {
   uint32_t position = 0;
   if (find(name, &position) == nullptr) return false;
-  keys_.erase(keys_.begin() + position);
-  values_.erase(values_.begin() + position);
+  entries_.erase(entries_.begin() + position);
   index_.clear();
-  if (keys_.size() > kScannedNames) {
-    for (uint32_t k = 0; k < keys_.size(); ++k) index_[keys_[k].id()] = k;
+  if (entries_.size() > kScannedNames) {
+    for (uint32_t k = 0; k < entries_.size(); ++k) index_[entries_[k].name.id()] = k;
   }
   return true;
 }
 
 void VarTable::clear() {
-  keys_.clear();
-  values_.clear();
+  entries_.clear();
   index_.clear();
 }
 
@@ -136,10 +133,9 @@ void Workspace::own() {
 void Workspace::flatten() {
   own();
   if (!captured_) return;
-  for (size_t k = 0; k < captured_->names().size(); ++k) {
+  for (const auto& [value, name] : captured_->entries()) {
     uint32_t hint = 0;
-    const Name name = captured_->names()[k];
-    if (table_->find(name, &hint) == nullptr) table_->insert(name, &hint) = *captured_->at(k);
+    if (table_->find(name, &hint) == nullptr) table_->insert(name, &hint) = value;
   }
   captured_ = {};
 }
@@ -162,11 +158,12 @@ void Workspace::removeLocalFunctions() {
 }
 
 std::vector<Name> Workspace::names() const {
-  std::vector<Name> result = table_->names();
+  std::vector<Name> result;
+  for (const auto& entry : table_->entries()) result.push_back(entry.name);
   if (!captured_) return result;
-  for (const Name name : captured_->names()) {
+  for (const auto& entry : captured_->entries()) {
     uint32_t hint = 0;
-    if (table_->find(name, &hint) == nullptr) result.push_back(name);
+    if (table_->find(entry.name, &hint) == nullptr) result.push_back(entry.name);
   }
   return result;
 }

@@ -16,27 +16,30 @@ namespace kelo {
 /// Names and values, in the order of their making.
 class VarTable : public CountedObject {
  public:
+  struct Entry {
+    Storable value;
+    Name name;
+  };
+
   VarTable() = default;
-  explicit VarTable(const VarTable& other)
-      : CountedObject(), keys_(other.keys_), values_(other.values_), index_(other.index_) {}
+  explicit VarTable(const VarTable& other) : CountedObject(), entries_(other.entries_), index_(other.index_) {}
 
   /// The value of a name or null. *hint: where to look first; updated. Valid until the next insertion.
   Storable* find(Name name, uint32_t* hint) {
-    if (*hint < keys_.size() && keys_[*hint] == name) return at(*hint);
+    Entry* const hinted = entries_.data() + *hint;
+    if (hinted < entries_.data() + entries_.size() && hinted->name == name) return &hinted->value;
     return findSlowly(name, hint);
   }
   Storable& insert(Name name, uint32_t* hint);  ///< REQUIRES: the name is not there
   bool erase(Name name);
   void clear();
-  const std::vector<Name>& names() const { return keys_; }
-  Storable* at(size_t index) { return &values_[index]; }
+  const std::vector<Entry>& entries() const { return entries_; }
 
  private:
   Storable* findSlowly(Name name, uint32_t* hint);
 
-  std::vector<Name> keys_;
-  std::vector<Storable> values_;
-  std::unordered_map<uint32_t, uint32_t> index_;  // of the keys, once there are many
+  std::vector<Entry> entries_;
+  std::unordered_map<uint32_t, uint32_t> index_;  // of the names, once there are many
 };
 
 class Workspace {

@@ -41,6 +41,8 @@ printf 'x = "\377"\n' >latin.m
 
 check 'values and errors' 1 "x = ${blank} 5.0000${blank}${blank}ans = ${blank} 6.0000" \
   "${blank}Error at Line 1(1) of the console. *\"nope\"*." "$program" -e 'x = 5' -e 'x + 1' -e nope
+check 'one blank line between items' 0 "s =${blank} struct with field:${blank}    a: Double [1 x 1]  1.0000${blank}${blank}x = ${blank} 2.0000" \
+  '' "$program" -e 's.a = 1' -e 'x = 2'
 check 'text that begins with a dash' 0 "ans = ${blank}-2.0000" '' "$program" -e '-5 + 3'
 check 'silence' 0 '' '' "$program" -e 'x = 5;' -e ''
 check 'file' 0 "ans = ${blank} 3.0000" '' "$program" good.m

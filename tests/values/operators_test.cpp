@@ -187,7 +187,7 @@ DoubleArray byReplication(Op op, const DoubleArray& a, const DoubleArray& b, con
   DoubleArray result = DoubleArray::uninitialized(size);
   for (int64_t i = 0; i < size.numElements(); ++i) {
     const auto subscripts = size.subscriptsFromLinearIndex(i);
-    result.writable()[i] = scalarOp(op, read(a, subscripts), read(b, subscripts));
+    EXPECT_TRUE(scalarArithmetic(op, read(a, subscripts), read(b, subscripts), result.writable() + i));
   }
   return result;
 }
