@@ -64,6 +64,13 @@ for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' 
   [ "$(wc -l <err)" = 1 ] || { echo "wrong usage: $wrong: more than one line"; failures=$((failures + 1)); }
 done
 
+# Random numbers go on where the last program left them; where nothing can be saved, they go on within the program.
+second="ans = 1e-1 × ${blank} 4.1119"
+check 'seed' 0 '' '' "$program" -e 'rng(1), x = rand;'
+check 'random numbers go on' 0 "$second" '' "$program" -e rand
+check 'random numbers without a place for them' 0 "$second" 'kelo: the settings cannot be saved in *' \
+  env XDG_STATE_HOME="$folder/good.m" "$program" -e 'rng(1), x = rand;' -e rand
+
 # Ctrl-C ends an endless loop, and the commands behind it do not run.
 "$program" -e 'while 1, x = 1; end' -e 'y = 2' >out 2>err &
 sleep 0.5
