@@ -74,8 +74,10 @@ void readPair(const Call& call, int position, Args& args) {
   const Storable& choice = at(call, position + 1);
   const int value = name == 0 ? wordIndex(choice, kMethods) : wordIndex(choice, kPlaces);
   if (value < 0) throw Wording::sentence(text::kSortInvalid).complaint(call);
-  if (name == 0) args.comparisonMethod = static_cast<SortOrder::ComparisonMethod>(value);
-  else args.missingPlacement = static_cast<SortOrder::MissingPlacement>(value);
+  if (name == 0)
+    args.comparisonMethod = static_cast<SortOrder::ComparisonMethod>(value);
+  else
+    args.missingPlacement = static_cast<SortOrder::MissingPlacement>(value);
 }
 
 }  // namespace
