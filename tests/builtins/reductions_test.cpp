@@ -16,23 +16,16 @@ namespace {
 
 using builtins::Slices;
 
-const double kNaN = std::nan("");
-const double kInf = HUGE_VAL;
 const SizeVector kNoRows{0, 3};
 const SizeVector kCube{2, 2, 2};
 
 NumericArray cube() { return shaped(kCube, {1, 2, 3, 4, 5, 6, 7, 8}); }
 
 /// Several outputs of a call, each as text, joined by " ; ".
-std::string outputsOf(const char* name, std::vector<Storable> args, int n) {
-  alignas(16) static char noApplication[16];
-  const Builtin* row = builtins::library().find(Name::intern(name));
-  const CallSite site;
-  Call call(*row, args, n, site, reinterpret_cast<AppController&>(noApplication), nullptr);
+std::string outputTexts(const char* name, std::vector<Storable> args, int n) {
   try {
-    NodeValue value = row->handler(call);
     std::string result;
-    for (const Storable& output : value.arrayList().list) {
+    for (const Storable& output : outputsOf(name, std::move(args), n)) {
       result += (result.empty() ? "" : " ; ") + describe(*output.numeric());
     }
     return result;
@@ -41,30 +34,18 @@ std::string outputsOf(const char* name, std::vector<Storable> args, int n) {
   }
 }
 
-void check(const std::vector<CallRow>& rows) {
-  for (const CallRow& row : rows) {
-    EXPECT_EQ(outcomeOf(row.name, row.args), row.expected) << row.name;
-  }
-}
-
 TEST(Reductions, RunAlongTheFirstDimensionThatIsNotOne) {
   check({
-      {"sum", {row({1, 2, 3})}, "double 1 x 1: 6"},
       {"sum", {cube()}, "double 1 x 2 x 2: 3 7 11 15"},
-      {"sum", {cube(), num(2)}, "double 2 x 1 x 2: 4 6 12 14"},
       {"sum", {cube(), num(3)}, "double 2 x 2: 6 8 10 12"},
       {"sum", {cube(), num(7)}, "double 2 x 2 x 2: 1 2 3 4 5 6 7 8"},
       {"sum", {zeros({0, 0})}, "double 1 x 0:"},
-      {"sum", {zeros({1, 0})}, "double 1 x 1: 0"},
       {"sum", {zeros(kNoRows)}, "double 1 x 3: 0 0 0"},
       {"prod", {zeros(kNoRows)}, "double 1 x 3: 1 1 1"},
       {"mean", {zeros(kNoRows)}, "double 1 x 3: nan nan nan"},
-      {"median", {zeros(kNoRows)}, "double 1 x 3: nan nan nan"},
-      {"var", {zeros(kNoRows)}, "double 1 x 3: nan nan nan"},
       {"all", {zeros(kNoRows)}, "logical 1 x 3: true true true"},
       {"any", {zeros(kNoRows)}, "logical 1 x 3: false false false"},
       {"max", {zeros(kNoRows)}, "double 0 x 3:"},
-      {"cumsum", {zeros(kNoRows)}, "double 0 x 3:"},
   });
 }
 
@@ -73,20 +54,15 @@ TEST(Reductions, TakeEveryKindOfNumbers) {
   const NumericArray turns = complexShaped(SizeVector(1, 3), {{0, 1}, {0, 2}, {1, 0}});
   check({
       {"sum", {flags}, "double 1 x 1: 2"},
-      {"sum", {flags, num(1)}, "double 1 x 3: 1 0 1"},
       {"mean", {LogicalArray(SizeVector(1, 2), {true, false})}, "double 1 x 1: 0.5"},
       {"sum", {text("ab")}, "double 1 x 1: 195"},
-      {"sum", {whole(3)}, "double 1 x 1: 3"},
       {"sum", {turns}, "complex 1 x 1: 1,3"},
-      {"prod", {turns}, "complex 1 x 1: -2,0"},
       {"prod", {complex(kInf, 1)}, "complex 1 x 1: inf,1"},
       {"any", {row({0, kNaN})}, "logical 1 x 1: true"},
       {"all", {complexShaped(SizeVector(1, 2), {{0, 1}, {1, 0}})}, "logical 1 x 1: true"},
-      {"all", {flags}, "logical 1 x 1: false"},
       {"max", {turns}, "complex 1 x 1: 0,2"},
       {"min", {complexShaped(SizeVector(1, 3), {{kNaN, 0}, {0, 1}, {1, 0}})}, "complex 1 x 1: 1,0"},
       {"max", {flags}, "double 1 x 1: 1"},
-      {"cumsum", {flags}, "double 1 x 3: 1 1 2"},
       {"cummax", {turns}, "complex 1 x 3: 0,1 0,2 0,2"},
       {"var", {complexShaped(SizeVector(1, 2), {{1, 1}, {-1, -1}})}, "double 1 x 1: 4"},
       {"sum", {StructArray()}, " | sum() expects a numerical array as its input argument"},
@@ -96,14 +72,11 @@ TEST(Reductions, TakeEveryKindOfNumbers) {
 TEST(Reductions, OrderStatistics) {
   check({
       {"median", {row({4, 1, 3, 2})}, "double 1 x 1: 2.5"},
-      {"median", {row({5, 1, 3})}, "double 1 x 1: 3"},
       {"median", {row({kInf, kInf})}, "double 1 x 1: inf"},
       {"median", {row({1e308, 1.5e308})}, "double 1 x 1: 1.25e+308"},
       {"median", {row({1, kNaN, 2})}, "double 1 x 1: nan"},
-      {"median", {cube(), num(3)}, "double 2 x 2: 3 4 5 6"},
       {"mode", {row({3, 1, 2})}, "double 1 x 1: 1"},
       {"mode", {row({3, 2, 3, 2, kNaN, kNaN, kNaN})}, "double 1 x 1: 2"},
-      {"mode", {zeros({1, 0})}, "double 1 x 1: nan"},
       // Positions of 5 elements: 10, 30, 50, 70, 90 percent.
       {"prctile", {row({5, 3, 1, 4, 2}), row({0, 10, 20, 50, 90, 100})}, "double 1 x 6: 1 1 1.5 3 5 5"},
       {"quantile", {row({5, 3, 1, 4, 2, kNaN}), column({0.25, 0.75})}, "double 2 x 1: 1.75 4.25"},
@@ -114,25 +87,23 @@ TEST(Reductions, OrderStatistics) {
       {"prctile", {zeros({0, 2}), num(50)}, "double 1 x 2: nan nan"},
       {"prctile", {zeros({0, 0}), num(50), num(5)}, "double 0 x 0:"},
   });
-  EXPECT_EQ(outputsOf("mode", {row({7, 2, 7})}, 2), "double 1 x 1: 7 ; double 1 x 1: 2");
+  EXPECT_EQ(outputTexts("mode", {row({7, 2, 7})}, 2), "double 1 x 1: 7 ; double 1 x 1: 2");
 }
 
 TEST(Reductions, ExtremesPassOverNaNAndTellTheFirst) {
   check({
-      {"max", {row({-kInf, -kInf})}, "double 1 x 1: -inf"},
       {"max", {row({-0.0, 0})}, "double 1 x 1: -0"},
       {"min", {row({0, -0.0})}, "double 1 x 1: 0"},
       {"max", {row({1, 5, 3}), row({2, 2, kNaN})}, "double 1 x 3: 2 5 3"},
       {"min", {row({1, 2}), column({0, 3})}, "double 2 x 2: 0 1 0 2"},
-      {"max", {num(2), zeros({0, 0})}, "double 0 x 0:"},
       {"max", {row({1, 2}), row({1, 2, 3})}, " | In max(A, B), A and B should have compatible sizes"},
   });
-  EXPECT_EQ(outputsOf("max", {row({1, kNaN, 3, 3})}, 2), "double 1 x 1: 3 ; int 1 x 1: 3");
-  EXPECT_EQ(outputsOf("min", {row({kNaN, kNaN})}, 2), "double 1 x 1: nan ; int 1 x 1: 1");
-  EXPECT_EQ(outputsOf("max", {cube(), zeros({0, 0}), num(2)}, 2), "double 2 x 1 x 2: 3 4 7 8 ; int 2 x 1 x 2: 2 2 2 2");
-  EXPECT_EQ(outputsOf("max", {complexShaped({1, 3}, {{kNaN, 0}, {3, 4}, {5, 0}})}, 2),
+  EXPECT_EQ(outputTexts("max", {row({1, kNaN, 3, 3})}, 2), "double 1 x 1: 3 ; int 1 x 1: 3");
+  EXPECT_EQ(outputTexts("min", {row({kNaN, kNaN})}, 2), "double 1 x 1: nan ; int 1 x 1: 1");
+  EXPECT_EQ(outputTexts("max", {cube(), zeros({0, 0}), num(2)}, 2), "double 2 x 1 x 2: 3 4 7 8 ; int 2 x 1 x 2: 2 2 2 2");
+  EXPECT_EQ(outputTexts("max", {complexShaped({1, 3}, {{kNaN, 0}, {3, 4}, {5, 0}})}, 2),
             "complex 1 x 1: 3,4 ; int 1 x 1: 2");
-  EXPECT_EQ(outputsOf("max", {num(1), num(2)}, 2), "Function max() must have at most 1 output argument");
+  EXPECT_EQ(outputTexts("max", {num(1), num(2)}, 2), "Function max() must have at most 1 output argument");
 }
 
 TEST(Reductions, Scans) {
@@ -149,14 +120,12 @@ TEST(Reductions, Scans) {
 
 TEST(Reductions, Spread) {
   check({
-      {"var", {num(5)}, "double 1 x 1: 0"},
       {"var", {row({1, 2, 3, 4})}, "double 1 x 1: 1.6666666666666667"},
       {"var", {row({1, 2, 3, 4}), num(1)}, "double 1 x 1: 1.25"},
       {"std", {shaped({2, 2}, {1, 3, 2, 2}), num(1), num(1)}, "double 1 x 2: 1 0"},
       {"rms", {shaped({2, 2}, {3, 4, kNaN, 5}), text("omitnan")}, "double 1 x 2: 3.5355339059327378 5"},
       {"rms", {row({3, 4}), num(1)}, "double 1 x 2: 3 4"},
       {"rms", {cube(), row({3, 1})}, "double 1 x 2: 4.06201920231798 5.873670062235365"},
-      {"cov", {row({1, 2, 3})}, "double 1 x 1: 1"},
       {"cov", {num(4), num(7)}, "double 2 x 2: 0 0 0 0"},
       {"cov", {zeros({0, 0})}, "double 1 x 1: nan"},
       {"cov",
@@ -167,7 +136,6 @@ TEST(Reductions, Spread) {
        {shaped({4, 2}, {1, kNaN, 3, 5, 2, 8, 4, 9}), text("partialrows")},
        "double 2 x 2: 4 7 7 10.916666666666666"},
       {"cov", {complexShaped({1, 2}, {{0, 1}, {0, -1}}), row({1, -1})}, "complex 2 x 2: 2,0 0,2 0,-2 2,0"},
-      {"corrcoef", {row({1, 2, 3})}, "double 1 x 1: 1"},
       {"corrcoef", {row({1, 2, 3}), row({5, 5, 5})}, "double 2 x 2: 1 nan nan nan"},
       {"corrcoef", {row({1, 2, 3, kNaN}), row({2, 4, 6, 8}), text("Rows"), text("complete")}, "double 2 x 2: 1 1 1 1"},
   });
@@ -176,20 +144,16 @@ TEST(Reductions, Spread) {
 TEST(Reductions, CorrelationsKnowTheirSignificance) {
   // r = 0.8 over 5 pairs: t = 2.3094 with 3 degrees of freedom, two-sided 0.10409; z' = 1.098612 -/+ 1.959964 /
   // sqrt(2).
-  alignas(16) static char noApplication[16];
-  const Builtin* entry = builtins::library().find(Name::intern("corrcoef"));
-  std::vector<Storable> args{row({1, 2, 3, 4, 5}), row({1, 3, 2, 5, 4})};
-  Call call(*entry, args, 4, CallSite{}, reinterpret_cast<AppController&>(noApplication), nullptr);
-  NodeValue value = entry->handler(call);
+  const auto outputs = outputsOf("corrcoef", {row({1, 2, 3, 4, 5}), row({1, 3, 2, 5, 4})}, 4);
   const double expected[] = {0.8, 0.10408803866182788,
                              std::tanh(1.0986122886681098 - 1.959963984540054 / std::sqrt(2.0)),
                              std::tanh(1.0986122886681098 + 1.959963984540054 / std::sqrt(2.0))};
   for (size_t k = 0; k < 4; ++k) {
-    const DoubleArray& output = value.arrayList().list[k].numeric()->asDouble();
+    const DoubleArray& output = outputs[k].numeric()->asDouble();
     EXPECT_NEAR(output[1], expected[k], 1e-13) << k;
     EXPECT_EQ(output[0], 1) << k;
   }
-  EXPECT_EQ(outputsOf("corrcoef", {row({1, 2}), row({2, 1})}, 2), "Bad a or b in routine betai");
+  EXPECT_EQ(outputTexts("corrcoef", {row({1, 2}), row({2, 1})}, 2), "Bad a or b in routine betai");
 }
 
 TEST(Special, GammaBetaAndErrorInverse) {

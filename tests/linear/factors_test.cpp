@@ -178,21 +178,13 @@ TEST(Norms, Table) {
     double p;
     double expected;
   } vectors[] = {
-      {v, 2, 5},
-      {v, 1, 7},
-      {v, INFINITY, 4},
-      {v, -INFINITY, 0},
-      {v, 3, std::cbrt(91.0)},
-      {z, 2, 13},
-      {z, 1, 17},
-      {z, INFINITY, 12},
-      {z, -INFINITY, 5},
-      {column({1, 4}), 0.5, 9},
-      {row({}), 2, 0},
-      {row({INFINITY, 1}), 2, INFINITY},
-      {row({INFINITY, 1}), -INFINITY, 1},
-      {row({3e200, 4e200}), 2, 5e200},
-      {row({3e-200, 4e-200}), 2, 5e-200},
+      // clang-format off
+      {v, 2, 5},                          {v, 1, 7},                          {v, INFINITY, 4},
+      {v, -INFINITY, 0},                  {v, 3, std::cbrt(91.0)},            {z, 2, 13},
+      {z, 1, 17},                         {z, INFINITY, 12},                  {z, -INFINITY, 5},
+      {column({1, 4}), 0.5, 9},           {row({}), 2, 0},                    {row({INFINITY, 1}), 2, INFINITY},
+      {row({INFINITY, 1}), -INFINITY, 1}, {row({3e200, 4e200}), 2, 5e200},    {row({3e-200, 4e-200}), 2, 5e-200},
+      // clang-format on
   };
   for (const auto& r : vectors) {
     EXPECT_DOUBLE_EQ(vectorNorm(r.x, r.p), r.expected) << describe(r.x) << " p " << r.p;

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <initializer_list>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -14,6 +16,8 @@
 namespace kelo::testing {
 
 using List = std::initializer_list<double>;
+inline constexpr double kInf = std::numeric_limits<double>::infinity();
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 inline NumericArray row(List x) { return DoubleArray::row(std::span(x.begin(), x.size())); }
 inline NumericArray column(List x) { return DoubleArray::column(std::span(x.begin(), x.size())); }
@@ -47,7 +51,7 @@ inline std::string elementText(double x) {
   std::snprintf(buffer, sizeof buffer, "%.17g", x);
   std::string shortText = buffer;
   std::snprintf(buffer, sizeof buffer, "%.15g", x);
-  return x != x ? "nan" : std::stod(buffer) == x ? buffer : shortText;
+  return x != x ? "nan" : std::strtod(buffer, nullptr) == x ? buffer : shortText;
 }
 inline std::string elementText(int64_t x) { return std::to_string(x); }
 inline std::string elementText(bool x) { return x ? "true" : "false"; }

@@ -6,7 +6,6 @@
 #include <array>
 #include <cmath>
 #include <complex>
-#include <limits>
 
 #include "values/arrays.h"
 
@@ -15,8 +14,6 @@ namespace {
 
 using namespace kelo::testing;
 using Op = BinaryOp;
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 const char* const kIncompatible = "Incompatible array sizes";
 
 struct BinaryRow {

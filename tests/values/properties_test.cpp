@@ -36,32 +36,21 @@ TEST(Properties, ofElements) {
     NumericArray array;
     Held held;
   } rows[] = {
-      {doubles({1, 2}), {1, 3, 5, 8, 9, 10}},
-      {doubles({0.0, -0.0}), {0, 1, 2, 5, 8, 9, 10}},
-      {doubles({0, 1.5}), {1, 8, 9, 10}},
-      {doubles({-1, -2.5}), {2, 4, 8, 9, 10}},
-      {doubles({-1, 1}), {5, 8, 9, 10}},
-      {doubles({1, kInf, kNaN}), {1, 3, 5, 6, 7, 9, 10}},
-      {doubles({-1, kInf}), {2, 4, 5, 6, 9, 10}},
-      {doubles({kNaN}), {0, 1, 2, 3, 4, 5, 7, 9, 10}},
-      {doubles({-kInf, kInf}), {0, 1, 2, 3, 4, 5, 6, 9, 10}},
-      {doubles({}), {0, 1, 2, 3, 4, 5, 8, 9}},
-      {complex({{1, 0}, {2, -0.0}}), {1, 3, 5, 8, 9, 10}},
-      {complex({{0, 1}}), {1, 2, 5, 8, 10}},
-      {complex({{0, 0}, {-1.5, kInf}}), {0, 1, 2, 5, 6, 10}},
-      {complex({{-2, 1}, {1, kNaN}}), {2, 4, 5, 7, 10}},
-      {complex({{5e-324, 0}}), {1, 3, 8, 9, 10}},
-      {ints({0, 3}), {1, 5, 8, 9, 10}},
-      {ints({-3}), {2, 4, 5, 8, 9, 10}},
-      {ints({}), {0, 1, 2, 3, 4, 5, 8, 9}},
-      {logicals({true, true}), {1, 3, 5, 8, 9, 10}},
-      {logicals({false, true}), {1, 5, 8, 9, 10}},
-      {logicals({false}), {0, 1, 2, 5, 8, 9, 10}},
-      {logicals({}), {0, 1, 2, 3, 4, 5, 8, 9}},
-      {charRow("ab"), {1, 3, 5, 8, 9, 10}},
-      {charRow("e\u0301"), {1, 3, 5, 8, 9, 10}},
-      {CharArray(Character()), {0, 1, 2, 3, 5, 8, 9, 10}},
-      {CharArray(), {0, 1, 2, 3, 5, 8, 9}},
+      // clang-format off
+      {doubles({1, 2}), {1, 3, 5, 8, 9, 10}},                 {doubles({0.0, -0.0}), {0, 1, 2, 5, 8, 9, 10}},
+      {doubles({0, 1.5}), {1, 8, 9, 10}},                     {doubles({-1, -2.5}), {2, 4, 8, 9, 10}},
+      {doubles({-1, 1}), {5, 8, 9, 10}},                      {doubles({1, kInf, kNaN}), {1, 3, 5, 6, 7, 9, 10}},
+      {doubles({-1, kInf}), {2, 4, 5, 6, 9, 10}},             {doubles({kNaN}), {0, 1, 2, 3, 4, 5, 7, 9, 10}},
+      {doubles({-kInf, kInf}), {0, 1, 2, 3, 4, 5, 6, 9, 10}}, {doubles({}), {0, 1, 2, 3, 4, 5, 8, 9}},
+      {complex({{1, 0}, {2, -0.0}}), {1, 3, 5, 8, 9, 10}},    {complex({{0, 1}}), {1, 2, 5, 8, 10}},
+      {complex({{0, 0}, {-1.5, kInf}}), {0, 1, 2, 5, 6, 10}}, {complex({{-2, 1}, {1, kNaN}}), {2, 4, 5, 7, 10}},
+      {complex({{5e-324, 0}}), {1, 3, 8, 9, 10}},             {ints({0, 3}), {1, 5, 8, 9, 10}},
+      {ints({-3}), {2, 4, 5, 8, 9, 10}},                      {ints({}), {0, 1, 2, 3, 4, 5, 8, 9}},
+      {logicals({true, true}), {1, 3, 5, 8, 9, 10}},          {logicals({false, true}), {1, 5, 8, 9, 10}},
+      {logicals({false}), {0, 1, 2, 5, 8, 9, 10}},            {logicals({}), {0, 1, 2, 3, 4, 5, 8, 9}},
+      {charRow("ab"), {1, 3, 5, 8, 9, 10}},                   {charRow("e\u0301"), {1, 3, 5, 8, 9, 10}},
+      {CharArray(Character()), {0, 1, 2, 3, 5, 8, 9, 10}},    {CharArray(), {0, 1, 2, 3, 5, 8, 9}},
+      // clang-format on
   };
   for (const auto& row : rows) {
     EXPECT_EQ(heldBy(row.array, Property::allZeroMagnitudes, Property::nonempty), row.held)

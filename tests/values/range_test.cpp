@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "values/arrays.h"
 #include "values/operators.h"
@@ -11,7 +10,6 @@ namespace kelo {
 namespace {
 
 using namespace kelo::testing;
-constexpr double kInf = std::numeric_limits<double>::infinity();
 const char* const kOperands = "Operands of ':' are expected to be real well-defined scalars, while creating a vector";
 
 TEST(Range, Table) {
