@@ -89,13 +89,6 @@ TEST(Conversions, textGivesItsUnitsColumnByColumn) {
   }
 }
 
-TEST(Conversions, textOfUnevenColumnsIsRefused) {
-  const NumericArray text = charRow("a\U0001F600");
-  EXPECT_EQ(reasonOf([&] { text.toDoubleArray(); }), kUneven);
-  EXPECT_EQ(reasonOf([&] { text.toLogicalArray(); }), kUneven);
-  EXPECT_EQ(text.size(), SizeVector(1, 2));
-}
-
 TEST(Conversions, sameKindSharesOrMoves) {
   NumericArray a = row({1, 2});
   const void* const block = a.identity();
@@ -116,14 +109,6 @@ TEST(Conversions, keepKindAndSize) {
     EXPECT_EQ(converted.emptyLike().kind(), kind);
     EXPECT_EQ(converted.emptyLike().size(), SizeVector(0, 0));
   }
-}
-
-TEST(Conversions, kindLabels) {
-  EXPECT_EQ(NumericArray(IntArray(3)).kindLabel(), "double (1 x 1)");
-  EXPECT_EQ(NumericArray(DoubleArray({2, 3, 1}, {1, 2, 3, 4, 5, 6})).kindLabel(), "double (2 x 3)");
-  EXPECT_EQ(NumericArray(LogicalArray()).kindLabel(), "logical (0 x 0)");
-  EXPECT_EQ(row({ComplexDouble{}}).kindLabel(), "complex (1 x 1)");
-  EXPECT_EQ(NumericArray(charRow("ab")).kindLabel(), "char (1 x 2)");
 }
 
 TEST(ComplexDouble, comparesRealPartsUnlessThereIsANaN) {

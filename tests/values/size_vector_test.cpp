@@ -99,14 +99,5 @@ TEST(SizeVector, remapsIntoALargerArray) {
   EXPECT_EQ(SizeVector({2, 2, 2}).remappedLinearIndex(0, {3, 4}), std::nullopt);
 }
 
-TEST(SizeVector, leavesAnEmptySizeWhenMovedFrom) {
-  SizeVector a{2, 3, 4};
-  SizeVector b = std::move(a);
-  EXPECT_EQ(a, SizeVector());
-  EXPECT_EQ(b, SizeVector({2, 3, 4}));
-  b = a;
-  EXPECT_EQ(b.count(), 2);
-}
-
 }  // namespace
 }  // namespace kelo

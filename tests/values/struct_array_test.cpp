@@ -64,13 +64,6 @@ TEST(StructArray, aCopyNeverShowsALaterChange) {
   EXPECT_EQ(s.size(), SizeVector(1, 2));
 }
 
-TEST(StructArray, anUnsharedWriteStaysInPlace) {
-  StructArray s = numbered(2);
-  const Storable* const place = &s.writableValue(1, 1);
-  EXPECT_EQ(&s.writableValue(1, 1), place);
-  EXPECT_TRUE(s.isUnshared());
-}
-
 TEST(StructArray, gathersAndSetsElements) {
   StructArray s = numbered(3);
   const int64_t positions[] = {2, -1, 0, 2};

@@ -37,14 +37,6 @@ TEST(TypedArray, anUnsharedWriteStaysInPlace) {
   EXPECT_EQ(a.size(), SizeVector(3, 1));
 }
 
-TEST(TypedArray, aReshapedCopyLeavesTheFirstAlone) {
-  const DoubleArray a({1, 4}, {1, 2, 3, 4});
-  const DoubleArray b = a.reshaped({2, 2});
-  EXPECT_EQ(a.size(), SizeVector(1, 4));
-  EXPECT_EQ(b.size(), SizeVector(2, 2));
-  EXPECT_EQ(valuesOf(b), valuesOf(a));
-}
-
 TEST(TypedArray, dropsTrailingOnes) {
   EXPECT_EQ(DoubleArray({2, 1, 1}, {1, 2}).size().count(), 2);
   EXPECT_EQ(DoubleArray({1, 2}, {1, 2}).reshaped({2, 1, 1}).size().count(), 2);
