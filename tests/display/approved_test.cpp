@@ -53,7 +53,7 @@ double mixed(int64_t i) {
 
 TEST(Approved, BlocksOfAllKinds) {
   const NumericArray reals = filled({4, 21}, mixed);
-  for (const int nDigits : {5, 8, 12, 16}) {
+  for (const int nDigits : {5, 16}) {
     expectApproved("reals_" + std::to_string(nDigits), shown(reals, 80, nDigits));
   }
   const DoubleArray scaledUp =
@@ -63,7 +63,6 @@ TEST(Approved, BlocksOfAllKinds) {
   ComplexDoubleArray complex = ComplexDoubleArray::uninitialized({3, 7});
   for (int64_t i = 0; i < complex.numElements(); ++i) complex.writable()[i] = {mixed(i), mixed(i + 3)};
   expectApproved("complex", shown(complex, 80, 5));
-  expectApproved("complex_pages", shown(std::move(complex).reshaped({1, 7, 3}), 50, 8));
 
   LogicalArray logical = LogicalArray::uninitialized({3, 60});
   for (int64_t i = 0; i < logical.numElements(); ++i) logical.writable()[i] = i * i % 7 < 3;

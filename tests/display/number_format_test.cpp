@@ -104,6 +104,9 @@ TEST(NumberFormat, PrintsComplexNumbers) {
     EXPECT_EQ(text, row.text);
     EXPECT_EQ(text.size(), 17u);
   }
+  std::string wide;
+  appendComplex(wide, 8, {kNaN, 3.14159265});
+  EXPECT_EQ(wide, " NaN       + 3.1415927i");
 }
 
 TEST(NumberFormat, FindsTheCommonScale) {
