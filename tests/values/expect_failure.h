@@ -22,6 +22,17 @@ std::string reasonOf(F f) {
   return "no problem";
 }
 
+/// The reason and, behind a bar, what was expected of the Problem that f throws; "none" when it throws none.
+template <class F>
+std::string problemOf(F f) {
+  try {
+    f();
+  } catch (const Problem& p) {
+    return p.reason.value_or("") + (p.expected ? "|" + *p.expected : "");
+  }
+  return "none";
+}
+
 }  // namespace kelo
 
 #define EXPECT_FATAL(statement) EXPECT_THROW(statement, ::kelo::FatalFault)

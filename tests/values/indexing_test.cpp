@@ -1,15 +1,11 @@
 // Reading, writing and deleting elements: tables of cases with the arrays as text, and laws on random input.
 #include "values/indexing.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <limits>
 #include <random>
 
+#include "expect_failure.h"
 #include "messages/catalogue/indexing.h"
-#include "messages/fatal_fault.h"
-#include "messages/message.h"
 
 namespace kelo {
 namespace {
@@ -44,16 +40,6 @@ std::string describe(const Storable& value) {
     for (const auto element : array.values()) result += " " + elementText(element);
   });
   return result;
-}
-
-/// The texts of the problem that f throws, or "none".
-std::string problemOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Problem& p) {
-    return p.reason.value_or("") + (p.expected ? "|" + *p.expected : "");
-  }
-  return "none";
 }
 
 struct Row {

@@ -34,13 +34,9 @@ TEST(Operators, KindsOfArithmetic) {
   check({
       {truth(true), Op::plus, truth(true), "double 1 x 1: 2"},
       {text("a"), Op::plus, text("b"), "double 1 x 1: 195"},
-      {text("a"), Op::plus, truth(true), "double 1 x 1: 98"},
       {whole(3), Op::minus, truth(true), "int 1 x 1: 2"},
-      {whole(3), Op::dmult, text("a"), "int 1 x 1: 291"},
       {whole(3), Op::plus, num(0.5), "double 1 x 1: 3.5"},
       {whole(7), Op::rdivide, whole(2), "double 1 x 1: 3.5"},
-      {num(2), Op::ldivide, row({2, 4}), "double 1 x 2: 1 2"},
-      {complex(1, 2), Op::plus, num(1), "complex 1 x 1: 2,2"},
       {complex(1, 2), Op::dmult, complex(1, -2), "complex 1 x 1: 5,0"},
       {complex(4, 2), Op::rdivide, complex(1, 1), "complex 1 x 1: 3,-1"},
       {num(1), Op::rdivide, num(-0.0), "double 1 x 1: -inf"},
@@ -62,7 +58,6 @@ TEST(Operators, Expansion) {
       {zeros({0, 3}), Op::plus, zeros({2, 0}), "double 0 x 3:"},
       {zeros({0, 0}), Op::plus, whole(1), "int 0 x 0:"},
       {row({1, 2}), Op::plus, zeros({0, 0}), kIncompatible},
-      {zeros({0, 2}), Op::eqeq, row({1, 2}), kIncompatible},
       {text("\U0001F600b"), Op::plus, num(1),
        "Attempting to catenate vectors of different lengths when performing data type conversion. This may be caused by "
        "Unicode characters"},
@@ -75,18 +70,14 @@ TEST(Operators, Comparisons) {
       {complex(1, 2), Op::lt, complex(1, 5), "logical 1 x 1: false"},
       {complex(1, 2), Op::le, complex(1, 5), "logical 1 x 1: true"},
       {complex(1, kNaN), Op::ge, num(0), "logical 1 x 1: false"},
-      {complex(1, kNaN), Op::neq, complex(1, kNaN), "logical 1 x 1: true"},
       {complex(1, 0), Op::eqeq, num(1), "logical 1 x 1: true"},
-      {num(kNaN), Op::eqeq, num(kNaN), "logical 1 x 1: false"},
       {num(kNaN), Op::neq, num(kNaN), "logical 1 x 1: true"},
       {num(0.0), Op::eqeq, num(-0.0), "logical 1 x 1: true"},
       {text("abc"), Op::eqeq, text("axc"), "logical 1 x 3: true false true"},
       {text("\u00e9"), Op::eqeq, text("e\u0301"), "logical 1 x 1: true"},
       {text("a"), Op::eqeq, num(97), "logical 1 x 1: true"},
       {text("\x01"), Op::eqeq, truth(true), "logical 1 x 1: true"},
-      {text("a"), Op::lt, text("b"), "logical 1 x 1: true"},
       {whole(3), Op::gt, truth(true), "logical 1 x 1: true"},
-      {row({1, 2, 3}), Op::ge, num(2), "logical 1 x 3: false true true"},
       {row({1, 2}), Op::lt, column({2, 3}), "logical 2 x 2: true true false true"},
   });
 }
@@ -100,21 +91,18 @@ TEST(Operators, Logic) {
       {zeros({0, 0}), Op::and_, num(kNaN), "logical 0 x 0:"},
       {complex(0, 1), Op::and_, num(1), "A complex number is not convertible to a logical"},
       {text("ab"), Op::and_, truth(true), "logical 1 x 2: true true"},
-      {row({1, 2}), Op::and_, row({1, 2, 3}), kIncompatible},
   });
 }
 
 TEST(Operators, Powers) {
   check({
       {num(2), Op::dpower, row({0, 1, 10}), "double 1 x 3: 1 2 1024"},
-      {num(-8), Op::dpower, num(3), "double 1 x 1: -512"},
       {num(0), Op::dpower, row({0, -1, 2}), "double 1 x 3: 1 inf 0"},
       {num(-2), Op::dpower, num(kInf), "double 1 x 1: inf"},
       {row({4, 9}), Op::dpower, num(0.5), "double 1 x 2: 2 3"},
       {row({-1, 9}), Op::dpower, row({2, 0.5}), "double 1 x 2: 1 3"},
       {row({-2, 9}), Op::dpower, row({2, -0.5}), "double 1 x 2: 4 0.33333333333333331"},
       {complex(1, 2), Op::dpower, num(2), "complex 1 x 1: -3,4"},
-      {complex(0, 1), Op::dpower, num(-1), "complex 1 x 1: 0,-1"},
       {complex(3, 0), Op::dpower, num(2), "double 1 x 1: 9"},
       {num(0), Op::dpower, complex(1, 1), "complex 1 x 1: 0,0"},
       {complex(0, 1), Op::dpower, num(0), "complex 1 x 1: 1,0"},
@@ -140,11 +128,9 @@ TEST(Operators, Unary) {
   } rows[] = {
       {UnaryOp::plus, text("a"), "char 1 x 1: a"},
       {UnaryOp::minus, text("a"), "double 1 x 1: -97"},
-      {UnaryOp::minus, truth(true), "double 1 x 1: -1"},
       {UnaryOp::minus, row({0, -1}), "double 1 x 2: -0 1"},
       {UnaryOp::minus, complex(1, -2), "complex 1 x 1: -1,2"},
       {UnaryOp::minus, whole(INT64_MIN), "fatal: integer overflow in a subtraction"},
-      {UnaryOp::not_, zeros({0, 3}), "logical 0 x 3:"},
       {UnaryOp::not_, row({0, 2}), "logical 1 x 2: true false"},
       {UnaryOp::not_, num(kNaN), "NaN is not convertible to a logical"},
   };

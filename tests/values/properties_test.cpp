@@ -66,12 +66,6 @@ TEST(Properties, wholeNumberTestBeyond64BitsIsAFault) {
   EXPECT_FALSE(doubles({0.5, kTwoTo63}).has(Property::allIntegerRealParts));
 }
 
-TEST(Properties, allOfAListMustHold) {
-  EXPECT_TRUE(doubles({1, 2}).has({Property::allReals, Property::rowVector}));
-  EXPECT_FALSE(doubles({1, 2}).has({Property::allReals, Property::scalar}));
-  EXPECT_TRUE(doubles({1, 2}).has({}));
-}
-
 // 11 scalar, 14 row, 17 column, 20 vector, 23 matrix: each plain, in numbers (+1), in chars (+2); 26, 27 square in
 // numbers, in chars.
 Held inThrees(std::initializer_list<int> shapes, bool square) {

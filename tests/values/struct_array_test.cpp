@@ -38,12 +38,6 @@ TEST(StructArray, addsAndRemovesFieldsInOrder) {
   EXPECT_EQ(numberAt(s, 2, kB), 22);
 }
 
-TEST(StructArray, addsTheFirstFieldToEachElement) {
-  StructArray s({2, 2}, {});
-  EXPECT_EQ(s.ensureField(kA), 0);
-  for (int64_t k = 0; k < 4; ++k) EXPECT_TRUE(s.value(k, 0).isEmpty());
-}
-
 TEST(StructArray, hasNoFieldsWithoutElements) {
   const StructArray s({0, 3}, {kA});
   EXPECT_EQ(s.fieldCount(), 0);
@@ -121,22 +115,6 @@ TEST(Storable, aLongChainOfHandlesIsDestroyedWithoutRecursion) {
     chain = FunctionHandle::anonymous(std::move(function));
   }
   chain = number(2);
-}
-
-TEST(FunctionHandle, formsAndTexts) {
-  auto file = makeRef<LocalFunctionFile>();
-  file->functions = {{kA, {}, {}, nullptr}, {kB, {}, {}, nullptr}};
-  const FunctionHandle local = FunctionHandle::local(LocalFunction(file, file->indexOf(kB)));
-  EXPECT_EQ(file->indexOf(kC), -1);
-  EXPECT_EQ(local.text(), "@b");
-  file = {};
-  EXPECT_EQ(local.localFunction().body().funName, kB);
-  auto function = makeRef<AnonymousFunction>();
-  function->displayText = "@(x) x+1";
-  FunctionHandle handle = FunctionHandle::anonymous(function);
-  EXPECT_EQ(handle.text(), "@(x) x+1");
-  handle = local;
-  EXPECT_EQ(handle.form(), FunctionHandle::Form::local);
 }
 
 }  // namespace

@@ -62,20 +62,6 @@ TEST(TypedArray, refusesAWrongCountInItsOwnWords) {
   EXPECT_EQ(reasonOf([] { CharArray({1, 2}, {Character(U'a')}); }), text + "a character array");
 }
 
-TEST(TypedArray, growsInPlaceWithSpareRoom) {
-  DoubleArray x;
-  int moves = 0;
-  for (int64_t n = 1; n <= 10000; ++n) {
-    const void* const before = x.identity();
-    x.resizeVector({1, n});
-    x.writable()[n - 1] = static_cast<double>(n);
-    if (x.identity() != before) ++moves;
-  }
-  EXPECT_LT(moves, 40);
-  EXPECT_EQ(x.size(), SizeVector(1, 10000));
-  for (int64_t n = 1; n <= 10000; ++n) ASSERT_EQ(x[n - 1], n);
-}
-
 TEST(TypedArray, aGrownCopyIsIndependent) {
   DoubleArray x({1, 2}, {1, 2});
   x.resizeVector({1, 3});

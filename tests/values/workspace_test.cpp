@@ -49,16 +49,6 @@ TEST(Workspace, aStaleHintDoesNoHarm) {
   EXPECT_EQ(w.find(kX, &hint), nullptr);
 }
 
-TEST(Workspace, aCopyNeverShowsALaterChange) {
-  Workspace w;
-  w.set(kX, Storable(1.0));
-  const Workspace copy = w;
-  w.set(kX, Storable(2.0));
-  w.set(kY, Storable(3.0));
-  EXPECT_EQ(numberIn(copy, kX), 1);
-  EXPECT_EQ(copy.find(kY), nullptr);
-}
-
 TEST(Workspace, seesCapturedVariablesAndWritesItsOwn) {
   Workspace definition;
   definition.set(kX, Storable(1.0));
