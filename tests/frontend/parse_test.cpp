@@ -110,7 +110,7 @@ std::string spelling(size_t type, Random& random) {
     case T::CHAR: return oneOf(random, {"'x'", "'it''s'", "''", "'[( %'"});
     case T::ID: return oneOf(random, {"a", "b", "c_1", "x", "yy"});
     case T::BUILT_IN_FUNC: return oneOf(random, {"sum", "hold", "pi"});
-    case T::NEWLINE: return oneOf(random, {"\n", "\n", "\r\n", "% note\n"});
+    case T::NEWLINE: return oneOf(random, {"\n", "\r\n", "% note\n", "\n\n\n\n\n\n"});
     case T::GP_TERM:
     case T::END: return "end";
     case T::FUNC: return "function";
@@ -166,6 +166,14 @@ TEST(Parse, AgreesWithTheGrammarOnPrograms) {
     if (text.size() < 500) valid += expectJudged(text) ? 1 : 0;
   }
   EXPECT_GT(valid, 500U);
+}
+
+// What decides here stands lines behind.
+TEST(Parse, AgreesWithTheGrammarWhereItMustLookFarAhead) {
+  const std::string far = "[1\n\n\n\n\n\n2]";
+  for (const char* range : {"1:2 == 3:", "1:2 & 3 | 4:", "1:@() 2:", "1:~2 < -3:", "::", "1:(2:3):4:", "a.b:end:"}) {
+    for (const std::string tail : {"", ":5", " == 5", " & 5:6"}) expectJudged("x = " + (range + far + tail));
+  }
 }
 
 TEST(Parse, AgreesWithTheGrammarOnRandomTexts) {
