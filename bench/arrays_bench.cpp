@@ -1,27 +1,16 @@
 // Sorting, searching and rearranging of 1e6 and 1e7 doubles, through the handlers. bench/compare/arrays.py has the same
 // rows for NumPy.
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cmath>
-#include <functional>
-#include <random>
 
-#include "builtins/library.h"
+#include "builtin_calls.h"
 
 namespace kelo {
 namespace {
 
 using Arguments = std::vector<Storable>;
 
-DoubleArray randomNumbers(const SizeVector& size) {
-  std::mt19937_64 random(1);
-  std::uniform_real_distribution<double> uniform;
-  DoubleArray result = DoubleArray::uninitialized(size);
-  double* out = result.writable();
-  for (int64_t i = 0; i < size.numElements(); ++i) out[i] = uniform(random);
-  return result;
-}
+DoubleArray randomNumbers(const SizeVector& size) { return numbersBetween(0, 1, size); }
 
 LogicalArray halves(int64_t n) {
   const DoubleArray x = randomNumbers(SizeVector(n, 1));
@@ -35,16 +24,8 @@ Storable numbers(std::initializer_list<double> x) { return DoubleArray::row(std:
 int64_t sideOf(int64_t n) { return static_cast<int64_t>(std::sqrt(static_cast<double>(n))); }
 Storable square(int64_t n) { return randomNumbers(SizeVector(sideOf(n), sideOf(n))); }
 
-void run(benchmark::State& state, const char* name, int outputs, const std::function<Arguments(int64_t)>& make) {
-  alignas(16) static char noApplication[16];
-  const Builtin* row = builtins::library().find(Name::intern(name));
-  const Arguments arguments = make(state.range(0));
-  const CallSite site;
-  for (auto _ : state) {
-    Arguments own = arguments;  // as variables: shared, so that nothing is taken over
-    Call call(*row, own, outputs, site, reinterpret_cast<AppController&>(noApplication), nullptr);
-    benchmark::DoNotOptimize(row->handler(call));
-  }
+void run(benchmark::State& state, const char* name, int outputs, Arguments (*make)(int64_t)) {
+  callOver(state, name, make(state.range(0)), outputs);
 }
 
 struct Row {
@@ -80,7 +61,7 @@ const bool kRegistered = [] {
   for (const Row& row : kRows) {
     const auto body = [&row](benchmark::State& state) { run(state, row.name, row.outputs, row.arguments); };
     benchmark::RegisterBenchmark(row.label, body)->Arg(1000000)->Arg(10000000)
-        ->Unit(benchmark::kMillisecond)->Repetitions(7)->ReportAggregatesOnly()->ComputeStatistics("min", least);
+        ->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(7)->ReportAggregatesOnly()->ComputeStatistics("min", least);
   }
   const auto scalarCall = [](benchmark::State& state) {
     run(state, "zeros", 1, [](int64_t n) { return Arguments{Storable(static_cast<double>(n)), Storable(1.0)}; });

@@ -1,40 +1,9 @@
 // Element-wise functions on large arrays, as a program calls them: a variable goes in, a new array comes out. The rows
 // are those that bench/compare/elementwise.py prints for NumPy.
-#include <benchmark/benchmark.h>
+#include "builtin_calls.h"
 
-#include "builtins/library.h"
-#include "platform/native/machine.h"
-#include "platform/native/parallel_pool.h"
-
+namespace kelo {
 namespace {
-
-using namespace kelo;
-
-DoubleArray between(double low, double high, int64_t n) {
-  DoubleArray x = DoubleArray::uninitialized(SizeVector(n, 1));
-  uint64_t state = 1;
-  for (int64_t i = 0; i < n; ++i) {
-    state = state * 6364136223846793005u + 1442695040888963407u;
-    x.writable()[i] = low + (high - low) * static_cast<double>(state >> 11) * 0x1p-53;
-  }
-  return x;
-}
-
-void run(benchmark::State& state, const char* name, const std::vector<Storable>& values) {
-  alignas(16) static char noApplication[16];
-  static platform::native::ParallelPool pool;
-  static const bool adapted = (platform::native::adaptToMachine(), true);
-  benchmark::DoNotOptimize(adapted);
-  platform::setParallelFor(&pool);
-  const Builtin* row = builtins::library().find(Name::intern(name));
-  const CallSite site;
-  for (auto _ : state) {
-    std::vector<Storable> args = values;
-    Call call(*row, args, 1, site, reinterpret_cast<AppController&>(noApplication), nullptr);
-    benchmark::DoNotOptimize(row->handler(call));
-  }
-  state.SetItemsProcessed(state.iterations() * values[0].numElements());
-}
 
 struct Row {
   const char* name;
@@ -54,9 +23,10 @@ constexpr Row kRows[] = {
     for (const int64_t n : {int64_t{1'000'000}, int64_t{10'000'000}}) {
       benchmark::RegisterBenchmark((std::string(r.name) + "/" + std::to_string(n)).c_str(),
                                    [r, n](benchmark::State& state) {
-                                     std::vector<Storable> args = {between(r.low, r.high, n)};
-                                     if (r.hasTwo) args.push_back(between(1, 3, n));
-                                     run(state, r.name, args);
+                                     std::vector<Storable> args = {numbersBetween(r.low, r.high, {n, 1})};
+                                     if (r.hasTwo) args.push_back(numbersBetween(1, 3, {n, 1}));
+                                     callOver(state, r.name, args);
+                                     state.SetItemsProcessed(state.iterations() * n);
                                    })
           ->Unit(benchmark::kMillisecond)
           ->UseRealTime();
@@ -66,3 +36,4 @@ constexpr Row kRows[] = {
 }();
 
 }  // namespace
+}  // namespace kelo

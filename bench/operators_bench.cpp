@@ -65,7 +65,7 @@ BENCHMARK_CAPTURE(joined, stacked, 1, 10, 100, 1000)->Name("[10 matrices stacked
 
 void ranges(benchmark::State& state) {
   const NumericArray first = DoubleArray(0.0), step = DoubleArray(0.5), last = DoubleArray(499999.5);
-  for (auto _ : state) benchmark::DoNotOptimize(range(first, &step, last));
+  for (auto _ : state) benchmark::DoNotOptimize(rangeOf(first, &step, last).elements());
 }
 BENCHMARK(ranges)->Name("range of 1e6")->Unit(benchmark::kMicrosecond);
 

@@ -1,39 +1,11 @@
 // Signals and polynomials on long vectors, as a program calls them. The rows are those that
 // bench/compare/polynomials.py prints for NumPy.
-#include <benchmark/benchmark.h>
+#include "builtin_calls.h"
 
-#include "builtins/library.h"
-#include "platform/native/machine.h"
-#include "platform/native/parallel_pool.h"
-
+namespace kelo {
 namespace {
 
-using namespace kelo;
-
-DoubleArray deviates(int64_t n, double low = -1, double high = 1) {
-  DoubleArray x = DoubleArray::uninitialized(SizeVector(1, n));
-  uint64_t state = 1;
-  for (int64_t i = 0; i < n; ++i) {
-    state = state * 6364136223846793005u + 1442695040888963407u;
-    x.writable()[i] = low + (high - low) * static_cast<double>(state >> 11) * 0x1p-53;
-  }
-  return x;
-}
-
-void run(benchmark::State& state, const char* name, const std::vector<Storable>& values) {
-  alignas(16) static char noApplication[16];
-  static platform::native::ParallelPool pool;
-  static const bool adapted = (platform::native::adaptToMachine(), true);
-  benchmark::DoNotOptimize(adapted);
-  platform::setParallelFor(&pool);
-  const Builtin* row = builtins::library().find(Name::intern(name));
-  const CallSite site;
-  for (auto _ : state) {
-    std::vector<Storable> args = values;
-    Call call(*row, args, 1, site, reinterpret_cast<AppController&>(noApplication), nullptr);
-    benchmark::DoNotOptimize(row->handler(call));
-  }
-}
+DoubleArray deviates(int64_t n) { return numbersBetween(-1, 1, {1, n}); }
 
 struct Row {
   const char* label;
@@ -57,7 +29,7 @@ struct Row {
       {"dot/1e6", "dot", {million, deviates(1'000'000)}},
   };
   for (const Row& r : rows) {
-    benchmark::RegisterBenchmark(r.label, [r](benchmark::State& state) { run(state, r.name, r.args); })
+    benchmark::RegisterBenchmark(r.label, [r](benchmark::State& state) { callOver(state, r.name, r.args); })
         ->Unit(benchmark::kMicrosecond)
         ->UseRealTime();
   }
@@ -65,3 +37,4 @@ struct Row {
 }();
 
 }  // namespace
+}  // namespace kelo

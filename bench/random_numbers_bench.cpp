@@ -1,50 +1,9 @@
 // Arrays of random numbers, and error functions and distributions on large arrays. The rows are those that
 // bench/compare/random_numbers.py prints for NumPy, where it has the function.
-#include <benchmark/benchmark.h>
+#include "builtin_calls.h"
 
-#include "builtins/library.h"
-#include "interpreter/app_controller.h"
-#include "platform/memory/twins.h"
-#include "platform/memory_file_system.h"
-#include "platform/native/machine.h"
-#include "platform/native/parallel_pool.h"
-
+namespace kelo {
 namespace {
-
-using namespace kelo;
-
-struct SilentView : ConsoleView {
-  void item(const Display&) override {}
-};
-
-struct App {
-  SilentView view;
-  platform::InlineQueue queue;
-  platform::ManualClock clock;
-  platform::ManualMainQueue mainQueue{clock};
-  platform::ScriptedSynchronization synchronization;
-  platform::MemoryFileSystem files;
-  platform::MemoryStore store;
-  platform::native::ParallelPool pool;
-  AppController app{{queue, mainQueue, synchronization, files, store, clock}, view, builtins::library()};
-
-  App() {
-    platform::native::adaptToMachine();
-    platform::setParallelFor(&pool);
-  }
-};
-
-void run(benchmark::State& state, const char* name, const std::vector<Storable>& values, int64_t items) {
-  static App app;
-  const Builtin* row = builtins::library().find(Name::intern(name));
-  const CallSite site;
-  for (auto _ : state) {
-    std::vector<Storable> args = values;
-    Call call(*row, args, 1, site, app.app, nullptr);
-    benchmark::DoNotOptimize(row->handler(call));
-  }
-  state.SetItemsProcessed(state.iterations() * items);
-}
 
 constexpr int64_t kMany = 10'000'000;
 
@@ -54,13 +13,6 @@ std::vector<Storable> sized(std::initializer_list<double> parameters) {
   result.emplace_back(static_cast<double>(kMany));
   result.emplace_back(1.0);
   return result;
-}
-
-DoubleArray ramp(double low, double high, int64_t n) {
-  DoubleArray x = DoubleArray::uninitialized(SizeVector(n, 1));
-  for (int64_t i = 0; i < n; ++i)
-    x.writable()[i] = low + (high - low) * static_cast<double>(i) / static_cast<double>(n);
-  return x;
 }
 
 struct Row {
@@ -81,13 +33,17 @@ struct Row {
       {"poissrnd(30)", "poissrnd", sized({30})},
       {"randperm", "randperm", {Storable(static_cast<double>(kMany))}},
       {"rand/1", "rand", {}, 1},
-      {"erf", "erf", {ramp(-4, 4, 1'000'000)}, 1'000'000},
-      {"normcdf", "normcdf", {ramp(-4, 4, 1'000'000)}, 1'000'000},
-      {"norminv", "norminv", {ramp(0, 1, 1'000'000)}, 1'000'000},
-      {"poisscdf", "poisscdf", {ramp(0, 60, 1'000'000), Storable(30.0)}, 1'000'000},
+      {"erf", "erf", {numbersBetween(-4, 4, {1'000'000, 1})}, 1'000'000},
+      {"normcdf", "normcdf", {numbersBetween(-4, 4, {1'000'000, 1})}, 1'000'000},
+      {"norminv", "norminv", {numbersBetween(0, 1, {1'000'000, 1})}, 1'000'000},
+      {"poisscdf", "poisscdf", {numbersBetween(0, 60, {1'000'000, 1}), Storable(30.0)}, 1'000'000},
   };
   for (const Row& r : rows) {
-    benchmark::RegisterBenchmark(r.label, [r](benchmark::State& state) { run(state, r.name, r.args, r.items); })
+    const auto body = [r](benchmark::State& state) {
+      callOver(state, r.name, r.args);
+      state.SetItemsProcessed(state.iterations() * r.items);
+    };
+    benchmark::RegisterBenchmark(r.label, body)
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime();
   }
@@ -95,3 +51,4 @@ struct Row {
 }();
 
 }  // namespace
+}  // namespace kelo

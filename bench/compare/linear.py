@@ -26,7 +26,7 @@ def random(n, m):
     return np.asfortranarray(np.random.default_rng(1).standard_normal((n, m)))
 
 
-for n in (500, 1000):
+for n in (500, 1000, 1500):
     a, b = random(n, n), random(n, 1)
     row(f"A * B/{n}", lambda: a @ a)
     row(f"A \\ b/{n}", lambda: solve(a, b))

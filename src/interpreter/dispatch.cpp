@@ -11,7 +11,6 @@
 #include "messages/catalogue/values.h"
 
 namespace kelo {
-namespace {
 
 Message messageAt(const CallSite& site) {
   Message message;
@@ -21,6 +20,8 @@ Message messageAt(const CallSite& site) {
   if (!site.funName.isEmpty()) message.funName = site.funName.text();
   return message;
 }
+
+namespace {
 
 void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
   const CountTexts texts = row.countTexts ? *row.countTexts : CountTexts{};

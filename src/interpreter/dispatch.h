@@ -3,10 +3,15 @@
 #pragma once
 
 #include "interpreter/builtin.h"
+#include "messages/message.h"
 
 namespace kelo {
 
-/// Runs a built-in; `visitor` is the evaluator of the run, for the few that ask it. The result is its value, void, or failure when an error has been shown.
+/// A message about a place; what is to be said is filled in by the caller.
+Message messageAt(const CallSite& site);
+
+/// Runs a built-in; `visitor` is the evaluator of the run, for the few that ask it. The result is its value, void, or
+/// failure when an error has been shown.
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
                       const CallSite& site, AppController& app, Visitor* visitor = nullptr);
 

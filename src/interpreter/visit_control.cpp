@@ -4,6 +4,7 @@
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
+#include "values/operators.h"
 
 namespace kelo {
 namespace {
@@ -33,16 +34,33 @@ bool allTrue(const LogicalArray& array) {
 
 // NOTE: intended: the loop runs over single elements in storage order, also of a matrix, and a loop without statements
 // does nothing at all.
+// OPTIMIZATION: the elements of a range are never all made.
 NodeValue Visitor::visitForLoop(KeloNode& statement) {
   NodeCache& cache = statement.cache;
+  if (cache.first->cache.kind == NodeKind::unresolved) resolve(*cache.first, app_.builtins);
+  if (cache.first->cache.kind == NodeKind::matrixColon) {
+    const std::optional<Range> range = rangeAt(*cache.first);
+    if (!range) return NodeValue::failure();
+    return loop(statement, range->count, [&](int64_t k, Storable& variable) {
+      variable.setNumber(range->element(static_cast<double>(k)));
+    });
+  }
   NodeValue value = visit(*cache.first);
   if (value.isFailure()) return value;
   NumericArray* numeric = value.numericArray();
   if (numeric == nullptr) return fail(statement, text::kLoopIndexNotNumeric);
-  if (cache.second == nullptr) return NodeValue::nothing();
   const NumericArray array = std::move(*numeric);
-  for (int64_t k = 0; k < array.numElements(); ++k) {
-    app_.workspaces.top().variable(cache.name, &cache.hint) = loopElement(array, k);
+  return loop(statement, array.numElements(),
+              [&](int64_t k, Storable& variable) { variable = loopElement(array, k); });
+}
+
+// A loop of so many rounds; setElement gives its variable the value of a round, counted from 0.
+template <class SetElement>
+NodeValue Visitor::loop(KeloNode& statement, int64_t rounds, SetElement&& setElement) {
+  NodeCache& cache = statement.cache;
+  if (cache.second == nullptr) return NodeValue::nothing();
+  for (int64_t k = 0; k < rounds; ++k) {
+    setElement(k, app_.workspaces.top().variable(cache.name, &cache.hint));
     NodeValue result = runStatements(*cache.second);
     if (result.isFailure() || result.form() == NodeValue::Form::returnValue) return result;
     if (result.form() == NodeValue::Form::breakValue) break;

@@ -1,6 +1,7 @@
 // Messages with the place of a node. What library code throws ends here.
 #include "frontend/node_text.h"
 #include "interpreter/app_controller.h"
+#include "interpreter/dispatch.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
@@ -18,15 +19,7 @@ CallSite Visitor::siteOf(KeloNode& place) const {
   return {cache.line, cache.charPos, place.relativePath, frame_.funName};
 }
 
-Message Visitor::messageAt(KeloNode& place) const {
-  const CallSite site = siteOf(place);
-  Message message;
-  message.lineNum = site.lineNum;
-  message.charPos = site.charPos;
-  if (!site.relativePath.isEmpty()) message.relativePath = site.relativePath.text();
-  if (!site.funName.isEmpty()) message.funName = site.funName.text();
-  return message;
-}
+Message Visitor::messageAt(KeloNode& place) const { return kelo::messageAt(siteOf(place)); }
 
 NodeValue Visitor::fail(KeloNode& place, const Problem& problem) {
   Message message = messageAt(place);

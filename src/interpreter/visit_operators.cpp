@@ -102,18 +102,32 @@ NodeValue Visitor::visitTranspose(KeloNode& node) {
 }
 
 NodeValue Visitor::visitMatrix_colon(KeloNode& node) {
-  if (!stackHasRoom(node)) return NodeValue::failure();
+  const std::optional<Range> range = rangeAt(node);
+  if (!range) return NodeValue::failure();
+  return guarded(node, text::kUnexpectedVector, [&] { return NodeValue(range->elements()); });
+}
+
+// Absent when a message was shown.
+std::optional<Range> Visitor::rangeAt(KeloNode& node) {
+  if (!stackHasRoom(node)) return std::nullopt;
   std::vector<NumericArray> operands;
   for (KeloNode* operandNode : detailsOf<ListDetails>(node).nodes) {
     NodeValue operand = visit(*operandNode);
-    if (operand.isFailure()) return operand;
+    if (operand.isFailure()) return std::nullopt;
     NumericArray* array = operand.numericArray();
-    if (!array) return fail(node, text::kRangeOperands);
+    if (!array) {
+      fail(node, text::kRangeOperands);
+      return std::nullopt;
+    }
     operands.push_back(std::move(*array));
   }
   const NumericArray* step = operands.size() == 3 ? &operands[1] : nullptr;
-  return guarded(node, text::kUnexpectedVector,
-                 [&] { return NodeValue(range(operands.front(), step, operands.back())); });
+  std::optional<Range> range;
+  guarded(node, text::kUnexpectedVector, [&] {
+    range = rangeOf(operands.front(), step, operands.back());
+    return NodeValue::nothing();
+  });
+  return range;
 }
 
 // A lone element is returned unchecked, whatever it is. Rows are joined as they end, and all rows at the end.

@@ -29,6 +29,7 @@ class FieldChain;
 class KeloNode;
 struct ChainDetails;
 struct FieldDetails;
+struct Range;
 
 class Visitor {
  public:
@@ -82,6 +83,8 @@ class Visitor {
 
   // ---- visit_control.cpp
   NodeValue visitForLoop(KeloNode& statement);
+  template <class SetElement>
+  NodeValue loop(KeloNode& statement, int64_t rounds, SetElement&& setElement);
   NodeValue visitWhileLoop(KeloNode& statement);
   NodeValue visitIf(KeloNode& statement);
   NodeValue visitSwitch(KeloNode& statement);
@@ -113,6 +116,7 @@ class Visitor {
   NodeValue combineScalars(KeloNode& node, double a, double b);
   NodeValue combine(KeloNode& node, NodeValue& left, NodeValue& right);
   NodeValue visitMatrix_colon(KeloNode& node);
+  std::optional<Range> rangeAt(KeloNode& node);
   NodeValue visitMatrix_cat(KeloNode& node);
 
   // ---- visit_scalars.cpp: expressions of double scalars, without a NodeValue; false where the general visit is needed

@@ -64,10 +64,11 @@ int geqp3(int m, int n, double* a, int* permutation, double* tau);
 int geqp3(int m, int n, ComplexDouble* a, int* permutation, ComplexDouble* tau);
 int geqrf(int m, int n, double* a, double* tau);
 int geqrf(int m, int n, ComplexDouble* a, ComplexDouble* tau);
-/// c = Q' * c (conjugated == true) or Q * c from the left, Q of k reflectors in the m x k matrix `a`, c of m x n.
-int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const double* tau, double* c);
+/// c = Q' * c (conjugated == true) or Q * c from the left, Q of k reflectors in the m x k matrix `a`, c of m x n; ld is
+/// the leading dimension of both.
+int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const double* tau, double* c, int ld);
 int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, const ComplexDouble* tau,
-                ComplexDouble* c);
+                ComplexDouble* c, int ld);
 /// Solves the upper triangle r (n x n, leading dimension ldr) times x = b (leading dimension ldb), in place of b.
 int trtrs(int n, int nrhs, const double* r, int ldr, double* b, int ldb);
 int trtrs(int n, int nrhs, const ComplexDouble* r, int ldr, ComplexDouble* b, int ldb);

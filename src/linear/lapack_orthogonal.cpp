@@ -52,9 +52,9 @@ int geqrf(int m, int n, ComplexDouble* a, ComplexDouble* tau) {
   });
 }
 
-int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const double* tau, double* c) {
+int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const double* tau, double* c, int ld) {
   chooseThreads(1.0 * m * n * k);
-  const int ld = leading(m);
+  ld = leading(ld);
   return withWorkspace<double>([&](double* work, int lwork) {
     int info = 0;
     dormqr_("L", conjugated ? "T" : "N", &m, &n, &k, a, &ld, tau, c, &ld, work, &lwork, &info);
@@ -62,9 +62,9 @@ int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const dou
   });
 }
 int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, const ComplexDouble* tau,
-                ComplexDouble* c) {
+                ComplexDouble* c, int ld) {
   chooseThreads(4.0 * m * n * k);
-  const int ld = leading(m);
+  ld = leading(ld);
   return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
     int info = 0;
     zunmqr_("L", conjugated ? "C" : "N", &m, &n, &k, a, &ld, tau, c, &ld, work, &lwork, &info);

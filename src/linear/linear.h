@@ -46,7 +46,8 @@ struct Solution {
   double tolerance = 0;           ///< not square: below it a diagonal element counts as 0
 };
 
-/// REQUIRES: both are matrices, not empty, with as many rows
+/// throws Problem unless they have as many rows, and for a matrix that is not square and of which NaN hides the rank
+/// REQUIRES: both are matrices, not empty
 Solution solve(const NumericArray& a, const NumericArray& b);
 /// Complains of a singular matrix of this size, warns of one that is nearly so or deficient in rank. `equation` is the
 /// form of the equation in words. throws Problem

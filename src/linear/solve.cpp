@@ -17,8 +17,8 @@ constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 size_t at(int64_t i) { return static_cast<size_t>(i); }
 
-void checkInfo(int info) {
-  if (info < 0) throw problem(text::kUnexpectedError);
+void checkInfo(int info, const char* failure) {
+  if (info < 0) throw problem(failure);
 }
 
 template <class T>
@@ -29,7 +29,7 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
   std::vector<int> pivots(at(n));
   const double norm = lapack::norm1(n, n, a.data());
   const int info = lapack::gesv(n, columns, a.writable(), pivots.data(), b.writable());
-  checkInfo(info);
+  checkInfo(info, text::kUnexpectedError);
   solution.isSingular = info > 0;
   if (solution.isSingular) {
     solution.rcond = 0;
@@ -51,14 +51,17 @@ Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
   Solution solution;
   std::vector<int> permutation(at(n));
   std::vector<T> tau(at(diagonal));
-  checkInfo(lapack::geqp3(m, n, a.writable(), permutation.data(), tau.data()));
+  checkInfo(lapack::geqp3(m, n, a.writable(), permutation.data(), tau.data()), text::kLeastSquaresFailed);
   const T* r = a.data();
   solution.tolerance = std::max(m, n) * kEps * magnitudeOf(r[0]);
   int rank = 0;
   while (rank < diagonal && !(magnitudeOf(r[at(rank) * at(m) + at(rank)]) <= solution.tolerance)) ++rank;
   solution.rank = rank;
-  checkInfo(lapack::multiplyByQ(/*conjugated*/ true, m, columns, diagonal, r, tau.data(), b.writable()));
-  checkInfo(lapack::trtrs(rank, columns, r, m, b.writable(), m));
+  checkInfo(lapack::multiplyByQ(/*conjugated*/ true, m, columns, diagonal, r, tau.data(), b.writable(), m),
+            text::kLeastSquaresFailed);
+  const int info = lapack::trtrs(rank, columns, r, m, b.writable(), m);
+  checkInfo(info, text::kLeastSquaresFailed);
+  if (info > 0) throw problem(text::kLeastSquaresSingular);  // the tolerance was NaN, or so small that it became 0
   TypedArray<T> x(SizeVector(n, columns), T{});
   T* out = x.writable();
   for (int64_t j = 0; j < columns; ++j) {
@@ -114,6 +117,7 @@ NumericArray charsToNumbers(NumericArray a) { return a.is(Kind::Char) ? std::mov
 }  // namespace
 
 Solution solve(const NumericArray& a, const NumericArray& b) {
+  if (a.size().rows() != b.size().rows()) throw problem(text::kSolveSizes);
   if (a.has(Property::allReals) && b.has(Property::allReals)) return solveIn(a.toDoubleArray(), b.toDoubleArray());
   return solveIn(a.toComplexArray(), b.toComplexArray());
 }

@@ -57,10 +57,20 @@ NumericArray unary(UnaryOp op, NumericArray a);
 /// throws Problem for what is no array and for more than two dimensions
 Storable transpose(Storable value, bool conjugate);
 
-/// first:step:last, 1 x n, each element first + k*step; 0 x 0 when there is none or an operand is empty. `step` null: 1.
-/// The last element may stand a rounding error beyond `last`.
+/// first:step:last before its elements are made.
+struct Range {
+  double first = 0, step = 1;
+  int64_t count = 0;
+
+  double element(double k) const { return k * step + first; }  ///< k from 0
+  /// 1 x count; 0 x 0 when there is none.
+  DoubleArray elements() const;
+};
+
+/// The range of three operands, without elements when one of them is empty. `step` null: 1. The last element may stand a
+/// rounding error beyond `last`.
 /// throws Problem unless all are real finite scalars; FatalFault for a count past 64 bits
-DoubleArray range(const NumericArray& first, const NumericArray* step, const NumericArray& last);
+Range rangeOf(const NumericArray& first, const NumericArray* step, const NumericArray& last);
 
 /// Joins arrays along dimension `dim`, counted from 1. Empty arrays drop out; nothing left gives a double 0 x 0. The kind is
 /// that of joining from the left, two at a time. The pieces are consumed.

@@ -17,9 +17,8 @@ constexpr double kCountLimit = 9.2e18;  // a little below 2^63
 struct Walk {
   double first, step, last;
 
-  double element(double k) const { return k * step + first; }
   bool counts(int64_t k) const {
-    const double x = element(static_cast<double>(k));
+    const double x = Range{first, step, 0}.element(static_cast<double>(k));
     if (step > 0 ? x < last : x > last) return true;
     return std::fabs(x - last) <= std::fmax(std::fabs(x), std::fabs(last)) * kEps;
   }
@@ -57,25 +56,28 @@ double rangeNumber(const NumericArray& a) {
 }
 
 // In pieces whose counter has 32 bits, which the compiler turns into doubles several at a time.
-void fill(double* out, int64_t n, const Walk& walk) {
+void fill(double* out, const Range& range) {
   constexpr int64_t kPiece = 1 << 16;
-  for (int64_t start = 0; start < n; start += kPiece) {
-    const auto length = static_cast<int32_t>(std::min(kPiece, n - start));
+  for (int64_t start = 0; start < range.count; start += kPiece) {
+    const auto length = static_cast<int32_t>(std::min(kPiece, range.count - start));
     const auto base = static_cast<double>(start);
-    for (int32_t k = 0; k < length; ++k) out[start + k] = walk.element(base + k);
+    for (int32_t k = 0; k < length; ++k) out[start + k] = range.element(base + k);
   }
 }
 
 }  // namespace
 
-DoubleArray range(const NumericArray& first, const NumericArray* step, const NumericArray& last) {
-  if (first.isEmpty() || last.isEmpty() || (step && step->isEmpty())) return DoubleArray();
+Range rangeOf(const NumericArray& first, const NumericArray* step, const NumericArray& last) {
+  if (first.isEmpty() || last.isEmpty() || (step && step->isEmpty())) return {};
   const double a = rangeNumber(first);
   const Walk walk{a, step ? rangeNumber(*step) : 1.0, rangeNumber(last)};
-  const int64_t n = walk.count();
-  if (n == 0) return DoubleArray();
-  DoubleArray result = DoubleArray::uninitialized(SizeVector(1, n));
-  fill(result.writable(), n, walk);
+  return {walk.first, walk.step, walk.count()};
+}
+
+DoubleArray Range::elements() const {
+  if (count == 0) return DoubleArray();
+  DoubleArray result = DoubleArray::uninitialized(SizeVector(1, count));
+  fill(result.writable(), *this);
   return result;
 }
 

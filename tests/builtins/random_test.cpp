@@ -172,6 +172,7 @@ TEST(Random, sizesAndComplaints) {
       {"randn", {minus, num(1)}, "The 1st input argument is invalid | It should be a scalar of real integer >= 0"},
       {"randi", {num(0)}, " | In randi(imax), imax should be a real integer of finite value > 0"},
       {"randi", {num(1e300), num(1)}, " | In randi(imax, n), imax should be a real integer of finite value > 0"},
+      {"randi", {minus, row({1, 2})}, " | In randi(imax, sizeVec), imax should be a real integer of finite value > 0"},
       {"randi", {num(5), minus}, " | In randi(imax, n), n should be a scalar of real integer >= 0"},
       {"randi", {num(5), row({1, -1})}, " | In randi(imax, sizeVec), sizeVec should be a vector of real integers >= 0"},
       {"randi", {num(5), num(1), minus}, " | In randi(imax, s1, s2, ...), si should be a real integer scalar >= 0"},

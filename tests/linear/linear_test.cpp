@@ -6,7 +6,8 @@
 #include <cmath>
 
 #include "linear/lapack.h"
-#include "values/arrays.h"
+#include "linear/samples.h"
+#include "linear/svd.h"
 
 namespace kelo {
 namespace {
@@ -32,7 +33,8 @@ TEST(Linear, Table) {
       {zeros({2, 0}), Op::mult, zeros({0, 2}), "double 2 x 2: 0 0 0 0"},
       {complexShaped({1, 2}, {{1, 0}, {2, 0}}), Op::mult, column({1, 1}), "double 1 x 1: 3"},
       {complexShaped({1, 2}, {{0, 1}, {2, 0}}), Op::mult, column({1, 1}), "complex 1 x 1: 2,1"},
-      {cube, Op::mult, square, "Invalid operands | In A * B or mtimes(A, B), A and B are expected to be matrices (2D arrays)"},
+      {cube, Op::mult, square,
+       "Invalid operands | In A * B or mtimes(A, B), A and B are expected to be matrices (2D arrays)"},
       {square, Op::mult, row({1, 2}),
        "Invalid operands | In A * B or mtimes(A, B), size(A, 2) == size(B, 1) should hold"},
 
@@ -43,7 +45,8 @@ TEST(Linear, Table) {
       {square, Op::power, row({1, 2}), "In A^b and mpower(A, b), b should be scalar"},
       {row({1, 2}), Op::power, num(2), "In A^b and mpower(A, b), A is expected to be a square matrix or scalar"},
       {square, Op::power, num(2.5), "In A^b and mpower(A, b), when A is non-scalar, b should be a real integer scalar"},
-      {square, Op::power, num(INFINITY), "In A^b and mpower(A, b), when A is non-scalar, b should be a real integer scalar"},
+      {square, Op::power, num(INFINITY),
+       "In A^b and mpower(A, b), when A is non-scalar, b should be a real integer scalar"},
       {singular, Op::power, num(-1), "Attempting to compute inverse of a singular matrix"},
 
       {shaped({2, 2}, {2, 0, 0, 4}), Op::mldivide, column({2, 4}), "double 2 x 1: 1 1"},
@@ -52,6 +55,8 @@ TEST(Linear, Table) {
       {column({1, 0}), Op::mrdivide, num(0), "double 2 x 1: inf nan"},
       {zeros({0, 3}), Op::mldivide, column({1, 2}), "double 0 x 0:"},
       {cube, Op::mrdivide, num(1), "double 2 x 2 x 2: 0 0 0 0 0 0 0 0"},
+      {shaped({3, 2}, {NAN, 0, 0, 0, 0, 0}), Op::mldivide, column({1, 2, 3}),
+       "Failed to solve A * x = b, since A is singular"},
       {singular, Op::mldivide, column({1, 2}), "Failed to solve the matrix equation A * x = b since A is singular"},
       {row({1, 2}), Op::mrdivide, singular, "Failed to solve the matrix equation x * A = b since A is singular"},
       {square, Op::mldivide, column({1, 2, 3}),
@@ -132,7 +137,8 @@ TEST(Linear, SolveAndMultiply) {
     EXPECT_LT(residual(mtimes(a, mldivide(a, b, ignore)), b), bound);
     EXPECT_LT(residual(mtimes(mrdivide(conjugated(b), a, ignore), a), conjugated(b)), bound);
     EXPECT_LT(residual(mtimes(a, inverse(a, ignore)), mpower(a, num(0), ignore)), bound);
-    EXPECT_LT(residual(mpower(a, num(3), ignore), mtimes(a, mtimes(a, a))), 1e-9 * std::pow(greatest(a) * double(n), 3));
+    EXPECT_LT(residual(mpower(a, num(3), ignore), mtimes(a, mtimes(a, a))),
+              1e-9 * std::pow(greatest(a) * double(n), 3));
     // Least squares: the error is orthogonal to the columns.
     const NumericArray target = make(m + n, 2);
     const NumericArray error = elementwise(Op::minus, mtimes(tall, mldivide(tall, target, ignore)), target);
@@ -141,6 +147,57 @@ TEST(Linear, SolveAndMultiply) {
     const NumericArray exact = make(n, 1);
     EXPECT_LT(residual(mtimes(wide, mldivide(wide, exact, ignore)), exact), 1e-10);
   }
+}
+
+// Sizes as rounding leaves them: a residual beside |a| * |x|, and for what has no solution the part of the error within
+// the columns of a.
+TEST(Linear, SolvesHardMatrices) {
+  std::mt19937_64 random(31);
+  const Warn ignore = [](std::string) {};
+  int solved = 0, refused = 0;
+  for (const auto& [name, a] : samples()) {
+    if (a.isEmpty()) continue;
+    SCOPED_TRACE(name);
+    const NumericArray b = a.is(Kind::Complex) ? NumericArray(randomComplex(random, SizeVector(a.size().rows(), 2)))
+                                               : NumericArray(randomArray(random, SizeVector(a.size().rows(), 2)));
+    const bool isSquare = a.size().rows() == a.size().columns();
+    NumericArray left, right, inverted;
+    try {
+      left = mldivide(a, b, ignore);
+      right = mrdivide(adjoint(b), adjoint(a), ignore);
+      inverted = isSquare ? inverse(a, ignore) : pseudoInverse(a, std::nullopt);
+    } catch (const Problem&) {
+      EXPECT_EQ(rcond(a), 0);
+      ++refused;
+      continue;
+    }
+    ++solved;
+    const double bound = boundOf(a), size = greatestSum(a), sizeOfX = greatestSum(left);
+    ASSERT_TRUE(std::isfinite(sizeOfX));
+    const NumericArray error = elementwise(Op::minus, mtimes(a, left), b);
+    const NumericArray transposed = elementwise(Op::minus, mtimes(right, adjoint(a)), adjoint(b));
+    if (isSquare) {
+      EXPECT_LE(greatestSum(error) / size, bound * sizeOfX);
+      EXPECT_LE(greatestSum(transposed) / size, 3 * bound * greatestSum(right));
+      EXPECT_LE(distance(mtimes(a, inverted), identity(a.size().rows())) / size, 10 * bound * greatestSum(inverted));
+    } else {
+      const double limit = bound * size * (size * sizeOfX + greatestSum(b));
+      EXPECT_LE(greatestSum(mtimes(adjoint(a), error)), limit);
+      EXPECT_LE(distance(adjoint(transposed), error), limit);
+    }
+  }
+  EXPECT_GT(solved, 20);
+  EXPECT_GT(refused, 0);
+}
+
+// The inverse of the matrix of Hilbert is known: it has whole numbers.
+TEST(Linear, InverseOfHilbertMatrix) {
+  const Warn ignore = [](std::string) {};
+  const DoubleArray x = inverse(hilbert(4), ignore).asDouble();
+  const double expected[] = {16,  -120,  240,  -140,  -120, 1200, -2700, 1680,
+                             240, -2700, 6480, -4200, -140, 1680, -4200, 2800};
+  for (int64_t i = 0; i < 16; ++i) EXPECT_NEAR(x[i], expected[i], 1e-8) << i;
+  EXPECT_NEAR(1 / rcond(hilbert(4)), 28375, 1e-6);  // the known condition in the 1-norm
 }
 
 TEST(Linear, SmallAndLargeProductsAgree) {

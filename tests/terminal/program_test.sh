@@ -41,6 +41,8 @@ printf 'x = "\377"\n' >latin.m
 
 check 'values and errors' 1 "x = ${blank} 5.0000${blank}${blank}ans = ${blank} 6.0000" \
   "${blank}Error at Line 1(1) of the console. *\"nope\"*." "$program" -e 'x = 5' -e 'x + 1' -e nope
+check 'one blank line between items' 0 "s =${blank} struct with field:${blank}    a: Double [1 x 1]  1.0000${blank}${blank}x = ${blank} 2.0000" \
+  '' "$program" -e 's.a = 1' -e 'x = 2'
 check 'text that begins with a dash' 0 "ans = ${blank}-2.0000" '' "$program" -e '-5 + 3'
 check 'silence' 0 '' '' "$program" -e 'x = 5;' -e ''
 check 'file' 0 "ans = ${blank} 3.0000" '' "$program" good.m
@@ -61,6 +63,13 @@ for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' 
   check "wrong usage: $wrong" 2 '' 'kelo: *' "$program" $wrong
   [ "$(wc -l <err)" = 1 ] || { echo "wrong usage: $wrong: more than one line"; failures=$((failures + 1)); }
 done
+
+# Random numbers go on where the last program left them; where nothing can be saved, they go on within the program.
+second="ans = 1e-1 × ${blank} 4.1119"
+check 'seed' 0 '' '' "$program" -e 'rng(1), x = rand;'
+check 'random numbers go on' 0 "$second" '' "$program" -e rand
+check 'random numbers without a place for them' 0 "$second" 'kelo: the settings cannot be saved in *' \
+  env XDG_STATE_HOME="$folder/good.m" "$program" -e 'rng(1), x = rand;' -e rand
 
 # Ctrl-C ends an endless loop, and the commands behind it do not run.
 "$program" -e 'while 1, x = 1; end' -e 'y = 2' >out 2>err &

@@ -36,10 +36,10 @@ TEST(Range, Table) {
       {num(1), num(1e-20), num(2), "fatal: a range of too many elements"},
   };
   for (const auto& r : rows) {
-    EXPECT_EQ(outcome([&] { return range(r.first, &r.step, r.last); }), r.expected)
+    EXPECT_EQ(outcome([&] { return rangeOf(r.first, &r.step, r.last).elements(); }), r.expected)
         << describe(r.first) << " " << describe(r.step) << " " << describe(r.last);
   }
-  EXPECT_EQ(describe(range(num(2), nullptr, num(4))), "double 1 x 3: 2 3 4");
+  EXPECT_EQ(describe(rangeOf(num(2), nullptr, num(4)).elements()), "double 1 x 3: 2 3 4");
 }
 
 // The definition: counted one by one.
@@ -66,14 +66,14 @@ TEST(Range, CountEqualsTheWalk) {
     const double sign = down ? -1 : 1;
     if (a == b) continue;
     const NumericArray step = num(sign * s);
-    ASSERT_EQ(range(num(sign * a), &step, num(sign * b)).numElements(), walked(sign * a, sign * s, sign * b))
+    ASSERT_EQ(rangeOf(num(sign * a), &step, num(sign * b)).count, walked(sign * a, sign * s, sign * b))
         << elementText(sign * a) << ":" << elementText(sign * s) << ":" << elementText(sign * b);
   }
 }
 
 TEST(Range, ElementsDoNotAccumulate) {
   const NumericArray step = num(0.1);
-  const DoubleArray x = range(num(0), &step, num(20000));
+  const DoubleArray x = rangeOf(num(0), &step, num(20000)).elements();
   ASSERT_EQ(x.numElements(), 200001);
   for (int64_t k = 0; k < x.numElements(); k += 997) ASSERT_EQ(x[k], static_cast<double>(k) * 0.1);
 }

@@ -30,11 +30,12 @@ struct QrOption {
   bool asVector = false;  ///< the exchanges as a row of positions
 };
 
+/// Without a word on them the exchanges are a matrix, but for the economy form 0.
 QrOption qrOption(const Call& call) {
   if (call.count() == 1) return {};
   if (isZero(call.args[1])) return {QrSize::economy, true};
   switch (read::option(call, 1, Wording::sentence(text::kOptionOfQr), {"econ", "vector", "matrix"})) {
-    case 0: return {QrSize::economy, true};
+    case 0: return {QrSize::economy, false};
     case 1: return {QrSize::full, true};
     default: return {};
   }

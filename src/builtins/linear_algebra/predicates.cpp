@@ -41,11 +41,10 @@ NodeValue bandwidth(Call& call) {
 }
 
 NodeValue symmetry(Call& call) {
-  const double given = tolerance(call).value_or(0);
   const NumericArray a = takeMatrix(call, Matrix::any, Text::asNumbers,
                                     {call.count() == 1 ? "A" : "A, tol", "A", predicate::kNumericMatrix});
   const bool conjugated = call.selector<Symmetry>() == Symmetry::ishermitian;
-  return truth(isMirrored(a, conjugated ? Mirror::conjugated : Mirror::plain, given));
+  return truth(isMirrored(a, conjugated ? Mirror::conjugated : Mirror::plain, tolerance(call).value_or(0)));
 }
 
 }  // namespace kelo::builtins::linear_algebra

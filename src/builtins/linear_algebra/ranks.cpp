@@ -12,11 +12,10 @@
 namespace kelo::builtins::linear_algebra {
 
 NodeValue pinv(Call& call) {
-  const auto given = tolerance(call);
   NumericArray a = takeMatrix(call, Matrix::any, Text::asNumbers,
                               {call.count() == 1 ? "A" : "A, tol", "A", predicate::kNumericMatrix});
   if (!a.has(Property::allWellDefinedRealParts)) throw Wording::sentence(text::kFiniteInputs).complaint(call);
-  return pseudoInverse(std::move(a), given);
+  return pseudoInverse(std::move(a), tolerance(call));
 }
 
 namespace {
@@ -37,9 +36,9 @@ double countAbove(const DoubleArray& singularValues, double limit) {
 }  // namespace
 
 NodeValue rank(Call& call) {
+  NumericArray a = takeMatrix(call, Matrix::finite, Text::refused, Wording::sentence(text::kFirstFiniteMatrix));
   DoubleArray limits;
   if (call.count() == 2) limits = tolerances(call);
-  NumericArray a = takeMatrix(call, Matrix::finite, Text::refused, Wording::sentence(text::kFirstFiniteMatrix));
   const SizeVector size = a.size();
   const DoubleArray s = singularValues(std::move(a), text::kRankFailed);
   if (call.count() == 1) return NodeValue(s.isEmpty() ? 0.0 : countAbove(s, rankTolerance(size, s[0])));
@@ -64,9 +63,8 @@ NodeValue norm(Call& call) {
 }
 
 NodeValue rref(Call& call) {
-  const auto given = tolerance(call);
   NumericArray a = takeMatrix(call, Matrix::any, Text::refused, Wording::sentence(text::kFirstNumericMatrix));
-  Rref result = kelo::rref(std::move(a), given);
+  Rref result = kelo::rref(std::move(a), tolerance(call));
   auto columns = DoubleArray::uninitialized(SizeVector(1, static_cast<int64_t>(result.pivots.size())));
   std::transform(result.pivots.begin(), result.pivots.end(), columns.writable(),
                  [](int64_t k) { return static_cast<double>(k + 1); });

@@ -53,13 +53,11 @@ TypedArray<T> integral(const TypedArray<T>& p, T constant) {
 }  // namespace
 
 NodeValue polyder(Call& call) {
-  if (call.count() == 1) {
-    if (call.outputCount() > 1) throw outputCountComplaint(call.name(), 1);
-    return inCommonKind([](auto p) { return NodeValue(derivative(p)); },
-                        takePolynomial(call, 0, {"p", "p", predicate::kVectorOfNumbers}));
-  }
-  NumericArray first = takePolynomial(call, 0, {"a, b", "a", predicate::kVectorOfNumbers});
-  NumericArray second = takePolynomial(call, 1, {"a, b", "b", predicate::kVectorOfNumbers});
+  const bool isAlone = call.count() == 1;  // which is a product with 1, or a quotient by 1
+  NumericArray first =
+      takePolynomial(call, 0, {isAlone ? "p" : "a, b", isAlone ? "p" : "a", predicate::kVectorOfNumbers});
+  NumericArray second =
+      isAlone ? NumericArray(1.0) : takePolynomial(call, 1, {"a, b", "b", predicate::kVectorOfNumbers});
   return inCommonKind(
       [&](auto a, auto b) -> NodeValue {
         if (call.outputCount() > 1) return quotientRule(call, a, b);

@@ -49,7 +49,7 @@ Factored<T> factored(TypedArray<T> v, TypedArray<T> y) {
   std::vector<T> tau(static_cast<size_t>(k));
   T* packed = v.writable();
   requireDone(lapack::geqrf(m, n, packed, tau.data()), text::kQrFailed);
-  requireDone(lapack::multiplyByQ(/*conjugated*/ true, m, 1, k, packed, tau.data(), y.writable()), text::kQrFailed);
+  requireDone(lapack::multiplyByQ(/*conjugated*/ true, m, 1, k, packed, tau.data(), y.writable(), m), text::kQrFailed);
   return {upperTriangle(v, k), std::move(y)};
 }
 

@@ -1,6 +1,5 @@
 // Random numbers. All functions draw from the one stream of the application and leave its state in randState; the end
 // of the run makes it durable.
-#include <algorithm>
 #include <cmath>
 
 #include "builtins/library.h"
@@ -35,20 +34,19 @@ NodeValue randn(Call& call) {
               [](KLRand random, auto out) { random.randomNormalArray(kZero, kOne, out); });
 }
 
-Problem integerSizeComplaint(const Call& call, int position) {
-  if (call.count() > 2) return argumentComplaint(call.name(), "imax, s1, s2, ...", "si", text::kEachLength);
-  const Storable& size = call.args[static_cast<size_t>(position)];
-  if (size.isArray() && !size.size().isScalar()) {
-    return argumentComplaint(call.name(), "imax, sizeVec", "sizeVec", text::kSizeOfLengths);
+/// The form of `randi` in use, and the words about its size.
+Wording formOfRandi(const Call& call) {
+  if (call.count() == 1) return {"imax", nullptr, nullptr};
+  if (call.count() > 2) return {"imax, s1, s2, ...", "si", text::kEachLength};
+  if (call.args[1].isArray() && !call.args[1].size().isScalar()) {
+    return {"imax, sizeVec", "sizeVec", text::kSizeOfLengths};
   }
-  return argumentComplaint(call.name(), "imax, n", "n", text::kScalarLength);
+  return {"imax, n", "n", text::kScalarLength};
 }
 
 NodeValue randi(Call& call) {
-  static constexpr const char* kSignatures[] = {"imax", "imax, n", "imax, s1, s2, ..."};
-  const char* signature = kSignatures[std::min(call.count(), 3) - 1];
-  const int64_t max = read::integer(call, 0, {signature, "imax", text::kLargestInteger}, 1);
-  return draw(call, drawnSize(call, 1, integerSizeComplaint),
+  const int64_t max = read::integer(call, 0, {formOfRandi(call).signature, "imax", text::kLargestInteger}, 1);
+  return draw(call, drawnSize(call, 1, [](const Call& c, int) { return formOfRandi(c).complaint(c); }),
               [=](KLRand random, auto out) { random.randomIntegerArray(max, out); });
 }
 

@@ -45,6 +45,8 @@ inline constexpr const char* kManyDimensionsOfB = ", if ndim(b) > 2, A has to be
 inline constexpr const char* kLeftEquation = "A * x = b";
 inline constexpr const char* kRightEquation = "x * A = b";
 inline constexpr const char* kSolveSizes = "Sizes of A and b mismatch while attempting to solve the matrix equation";
+inline constexpr const char* kLeastSquaresFailed = "Failed to solve A * x = b";
+inline constexpr const char* kLeastSquaresSingular = "Failed to solve A * x = b, since A is singular";
 std::string solveSingular(const std::string& equation);
 std::string solveRankDeficient(const std::string& equation, int64_t rank, double tolerance);
 std::string solveNearlySingular(const std::string& equation, double rcond);

@@ -37,9 +37,9 @@ void ItemWriter::item(const Display& display) {
   if (display.contentType() == Display::DisplayContentType::inputText) return;  // it has been typed here
   if (style_.json) return write(STDOUT_FILENO, jsonLine(display));
   const bool isError = display.contentType() == Display::DisplayContentType::error;
-  const std::string blankLine = hasWritten_ ? "\n" : "";
-  write(isError ? STDERR_FILENO : STDOUT_FILENO,
-        blankLine + (isError ? errorText(display) : display.displayText()) + "\n");
+  std::string text = isError ? errorText(display) : display.displayText();
+  if (!text.ends_with('\n')) text += '\n';  // the text of a structure ends its line itself
+  write(isError ? STDERR_FILENO : STDOUT_FILENO, (hasWritten_ ? "\n" : "") + text);
   hasWritten_ = true;
 }
 

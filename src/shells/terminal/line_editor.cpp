@@ -85,7 +85,8 @@ bool LineEditor::waitForKey() {
   }
 }
 
-/// One character of UTF-8; a byte that begins none stands for itself. 1: read, 0: the end, -1: Ctrl-C.
+/// One character of UTF-8; a byte that begins none stands for itself. NUL is dropped: a Ctrl-D typed while a run was on
+/// comes as one, and as a key it would quote the next key. 1: read, 0: the end, -1: Ctrl-C.
 int LineEditor::nextCharacter(wchar_t* character) {
   unsigned char bytes[4];
   utf8proc_ssize_t length = 0;
@@ -96,12 +97,13 @@ int LineEditor::nextCharacter(wchar_t* character) {
       return -1;
     }
     if (read(STDIN_FILENO, bytes + length, 1) != 1) return 0;
+    if (bytes[length] == 0) continue;
     ++length;
     if (utf8proc_iterate(bytes, length, &codePoint) == length) {
       *character = static_cast<wchar_t>(codePoint);
       return 1;
     }
-  } while (length < 4 && bytes[0] >= 0xC2);
+  } while (length == 0 || (length < 4 && bytes[0] >= 0xC2));
   *character = bytes[0];
   return 1;
 }

@@ -1,0 +1,145 @@
+// A session at a terminal: the program runs behind a pseudo terminal, is typed to, and what appears is read.
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr auto kPatience = std::chrono::seconds(20);
+
+class Session {
+ public:
+  Session(const std::filesystem::path& folder, bool colour) {
+    const winsize size{24, 80, 0, 0};
+    child_ = forkpty(&terminal_, nullptr, nullptr, &size);
+    if (child_ != 0) return;
+    setenv("TERM", "xterm", 1);
+    setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
+    colour ? unsetenv("NO_COLOR") : setenv("NO_COLOR", "1", 1);
+    if (chdir(folder.c_str()) == 0) execl(KELO_PROGRAM, "kelo", nullptr);
+    _exit(127);
+  }
+  ~Session() {
+    if (child_ > 0) {
+      kill(child_, SIGKILL);
+      waitpid(child_, nullptr, 0);
+    }
+    close(terminal_);
+  }
+
+  /// Types keys, then waits until `expected` appears behind what was waited for before.
+  testing::AssertionResult type(const std::string& keys, const std::string& expected) {
+    EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    return shows(expected);
+  }
+  testing::AssertionResult shows(const std::string& expected) {
+    const auto end = Clock::now() + kPatience;
+    while (Clock::now() < end) {
+      const size_t found = shown_.find(expected, seen_);
+      if (found != std::string::npos) {
+        seen_ = found + expected.size();
+        return testing::AssertionSuccess();
+      }
+      readSome();
+    }
+    return testing::AssertionFailure() << "never showed \"" << expected << "\" but \"" << shown_.substr(seen_) << '"';
+  }
+  /// Types the end of the input until the program has ended, for a terminal drops that key while a line is not being read;
+  /// the exit status.
+  int end() {
+    int status = 0;
+    const auto end = Clock::now() + kPatience;
+    while (waitpid(child_, &status, WNOHANG) == 0) {
+      if (Clock::now() > end) return -1;
+      EXPECT_EQ(write(terminal_, "\x04", 1), 1);
+      for (int k = 0; k < 10; ++k) readSome();
+    }
+    child_ = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  void readSome() {
+    pollfd waiting{terminal_, POLLIN, 0};
+    if (poll(&waiting, 1, 50) <= 0) return;
+    char part[4096];
+    const ssize_t count = read(terminal_, part, sizeof part);
+    if (count > 0) shown_.append(part, static_cast<size_t>(count));
+  }
+
+  int terminal_ = -1;
+  pid_t child_ = -1;
+  std::string shown_;
+  size_t seen_ = 0;
+};
+
+class Terminal : public testing::Test {
+ protected:
+  Terminal() {
+    char name[] = "/tmp/kelo_session_XXXXXX";
+    folder_ = mkdtemp(name);
+  }
+  ~Terminal() override { std::filesystem::remove_all(folder_); }
+  std::filesystem::path folder_;
+};
+
+const char* const kUp = "\x1b[A";
+const char* const kControlC = "\x03";
+
+TEST_F(Terminal, TypeErrCorrectRecall) {
+  Session session(folder_, true);
+  ASSERT_TRUE(session.shows("> "));
+  EXPECT_TRUE(session.type("x = 2 + nope\r", "\x1b[31mError at Line 1(9) of the console. Variable or function named \"nope\" not "
+                                             "found.\x1b[0m\r\n    x = 2 + nope\r\n            ^"));
+  EXPECT_TRUE(session.type(std::string(kUp) + "\b\b\b\b3\r", "x = \r\n 5.0000"));
+  EXPECT_TRUE(session.type("for k = 1:2\r", "| "));
+  EXPECT_TRUE(session.type("k\rend\r", "k = \r\n 1.0000\r\n\r\nk = \r\n 2.0000"));
+  EXPECT_TRUE(session.type("[1 2\r3 4]\r", "ans = \r\n 1.0000   2.0000\r\n 3.0000   4.0000"));
+  EXPECT_EQ(session.end(), 0);
+}
+
+TEST_F(Terminal, CompletesBuiltInsVariablesAndFiles) {
+  std::filesystem::create_directories(folder_);
+  FILE* const file = fopen((folder_ / "zebra_file.m").c_str(), "w");
+  fclose(file);
+  Session session(folder_, false);
+  EXPECT_TRUE(session.type("my_long_name = 7;\r", "> "));
+  EXPECT_TRUE(session.type("my_l\t\r", "my_long_name"));
+  EXPECT_TRUE(session.shows(" 7.0000"));
+  EXPECT_TRUE(session.type("fibon\t", "acci"));
+  EXPECT_TRUE(session.type("(10)\r", " 55.000"));
+  EXPECT_TRUE(session.type("zebr\t", "a_file"));
+}
+
+TEST_F(Terminal, StopsWaitsAndAsks) {
+  Session session(folder_, false);
+  EXPECT_TRUE(session.type("x = 1;\r", "> "));
+  EXPECT_TRUE(session.type("disp('runs'), while 1, x = x + 1; end\r", "\r\nruns"));
+  EXPECT_TRUE(session.type(kControlC, "Terminated by user interruption"));
+  EXPECT_TRUE(session.type("y = input('how many? ')\r", "\nhow many? "));
+  EXPECT_TRUE(session.type("6*7\r", "y = \r\n 42.000"));
+  EXPECT_TRUE(session.type("disp('waits'), pause, disp('goes on')\r", "\r\nwaits"));
+  EXPECT_TRUE(session.type("\r", "\r\ngoes on"));
+}
+
+TEST_F(Terminal, HistoryOutlivesTheProgram) {
+  {
+    Session session(folder_, false);
+    EXPECT_TRUE(session.type("kept = 11\r", " 11.000"));
+    EXPECT_EQ(session.end(), 0);
+  }
+  Session session(folder_, false);
+  ASSERT_TRUE(session.shows("> "));
+  EXPECT_TRUE(session.type(kUp, "kept = 11"));
+  EXPECT_TRUE(session.type("\r", " 11.000"));
+}
+
+}  // namespace
