@@ -47,6 +47,7 @@ const Wrong kWrong[] = {
     {"[a, 1] = f()", 1, 8, "="},
     {"for k = 1:2\nx = k;", 3, 1, nullptr},
     {"if a\nwhile b\nend", 4, 1, nullptr},
+    {"while a\nb\n\nfunction f\n\n\n\n\n\n,", 4, 1, "function"},
     {"function", 1, 9, nullptr},
     {"function f(a", 1, 13, nullptr},
     {"function f\nend\nx = 1", 3, 1, "x"},
