@@ -88,7 +88,11 @@ std::string MatlabParser::loadText() const {
 ProgTree MatlabParser::parseFile() {
   std::optional<std::u32string> codePoints = decodeUtf8(loadText());
   if (!codePoints) throw problem(text::kNotUtf8);
-  prog_ = rootOf<KeloParser::ProgContext>(parsed(std::move(*codePoints), StartRule::prog, {relativePath()}));
+  try {
+    prog_ = rootOf<KeloParser::ProgContext>(parsed(std::move(*codePoints), StartRule::prog, {relativePath()}));
+  } catch (const std::exception&) {
+    throw problem(text::errorWhileParsingFile(*filenameWithExt_));
+  }
   if (prog_ == nullptr) throw problem(text::syntaxErrorInFile(*filenameWithExt_));
   setting_.buffer.add({*dirRelativePath_, *filenameWithExt_, shared_from_this()});
   return prog_;

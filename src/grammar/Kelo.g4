@@ -41,7 +41,7 @@ locals [bool allowsBreakContinue = false]
   : stat+
   ;
 
-// The "end" of a block must be followed by a line end, and a statement needs a separator of its own.
+// NOTE: intended: the "end" of a block must be followed by a line end, and a statement needs a separator of its own.
 stat
 locals [bool needsShowOutput = true]
   : FOR id_names EQ expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+  # ForLoop

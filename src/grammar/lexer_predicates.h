@@ -17,6 +17,8 @@ inline constexpr size_t kEndOfText = SIZE_MAX;
 bool pointIsDecimal(size_t next);
 
 /// Whether a quote opens a text; otherwise it is a transpose. `before` stands before the quote.
+///
+/// NOTE: intended: behind an underscore or a blank it opens one, whatever stands before that.
 bool quoteOpensText(size_t before);
 
 /// Line feed, carriage return and the other line ends of Unicode.

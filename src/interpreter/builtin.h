@@ -47,7 +47,8 @@ struct Builtin {
   const char* help;       ///< one line, without a full stop: "Round towards plus infinity"
   const char* example;    ///< a command to try
   const CountTexts* countTexts = nullptr;
-  const char* verb = nullptr;  ///< the last-resort text is "Unexpected error occurred while VERB"
+  const char* verb = nullptr;     ///< the last-resort text is "Unexpected error occurred while VERB"
+  const char* failure = nullptr;  ///< the last-resort text as a whole, of a function with one of its own
 };
 
 /// Where a call stands in its text; copied into the messages that it gives.

@@ -31,6 +31,9 @@ class ConsoleView {
   virtual void prompt(const Display& display) { item(display); }
   /// `clc`. Thread: the parser queue.
   virtual void cleared() {}
+  /// How far a long task of a built-in is, as a short line that the next one replaces; "" takes it away. Thread: the
+  /// parser queue.
+  virtual void progress(const std::string& line) {}
   /// A run has ended; the state `idle` follows. Thread: the parser queue.
   virtual void runEnded(const RunResult& result) {}
   /// Thread: main.

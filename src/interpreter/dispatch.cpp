@@ -38,6 +38,11 @@ void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
   }
 }
 
+std::string lastResort(const Builtin& row) {
+  if (row.failure) return row.failure;
+  return row.verb ? std::string(text::kUnexpectedError) + " while " + row.verb : text::kUnexpectedError;
+}
+
 }  // namespace
 
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
@@ -59,7 +64,7 @@ NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optiona
     message = whole;
   } catch (const std::exception&) {
     message = messageAt(site);
-    message.reason = row.verb ? std::string(text::kUnexpectedError) + " while " + row.verb : text::kUnexpectedError;
+    message.reason = lastResort(row);
   }
   app.show(message);
   return NodeValue::failure();

@@ -42,7 +42,7 @@ RunResult runBlock(AppController& app, Body body) {
     body();
   } catch (const FatalFault& fault) {
     result.fatalFault = fault.what;
-  } catch (const std::exception&) {
+  } catch (...) {  // no visit lets anything else through; if one does, the run ends and not the program
     showError(app, text::kUnexpectedError);
   }
   app.workspaces.base().removeLocalFunctions();

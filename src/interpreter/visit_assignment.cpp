@@ -185,10 +185,14 @@ bool Visitor::buildChain(KeloNode& assignment, const ChainDetails& details, Fiel
   const auto addIndices = [&](bool hasArgs, const std::vector<KeloNode*>& nodes) {
     if (!hasArgs) return true;
     if (nodes.empty()) return !fail(assignment, text::kNoIndex).isFailure();
-    const Storable* reached = chain.reached(findVariable(assignment.cache.name, &assignment.cache.hint));
-    const SizeVector size = reached && reached->isArray() ? reached->size() : SizeVector();
+    SizeVector size;
+    const NodeValue looked = guarded(assignment, text::kStructureAssignmentFailed, [&] {
+      const Storable* reached = chain.reached(findVariable(assignment.cache.name, &assignment.cache.hint));
+      if (reached && reached->isArray()) size = reached->size();
+      return NodeValue::nothing();
+    });
     Subscripts subscripts;
-    if (!evaluateSubscripts(size, nodes, subscripts, assignment)) return false;
+    if (looked.isFailure() || !evaluateSubscripts(size, nodes, subscripts, assignment)) return false;
     return !guarded(assignment, text::kIndexEvaluationFailed, [&] {
               const auto indices = subscripts.indices();
               chain.addIndices({indices.begin(), indices.end()});

@@ -21,7 +21,9 @@ CallSite Visitor::siteOf(KeloNode& place) const {
 
 Message Visitor::messageAt(KeloNode& place) const { return kelo::messageAt(siteOf(place)); }
 
+// Behind a recursion that was too deep nothing more is said: each of its levels would add a line.
 NodeValue Visitor::fail(KeloNode& place, const Problem& problem) {
+  if (recursionWasTooDeep_) return NodeValue::failure();
   Message message = messageAt(place);
   message.reason = problem.reason;
   message.expected = problem.expected;
@@ -53,6 +55,7 @@ NodeValue Visitor::failWithCurrentException(KeloNode& place, const char* lastRes
 bool Visitor::stackHasRoom(KeloNode& place) {
   if (!platform::stackIsLow()) return true;
   fail(place, text::kRecursionTooDeep);
+  recursionWasTooDeep_ = true;
   return false;
 }
 

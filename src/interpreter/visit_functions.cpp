@@ -56,7 +56,7 @@ void Visitor::bindInputs(std::span<const Name> names, std::span<Storable> args) 
   }
 }
 
-/// All declared outputs, whatever the caller wants of them; `missing` is the text for one that was not assigned.
+/// All declared outputs, NOTE: intended: whatever the caller wants of them; `missing` is the text for one that was not assigned.
 template <class Missing>
 NodeValue Visitor::collectOutputs(std::span<const Name> names, Missing&& missing, KeloNode& place) {
   std::vector<Storable> values;

@@ -1,4 +1,6 @@
-// Operators, ranges and brackets. Both operands are always evaluated, the left one first.
+// Operators, ranges and brackets.
+//
+// NOTE: intended: both operands are always evaluated, the left one first; `&&` and `||` are no short circuits.
 //
 // OPTIMIZATION: an operand that is a double scalar is computed without a NodeValue (visit_scalars.cpp); two of them meet without an
 // array being made.
@@ -12,7 +14,7 @@
 #include "interpreter/visit_guard.h"
 #include "linear/linear.h"
 #include "messages/catalogue/interpreter.h"
-#include "messages/catalogue/values.h"
+#include "messages/catalogue/operators.h"
 
 namespace kelo {
 namespace {
@@ -93,7 +95,7 @@ NodeValue Visitor::visitTranspose(KeloNode& node) {
   if (!stackHasRoom(node)) return NodeValue::failure();
   NodeValue operand = visit(*node.cache.first);
   if (operand.isFailure()) return operand;
-  if (!operand.isStorable() || !operand.storable().isArray()) return fail(node, text::kNotTransposable);
+  if (!operand.isStorable() || !operand.storable().isArray()) return fail(node, text::kTransposeOfNonArray);
   return guarded(node, text::kUnexpectedTranspose, [&] {
     Storable value = std::move(operand.storable());
     for (const bool conjugate : detailsOf<TransposeDetails>(node).conjugates) value = transpose(std::move(value), conjugate);

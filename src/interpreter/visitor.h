@@ -183,6 +183,7 @@ class Visitor {
 
   AppController& app_;
   Frame frame_;
+  bool recursionWasTooDeep_ = false;
   const Name answer_;
   const Name imaginaryI_, imaginaryJ_;
   std::unordered_map<uint32_t, KeloNode*> programs_;  // of the run directory, by name; null: there is no such file

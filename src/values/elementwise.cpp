@@ -8,25 +8,24 @@
 
 namespace kelo {
 
-SizeVector expandedSize(const SizeVector& a, const SizeVector& b) {
-  if (a.hasZeroLength()) {
-    if (!b.hasZeroLength() && !b.isScalar()) throw problem(text::kIncompatibleSizes);
-    return a;
-  }
-  if (b.hasZeroLength()) {
-    if (!a.isScalar()) throw problem(text::kIncompatibleSizes);
-    return SizeVector();
-  }
+std::optional<SizeVector> expandedSizeIfAny(const SizeVector& a, const SizeVector& b) {
+  if (a.hasZeroLength()) return b.hasZeroLength() || b.isScalar() ? std::optional(a) : std::nullopt;
+  if (b.hasZeroLength()) return a.isScalar() ? std::optional(SizeVector()) : std::nullopt;
   if (a == b || b.isScalar()) return a;
   if (a.isScalar()) return b;
   std::vector<int64_t> lengths;
   for (int64_t d = 1; d <= std::max(a.ndim(), b.ndim()); ++d) {
     const int64_t m = a.dimensionLength(d);
     const int64_t n = b.dimensionLength(d);
-    if (m != n && m != 1 && n != 1) throw problem(text::kIncompatibleSizes);
+    if (m != n && m != 1 && n != 1) return std::nullopt;
     lengths.push_back(std::max(m, n));
   }
   return SizeVector(lengths);
+}
+
+SizeVector expandedSize(const SizeVector& a, const SizeVector& b) {
+  if (auto size = expandedSizeIfAny(a, b)) return std::move(*size);
+  throw problem(text::kIncompatibleSizes);
 }
 
 namespace loops {

@@ -10,6 +10,7 @@
 // thread, in storage order, so that the first failing element decides the error.
 #pragma once
 
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -24,6 +25,8 @@ namespace kelo {
 /// scalar left of an empty right operand gives 0 x 0, and two empties of different sizes give the left one's.
 /// throws Problem "Incompatible array sizes"
 SizeVector expandedSize(const SizeVector& a, const SizeVector& b);
+/// The same; absent where that throws.
+std::optional<SizeVector> expandedSizeIfAny(const SizeVector& a, const SizeVector& b);
 
 namespace loops {
 

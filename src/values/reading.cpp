@@ -13,7 +13,8 @@ namespace {
 
 SizeVector shapeOfOneIndex(const SizeVector& array, const Index& index) {
   if (!index.isVector()) return index.shape();
-  if (array.isRow()) return SizeVector(1, index.count());  // NOTE: intended, a scalar counts as a row
+  // NOTE: intended: a scalar counts as a row, and ":" is a row of positions, so that A(:) of a matrix is a row.
+  if (array.isRow()) return SizeVector(1, index.count());
   if (array.isColumn()) return SizeVector(index.count(), 1);
   return index.shape();
 }

@@ -93,6 +93,16 @@ TEST(Csv, readsARangeAndNothingElse) {
   EXPECT_EQ(rowsOf(text, {1, 0, 1, 1}), "no numbers");
 }
 
+TEST(Csv, tellsHowFarItIs) {
+  std::string text;
+  while (text.size() < 10'000'000) text += "1,2,3,4,5,6,7,8\n";
+  std::vector<double> parts;
+  ASSERT_TRUE(arrayOfCsv(text, {}, [&](double part) { parts.push_back(part); }));
+  ASSERT_EQ(parts.size(), 2u);
+  EXPECT_NEAR(parts[0], 0.42, 0.01);
+  EXPECT_NEAR(parts[1], 0.84, 0.01);
+}
+
 TEST(Csv, writesWhatReadsBackTheSame) {
   std::mt19937_64 random(7);
   const SizeVector size(67, 5);

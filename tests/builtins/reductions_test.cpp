@@ -112,6 +112,7 @@ TEST(Reductions, OrderStatistics) {
       {"prctile", {cube(), num(50), text("all")}, "double 1 x 1: 4.5"},
       {"prctile", {cube(), row({50, 100}), row({1, 3})}, "double 2 x 2: 3.5 6 5.5 8"},
       {"prctile", {zeros({0, 2}), num(50)}, "double 1 x 2: nan nan"},
+      {"prctile", {zeros({0, 0}), num(50), num(5)}, "double 0 x 0:"},
   });
   EXPECT_EQ(outputsOf("mode", {row({7, 2, 7})}, 2), "double 1 x 1: 7 ; double 1 x 1: 2");
 }

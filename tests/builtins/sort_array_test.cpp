@@ -14,8 +14,9 @@
 namespace kelo::builtins {
 namespace {
 
-using By = SortOrder::By;
-using Missing = SortOrder::Missing;
+using Direction = SortOrder::Direction;
+using By = SortOrder::ComparisonMethod;
+using Missing = SortOrder::MissingPlacement;
 
 // Random numbers of a sort that is hard for sorting by digits; `style` 0 to 5.
 double hardNumber(std::mt19937_64& random, int style) {
@@ -46,8 +47,9 @@ std::vector<int64_t> plainOrder(std::span<const T> x, Less less, bool missingFir
 
 template <class T, class Less>
 void expectSorted(const TypedArray<T>& array, const SortOrder& order, Less less, bool (*isMissing)(T)) {
-  const bool missingFirst = order.missing == Missing::automatic ? order.descending : order.missing == Missing::first;
-  const auto directed = [&](T u, T v) { return order.descending ? less(v, u) : less(u, v); };
+  const bool missingFirst = order.missingPlacement == Missing::auto_ ? order.isDescending()
+                                                                     : order.missingPlacement == Missing::first;
+  const auto directed = [&](T u, T v) { return order.isDescending() ? less(v, u) : less(u, v); };
   const std::vector<int64_t> expected = plainOrder<T>(array.values(), directed, missingFirst, isMissing);
   const SortedArray both = sortedAlong(array, array.size().defaultDimension(), order, true);
   const SortedArray alone = sortedAlong(array, array.size().defaultDimension(), order, false);
@@ -73,9 +75,9 @@ TEST(SortArray, RealNumbers) {
       };
       SCOPED_TRACE("style " + std::to_string(style) + ", count " + std::to_string(n));
       expectSorted<double>(array, {}, byValue, isNaN);
-      expectSorted<double>(array, {true, By::value, Missing::automatic}, byValue, isNaN);
-      expectSorted<double>(array, {false, By::magnitude, Missing::first}, byMagnitude, isNaN);
-      expectSorted<double>(array, {true, By::magnitude, Missing::last}, byMagnitude, isNaN);
+      expectSorted<double>(array, {Direction::descend, By::real, Missing::auto_}, byValue, isNaN);
+      expectSorted<double>(array, {Direction::ascend, By::abs, Missing::first}, byMagnitude, isNaN);
+      expectSorted<double>(array, {Direction::descend, By::abs, Missing::last}, byMagnitude, isNaN);
     }
   }
 }
@@ -95,8 +97,8 @@ TEST(SortArray, ComplexNumbers) {
     return std::pair(a.real, a.imaginary) < std::pair(b.real, b.imaginary);
   };
   expectSorted<ComplexDouble>(array, {}, byMagnitude, hasNaN);
-  expectSorted<ComplexDouble>(array, {true, By::magnitude, Missing::automatic}, byMagnitude, hasNaN);
-  expectSorted<ComplexDouble>(array, {false, By::value, Missing::first}, byValue, hasNaN);
+  expectSorted<ComplexDouble>(array, {Direction::descend, By::abs, Missing::auto_}, byMagnitude, hasNaN);
+  expectSorted<ComplexDouble>(array, {Direction::ascend, By::real, Missing::first}, byValue, hasNaN);
 }
 
 TEST(SortArray, EachSliceOfAnyDimension) {

@@ -1,5 +1,5 @@
-// The table of built-ins as a whole: every reserved name has one row, says what it is for, and complains once, without
-// doing anything, of one argument too few, one too many and one output too many.
+// The table of built-ins as a whole: every reserved name has one row, says what it is for with an example that runs, and
+// complains once, without doing anything, of one argument too few, one too many and one output too many.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -40,13 +40,32 @@ TEST(Table, TellsWhatEachFunctionIsFor) {
   }
 }
 
+TEST(Table, GivesExamplesThatRun) {
+  const std::set<std::string_view> waiting = {"input", "pause"};
+  for (const Builtin* row : builtins::library().rows()) {
+    if (row->handler == nullptr || waiting.contains(row->name)) continue;
+    TestApp test(builtins::library());
+    test.app.startCommand(row->example);
+    test.mainQueue.drain();
+    const int messages = std::string_view(row->name) == "error" ? 1 : 0;
+    const std::string last = test.shown.empty() ? "" : test.shown.back();
+    EXPECT_EQ(test.app.messagesShown(), messages) << row->example << "\n" << last;
+  }
+}
+
 TEST(Table, RefusesWrongCountsWithOneSentence) {
   for (const Builtin* row : builtins::library().rows()) {
     if (row->handler == nullptr) continue;
-    if (row->inputs.least > 0) EXPECT_EQ(shownBy(*row, row->inputs.least - 1, 1).size(), 1u) << row->name;
-    if (row->inputs.most < kAny) EXPECT_EQ(shownBy(*row, row->inputs.most + 1, 1).size(), 1u) << row->name;
+    if (row->inputs.least > 0) {
+      EXPECT_EQ(shownBy(*row, row->inputs.least - 1, 1).size(), 1u) << row->name;
+    }
+    if (row->inputs.most < kAny) {
+      EXPECT_EQ(shownBy(*row, row->inputs.most + 1, 1).size(), 1u) << row->name;
+    }
     const int tooMany = std::max(row->outputs, 1) + 1;
-    if (row->outputs < kAny) EXPECT_EQ(shownBy(*row, row->inputs.least, tooMany).size(), 1u) << row->name;
+    if (row->outputs < kAny) {
+      EXPECT_EQ(shownBy(*row, row->inputs.least, tooMany).size(), 1u) << row->name;
+    }
   }
 }
 

@@ -71,6 +71,12 @@ check 'random numbers go on' 0 "$second" '' "$program" -e rand
 check 'random numbers without a place for them' 0 "$second" 'kelo: the settings cannot be saved in *' \
   env XDG_STATE_HOME="$folder/good.m" "$program" -e 'rng(1), x = rand;' -e rand
 
+# Where the stack runs out depends on the build; one line is said all the same.
+printf 'function y = inside(n)\nx = 1:5;\ny = 1 + x(inside(n));\nend\n' >inside.m
+check 'recursion inside an index' 1 '' 'Error in inside() at Line * of inside.m. The recursion is too deep.' \
+  "$program" -e 'inside(inside(1))'
+[ "$(wc -l <err)" = 1 ] || { echo 'recursion inside an index: more than one line'; failures=$((failures + 1)); }
+
 # Ctrl-C ends an endless loop, and the commands behind it do not run.
 "$program" -e 'while 1, x = 1; end' -e 'y = 2' >out 2>err &
 sleep 0.5

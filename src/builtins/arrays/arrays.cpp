@@ -42,9 +42,9 @@ constexpr Builtin kArrays[] = {
 
     {"repmat", repmat, 0, {2, kAny}, 1, "A, s1, s2, ..., sn", "An array repeated in blocks", "repmat([1 2], 2, 2)"},
     {"meshgrid", grid, sel(Grid::meshgrid), {1, 3}, 3, "x1, x2, x3", "Coordinates of a grid, x1 along the columns",
-     "[x, y] = meshgrid(1:3, 1:2)"},
+     "[x, y] = meshgrid(1:3, 1:2)", nullptr, nullptr, text::kRepetitionFailed},
     {"ndgrid", grid, sel(Grid::ndgrid), {1, kAny}, kAny, "x1, x2, ...", "Coordinates of a grid, xk along dimension k",
-     "[x, y] = ndgrid(1:3, 1:2)"},
+     "[x, y] = ndgrid(1:3, 1:2)", nullptr, nullptr, text::kRepetitionFailed},
     {"reshape", reshape, 0, {2, kAny}, 1, "A, s1, s2, ..., sn", "The same elements in another size",
      "reshape(1:6, [], 2)"},
     {"shiftdim", shiftdim, 0, {1, 2}, 2, "A, k", "Dimensions shifted by k to the left",
@@ -65,9 +65,11 @@ constexpr Builtin kArrays[] = {
     {"rot90", rot90, 0, {1, 2}, 1, "A, k", "An array rotated by k quarter turns against the clock", "rot90([1 2; 3 4])"},
 
     {"diag", diag, 0, {1, 2}, 1, "A, k", "A diagonal of a matrix, or a matrix with a given diagonal", "diag([1 2 3])",
-     nullptr, "performing diag()"},
-    {"tril", triangle, sel(Triangle::tril), {1, 2}, 1, "A, k", "The elements on and below diagonal k", "tril(ones(3))"},
-    {"triu", triangle, sel(Triangle::triu), {1, 2}, 1, "A, k", "The elements on and above diagonal k", "triu(ones(3))"},
+     nullptr, nullptr, text::kDiagFailed},
+    {"tril", triangle, sel(Triangle::tril), {1, 2}, 1, "A, k", "The elements on and below diagonal k", "tril(ones(3))",
+     nullptr, nullptr, text::kTrilFailed},
+    {"triu", triangle, sel(Triangle::triu), {1, 2}, 1, "A, k", "The elements on and above diagonal k", "triu(ones(3))",
+     nullptr, nullptr, text::kTriuFailed},
     {"trace", trace, 0, {1, 1}, 1, "A", "The sum of the diagonal", "trace([1 2; 3 4])"},
 
     {"sort", sort, 0, {1, kAny}, 2, "A, dim, direction", "Elements in increasing or decreasing order",

@@ -107,6 +107,7 @@ Storable valuesAt(const NumericArray& array, const DoubleArray& indexes) {
 
 }  // namespace
 
+// Column vectors unless the array is a row, also when nothing is found. NOTE: intended, so find([]) is 0 x 1.
 // Two outputs are rows and columns, the columns running on over all further dimensions.
 NodeValue find(Call& call) {
   const char* signature = call.count() == 1 ? "X" : "X, n";

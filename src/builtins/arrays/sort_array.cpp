@@ -101,14 +101,15 @@ struct ComplexByMagnitude {
 template <class Keys>
 class SliceSorter {
   using T = typename Keys::Element;
+  using Missing = SortOrder::MissingPlacement;
   static constexpr bool kTwoKeys = std::is_same_v<T, ComplexDouble>;
   static constexpr bool kZerosOfTwoSigns = std::is_same_v<T, double>;
 
  public:
   SliceSorter(const SortOrder& order, int64_t length, bool withPositions)
-      : flip_(order.descending ? ~uint64_t{0} : 0),
-        missingFirst_(order.missing == SortOrder::Missing::automatic ? order.descending
-                                                                     : order.missing == SortOrder::Missing::first),
+      : flip_(order.isDescending() ? ~uint64_t{0} : 0),
+        missingFirst_(order.missingPlacement == Missing::auto_ ? order.isDescending()
+                                                               : order.missingPlacement == Missing::first),
         length_(length),
         keys_(usesPairs(withPositions) ? 0 : 2 * length),
         pairs_(usesPairs(withPositions) ? 2 * length : 0) {}
@@ -248,8 +249,9 @@ SortedArray sortedAlong(const NumericArray& array, int64_t dimension, const Sort
     return {array, withPositions ? DoubleArray(size, 1.0) : DoubleArray()};
   }
   const Slices slices(size, dimension);
-  const bool byMagnitude = order.by == SortOrder::By::magnitude ||
-                           (order.by == SortOrder::By::automatic && !array.has(Property::allReals));
+  using Method = SortOrder::ComparisonMethod;
+  const bool byMagnitude = order.comparisonMethod == Method::abs ||
+                           (order.comparisonMethod == Method::auto_ && !array.has(Property::allReals));
   switch (array.kind()) {
     case Kind::Int:
       return byMagnitude ? sortedBy<IntByMagnitude>(array.asInt(), slices, order, withPositions)

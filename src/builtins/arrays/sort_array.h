@@ -6,15 +6,18 @@
 namespace kelo::builtins {
 
 struct SortOrder {
-  /// What numbers are compared by. value: real parts, ties by imaginary parts. magnitude: absolute values, ties by phase
-  /// angles in (-pi, pi]. automatic: magnitude where a part is imaginary, else value.
-  enum class By { value, magnitude, automatic };
-  /// Where NaNs go. automatic: last when ascending, first when descending.
-  enum class Missing { first, last, automatic };
+  enum class Direction { ascend, descend };
+  /// What numbers are compared by. real: real parts, ties by imaginary parts. abs: absolute values, ties by phase
+  /// angles in (-pi, pi]. auto_: abs where a part is imaginary, else real.
+  enum class ComparisonMethod { real, abs, auto_ };
+  /// Where NaNs go. auto_: last when ascending, first when descending.
+  enum class MissingPlacement { last, first, auto_ };
 
-  bool descending = false;
-  By by = By::automatic;
-  Missing missing = Missing::automatic;
+  bool isDescending() const { return direction == Direction::descend; }
+
+  Direction direction = Direction::ascend;
+  ComparisonMethod comparisonMethod = ComparisonMethod::auto_;
+  MissingPlacement missingPlacement = MissingPlacement::auto_;
 };
 
 struct SortedArray {

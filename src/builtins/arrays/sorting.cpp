@@ -11,9 +11,10 @@
 namespace kelo::builtins::arrays {
 namespace {
 
-struct Args {
+/// What is asked for besides the array.
+struct Args : SortOrder {
+  explicit Args(int64_t dimension) : dim(dimension) {}
   int64_t dim;
-  SortOrder order;
 };
 
 constexpr const char* kNames[] = {"comparisonmethod", "missingplacement"};
@@ -32,11 +33,11 @@ int wordIndex(const Storable& value, const char* const (&words)[N]) {
 
 bool isChar(const Storable& value) { return value.isNumeric() && value.numeric()->is(Kind::Char); }
 
-bool isDescending(const Call& call, int position, const char* signature) {
+SortOrder::Direction direction(const Call& call, int position, const char* signature) {
   constexpr const char* kDirections[] = {"ascend", "descend"};
-  const int direction = wordIndex(at(call, position), kDirections);
-  if (direction < 0) throw Wording{signature, "direction", "be either 'ascend' or 'descend'"}.complaint(call);
-  return direction == 1;
+  const int index = wordIndex(at(call, position), kDirections);
+  if (index < 0) throw Wording{signature, "direction", "be either 'ascend' or 'descend'"}.complaint(call);
+  return static_cast<SortOrder::Direction>(index);
 }
 
 int positionOfFirstName(const Call& call) {
@@ -50,7 +51,7 @@ void readByPosition(const Call& call, int end, Args& args) {
   if (end > 3) throw expectation(end < call.count() ? text::kSortManyBeforePair : text::kSortMany);
   if (end < 2) return;
   if (isChar(at(call, 1))) {
-    args.order.descending = isDescending(call, 1, "A, direction");
+    args.direction = direction(call, 1, "A, direction");
     if (end == 2) return;
     if (isChar(at(call, 2))) throw problem(text::kSortOptionName, text::kSortOptionNames);
     throw Wording::sentence(text::kSortInvalid).complaint(call);
@@ -58,10 +59,10 @@ void readByPosition(const Call& call, int end, Args& args) {
   if (!at(call, 1).isNumeric()) throw Wording::sentence(text::kSortInvalid).complaint(call);
   const char* signature = end == 2 ? "A, dim" : "A, dim, direction";
   args.dim = read::dimension(call, 1, {signature, "dim", "be real positive integer scalar"});
-  if (end == 3) args.order.descending = isDescending(call, 2, signature);
+  if (end == 3) args.direction = direction(call, 2, signature);
 }
 
-void readPair(const Call& call, int position, SortOrder& order) {
+void readPair(const Call& call, int position, Args& args) {
   const int name = wordIndex(at(call, position), kNames);
   if (name < 0) throw problem(text::kSortOptionName, text::kSortOptionNames);
   if (position + 1 == call.count()) {
@@ -69,12 +70,14 @@ void readPair(const Call& call, int position, SortOrder& order) {
                                   toUtf8(at(call, position).numeric()->asChar())));
   }
   constexpr const char* kMethods[] = {"real", "abs", "auto"};
-  constexpr const char* kPlaces[] = {"first", "last", "auto"};
+  constexpr const char* kPlaces[] = {"last", "first", "auto"};
   const Storable& choice = at(call, position + 1);
   const int value = name == 0 ? wordIndex(choice, kMethods) : wordIndex(choice, kPlaces);
   if (value < 0) throw Wording::sentence(text::kSortInvalid).complaint(call);
-  if (name == 0) order.by = static_cast<SortOrder::By>(value);
-  else order.missing = static_cast<SortOrder::Missing>(value);
+  if (name == 0)
+    args.comparisonMethod = static_cast<SortOrder::ComparisonMethod>(value);
+  else
+    args.missingPlacement = static_cast<SortOrder::MissingPlacement>(value);
 }
 
 }  // namespace
@@ -82,12 +85,12 @@ void readPair(const Call& call, int position, SortOrder& order) {
 NodeValue sort(Call& call) {
   const Wording words = Wording::sentence(call.count() == 1 ? text::kSortFirst : text::kSortFirstOfSeveral);
   const NumericArray& array = read::numeric(call, 0, words);
-  Args args{array.size().defaultDimension(), {}};
+  Args args(array.size().defaultDimension());
   const int firstName = positionOfFirstName(call);
   readByPosition(call, firstName, args);
-  for (int position = firstName; position < call.count(); position += 2) readPair(call, position, args.order);
+  for (int position = firstName; position < call.count(); position += 2) readPair(call, position, args);
 
-  SortedArray sorted = sortedAlong(array, args.dim, args.order, call.outputCount() > 1);
+  SortedArray sorted = sortedAlong(array, args.dim, args, call.outputCount() > 1);
   if (call.outputCount() == 1) return std::move(sorted.values);
   return call.outputs({std::move(sorted.values), std::move(sorted.positions)});
 }

@@ -64,14 +64,45 @@ CsvRange rangeOf(const Call& call, const char* signature) {
   return range;
 }
 
+/// Shows how far the reading is, once it has taken a second; takes that away at its end.
+class Progress {
+ public:
+  Progress(AppController& app, const std::string& path)
+      : app_(app), path_(path), begin_(app.clock.monotonicSeconds()) {}
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  ~Progress() {
+    if (isShown_) app_.console.output.view().progress("");
+  }
+
+  void show(double part) {
+    if (app_.clock.monotonicSeconds() - begin_ < kPatience) return;
+    isShown_ = true;
+    app_.console.output.view().progress(fmt::format(text::kReading, path_, 100 * part));
+  }
+
+ private:
+  static constexpr double kPatience = 1;  // seconds
+
+  AppController& app_;
+  const std::string& path_;
+  const double begin_;
+  bool isShown_ = false;
+};
+
+std::optional<DoubleArray> readArray(const Call& call, const std::string& path, const CsvRange& range) {
+  Progress progress(call.app, path);
+  const std::optional<std::string> bytes = call.app.files.readFile(path);
+  if (!bytes) throw problem(text::failedToLoad(path));
+  return arrayOfCsv(*bytes, range, [&](double part) { progress.show(part); });
+}
+
 NodeValue csvread(Call& call) {
   if (call.count() == 2) throw expectation(fmt::format(text::kCsvreadCount, call.name(), call.count()));
   const char* signature = call.count() == 1 ? "fname" : call.count() == 3 ? kWithStart : kWithRange;
   const std::string path = pathOf(call, signature);
   const CsvRange range = rangeOf(call, signature);
-  const std::optional<std::string> bytes = call.app.files.readFile(path);
-  if (!bytes) throw problem(text::failedToLoad(path));
-  std::optional<DoubleArray> array = arrayOfCsv(*bytes, range);
+  std::optional<DoubleArray> array = readArray(call, path, range);
   if (!array) throw problem(fmt::format(text::kFailedToConvert, path), text::kNumbersExpected);
   if (call.isStatement()) tell(call, text::kArrayRead, path);
   return std::move(*array);
@@ -90,7 +121,9 @@ constexpr CountTexts kCsvread{text::kCsvreadCount};
 
 constexpr Builtin kCsvFiles[] = {
     {"csvread", csvread, 0, {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
-     "Read numbers from a file, rows and columns being counted from 0", "csvread('data.csv', 1, 0)", &kCsvread},
+     "Read numbers from a file, rows and columns being counted from 0",
+     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)",
+     &kCsvread},
     {"csvwrite", csvwrite, 0, {2, 2}, 0, "fname, A", "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
 };
 

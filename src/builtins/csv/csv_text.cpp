@@ -89,8 +89,8 @@ const char* takeNumber(const char* p, const char* end, double& x) {
 
 class CsvReader {
  public:
-  CsvReader(const std::string& text, const CsvRange& range)
-      : at_(text.c_str()), end_(text.c_str() + text.size()), range_(range) {
+  CsvReader(const std::string& text, const CsvRange& range, const std::function<void(double)>& progress)
+      : start_(text.c_str()), at_(start_), end_(start_ + text.size()), range_(range), progress_(progress) {
     if (text.starts_with("\xEF\xBB\xBF")) at_ += 3;
     cells_.reserve(static_cast<size_t>(std::count_if(at_, end_, [](char c) { return c == ',' || c == '\n'; })) + 1);
   }
@@ -100,6 +100,7 @@ class CsvReader {
     for (int64_t row = 0; row <= range_.lastRow; ++row) {
       while (at_ != end_ && (isBlank(*at_) || isLineEnd(*at_))) ++at_;
       if (at_ == end_) break;
+      if (at_ - told_ > kToldEvery) tell();
       if (row < range_.firstRow) skipLine();
       else if (!readLine()) return false;
     }
@@ -126,9 +127,15 @@ class CsvReader {
 
  private:
   static constexpr int64_t kBand = 32;
+  static constexpr int64_t kToldEvery = 4 << 20;  // characters
 
   int64_t widthOf(int64_t r) const { return starts_[static_cast<size_t>(r) + 1] - starts_[static_cast<size_t>(r)]; }
   double cell(int64_t r, int64_t c) const { return cells_[static_cast<size_t>(starts_[static_cast<size_t>(r)] + c)]; }
+
+  void tell() {
+    told_ = at_;
+    if (progress_) progress_(static_cast<double>(at_ - start_) / static_cast<double>(end_ - start_));
+  }
 
   bool atLineEnd() const { return isLineEnd(*at_) || at_ == end_; }
   bool atCellEnd() const { return isSeparator(*at_) || isBlank(*at_) || atLineEnd(); }
@@ -167,9 +174,12 @@ class CsvReader {
     return atCellEnd();
   }
 
+  const char* const start_;
   const char* at_;
+  const char* told_ = at_;
   const char* const end_;  // a 0 stands there, which ends every number
   const CsvRange range_;
+  const std::function<void(double)>& progress_;
   std::vector<double> cells_;    // of all rows, one behind the other
   std::vector<int64_t> starts_;  // of the rows in cells_, and the end of the last one
 };
@@ -205,8 +215,9 @@ void append(fmt::memory_buffer& out, ComplexDouble z) {
 
 }  // namespace
 
-std::optional<DoubleArray> arrayOfCsv(const std::string& text, const CsvRange& range) {
-  CsvReader reader(text, range);
+std::optional<DoubleArray> arrayOfCsv(const std::string& text, const CsvRange& range,
+                                      const std::function<void(double part)>& progress) {
+  CsvReader reader(text, range, progress);
   if (!reader.read()) return std::nullopt;
   return reader.array();
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -21,7 +22,10 @@ struct CsvRange {
 
 /// The numbers of a text, each the double nearest to what is written; a short row is filled with zeros. Beyond the range
 /// of doubles: Inf, or 0. Absent when there is something else than numbers; 0 x 0 when there is nothing.
-std::optional<DoubleArray> arrayOfCsv(const std::string& text, const CsvRange& range);
+///
+/// progress  is told every few million characters which part of the text has been read, from 0 to 1
+std::optional<DoubleArray> arrayOfCsv(const std::string& text, const CsvRange& range,
+                                      const std::function<void(double part)>& progress = nullptr);
 
 /// A line per row. Each number has the fewest digits from which it can be read back. REQUIRES: a matrix
 std::string csvOfArray(const NumericArray& matrix);

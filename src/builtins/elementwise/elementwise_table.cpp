@@ -7,6 +7,7 @@ namespace kelo::builtins {
 namespace {
 
 constexpr CountTexts kExactlyOne = {text::kOneInputExactly, nullptr};
+constexpr CountTexts kNoInput = {text::kNoInput, nullptr};
 
 constexpr Builtin trig(const char* name, int selector, const char* help, const char* example) {
   return {name, trigonometric, selector, {1, 1}, 1, "A", help, example};
@@ -94,7 +95,7 @@ constexpr Builtin kElementwise[] = {
     unary("factorial", factorial, 0, "Product of the whole numbers from 1 to A", "factorial([0 5 10])"),
     unary("fibonacci", fibonacci, 0, "Number A of the sequence 0, 1, 1, 2, 3, 5 and so on", "fibonacci([0 1 10])"),
 
-    {"pi", pi, 0, {0, 0}, 1, "", "Ratio of a circle's circumference to its diameter", "pi"},
+    {"pi", pi, 0, {0, 0}, 1, "", "Ratio of a circle's circumference to its diameter", "pi", &kNoInput},
     {"eps", eps, 0, {0, 1}, 1, "A", "Gap between a number, 1 unless given, and the next larger one", "eps(1000)"},
 
     binary("times", product, Product::times, "A, B", "Element-wise product, as A .* B", "times([1 2], [3 4])"),

@@ -15,21 +15,12 @@ double remOf(double a, double b) {
 }
 double modOf(double a, double b) { return b == 0 ? a : a - b * std::floor(a / b); }
 
-bool goTogether(const SizeVector& a, const SizeVector& b) {
-  try {
-    expandedSize(a, b);
-    return true;
-  } catch (const Problem&) {
-    return false;
-  }
-}
-
 }  // namespace
 
 NodeValue remainders(Call& call) {
   const Wording words = {"A, B", "A and B", text::kRealNumericArrays};
   DoubleArray a = read::takeReal(call, 0, words), b = read::takeReal(call, 1, words);
-  if (!goTogether(a.size(), b.size())) throw Wording{"A, B", "A and B", text::kCompatibleSizes}.complaint(call);
+  if (!expandedSizeIfAny(a.size(), b.size())) throw Wording{"A, B", "A and B", text::kCompatibleSizes}.complaint(call);
   if (call.selector<Remainder>() == Remainder::rem) {
     return binaryLoop(std::move(a), std::move(b), [](double x, double y) noexcept { return remOf(x, y); });
   }

@@ -127,7 +127,7 @@ constexpr Builtin kLinearAlgebra[] = {
      2,
      "A, type",
      "How far the elements of a matrix reach from its diagonal",
-     "[lower, upper] = bandwidth([1 2; 0 4])"},
+     "[below, above] = bandwidth([1 2; 0 4])"},
     mirrored("issymmetric", Symmetry::issymmetric, "Whether a matrix equals its transpose", "issymmetric([1 2; 2 1])"),
     mirrored("ishermitian", Symmetry::ishermitian, "Whether a matrix equals its conjugated transpose",
              "ishermitian([1 2i; -2i 1])"),

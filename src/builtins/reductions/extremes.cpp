@@ -141,11 +141,7 @@ NodeValue ofPair(Call& call) {
   NumericArray a = read::takeNumeric(call, 0, kLeft);
   NumericArray b = read::takeNumeric(call, 1, kRight);
   if (call.outputCount() > 1) throw outputCountComplaint(call.name(), 1);
-  try {
-    expandedSize(a.size(), b.size());
-  } catch (const Problem&) {
-    throw kPair.complaint(call);
-  }
+  if (!expandedSizeIfAny(a.size(), b.size())) throw kPair.complaint(call);
   if (call.selector<Extreme>() == Extreme::max) return between<Extreme::max>(std::move(a), std::move(b));
   return between<Extreme::min>(std::move(a), std::move(b));
 }

@@ -43,9 +43,9 @@ DoubleArray readFractions(const Call& call, const Words& words) {
 }
 
 DoubleArray percentilesAlong(const DoubleArray& a, int64_t d, const DoubleArray& fractions, double scale) {
-  if (d > arrayByteLimit() / int64_t{sizeof(int64_t)}) throw OutOfMemory();
-  const Slices s(a.size(), d);
   const int64_t n = fractions.numElements();
+  if (n > 1 && d > arrayByteLimit() / int64_t{sizeof(int64_t)}) throw OutOfMemory();
+  const Slices s(a.size(), d);
   auto result = DoubleArray::uninitialized(reducedSize(a.size(), d, n));
   double* out = result.writable();
   forGatheredSlices(s, a.data(), [&](int64_t k, double* x) {

@@ -190,6 +190,7 @@ void forColumns(const Slices& s, const T* in, Body body) {
 /// that the memory is read in order.
 template <class T, class Body>
 void forGatheredSlices(const Slices& s, const T* in, Body body) {
+  if (s.count() == 0) return;
   const int64_t together = std::min<int64_t>(s.inner, 8);
   const int64_t groups = (s.inner + together - 1) / together;
   forUnits(s.outer * groups, s.length * together, [&](int64_t begin, int64_t end) {

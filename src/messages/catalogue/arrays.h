@@ -26,6 +26,12 @@ inline constexpr const char* kPermuteTooShort =
     "When dimensions of A are permuted, the vector \"order\" should be a permutation of 1:length(order) and should have "
     "at least ndims(A) elements";
 
+// Last resorts
+inline constexpr const char* kDiagFailed = "Failed to perform diag()";
+inline constexpr const char* kTrilFailed = "Failed to perform tril()";
+inline constexpr const char* kTriuFailed = "Failed to perform triu()";
+inline constexpr const char* kRepetitionFailed = "Error occurred in repeatArray";
+
 // Searching
 inline constexpr const char* kFindOutputs = "Function {}() expects no more than 3 output arguments";
 

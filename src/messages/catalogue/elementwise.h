@@ -4,6 +4,7 @@
 namespace kelo::text {
 
 inline constexpr const char* kOneInputExactly = "{}() expects exactly 1 input argument";
+inline constexpr const char* kNoInput = "{} takes no input argument";
 
 inline constexpr const char* kNumericForExponentials = "{}() expects a numeric array as input argument";
 inline constexpr const char* kRealInput = "{}() expects a real input";

@@ -19,16 +19,12 @@ inline constexpr const char* kMainFunctionMissing = "The file should have a main
 // Expressions
 inline constexpr const char* kNameNotFound = "Variable or function named \"{}\" not found";
 inline constexpr const char* kInvalidColon = "Invalid use of the operator ':'";
-inline constexpr const char* kNotTransposable = "Transpose should be performed on an array";
 inline constexpr const char* kBinaryNotNumeric = "Operands of {} are expected to be numeric arrays";
 inline constexpr const char* kUnaryNotNumeric = "Operands of {} should be numeric arrays";
 inline constexpr const char* kArgumentFailed = "Failed to evaluate an input argument";
-inline constexpr const char* kInvalidArgument = "Invalid input argument";
 inline constexpr const char* kArgumentWithoutValue = "Invalid input argument. \"{}\" has no return value";
 inline constexpr const char* kHandleOfValue = "In @{0}, \"{0}\" should be a function but it is {1}";
 inline constexpr const char* kCatenatesNonArray = "Catenation of non-arrays is not allowed";
-inline constexpr const char* kRangeOperands =
-    "Operands of ':' are expected to be real well-defined scalars, while creating a vector";
 
 // Calls and assignment
 inline constexpr const char* kCommandSyntax =
@@ -60,8 +56,5 @@ inline constexpr const char* kUnexpectedImaginary = "Unexpected error occurred w
 inline constexpr const char* kUnexpectedVector = "Unexpected error occurred while creating a vector";
 inline constexpr const char* kUnexpectedTranspose = "Unexpected error occurred while performing transpose operation";
 inline constexpr const char* kUnexpectedHandle = "Unexpected error occurred while defining an anonymous function";
-inline constexpr const char* kUnexpectedFunction =
-    "Unexpected error occurred while evaluating a user-defined function";
-inline constexpr const char* kUnexpectedAssignment = "Unexpected error occurred while performing variable assignment";
 
 }  // namespace kelo::text

@@ -4,12 +4,6 @@
 
 namespace kelo::text {
 
-std::string binaryOperandsNumeric(const std::string& op) {
-  return "Operands of " + op + " are expected to be numeric arrays";
-}
-
-std::string unaryOperandsNumeric(const std::string& op) { return "Operands of " + op + " should be numeric arrays"; }
-
 std::string solveSingular(const std::string& equation) {
   return "Failed to solve the matrix equation " + equation + " since A is singular";
 }

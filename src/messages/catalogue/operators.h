@@ -8,10 +8,6 @@
 
 namespace kelo::text {
 
-/// "Operands of + are expected to be numeric arrays": binary; the unary operators say "should be".
-std::string binaryOperandsNumeric(const std::string& op);
-std::string unaryOperandsNumeric(const std::string& op);
-
 inline constexpr const char* kTransposeOfNonArray = "Transpose should be performed on an array";
 inline constexpr const char* kTransposeOfManyDimensions = "Transpose should be applied to a scalar, vector or matrix";
 

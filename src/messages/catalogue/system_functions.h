@@ -27,10 +27,11 @@ inline constexpr const char* kFunctionExpected =
 inline constexpr const char* kTicInputs = "Function {} should have no input argument";
 inline constexpr const char* kTimeInputs = "Function {}() should have no input argument";
 inline constexpr const char* kTocBeforeTic = "{} should be run after calling tic";
-inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";
+inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";  // NOTE: intended
 inline constexpr const char* kTocNumeric = "Input argument of {}() should be a numeric value";
 
 // Comma-separated files
+// NOTE: intended: "2 or 4", though one and three are taken too.
 inline constexpr const char* kCsvreadCount = "{0}() expects 2 or 4 input arguments, but {1} is provided";
 inline constexpr const char* kCsvRange = "have 4 non-negative integers";
 inline constexpr const char* kCsvRangeOrder =
@@ -43,6 +44,7 @@ inline constexpr const char* kNumbersExpected =
     "It expects numbers separated by commas, semicolons, spaces or new lines";
 inline constexpr const char* kFailedToWrite = "Failed to write \"{}\"";
 inline constexpr const char* kExportedMatrix = "An array exported to a csv file should be a matrix (ndim == 2)";
+inline constexpr const char* kReading = "Reading {}: {:.0f} %";
 inline constexpr const char* kArrayRead = "Array read from \"{}\" successfully";
 inline constexpr const char* kArrayWritten = "Array written to \"{}\" successfully";
 

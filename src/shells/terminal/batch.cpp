@@ -16,6 +16,7 @@ ItemWriter::Style styleOf(const Options& options) {
   ItemWriter::Style style;
   style.json = options.json;
   style.colour = !options.json && wantsColour(STDERR_FILENO);
+  style.showsProgress = !options.json && isScreen(STDERR_FILENO);
   style.clearsScreen = !options.json && isatty(STDOUT_FILENO);
   style.promptStaysOpen = style.clearsScreen && isatty(STDIN_FILENO);
   return style;

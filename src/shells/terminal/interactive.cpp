@@ -35,6 +35,7 @@ class InteractiveConsole {
   static ItemWriter::Style style() {
     ItemWriter::Style style;
     style.colour = wantsColour(STDERR_FILENO);
+    style.showsProgress = isScreen(STDERR_FILENO);
     style.clearsScreen = isatty(STDOUT_FILENO);
     style.editorPrompts = true;
     return style;

@@ -15,6 +15,7 @@ namespace {
 constexpr const char* kRed = "\x1b[31m";
 constexpr const char* kYellow = "\x1b[33m";
 constexpr const char* kPlain = "\x1b[0m";
+constexpr const char* kClearLine = "\r\x1b[K";
 constexpr const char* kClearScreen = "\x1b[H\x1b[2J\x1b[3J";
 
 std::string jsonLine(const Display& display) {
@@ -59,6 +60,10 @@ void ItemWriter::cleared() {
   if (!style_.clearsScreen) return;
   write(STDOUT_FILENO, kClearScreen);
   hasWritten_ = false;
+}
+
+void ItemWriter::progress(const std::string& line) {
+  if (style_.showsProgress) write(STDERR_FILENO, kClearLine + line);
 }
 
 void ItemWriter::runEnded(const RunResult& result) {

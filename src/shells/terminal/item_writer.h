@@ -16,6 +16,7 @@ class ItemWriter : public ConsoleView {
     bool json = false;
     bool colour = false;        ///< of what goes to standard error
     bool clearsScreen = false;  ///< `clc` clears: standard output is a terminal
+    bool showsProgress = false;  ///< standard error is a terminal
     bool promptStaysOpen = false;  ///< the answer is typed behind the prompt
     bool editorPrompts = false;    ///< the line editor shows the last line of the prompt
   };
@@ -33,6 +34,7 @@ class ItemWriter : public ConsoleView {
   void item(const Display& display) override;
   void prompt(const Display& display) override;
   void cleared() override;
+  void progress(const std::string& line) override;
   void runEnded(const RunResult& result) override;
   void runStateChanged(RunState::Status status) override;
 

@@ -8,11 +8,14 @@
 
 namespace kelo::terminal {
 
-bool wantsColour(int descriptor) {
-  const char* noColour = std::getenv("NO_COLOR");
-  if (noColour != nullptr && noColour[0] != '\0') return false;
+bool isScreen(int descriptor) {
   const char* terminal = std::getenv("TERM");
   return isatty(descriptor) && terminal != nullptr && std::strcmp(terminal, "dumb") != 0;
+}
+
+bool wantsColour(int descriptor) {
+  const char* noColour = std::getenv("NO_COLOR");
+  return (noColour == nullptr || noColour[0] == '\0') && isScreen(descriptor);
 }
 
 int terminalWidth() {
