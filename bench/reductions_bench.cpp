@@ -26,7 +26,9 @@ const int kRegistered = [] {
         if (columns == 1 && d == 2) continue;
         const std::string title = std::string(name) + " " + std::to_string(rows) + "x" + std::to_string(columns) +
                                   " dim " + std::to_string(d);
-        benchmark::RegisterBenchmark(title.c_str(), run, name, rows, columns, d)->Unit(benchmark::kMillisecond)->UseRealTime();
+        benchmark::RegisterBenchmark(title.c_str(), run, name, rows, columns, d)
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
       }
     }
   }

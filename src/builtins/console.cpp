@@ -1,5 +1,5 @@
-// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces and the sleep of a run belong to
-// AppController. Tested by tests/transcripts/builtins/console.txt.
+// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces and the sleep of a
+// run belong to AppController. Tested by tests/transcripts/builtins/console.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -43,7 +43,8 @@ NodeValue who(Call& call) {
     for (const std::string& name : names) rows.push_back(kelo::charactersOf(name));
     return stackedRows(rows);
   }
-  if (!names.empty()) call.app.show(Display::disp(fmt::format("{}", fmt::join(names, "\n")), call.app.displayParameters()));
+  if (!names.empty())
+    call.app.show(Display::disp(fmt::format("{}", fmt::join(names, "\n")), call.app.displayParameters()));
   return NodeValue::nothing();
 }
 

@@ -1,7 +1,7 @@
 // The built-in library: the tables of all families, joined.
 //
-// One explicit list, so that nothing hangs on the order in which static objects are made. Each family's source says what its
-// functions share and ends with its table.
+// One explicit list, so that nothing hangs on the order in which static objects are made. Each family's source says
+// what its functions share and ends with its table.
 #pragma once
 
 #include "interpreter/builtin_table.h"

@@ -95,7 +95,7 @@ size_t FastPrediction::alternative(size_t decision, const KeloParserBase& parser
     case 72: return type(i) == T::T__0 ? kGoOn : kLeave;
     case 73: return operand(i);
     case 74: return type(i) == T::TP || type(i) == T::TPD ? kGoOn : kLeave;
-    case 75: return operatorKind(i);
+    case 75: return operatorKind(i, parser);
     case 76: return moreOperators(i, parser);
     default: return kAskRuntime;
   }
@@ -171,18 +171,26 @@ size_t FastPrediction::operand(size_t i) const {
   }
 }
 
+// Whether a colon could as well be the second one of a range further out, as "1:2 == 3:4" is "1:(2 == 3):4". At
+// precedence 8 "a:b:c" could start there and "a:b" could not.
+bool FastPrediction::colonIsOpen(const KeloParserBase& parser) {
+  const int precedence = parser.getPrecedence();
+  return precedence > 0 ? precedence <= 8 : parser.isInHandleBody();
+}
+
 size_t FastPrediction::moreOperators(size_t i, const KeloParserBase& parser) const {
   const size_t token = type(i);
   const int precedence = parser.getPrecedence();
   if (token == T::COLON) {
     if (!parser.mayStartRange()) return kLeave;
-    if (precedence == 8) return kAskRuntime;  // "a:b:c" could start here, "a:b" could not
+    if (colonIsOpen(parser)) return kAskRuntime;
   }
   return operatorOf(token).precedence >= precedence && operatorOf(token).precedence > 0 ? kGoOn : kLeave;
 }
 
-size_t FastPrediction::operatorKind(size_t i) const {
-  return type(i) == T::COLON ? range(i) : operatorOf(type(i)).alternative;
+size_t FastPrediction::operatorKind(size_t i, const KeloParserBase& parser) const {
+  if (type(i) != T::COLON) return operatorOf(type(i)).alternative;
+  return colonIsOpen(parser) ? kAskRuntime : range(i);
 }
 
 // "a:b:c" or "a:b": whether another colon follows one whole operand, at the same level of brackets. Operands that are

@@ -33,8 +33,9 @@ class FastPrediction final : public Prediction {
   size_t functionHandle(size_t i) const;
   size_t builtin(size_t i) const;
   size_t operand(size_t i) const;
+  static bool colonIsOpen(const KeloParserBase& parser);
   size_t moreOperators(size_t i, const KeloParserBase& parser) const;
-  size_t operatorKind(size_t i) const;
+  size_t operatorKind(size_t i, const KeloParserBase& parser) const;
   size_t range(size_t colon) const;
   size_t moreArguments(size_t i) const;
   size_t moreElements(size_t i) const;

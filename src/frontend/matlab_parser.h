@@ -1,7 +1,8 @@
 // Turns text into a parse tree: what is typed at the console, a file of the run directory, or the body of a handle.
 //
-// A MatlabParser is made for one text or file. Trees come as shared pointers that keep their text, tokens and nodes; any
-// node of a tree can be shared in turn by treeOf. A parse shows at most one message, through the sink that it is given.
+// A MatlabParser is made for one text or file. Trees come as shared pointers that keep their text, tokens and nodes;
+// any node of a tree can be shared in turn by treeOf. A parse shows at most one message, through the sink that it is
+// given.
 #pragma once
 
 #include <memory>

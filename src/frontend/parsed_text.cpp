@@ -61,8 +61,9 @@ ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener
 }
 
 // What was parsed up to the lines around the failure was parsed rightly and is parsed again in the same way. Where this
-// stage fails too, it is run once more, exact around the token that it stopped at, and told to the listener. Where that
-// takes too long, the token has to do.
+// stage fails too, it is run once more and told to the listener, exact around the place where it stopped: the position
+// that the parser had reached, from which the token that it complains of may lie far ahead. Where that takes too long,
+// the token has to do.
 KeloNode* ParsedText::runCarefulStage(StartRule rule, antlr4::ANTLRErrorListener& listener) {
   prediction_.setLimit(tokens_.startOfLines(tokens_.position(), kCarefulLines, kCarefulTokens));
   PlaceOfFailure place;
@@ -70,7 +71,7 @@ KeloNode* ParsedText::runCarefulStage(StartRule rule, antlr4::ANTLRErrorListener
   if (KeloNode* root = run(rule, PredictionMode::LL)) return root;
   parser_.removeErrorListeners();
   parser_.addErrorListener(&listener);
-  strict_->setExactFrom(tokens_.startOfLines(place.token->getTokenIndex(), kCarefulLines, kExactTokens));
+  strict_->setExactFrom(tokens_.startOfLines(tokens_.position(), kCarefulLines, kExactTokens));
   try {
     return run(rule, PredictionMode::LL);
   } catch (const NestingTooDeep&) {

@@ -26,9 +26,9 @@ class StrictPrediction final : public antlr4::atn::ParserATNSimulator {
                          antlr4::ParserRuleContext* outerContext) override;
 
  protected:
-  void closureCheckingStopState(std::shared_ptr<antlr4::atn::ATNConfig> const& config, antlr4::atn::ATNConfigSet* configs,
-                                antlr4::atn::ATNConfig::Set& closureBusy, bool collectPredicates, bool fullCtx,
-                                int depth, bool treatEofAsEpsilon) override;
+  void closureCheckingStopState(std::shared_ptr<antlr4::atn::ATNConfig> const& config,
+                                antlr4::atn::ATNConfigSet* configs, antlr4::atn::ATNConfig::Set& closureBusy,
+                                bool collectPredicates, bool fullCtx, int depth, bool treatEofAsEpsilon) override;
   std::shared_ptr<antlr4::atn::ATNConfig> ruleTransition(std::shared_ptr<antlr4::atn::ATNConfig> const& config,
                                                          antlr4::atn::RuleTransition* transition) override;
   size_t getAltThatFinishedDecisionEntryRule(antlr4::atn::ATNConfigSet*) override {

@@ -1,5 +1,5 @@
-// The names of the built-in functions, each a reserved word. They stand in builtin_names.txt, from which the build makes
-// this table; the alternatives of BUILT_IN_FUNC in the grammar are the same, which a test checks.
+// The names of the built-in functions, each a reserved word. They stand in builtin_names.txt, from which the build
+// makes this table; the alternatives of BUILT_IN_FUNC in the grammar are the same, which a test checks.
 #pragma once
 
 #include <span>

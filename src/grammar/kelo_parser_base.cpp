@@ -36,4 +36,8 @@ bool KeloParserBase::mayStartRange() const {
   return dynamic_cast<const KeloParser::Matrix_colonContext*>(_ctx->parent) == nullptr;
 }
 
+bool KeloParserBase::isInHandleBody() const {
+  return _ctx != nullptr && dynamic_cast<const KeloParser::Func_handleContext*>(_ctx->parent) != nullptr;
+}
+
 }  // namespace kelo

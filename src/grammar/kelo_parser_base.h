@@ -57,6 +57,8 @@ class KeloParserBase : public antlr4::Parser {
 
   /// Whether a range may start behind the expression just parsed: not directly inside the middle of "a:b:c".
   bool mayStartRange() const;
+  /// Whether the expression just parsed is the body of a handle, so far.
+  bool isInHandleBody() const;
 
  private:
   void enter(antlr4::ParserRuleContext* node);

@@ -1,4 +1,5 @@
-// What the evaluator finds once per node and keeps with it: the kind of the node, its operator, name, literal and operands.
+// What the evaluator finds once per node and keeps with it: the kind of the node, its operator, name, literal and
+// operands.
 //
 // Nodes are made by the parser without any of this; the first visit fills it in (see resolve.h in the interpreter).
 // Later visits neither ask for the class of a node nor read the text of a token.

@@ -22,8 +22,8 @@ struct ScannedToken {
   bool isHidden() const;
 };
 
-/// The tokens of a text but the comments, the hidden ones included, with the end of the file behind them. The end stands
-/// behind the last character, or where the text was given up.
+/// The tokens of a text but the comments, the hidden ones included, with the end of the file behind them. The end
+/// stands behind the last character, or where the text was given up.
 ///
 /// text                       fewer than 2^32 code points
 /// atMost                     tokens after which it is given up

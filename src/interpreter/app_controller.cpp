@@ -1,8 +1,8 @@
 // The buttons, the run state, and the sleep of `input` and `pause`.
 //
-// A wake posts the state `running` before it signals, and the stop button sets its request before it signals: the run that
-// wakes then posts its next state behind this one, and finds the request. A run that goes to sleep stores the semaphore
-// first and looks at the request afterwards, so a press between the two is not lost.
+// A wake posts the state `running` before it signals, and the stop button sets its request before it signals: the run
+// that wakes then posts its next state behind this one, and finds the request. A run that goes to sleep stores the
+// semaphore first and looks at the request afterwards, so a press between the two is not lost.
 #include "interpreter/app_controller.h"
 
 #include <mutex>

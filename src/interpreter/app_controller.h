@@ -65,7 +65,8 @@ class AppController {
 
   /// The run button of the console.
   void pressRun();
-  /// The run button of the editor: runs a file, unless something is running. `directory` is relative to the work directory.
+  /// The run button of the editor: runs a file, unless something is running. `directory` is relative to the work
+  /// directory.
   void pressRunFile(const std::string& directory, const std::string& fileName);
   /// The stop button, of either.
   void pressStop();

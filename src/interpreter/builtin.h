@@ -1,9 +1,10 @@
 // What a built-in function is: one row of a table. All that is known of a name stands in its row; dispatch, complaints,
 // completion, colouring and help read it.
 //
-// A family of built-ins is one source (or folder): small static handlers and, at the foot, its table. A handler begins with its argument
-// readers (reader.h), which own the wording of complaints, throws a Problem for what it refuses, and returns its value or
-// `call.outputs({...})`. Counting of arguments, catching and placing of errors happen once, in dispatch.cpp.
+// A family of built-ins is one source (or folder): small static handlers and, at the foot, its table. A handler begins
+// with its argument readers (reader.h), which own the wording of complaints, throws a Problem for what it refuses, and
+// returns its value or `call.outputs({...})`. Counting of arguments, catching and placing of errors happen once, in
+// dispatch.cpp.
 #pragma once
 
 #include <algorithm>
@@ -30,8 +31,8 @@ struct Arity {
 };
 inline constexpr int kAny = 1 << 30;
 
-/// A family's own sentences for a wrong count; "{0}" stands for the function's name, "{1}" for the count given. Null: the
-/// standard sentences of complaints.h. An own sentence for outputs is also said of one output where there is none.
+/// A family's own sentences for a wrong count; "{0}" stands for the function's name, "{1}" for the count given. Null:
+/// the standard sentences of complaints.h. An own sentence for outputs is also said of one output where there is none.
 struct CountTexts {
   const char* inputs = nullptr;
   const char* outputs = nullptr;
@@ -68,7 +69,8 @@ class Call {
 
   const Builtin& builtin;
   std::span<Storable> args;             ///< the call's own: a handler may move from them
-  std::optional<int> lhsVariableCount;  ///< outputs the statement asks for, 0 for a call alone; absent inside an expression
+  /// Outputs the statement asks for, 0 for a call alone; absent inside an expression.
+  std::optional<int> lhsVariableCount;
   const CallSite& site;
   AppController& app;
   Visitor* visitor;  ///< the evaluator of the run; null when there is none

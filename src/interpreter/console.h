@@ -1,7 +1,7 @@
 // The console's data: what is typed, what was shown, what was typed before.
 //
-// Nothing here draws. A shell implements ConsoleView, which receives each item as it arises, and reads Input and History
-// when a key asks for it.
+// Nothing here draws. A shell implements ConsoleView, which receives each item as it arises, and reads Input and
+// History when a key asks for it.
 #pragma once
 
 #include <cstdint>

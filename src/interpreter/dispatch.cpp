@@ -1,5 +1,5 @@
-// The one guard around all handlers. A Problem becomes a message with the call's place; any other error becomes the family's
-// last-resort text. A FatalFault passes.
+// The one guard around all handlers. A Problem becomes a message with the call's place; any other error becomes the
+// family's last-resort text. A FatalFault passes.
 #include "interpreter/dispatch.h"
 
 #include <fmt/format.h>

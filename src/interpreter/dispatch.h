@@ -1,5 +1,5 @@
-// From a call's evaluated arguments to a handler and back: counts are checked, the handler runs inside the one guard that
-// turns what it throws into a message with the call's place.
+// From a call's evaluated arguments to a handler and back: counts are checked, the handler runs inside the one guard
+// that turns what it throws into a message with the call's place.
 #pragma once
 
 #include "interpreter/builtin.h"

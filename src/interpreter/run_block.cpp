@@ -1,5 +1,5 @@
-// The block is told once; a command and a file differ in where the text comes from and in what is trimmed before. This is the
-// one place that catches a FatalFault: the run ends at once, the base workspace stays.
+// The block is told once; a command and a file differ in where the text comes from and in what is trimmed before. This
+// is the one place that catches a FatalFault: the run ends at once, the base workspace stays.
 #include "interpreter/run_block.h"
 
 #include <new>

@@ -174,11 +174,15 @@ bool Visitor::writeField(NodeCache& cache, const FieldDetails& field, double val
   const Storable* existing = variable ? plainField(*variable, field.name) : nullptr;
   double i, j;
   if (existing == nullptr) return false;
-  if (field.hasArgs && (!existing->isNumeric() || !subscriptNumbers(existing->size(), field.args, &i, &j))) return false;
+  if (field.hasArgs && (!existing->isNumeric() || !subscriptNumbers(existing->size(), field.args, &i, &j)))
+    return false;
   Storable& target = *writablePlainField(app_.workspaces.top().variable(cache.name, &cache.hint), field.name);
-  if (!field.hasArgs) target.setNumber(value);
-  else return field.args.size() == 1 ? writeScalar(*target.numeric(), i, value) : writeScalar(*target.numeric(), i, j, value);
-  return true;
+  if (!field.hasArgs) {
+    target.setNumber(value);
+    return true;
+  }
+  NumericArray& array = *target.numeric();
+  return field.args.size() == 1 ? writeScalar(array, i, value) : writeScalar(array, i, j, value);
 }
 
 bool Visitor::buildChain(KeloNode& assignment, const ChainDetails& details, FieldChain& chain) {

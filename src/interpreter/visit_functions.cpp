@@ -56,7 +56,8 @@ void Visitor::bindInputs(std::span<const Name> names, std::span<Storable> args) 
   }
 }
 
-/// All declared outputs, NOTE: intended: whatever the caller wants of them; `missing` is the text for one that was not assigned.
+/// All declared outputs, NOTE: intended: whatever the caller wants of them; `missing` is the text for one that was not
+/// assigned.
 template <class Missing>
 NodeValue Visitor::collectOutputs(std::span<const Name> names, Missing&& missing, KeloNode& place) {
   std::vector<Storable> values;
@@ -88,8 +89,8 @@ NodeValue Visitor::visitProg_function(KeloNode& program, std::span<Storable> arg
   return collectOutputs(function.outputs, missing, *function.node);
 }
 
-// The program of a name, null when there is none. A file that cannot be loaded has been reported, and so has one that is
-// missing where parentheses ask for a function.
+// The program of a name, null when there is none. A file that cannot be loaded has been reported, and so has one that
+// is missing where parentheses ask for a function.
 KeloNode* Visitor::programOf(Name name, KeloNode& place, CallForm form, bool* failed) {
   const auto found = programs_.find(name.id());
   if (found != programs_.end() && (found->second || form == CallForm::bare)) return found->second;
@@ -174,7 +175,8 @@ KeloNode* Visitor::bodyOf(AnonymousFunction& function, KeloNode& place) {
   const size_t slash = path.find_last_of('/');
   const std::string directory = slash == std::string::npos ? "" : path.substr(0, slash);
   auto parser = path.empty() ? MatlabParser(app_.parserSetting())
-                             : MatlabParser(app_.parserSetting(), directory, path.substr(slash == std::string::npos ? 0 : slash + 1));
+                             : MatlabParser(app_.parserSetting(), directory,
+                                            path.substr(slash == std::string::npos ? 0 : slash + 1));
   const ExprOnlyTree tree = parser.parseExpression(function.expression, function.exprLineNum, function.exprCharPos);
   if (!tree) {
     fail(place, text::kUnexpectedHandle);
@@ -188,7 +190,8 @@ NodeValue Visitor::callAnonymous(const FunctionHandle& handle, std::span<Storabl
                                  KeloNode& place) {
   if (!stackHasRoom(place)) return NodeValue::failure();
   AnonymousFunction& function = handle.anonymousFunction();
-  if (!checkInputCount(function.displayText, text::kTooManyInputsLocal, function.inputArgs.size(), args.size(), place)) {
+  if (!checkInputCount(function.displayText, text::kTooManyInputsLocal, function.inputArgs.size(), args.size(),
+                       place)) {
     return NodeValue::failure();
   }
   KeloNode* body = bodyOf(function, place);

@@ -1,8 +1,8 @@
 // Indices, `end` and ":", and fields that are read.
 //
-// What `end` means is the extent in the running frame: it is set while a subscript is evaluated and put back after it, so
-// a nested index sees its own and a recursive call cannot spoil it. An argument of a call inside an index keeps the extent of the
-// index around it.
+// What `end` means is the extent in the running frame: it is set while a subscript is evaluated and put back after it,
+// so a nested index sees its own and a recursive call cannot spoil it. An argument of a call inside an index keeps the
+// extent of the index around it.
 #include <fmt/format.h>
 
 #include "interpreter/app_controller.h"

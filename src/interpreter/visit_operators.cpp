@@ -2,8 +2,8 @@
 //
 // NOTE: intended: both operands are always evaluated, the left one first; `&&` and `||` are no short circuits.
 //
-// OPTIMIZATION: an operand that is a double scalar is computed without a NodeValue (visit_scalars.cpp); two of them meet without an
-// array being made.
+// OPTIMIZATION: an operand that is a double scalar is computed without a NodeValue (visit_scalars.cpp); two of them
+// meet without an array being made.
 #include <algorithm>
 #include <cmath>
 
@@ -98,7 +98,8 @@ NodeValue Visitor::visitTranspose(KeloNode& node) {
   if (!operand.isStorable() || !operand.storable().isArray()) return fail(node, text::kTransposeOfNonArray);
   return guarded(node, text::kUnexpectedTranspose, [&] {
     Storable value = std::move(operand.storable());
-    for (const bool conjugate : detailsOf<TransposeDetails>(node).conjugates) value = transpose(std::move(value), conjugate);
+    for (const bool conjugate : detailsOf<TransposeDetails>(node).conjugates)
+      value = transpose(std::move(value), conjugate);
     return NodeValue(std::move(value));
   });
 }

@@ -1,9 +1,9 @@
 // The lane of double scalars.
 //
-// OPTIMIZATION: most of what a loop does is arithmetic on numbers: `s + k*2`, `x(k - 1)/h`. Such an expression is computed here
-// without a NodeValue for each of its nodes. The lane only reads literals, variables and elements, so it changes nothing,
-// shows nothing and may give up anywhere; the general visit then starts over. What it computes is what the general visit
-// would have given.
+// OPTIMIZATION: most of what a loop does is arithmetic on numbers: `s + k*2`, `x(k - 1)/h`. Such an expression is
+// computed here without a NodeValue for each of its nodes. The lane only reads literals, variables and elements, so it
+// changes nothing, shows nothing and may give up anywhere; the general visit then starts over. What it computes is what
+// the general visit would have given.
 #include "interpreter/visit_guard.h"
 #include "values/chains.h"
 #include "values/indexing.h"

@@ -1,11 +1,11 @@
-// Visitor: the evaluator. One visit per kind of node, in the order of the grammar; this header is the contents page, the
-// bodies stand in visit_*.cpp by kind.
+// Visitor: the evaluator. One visit per kind of node, in the order of the grammar; this header is the contents page,
+// the bodies stand in visit_*.cpp by kind.
 //
-// A visit gives a NodeValue. `failure` says that the error has been shown already: whoever meets it returns it without a
-// further word. Nothing thrown crosses a visit, but for FatalFault, which ends the run.
+// A visit gives a NodeValue. `failure` says that the error has been shown already: whoever meets it returns it without
+// a further word. Nothing thrown crosses a visit, but for FatalFault, which ends the run.
 //
-// Speed. The first visit of a node fills its cache (resolve.h); later ones switch on the kind. A double scalar travels inline in
-// the NodeValue, and arithmetic on double scalars is computed without one (visit_scalars.cpp).
+// Speed. The first visit of a node fills its cache (resolve.h); later ones switch on the kind. A double scalar travels
+// inline in the NodeValue, and arithmetic on double scalars is computed without one (visit_scalars.cpp).
 #pragma once
 
 #include <optional>

@@ -30,7 +30,8 @@ struct Message {
   std::optional<std::string> customMsg;     ///< a whole message that replaces everything else
   std::optional<std::string> functionNotSupportedYet;
 
-  /// The text of the console, one line: "LABEL at Line N(C) of FILE. REASON. EXPECTED." with the parts that are present.
+  /// The text of the console, one line: "LABEL at Line N(C) of FILE. REASON. EXPECTED." with the parts that are
+  /// present.
   std::string text() const;
 };
 

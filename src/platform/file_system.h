@@ -19,7 +19,8 @@ class FileSystem {
 
   /// The bytes of a file, or nothing when it is none or cannot be read.
   virtual std::optional<std::string> readFile(const std::string& path) const = 0;
-  /// Replaces or makes a file, whole or not at all: a reader sees the old bytes or the new ones. False: nothing changed.
+  /// Replaces or makes a file, whole or not at all: a reader sees the old bytes or the new ones. False: nothing
+  /// changed.
   virtual bool writeFile(const std::string& path, std::string_view bytes) = 0;
   /// Names of a directory's entries, sorted by their bytes, without "." and ".."; nothing when it is no directory.
   virtual std::optional<std::vector<std::string>> listDirectory(const std::string& path) const = 0;

@@ -1,6 +1,6 @@
 // A complex number and its plain arithmetic. Products and quotients are the textbook formulas, without the recovery of
-// infinities that compilers add. Order comparisons look at the real parts only; a NaN part makes every comparison but !=
-// false.
+// infinities that compilers add. Order comparisons look at the real parts only; a NaN part makes every comparison but
+// != false.
 #pragma once
 
 #include <cmath>
@@ -18,8 +18,12 @@ struct ComplexDouble {
   double magnitude() const { return std::hypot(real, imaginary); }
 };
 
-inline ComplexDouble operator+(ComplexDouble a, ComplexDouble b) { return {a.real + b.real, a.imaginary + b.imaginary}; }
-inline ComplexDouble operator-(ComplexDouble a, ComplexDouble b) { return {a.real - b.real, a.imaginary - b.imaginary}; }
+inline ComplexDouble operator+(ComplexDouble a, ComplexDouble b) {
+  return {a.real + b.real, a.imaginary + b.imaginary};
+}
+inline ComplexDouble operator-(ComplexDouble a, ComplexDouble b) {
+  return {a.real - b.real, a.imaginary - b.imaginary};
+}
 inline ComplexDouble operator-(ComplexDouble a) { return {-a.real, -a.imaginary}; }
 inline ComplexDouble conj(ComplexDouble a) { return {a.real, -a.imaginary}; }
 inline ComplexDouble operator*(ComplexDouble a, ComplexDouble b) {

@@ -2,8 +2,8 @@
 //
 // A body counts its holders. A value that is about to write asks whether it is the only holder and takes a copy if not;
 // that is the whole of copy on write. When the last holder goes, the body is destroyed; bodies that hold further bodies
-// (structures in structures, handles that captured handles) are destroyed from a list, not by recursion, so that a chain
-// of a million links does not need a million stack frames.
+// (structures in structures, handles that captured handles) are destroyed from a list, not by recursion, so that a
+// chain of a million links does not need a million stack frames.
 //
 // Thread: counts are plain integers; values belong to the interpreter's thread.
 #pragma once

@@ -1,9 +1,9 @@
 // The copying of views.
 //
-// Dimensions of length 1 drop out, and neighbours that walk on as one are joined; what is left are a few levels of loops. The
-// innermost level is a plain run: a copy, a fill, or elements at a distance. Where the innermost reads at a distance
-// but another level reads along memory, the two are copied in tiles together, so that neither reads nor writes jump from
-// line to line. A level that repeats is copied from its own first piece, which is still in the cache.
+// Dimensions of length 1 drop out, and neighbours that walk on as one are joined; what is left are a few levels of
+// loops. The innermost level is a plain run: a copy, a fill, or elements at a distance. Where the innermost reads at a
+// distance but another level reads along memory, the two are copied in tiles together, so that neither reads nor writes
+// jump from line to line. A level that repeats is copied from its own first piece, which is still in the cache.
 #include "values/element_view.h"
 
 #include <algorithm>
@@ -200,7 +200,9 @@ Storable viewed(Storable source, const SizeVector& size, const Axes& axes, int64
     }
     return viewedStructures(*structures, size, axes, first);
   }
-  return std::move(*source.numeric()).visit([&](auto&& array) { return viewedNumbers(std::move(array), size, axes, first); });
+  return std::move(*source.numeric()).visit([&](auto&& array) {
+    return viewedNumbers(std::move(array), size, axes, first);
+  });
 }
 
 std::vector<ViewAxis> axesOf(const SizeVector& size, int64_t n) {

@@ -1,8 +1,9 @@
 // Rearranging elements: every array whose elements are those of another one at regular distances.
 //
-// A view names, for each dimension of the result, its length and how far apart its neighbours stand in the source: a stride
-// of 0 repeats, a negative one runs backwards. Transposes and permutations, flips and rotations, repetitions, grids and
-// diagonals are all views, so that one copying loop, over the element's type, serves them and all kinds of array.
+// A view names, for each dimension of the result, its length and how far apart its neighbours stand in the source: a
+// stride of 0 repeats, a negative one runs backwards. Transposes and permutations, flips and rotations, repetitions,
+// grids and diagonals are all views, so that one copying loop, over the element's type, serves them and all kinds of
+// array.
 #pragma once
 
 #include <vector>

@@ -1,6 +1,6 @@
 // The store of large blocks. Small blocks go straight to the C library, which is quick for them. A large request is
-// rounded up so that neighbouring sizes share blocks, and is served by the best fitting kept block that wastes less than
-// a quarter.
+// rounded up so that neighbouring sizes share blocks, and is served by the best fitting kept block that wastes less
+// than a quarter.
 #include "values/memory.h"
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // Memory for array elements: one limit for a single array, checked before asking the system, and a bounded store of
-// large freed blocks. Pages that the system has just handed out are the dearest thing in a large computation; reused ones
-// are several times faster to write, so a freed large block waits here for the next array.
+// large freed blocks. Pages that the system has just handed out are the dearest thing in a large computation; reused
+// ones are several times faster to write, so a freed large block waits here for the next array.
 //
 // Thread: the interpreter's thread only.
 #pragma once

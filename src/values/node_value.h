@@ -29,7 +29,8 @@ class NodeValue {
   explicit NodeValue(double x) : storable_(x), form_(Form::storable) {}
   explicit NodeValue(int64_t n) : storable_(IntArray(n)), form_(Form::storable) {}
   explicit NodeValue(ComplexDouble z) : storable_(ComplexDoubleArray(z)), form_(Form::storable) {}
-  NodeValue(ArrayList list) : storable_(0.0), list_(std::make_unique<ArrayList>(std::move(list))), form_(Form::arrayList) {}
+  NodeValue(ArrayList list)
+      : storable_(0.0), list_(std::make_unique<ArrayList>(std::move(list))), form_(Form::arrayList) {}
   static NodeValue listOf(std::vector<Storable> values) { return ArrayList{std::nullopt, std::move(values)}; }
   static NodeValue nothing() { return Form::void_; }
   static NodeValue failure() { return Form::failure; }

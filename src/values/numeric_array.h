@@ -1,8 +1,8 @@
 // NumericArray: an array of one of five kinds, and the five records themselves.
 //
 // `double` is the ordinary form of all numbers. `int` holds counts and positions that the system itself produces; the
-// user sees it as "double". `logical` comes from comparisons, `complexDouble` holds complex numbers, `char` text. A query
-// such as allReals answers what the array holds, not what its record is.
+// user sees it as "double". `logical` comes from comparisons, `complexDouble` holds complex numbers, `char` text. A
+// query such as allReals answers what the array holds, not what its record is.
 #pragma once
 
 #include <initializer_list>
@@ -82,10 +82,10 @@ class NumericArray {
   /// The same with the record moved out.
   template <class F> decltype(auto) visit(F&& f) &&;
 
-  /// Conversions, each keeping the size except from char (see sizeInNumbers). Complex numbers lose their imaginary parts
-  /// on the way to real kinds without a word, but have no logical counterpart unless they are real. The && forms move
-  /// when the kind is right already. throws Problem where a value has no counterpart; FatalFault for a finite number
-  /// beyond 64-bit integers
+  /// Conversions, each keeping the size except from char (see sizeInNumbers). Complex numbers lose their imaginary
+  /// parts on the way to real kinds without a word, but have no logical counterpart unless they are real. The && forms
+  /// move when the kind is right already. throws Problem where a value has no counterpart; FatalFault for a finite
+  /// number beyond 64-bit integers
   DoubleArray toDoubleArray() const&;
   DoubleArray toDoubleArray() &&;
   /// Truncates towards zero. Inf and -Inf give the largest and the smallest integer; NaN is refused.
@@ -139,9 +139,9 @@ decltype(auto) NumericArray::visit(F&& f) && {
   return f(std::move(as<double>()));
 }
 
-/// The size that text has once it is numbers. Each character gives one number per UTF-16 unit, column by column, so plain
-/// text keeps its size and a row of characters of two units becomes two rows. Without elements: 0 x 0. Absent when the
-/// columns give different counts: such text does not convert.
+/// The size that text has once it is numbers. Each character gives one number per UTF-16 unit, column by column, so
+/// plain text keeps its size and a row of characters of two units becomes two rows. Without elements: 0 x 0. Absent
+/// when the columns give different counts: such text does not convert.
 std::optional<SizeVector> sizeInNumbers(const CharArray& text);
 
 /// The text of a char array as UTF-8, in storage order, and a row of characters from UTF-8. An empty text is 0 x 0.

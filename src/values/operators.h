@@ -1,8 +1,9 @@
 // The operators on whole arrays.
 //
-// Which operand's kind rules is one matrix (commonKind); the size of a result is one rule (expandedSize in elementwise.h).
-// Operands are taken by value: a temporary of the right kind and size that nobody else holds receives the result, so a chain
-// such as a.*b + c./d - e on large arrays needs two blocks. The operators of matrices (* / \ ^) live in linear/.
+// Which operand's kind rules is one matrix (commonKind); the size of a result is one rule (expandedSize in
+// elementwise.h). Operands are taken by value: a temporary of the right kind and size that nobody else holds receives
+// the result, so a chain such as a.*b + c./d - e on large arrays needs two blocks. The operators of matrices (* / \ ^)
+// live in linear/.
 #pragma once
 
 #include <cmath>
@@ -31,18 +32,21 @@ inline constexpr bool kLeftRules[kKindCount][kKindCount] = {
 constexpr Kind rulingKind(Kind a, Kind b) { return kLeftRules[static_cast<int>(a)][static_cast<int>(b)] ? a : b; }
 
 static_assert(rulingKind(Kind::Char, Kind::Double) == Kind::Double && rulingKind(Kind::Int, Kind::Char) == Kind::Int);
-static_assert(rulingKind(Kind::Logical, Kind::Char) == Kind::Char && rulingKind(Kind::Int, Kind::Double) == Kind::Double);
+static_assert(rulingKind(Kind::Logical, Kind::Char) == Kind::Char &&
+              rulingKind(Kind::Int, Kind::Double) == Kind::Double);
 static_assert([] {  // the ruling kind does not depend on the order, and a kind rules over itself
   for (int a = 0; a < kKindCount; ++a) {
     for (int b = 0; b < kKindCount; ++b) {
       if (rulingKind(Kind(a), Kind(b)) != rulingKind(Kind(b), Kind(a))) return false;
     }
-    if (rulingKind(Kind(a), Kind::Complex) != Kind::Complex || rulingKind(Kind(a), Kind::Logical) != Kind(a)) return false;
+    if (rulingKind(Kind(a), Kind::Complex) != Kind::Complex || rulingKind(Kind(a), Kind::Logical) != Kind(a))
+      return false;
   }
   return true;
 }());
 
-/// Whether the kind of the left operand rules. Beside an empty operand the other one rules; of two empties the right one.
+/// Whether the kind of the left operand rules. Beside an empty operand the other one rules; of two empties the right
+/// one.
 bool leftRules(const NumericArray& a, const NumericArray& b);
 Kind commonKind(const NumericArray& a, const NumericArray& b);
 
@@ -67,14 +71,14 @@ struct Range {
   DoubleArray elements() const;
 };
 
-/// The range of three operands, without elements when one of them is empty. `step` null: 1. The last element may stand a
-/// rounding error beyond `last`.
-/// throws Problem unless all are real finite scalars; FatalFault for a count past 64 bits
+/// The range of three operands, without elements when one of them is empty. `step` null: 1. The last element may stand
+/// a rounding error beyond `last`. throws Problem unless all are real finite scalars; FatalFault for a count past 64
+/// bits
 Range rangeOf(const NumericArray& first, const NumericArray* step, const NumericArray& last);
 
-/// Joins arrays along dimension `dim`, counted from 1. Empty arrays drop out; nothing left gives a double 0 x 0. The kind is
-/// that of joining from the left, two at a time. The pieces are consumed.
-/// throws Problem for lengths that differ elsewhere, for numbers beside structures
+/// Joins arrays along dimension `dim`, counted from 1. Empty arrays drop out; nothing left gives a double 0 x 0. The
+/// kind is that of joining from the left, two at a time. The pieces are consumed. throws Problem for lengths that
+/// differ elsewhere, for numbers beside structures
 Storable catenate(std::span<Storable> list, int64_t dim);
 inline Storable catenate(std::vector<Storable> list, int64_t dim) { return catenate(std::span<Storable>(list), dim); }
 
@@ -84,8 +88,8 @@ inline Storable catenate(std::vector<Storable> list, int64_t dim) { return caten
 inline bool isRealPower(double a, double b) { return !(a < 0) || b == std::floor(b) || std::isnan(b); }
 /// REQUIRES: isRealPower(a, b)
 inline double realPower(double a, double b) { return b == 2 ? a * a : std::pow(a, b); }
-/// Two numbers under an arithmetic operator. False, and nothing is done, for the other operators and where the result is
-/// complex.
+/// Two numbers under an arithmetic operator. False, and nothing is done, for the other operators and where the result
+/// is complex.
 inline bool scalarArithmetic(BinaryOp op, double a, double b, double* result) {
   switch (op) {
     case BinaryOp::plus: *result = a + b; return true;
@@ -114,7 +118,8 @@ inline bool scalarComparison(BinaryOp op, double a, double b, bool* result) {
   }
 }
 
-/// Principal value. Real where both operands are and isRealPower; whole exponents by products; 0 to a negative power is Inf.
+/// Principal value. Real where both operands are and isRealPower; whole exponents by products; 0 to a negative power is
+/// Inf.
 ComplexDouble complexPower(ComplexDouble a, ComplexDouble b);
 
 }  // namespace kelo

@@ -2,8 +2,8 @@
 //
 // At least two lengths are held. They are kept as given, so they may end in 1s; `ndim` says how many of them count: up
 // to the last one that is not 1, and never fewer than two. "Empty" means throughout the system that some length is 0.
-// Two sizes are equal when the lengths that count are equal. Element (s1, s2, ...) of an array, counted from 0, stands at
-// s1 + s2*d1 + s3*d1*d2 + ...: column-major order.
+// Two sizes are equal when the lengths that count are equal. Element (s1, s2, ...) of an array, counted from 0, stands
+// at s1 + s2*d1 + s3*d1*d2 + ...: column-major order.
 //
 // Two lengths are held inline; more are held on the heap, so that a matrix's size never allocates.
 // Invariant: numElements() == product of vec(); 2 <= ndim() <= count().

@@ -54,8 +54,8 @@ class StructArray {
   StructArray element(int64_t position) const;
   /// Overwrites the element at a position with one of another array. REQUIRES: hasSameFields(from)
   void setElement(int64_t position, const StructArray& from, int64_t fromPosition);
-  /// Makes the array larger, with elements of empty doubles behind the old ones, in place where it may and with spare room,
-  /// so that appending is cheap on average. REQUIRES: not empty; the old elements keep their linear positions
+  /// Makes the array larger, with elements of empty doubles behind the old ones, in place where it may and with spare
+  /// room, so that appending is cheap on average. REQUIRES: not empty; the old elements keep their linear positions
   void extend(const SizeVector& size);
   /// The same elements in another shape. REQUIRES: as many elements
   StructArray reshaped(const SizeVector& size) const;

@@ -24,7 +24,8 @@
 
 namespace kelo {
 
-/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes, those of large blocks to 64.
+/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes, those of large blocks
+/// to 64.
 class ArrayBlock : public Counted {
  public:
   /// throws OutOfMemory; FatalFault for a negative size, which is a defect of the caller
@@ -40,7 +41,8 @@ class ArrayBlock : public Counted {
 
  private:
   static constexpr int64_t kHeaderBytes = 128;  // elements of large blocks begin at a cache line
-  ArrayBlock(SizeVector size, int64_t capacity) : Counted(Body::arrayBlock), size_(std::move(size)), capacity_(capacity) {}
+  ArrayBlock(SizeVector size, int64_t capacity)
+      : Counted(Body::arrayBlock), size_(std::move(size)), capacity_(capacity) {}
   ~ArrayBlock() = default;
 
   SizeVector size_;
@@ -87,8 +89,8 @@ class ArrayCell {
 
  protected:
   explicit ArrayCell(ArrayBlock* block) : block_(block), scalar_{} {}
-  /// An inline element. OPTIMIZATION: all 16 bytes are written at once, for they are read at once when the cell moves, and
-  /// a read that spans two recent writes waits for both.
+  /// An inline element. OPTIMIZATION: all 16 bytes are written at once, for they are read at once when the cell moves,
+  /// and a read that spans two recent writes waits for both.
   template <class T>
     requires(sizeof(T) <= sizeof(double))
   ArrayCell(std::in_place_t, T element) : block_(nullptr) {

@@ -2,8 +2,8 @@
 //
 // A workspace is a table of its own, an optional captured table behind it that is only read (the variables a handle was
 // made with), and an optional list of local functions behind both. Starting one as the copy of a handle's therefore
-// copies nothing; capturing the running workspace shares its table, and the next write to it takes a copy. Looking a name
-// up takes a hint, kept by the caller: where the name stood last time.
+// copies nothing; capturing the running workspace shares its table, and the next write to it takes a copy. Looking a
+// name up takes a hint, kept by the caller: where the name stood last time.
 #pragma once
 
 #include <unordered_map>
@@ -89,7 +89,8 @@ class Workspace {
   Ref<LocalFunctionFile> functions_;
 };
 
-/// The frames of the running functions. The base workspace is never removed; top is where every name is read and written.
+/// The frames of the running functions. The base workspace is never removed; top is where every name is read and
+/// written.
 class WorkspaceStack {
  public:
   WorkspaceStack();

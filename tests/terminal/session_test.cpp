@@ -22,6 +22,7 @@ class Session {
     child_ = forkpty(&terminal_, nullptr, nullptr, &size);
     if (child_ != 0) return;
     setenv("TERM", "xterm", 1);
+    setenv("ASAN_OPTIONS", "detect_leaks=0", 0);  // libedit keeps copies of the names that it is given
     setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
     colour ? unsetenv("NO_COLOR") : setenv("NO_COLOR", "1", 1);
     if (chdir(folder.c_str()) == 0) execl(KELO_PROGRAM, "kelo", nullptr);

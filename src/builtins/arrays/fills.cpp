@@ -20,7 +20,8 @@ NodeValue filled(const SizeVector& size, T value) {
   if (size.isScalar()) return TypedArray<T>(value);
   auto result = TypedArray<T>::uninitialized(size);
   T* out = result.writable();
-  platform::parallelFor(size.numElements(), [&](int64_t begin, int64_t end) { std::fill(out + begin, out + end, value); });
+  platform::parallelFor(size.numElements(),
+                        [&](int64_t begin, int64_t end) { std::fill(out + begin, out + end, value); });
   return result;
 }
 
@@ -72,7 +73,8 @@ NodeValue realPoints(const Spacing& spacing) {
     for (int64_t i = 0; i < spacing.n; ++i) out[i] = spacing(i);
     return result;
   }
-  constexpr int64_t kBlock = 1024;  // positions within a block are short integers, which the processor converts in parallel
+  // Positions within a block are short integers, which the processor converts in parallel.
+  constexpr int64_t kBlock = 1024;
   platform::parallelFor(spacing.n, [=](int64_t begin, int64_t end) {
     for (int64_t b = begin; b < end; b += kBlock) {
       const auto first = static_cast<double>(b);

@@ -1,8 +1,8 @@
 // find: the places of the elements that are not zero. NaN is not zero; a complex number is zero when both parts are.
 //
-// The array is cut into pieces. A first pass counts the hits of each piece, so that a second one can write them where they
-// belong, pieces side by side. Within a piece, blocks of 64 elements are written without branching, through a small buffer where
-// the room of the piece ends.
+// The array is cut into pieces. A first pass counts the hits of each piece, so that a second one can write them where
+// they belong, pieces side by side. Within a piece, blocks of 64 elements are written without branching, through a
+// small buffer where the room of the piece ends.
 #include <algorithm>
 
 #include "builtins/arrays/handlers.h"

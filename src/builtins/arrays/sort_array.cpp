@@ -1,9 +1,9 @@
 // Sorting slice by slice.
 //
-// Each kind of element has unsigned keys in its order; the keys are sorted, alone or with positions, and turned back into
-// values. Descending order is the order of the inverted keys, so that it is stable as well. Complex numbers have
-// two keys: they are sorted by the first, then the groups that agree in it by the second. A dimension that does not run along memory
-// is brought to the front first and put back afterwards.
+// Each kind of element has unsigned keys in its order; the keys are sorted, alone or with positions, and turned back
+// into values. Descending order is the order of the inverted keys, so that it is stable as well. Complex numbers have
+// two keys: they are sorted by the first, then the groups that agree in it by the second. A dimension that does not run
+// along memory is brought to the front first and put back afterwards.
 #include "builtins/arrays/sort_array.h"
 
 #include <algorithm>
@@ -65,7 +65,9 @@ struct IntByValue {
 
 struct IntByMagnitude {
   using Element = int64_t;
-  static uint64_t key(int64_t n) { return n < 0 ? ((0 - static_cast<uint64_t>(n)) << 1) | 1 : static_cast<uint64_t>(n) << 1; }
+  static uint64_t key(int64_t n) {
+    return n < 0 ? ((0 - static_cast<uint64_t>(n)) << 1) | 1 : static_cast<uint64_t>(n) << 1;
+  }
   static int64_t value(uint64_t key) {
     const auto magnitude = static_cast<int64_t>(key >> 1);
     return (key & 1) != 0 ? -magnitude : magnitude;
@@ -203,7 +205,9 @@ class SliceSorter {
 /// An array seen as inner x length x outer, the middle being the dimension to sort along.
 struct Slices {
   Slices(const SizeVector& size, int64_t dimension)
-      : inner(size.strideOf(dimension)), length(size.dimensionLength(dimension)), outer(size.numElements() / (inner * length)) {}
+      : inner(size.strideOf(dimension)),
+        length(size.dimensionLength(dimension)),
+        outer(size.numElements() / (inner * length)) {}
   std::vector<ViewAxis> toFront() const { return {{length, inner}, {inner, 1}, {outer, inner * length}}; }
   std::vector<ViewAxis> back() const { return {{inner, length}, {length, 1}, {outer, inner * length}}; }
   int64_t inner, length, outer;

@@ -25,8 +25,8 @@ struct SortedArray {
   DoubleArray positions;  ///< where each stood along the dimension, from 1; 0 x 0 unless asked for
 };
 
-/// Equal elements keep their order, also when descending; zeros of both signs are equal. NaNs, and complex numbers with a NaN
-/// part, keep their order among themselves.
+/// Equal elements keep their order, also when descending; zeros of both signs are equal. NaNs, and complex numbers with
+/// a NaN part, keep their order among themselves.
 ///
 /// dimension  from 1; past ndim nothing moves
 SortedArray sortedAlong(const NumericArray& array, int64_t dimension, const SortOrder& order, bool withPositions);

@@ -1,8 +1,8 @@
 // Numbers as comma-separated text.
 //
-// A line is a row; blank lines are none. Cells are separated by commas, semicolons and blanks: a run of blanks counts as one
-// separator, and so does a comma or semicolon with the blanks around it. Nothing between two commas is a 0, and so is
-// nothing behind the last one.
+// A line is a row; blank lines are none. Cells are separated by commas, semicolons and blanks: a run of blanks counts
+// as one separator, and so does a comma or semicolon with the blanks around it. Nothing between two commas is a 0, and
+// so is nothing behind the last one.
 #pragma once
 
 #include <cstdint>
@@ -20,8 +20,8 @@ struct CsvRange {
   int64_t lastRow = INT64_MAX, lastColumn = INT64_MAX;
 };
 
-/// The numbers of a text, each the double nearest to what is written; a short row is filled with zeros. Beyond the range
-/// of doubles: Inf, or 0. Absent when there is something else than numbers; 0 x 0 when there is nothing.
+/// The numbers of a text, each the double nearest to what is written; a short row is filled with zeros. Beyond the
+/// range of doubles: Inf, or 0. Absent when there is something else than numbers; 0 x 0 when there is nothing.
 ///
 /// progress  is told every few million characters which part of the text has been read, from 0 to 1
 std::optional<DoubleArray> arrayOfCsv(const std::string& text, const CsvRange& range,

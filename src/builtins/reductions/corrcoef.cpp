@@ -167,7 +167,9 @@ NodeValue corrcoef(Call& call) {
   }
   const DoubleArray a = arg.A.toDoubleArray();
   const auto all = correlations(arg.B ? twoColumns(a, arg.B->toDoubleArray()) : asColumns(a), arg.rowValue);
-  std::vector<Storable> outputs{all.r};
+  std::vector<Storable> outputs;
+  outputs.reserve(4);
+  outputs.emplace_back(all.r);
   if (call.outputCount() > 1) outputs.push_back(ofCoefficients(all, false, probability));
   if (call.outputCount() > 2) outputs.push_back(bound(all, arg.alpha, -1));
   if (call.outputCount() > 3) outputs.push_back(bound(all, arg.alpha, 1));

@@ -1,8 +1,8 @@
 // Between numbers and text: char, num2str, int2str.
 //
-// A number becomes text on its own, whole numbers bare and others with the significant digits of the console or with as many as
-// are asked for. A matrix becomes rows of equal width: each column is right-aligned, two blanks from the next. Tested by
-// tests/builtins/text_test.cpp.
+// A number becomes text on its own, whole numbers bare and others with the significant digits of the console or with as
+// many as are asked for. A matrix becomes rows of equal width: each column is right-aligned, two blanks from the next.
+// Tested by tests/builtins/text_test.cpp.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -77,7 +77,9 @@ struct NumberText {
 
 CharArray alignedRows(const std::vector<std::string>& cells, int64_t rows) {
   const int64_t columns = static_cast<int64_t>(cells.size()) / rows;
-  const auto cell = [&](int64_t r, int64_t c) -> const std::string& { return cells[static_cast<size_t>(r + c * rows)]; };
+  const auto cell = [&](int64_t r, int64_t c) -> const std::string& {
+    return cells[static_cast<size_t>(r + c * rows)];
+  };
   std::vector<int64_t> ends;  // of the columns
   int64_t end = -kColumnGap;
   for (int64_t c = 0; c < columns; ++c) {

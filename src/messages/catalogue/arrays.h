@@ -23,8 +23,8 @@ inline constexpr const char* kRepmatFirst = "The first input argument of {}() sh
 inline constexpr const char* kReshapeCount = "Array size should remain unchanged after reshaping";
 inline constexpr const char* kReshapeEmpties = "In {}(A, s1, s2, ..., sn), there should be less than 2 empty si";
 inline constexpr const char* kPermuteTooShort =
-    "When dimensions of A are permuted, the vector \"order\" should be a permutation of 1:length(order) and should have "
-    "at least ndims(A) elements";
+    "When dimensions of A are permuted, the vector \"order\" should be a permutation of 1:length(order) and should "
+    "have at least ndims(A) elements";
 
 // Last resorts
 inline constexpr const char* kDiagFailed = "Failed to perform diag()";

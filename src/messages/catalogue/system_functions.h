@@ -1,5 +1,5 @@
-// Texts of the functions of the console, of time and of files. "{}" is a slot: the function's name in a sentence of a reader, else a
-// word.
+// Texts of the functions of the console, of time and of files. "{}" is a slot: the function's name in a sentence of a
+// reader, else a word.
 #pragma once
 
 namespace kelo::text {

@@ -18,8 +18,9 @@ std::string linearIndexExceeds(int64_t index, int64_t numElements) {
 }
 
 std::string subscriptExceeds(int64_t k) {
-  return fmt::format("When converting subscript indexes to linear index, the {} subscript index exceeds the dimension length",
-                     ordinal(k));
+  return fmt::format(
+      "When converting subscript indexes to linear index, the {} subscript index exceeds the dimension length",
+      ordinal(k));
 }
 
 }  // namespace kelo::text

@@ -3,7 +3,8 @@
 //
 // InlineQueue runs a block where it is submitted, unless one is running: then behind it. ManualMainQueue collects what
 // is submitted until the test runs it; its timers go by its own time, which the test moves. A ScriptedSemaphore that is
-// waited for asks the test what happens meanwhile (a press of a button, a timer), again and again until it is signalled.
+// waited for asks the test what happens meanwhile (a press of a button, a timer), again and again until it is
+// signalled.
 #pragma once
 
 #include <algorithm>

@@ -5,7 +5,9 @@
 namespace kelo::platform::native {
 namespace {
 
-double secondsOf(const timespec& time) { return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec); }
+double secondsOf(const timespec& time) {
+  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
 
 }  // namespace
 

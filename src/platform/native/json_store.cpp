@@ -1,5 +1,5 @@
-// JSON has the four types of the store and more; what is not one of them is carried along unread, so a newer version's settings
-// survive an older one.
+// JSON has the four types of the store and more; what is not one of them is carried along unread, so a newer version's
+// settings survive an older one.
 #include "platform/native/json_store.h"
 
 #include <filesystem>

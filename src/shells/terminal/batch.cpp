@@ -1,4 +1,5 @@
-// Commands run in order in one base workspace. A failed one does not keep the next from running; a fatal fault and Ctrl-C do.
+// Commands run in order in one base workspace. A failed one does not keep the next from running; a fatal fault and
+// Ctrl-C do.
 #include "shells/terminal/batch.h"
 
 #include <unistd.h>

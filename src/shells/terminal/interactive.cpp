@@ -68,7 +68,8 @@ class InteractiveConsole {
     return incomplete;
   }
 
-  /// Nothing at the end of the input. Ctrl-C throws away what was typed; an empty line ends a text that stays incomplete.
+  /// Nothing at the end of the input. Ctrl-C throws away what was typed; an empty line ends a text that stays
+  /// incomplete.
   std::optional<std::string> readCommand() {
     std::string text, line;
     while (true) {

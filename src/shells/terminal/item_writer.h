@@ -1,5 +1,5 @@
-// Writes the console's items to the standard streams: values and texts to one, errors and warnings to the other, a blank
-// line between two items, whatever their streams.
+// Writes the console's items to the standard streams: values and texts to one, errors and warnings to the other, a
+// blank line between two items, whatever their streams.
 #pragma once
 
 #include <cstdint>
@@ -23,8 +23,8 @@ class ItemWriter : public ConsoleView {
 
   ItemWriter(Style style, platform::FileSystem& files) : style_(style), files_(files) {}
 
-  /// A command begins: what follows is set off from nothing. `text` is where errors of console text point to. Thread: main,
-  /// with no run going on.
+  /// A command begins: what follows is set off from nothing. `text` is where errors of console text point to. Thread:
+  /// main, with no run going on.
   void beginCommand(std::string text);
   /// The same, but items before it are set off by a blank line.
   void continueWith(std::string text) { commandText_ = std::move(text); }

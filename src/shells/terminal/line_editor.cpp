@@ -1,5 +1,6 @@
-// Wraps libedit. Its function for the next character is replaced by one that waits for the keyboard, for Ctrl-C and for the
-// main queue together, so the shell stays alive while a line is typed. The arrows and Tab are bound to functions of ours.
+// Wraps libedit. Its function for the next character is replaced by one that waits for the keyboard, for Ctrl-C and for
+// the main queue together, so the shell stays alive while a line is typed. The arrows and Tab are bound to functions of
+// ours.
 #include "shells/terminal/line_editor.h"
 
 #include <histedit.h>

@@ -27,7 +27,8 @@ std::string stateDirectory(const Options& options) {
 }  // namespace
 
 Session::Session(const Options& options, const std::string& workDir, ItemWriter::Style style)
-    : store(stateDirectory(options), [](const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }),
+    : store(stateDirectory(options),
+            [](const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }),
       files(workDir),
       writer(style, files),
       app({parserQueue, mainQueue, synchronization, files, store, clock}, writer, builtins::library()) {

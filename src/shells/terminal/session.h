@@ -27,8 +27,8 @@ class Session {
   Session(const Options& options, const std::string& workDir, ItemWriter::Style style);
   ~Session();
 
-  /// Starts a run and serves the main queue until it has ended: Ctrl-C stops it, a line of standard input is the run button
-  /// of a pause. `answer`, when given, takes the place of standard input for `input`.
+  /// Starts a run and serves the main queue until it has ended: Ctrl-C stops it, a line of standard input is the run
+  /// button of a pause. `answer`, when given, takes the place of standard input for `input`.
   void run(const std::function<void(AppController&)>& start, const Answerer& answer = nullptr);
 
   /// Ctrl-C was pressed during the last run.
