@@ -95,8 +95,10 @@ TEST(Random, longStreams) {
 }
 
 TEST(Random, fractionsAreRoundedOnce) {
+  // clang-format off
   const uint64_t cases[] = {0, 1, 0xFFFFFFFF, 0x100000000, 0x8000000000000000, 0xFFFFFFFFFFFFFFFF, 0x80000000000003FF,
                             0x8000000000000400, 0x8000000000000C00, 0x7FFFFFFFFFFFFE01, 0x123456789ABCDEF0};
+  // clang-format on
   for (const uint64_t bits : cases) EXPECT_EQ(RandomWords::fraction(bits), static_cast<double>(bits) * 0x1p-64) << bits;
 }
 

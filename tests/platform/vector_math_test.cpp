@@ -97,11 +97,13 @@ TEST(VectorMath, isWithinOneUlpOnAnyBitPattern) {
 
 TEST(VectorMath, agreesWithTheLibraryOnSpecialValues) {
   const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+  // clang-format off
   const std::vector<double> x = {0.0, -0.0, 1, -1, inf, -inf, nan, 5e-324, -5e-324, 1e-310, -1e-310,
                                  2.2250738585072014e-308, 1e-200, 1e-20, -1e-20, 1e308, -1e308, 0.49999999999999994,
                                  -0.49999999999999994, 0.5, -0.5, 1.5, 2.5, -2.5, 4503599627370495.5,
                                  4503599627370497.0, 9007199254740993.0, 1e22, 710, -710.4, 710.5, 709.7, -745.2, -744,
                                  1.0000000000000002, 0.9999999999999999};
+  // clang-format on
   for (const Case& c : kCases) {
     const std::vector<double> y = applied(vectorRoutine(c.function), x), plain = applied(plainRoutine(c.function), x);
     for (size_t i = 0; i < x.size(); ++i) {
