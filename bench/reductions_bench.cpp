@@ -5,10 +5,12 @@
 namespace kelo {
 namespace {
 
-/// NAME(A, d), or NAME(A, [], d) for the extremes.
+/// NAME(A, d), max(A, [], d), var(A, 0, d).
 void run(benchmark::State& state, const char* name, int64_t rows, int64_t columns, int64_t d) {
   std::vector<Storable> args{numbersBetween(0, 1, {rows, columns})};
-  if (std::string(name) == "max" || std::string(name) == "min") args.emplace_back(DoubleArray());
+  const std::string function = name;
+  if (function == "max" || function == "min") args.emplace_back(DoubleArray());
+  if (function == "var") args.emplace_back(0.0);
   args.emplace_back(static_cast<double>(d));
   callOver(state, name, args);
   state.SetItemsProcessed(state.iterations() * rows * columns);
