@@ -86,6 +86,24 @@ class Poisson {
   double rate_, root_, log_, limit_;
 };
 
+/// The words of a run of draws, one after the other.
+struct WordBlock {
+  static constexpr size_t kSize = 512;
+  uint64_t u[kSize], v[kSize], w[kSize];
+};
+
+// Compiled twice, for the vectors of every 64-bit processor of the family and for wider ones.
+#if defined(__x86_64__) && defined(__gnu_linux__)
+#define KELO_CLONES __attribute__((target_clones("avx2", "default")))
+#else
+#define KELO_CLONES
+#endif
+
+/// out[i] is the double in [0, 1) of the block's i-th words.
+KELO_CLONES void fractionsOf(const WordBlock& block, size_t n, double* out) {
+  for (size_t i = 0; i < n; ++i) out[i] = RandomWords::fraction(RandomWords::mixed(block.u[i], block.v[i], block.w[i]));
+}
+
 }  // namespace
 
 bool KLRand::readState() {
@@ -115,14 +133,18 @@ void KLRand::withWords(Draw draw) {
 }
 
 void KLRand::randomDoubleArray(std::span<double> array) {
-  // OPTIMIZATION: draws and conversions in loops of their own, a block at a time, so that the conversions vectorise.
-  constexpr size_t kBlock = 512;
+  // OPTIMIZATION: the words go on in a loop of their own, a block at a time, so that mixing and conversion vectorise.
   withWords([=](RandomWords& words) {
-    uint64_t bits[kBlock];
-    for (size_t begin = 0; begin < array.size(); begin += kBlock) {
-      const size_t n = std::min(kBlock, array.size() - begin);
-      for (size_t i = 0; i < n; ++i) bits[i] = words.int64();
-      for (size_t i = 0; i < n; ++i) array[begin + i] = RandomWords::fraction(bits[i]);
+    WordBlock block;
+    for (size_t begin = 0; begin < array.size(); begin += WordBlock::kSize) {
+      const size_t n = std::min(WordBlock::kSize, array.size() - begin);
+      for (size_t i = 0; i < n; ++i) {
+        words.step();
+        block.u[i] = words.u;
+        block.v[i] = words.v;
+        block.w[i] = words.w;
+      }
+      fractionsOf(block, n, array.data() + begin);
     }
   });
 }

@@ -27,11 +27,19 @@ struct RandomWords {
 
   /// The next 64 bits.
   uint64_t int64() {
+    step();
+    return mixed(u, v, w);
+  }
+  /// Takes each word to its next.
+  void step() {
     u = u * 2862933555777941757u + 7046029254386353087u;
     v ^= v >> 17;
     v ^= v << 31;
     v ^= v >> 8;
     w = 4294957665u * (w & 0xFFFFFFFFu) + (w >> 32);
+  }
+  /// The 64 bits that three words give together.
+  static uint64_t mixed(uint64_t u, uint64_t v, uint64_t w) {
     uint64_t x = u ^ (u << 21);
     x ^= x >> 35;
     x ^= x << 4;
