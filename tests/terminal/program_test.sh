@@ -32,6 +32,11 @@ with_input() { # with_input TEXT COMMAND...
   printf "$text" | "$@"
 }
 
+without_input() { "$@" <&-; }
+folder_as_input() { "$@" <folder; }
+without_output() { "$@" >&-; }
+full_disk() { "$@" >/dev/full; }
+
 blank='
 '
 mkdir folder
@@ -57,6 +62,12 @@ check 'missing file' 1 '' 'Error in no.m. Failed to load "no.m".' "$program" no.
 check 'not UTF-8' 1 '' '*error*latin.m. *' "$program" latin.m
 check 'not UTF-8 on standard input' 1 '' '*error*. *' with_input 'x = \377' "$program"
 check 'NUL' 1 '' '*error*. *' with_input 'x\000y' "$program"
+check 'closed standard input' 1 '' 'kelo: standard input cannot be read: *' without_input "$program" -
+check 'folder as standard input' 1 '' 'kelo: standard input cannot be read: *' folder_as_input "$program"
+check 'input from a closed standard input' 1 '' '*' without_input "$program" -e 'x = input("n")'
+check 'full disk' 1 '' 'kelo: standard output cannot be written: *' full_disk "$program" -e 'x = 1'
+check 'closed standard output' 1 '' 'kelo: standard output cannot be written: *' without_output "$program" -e "csvwrite('kept.csv', [1 2])" -e 'x = 1'
+check 'file written while standard output was closed' 0 '1,2' '' cat kept.csv
 check 'fatal fault' 70 '' 'kelo: the run was ended by a fatal fault: *' "$program" -e 'x = 1:1e30;' -e 1
 for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' --figure=f.png folder 'good.m good.m' -e; do
   # shellcheck disable=SC2086  # one word an argument

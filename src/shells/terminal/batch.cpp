@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "shells/terminal/session.h"
@@ -23,9 +24,14 @@ ItemWriter::Style styleOf(const Options& options) {
   return style;
 }
 
-ExitStatus refuse(const std::string& fault) {
-  std::fprintf(stderr, "kelo: %s\n", fault.c_str());
-  return kWrongUsage;
+void tell(const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }
+
+/// Values that never arrive, as on a full disk, are told of.
+ExitStatus endOf(const Session& session) {
+  const std::string& unwritten = session.writer.fault();
+  if (unwritten.empty()) return session.worstStatus();
+  tell("standard output cannot be written: " + unwritten);
+  return std::max(session.worstStatus(), kCommandFailed);
 }
 
 }  // namespace
@@ -33,19 +39,24 @@ ExitStatus refuse(const std::string& fault) {
 ExitStatus runBatch(const Options& options) {
   std::string fault;
   const std::optional<Place> place = findPlace(options, &fault);
-  if (!place) return refuse(fault);
+  if (!place) {
+    tell(fault);
+    return kWrongUsage;
+  }
   Session session(options, place->workDir, styleOf(options));
   if (!options.width) session.app.settings.consoleCells = terminalWidth();
 
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");
     session.run([&](AppController& app) { app.startFile(place->directory, place->fileName); });
-    return session.worstStatus();
+    return endOf(session);
   }
   std::vector<std::string> commands = options.commands;
   if (commands.empty()) {
     const std::optional<std::string> text = session.input.rest();
-    if (!text) return kCommandFailed;
+    const std::string& unread = session.input.fault();
+    if (!unread.empty()) tell("standard input cannot be read: " + unread);
+    if (!unread.empty() || !text) return kCommandFailed;
     commands.push_back(*text);
   }
   for (const std::string& command : commands) {
@@ -53,7 +64,7 @@ ExitStatus runBatch(const Options& options) {
     session.run([&](AppController& app) { app.startCommand(command); });
     if (session.wasStopped() || session.lastStatus() == kFatalFault) break;
   }
-  return session.worstStatus();
+  return endOf(session);
 }
 
 }  // namespace kelo::terminal

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 #include <nlohmann/json.hpp>
 
 #include "shells/terminal/caret.h"
@@ -80,7 +81,10 @@ void ItemWriter::write(int descriptor, const std::string& text) {
   while (done < text.size()) {
     const ssize_t count = ::write(descriptor, text.data() + done, text.size() - done);
     if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return;  // nobody reads any more
+    if (count <= 0) {
+      if (descriptor == STDOUT_FILENO) fault_ = std::strerror(errno);
+      return;
+    }
     done += static_cast<size_t>(count);
   }
 }

@@ -41,6 +41,8 @@ class ItemWriter : public ConsoleView {
   /// Of the runs that have ended. Thread: main
   int64_t runsEnded() const { return runsEnded_; }
   const RunResult& lastResult() const { return lastResult_; }
+  /// Why standard output took less than all; empty when it took all.
+  const std::string& fault() const { return fault_; }
 
  private:
   void write(int descriptor, const std::string& text);
@@ -51,6 +53,7 @@ class ItemWriter : public ConsoleView {
   platform::FileSystem& files_;
   std::string commandText_;
   std::string openPrompt_;
+  std::string fault_;
   bool hasWritten_ = false;
   RunResult lastResult_;
   int64_t runsEnded_ = 0;

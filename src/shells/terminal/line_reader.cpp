@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 namespace kelo::terminal {
@@ -12,7 +13,9 @@ bool LineReader::fill() {
   const ssize_t count = read(kDescriptor, bytes, sizeof bytes);
   if (count > 0) buffer_.append(bytes, static_cast<size_t>(count));
   const bool interrupted = count < 0 && errno == EINTR;
-  if (count == 0 || (count < 0 && !interrupted && errno != EAGAIN)) ended_ = true;
+  const bool failed = count < 0 && !interrupted && errno != EAGAIN;
+  if (failed) fault_ = std::strerror(errno);
+  if (count == 0 || failed) ended_ = true;
   return !interrupted;
 }
 

@@ -16,11 +16,14 @@ class LineReader {
   bool fill();
   /// The next line without its line end; nothing at the end of the input. REQUIRES: hasLine()
   std::optional<std::string> nextLine();
-  /// All that is left, waiting for the end. Nothing when Ctrl-C was pressed meanwhile.
+  /// All that is left, waiting for the end or a failure. Nothing when Ctrl-C was pressed meanwhile.
   std::optional<std::string> rest();
+  /// Why reading failed; empty when it did not.
+  const std::string& fault() const { return fault_; }
 
  private:
   std::string buffer_;
+  std::string fault_;
   bool ended_ = false;
 };
 

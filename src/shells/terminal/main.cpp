@@ -4,9 +4,11 @@
 #include "shells/terminal/batch.h"
 #include "shells/terminal/interactive.h"
 #include "shells/terminal/options.h"
+#include "shells/terminal/terminal.h"
 
 int main(int argc, char** argv) {
   using namespace kelo::terminal;
+  holdStandardStreams();
   const std::variant<Options, ExitStatus> parsed = parseOptions(argc, argv);
   if (const ExitStatus* status = std::get_if<ExitStatus>(&parsed)) return *status;
   const Options& options = std::get<Options>(parsed);
