@@ -224,7 +224,7 @@ TEST(SumInOrder, IsThePlainLoopToTheLastBit) {
   };
   for (size_t kind = 0; kind < kinds.size(); ++kind) {
     std::vector<double> x;
-    for (int i = 0; i < 600000; ++i) x.push_back(kinds[kind](i));
+    for (int i = 0; i < 1500000; ++i) x.push_back(kinds[kind](i));
     double plain = 0;
     for (const double v : x) plain += v;
     const auto n = static_cast<int64_t>(x.size());

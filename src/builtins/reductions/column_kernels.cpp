@@ -14,6 +14,7 @@
 // side by side for the present p, and then added one after the other as long as the sum stays between p and 2p.
 #include "builtins/reductions/column_kernels.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -140,36 +141,31 @@ void smallestPlain(const double* x, int64_t n, double* result) { extremeBody<tru
 
 namespace {
 
-constexpr int64_t kStretch = 512;  // blocks that are rounded side by side
+// Blocks that are rounded side by side; fewer are not worth waking the other cores.
+constexpr int64_t kFewestInStretch = 1536;
+constexpr int64_t kMostInStretch = 1 << 14;
 
-/// Adds as many blocks of a stretch as the present power of 2 serves for. Returns how many, and counts those that had
-/// to be added plainly.
-int64_t addStretch(const double* x, platform::ParallelFor& parallel, double* sum, int64_t* plain) {
+/// Blocks until the sum of `added` elements will have reached the next power of 2, if it goes on growing as it did.
+int64_t blocksAhead(double sum, double p, int64_t added) {
+  const double elements = static_cast<double>(added) * (2 * p - std::fabs(sum)) / std::fabs(sum);
+  return static_cast<int64_t>(std::fmin(elements / kBlock, kMostInStretch));
+}
+
+/// Adds as many of `count` blocks as the present power of 2 serves for. Returns how many, and counts those that had to
+/// be added plainly.
+int64_t addStretch(const double* x, int64_t count, platform::ParallelFor& parallel, double* sum, int64_t* plain) {
   const double p = powerOf(*sum);
-  RoundedSums blocks[kStretch];
-  parallel.run(kStretch, kStretch / 8, [&](int64_t begin, int64_t end) {
-    for (int64_t k = begin; k < end; ++k) blocks[k] = roundBlock(x + k * kBlock, p);
+  std::vector<RoundedSums> blocks(static_cast<size_t>(count));
+  parallel.run(count, kFewestInStretch / 8, [&](int64_t begin, int64_t end) {
+    for (int64_t k = begin; k < end; ++k) blocks[static_cast<size_t>(k)] = roundBlock(x + k * kBlock, p);
   });
   int64_t k = 0;
-  for (; k < kStretch && powerOf(*sum) == p; ++k) {
-    if (addRounded(blocks[k], p, sum)) continue;
+  for (; k < count && powerOf(*sum) == p; ++k) {
+    if (addRounded(blocks[static_cast<size_t>(k)], p, sum)) continue;
     *sum = addPlainly(x + k * kBlock, kBlock, *sum);
     ++*plain;
   }
   return k;
-}
-
-/// Goes on over several cores while that pays: no stretch gave out early or needed many plain blocks twice in a row.
-int64_t addStretches(const double* x, int64_t n, platform::ParallelFor& parallel, double* sum) {
-  int64_t i = 0;
-  int bad = 0;
-  while (i + kStretch * kBlock <= n && bad < 2 && powerOf(*sum) != 0) {
-    int64_t plain = 0;
-    const int64_t done = addStretch(x + i, parallel, sum, &plain);
-    bad = done - plain < kStretch / 2 ? bad + 1 : 0;
-    i += done * kBlock;
-  }
-  return i;
 }
 
 /// Elements before the next address that vectors like.
@@ -204,10 +200,20 @@ double sumInOrder(const double* x, int64_t n, platform::ParallelFor* parallel) {
   double s = addPlainly(x, i, 0);
   int64_t putOff = 1;
   while (i + kBlock <= n) {
-    if (const double p = powerOf(s); p != 0 && addRounded(roundBlock(x + i, p), p, &s)) {
+    const double p = powerOf(s);
+    if (parallel && p != 0 && putOff == 1) {
+      const int64_t count = std::min(blocksAhead(s, p, i), (n - i) / kBlock);
+      if (count >= kFewestInStretch) {
+        int64_t plain = 0;
+        const int64_t done = addStretch(x + i, count, *parallel, &s, &plain);
+        if (done - plain < count / 2) parallel = nullptr;  // not as foreseen: no more of it
+        i += done * kBlock;
+        continue;
+      }
+    }
+    if (p != 0 && addRounded(roundBlock(x + i, p), p, &s)) {
       i += kBlock;
       putOff = 1;
-      if (parallel) i += addStretches(x + i, n - i, *parallel, &s);
       continue;
     }
     const int64_t plain = putOff * kBlock < n - i ? putOff * kBlock : n - i;
