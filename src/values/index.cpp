@@ -8,6 +8,7 @@
 #include "messages/catalogue/indexing.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
+#include "platform/vector_clones.h"
 #include "values/storable.h"
 
 namespace kelo {
@@ -42,24 +43,27 @@ IntArray positionsOf(const TypedArray<T>& subscripts) {
   return positions;
 }
 
-// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the sum. So the test and
-// the conversion are one loop without branches, in vector registers; anything else goes the careful way.
-bool convertPlainly(std::span<const double> subscripts, int64_t* out) {
-  constexpr double kShift = 4503599627370496.0;
-  int64_t unusual = 0;
-  for (size_t k = 0; k < subscripts.size(); ++k) {
-    const double subscript = subscripts[k];
-    const double shifted = subscript + kShift;
-    out[k] = std::bit_cast<int64_t>(shifted) - std::bit_cast<int64_t>(kShift) - 1;
-    const bool isPlain = (subscript >= 1) & (subscript < kShift) & (shifted - kShift == subscript);
-    unusual |= isPlain ? 0 : 1;
+/// out[k] = subscripts[k] - 1. False where a subscript is not a whole number from 1 to 2^52 - 1; the rest is then
+/// unspecified. *needed receives the greatest subscript.
+///
+/// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the sum, and beyond, for
+/// negatives and for NaN the bits are out of that range. So tests and conversion are one loop without branches.
+KELO_VECTOR_CLONES
+bool convertPlainly(const double* subscripts, int64_t n, int64_t* out, int64_t* needed) {
+  constexpr double kShift = 0x1p52;
+  int64_t fractions = 0;
+  int64_t signs = 0;
+  int64_t greatest = -1;
+  for (int64_t k = 0; k < n; ++k) {
+    const double shifted = subscripts[k] + kShift;
+    const int64_t position = std::bit_cast<int64_t>(shifted) - std::bit_cast<int64_t>(kShift) - 1;
+    fractions |= std::bit_cast<int64_t>(shifted - kShift) ^ std::bit_cast<int64_t>(subscripts[k]);
+    signs |= position;
+    greatest = position > greatest ? position : greatest;
+    out[k] = position;
   }
-  return unusual == 0;
-}
-
-IntArray positionsOf(const DoubleArray& subscripts) {
-  IntArray positions = IntArray::uninitialized(subscripts.size());
-  return convertPlainly(subscripts.values(), positions.writable()) ? positions : positionsOf<double>(subscripts);
+  *needed = greatest + 1;
+  return fractions == 0 && signs >= 0 && greatest < (int64_t{1} << 52) - 1;
 }
 
 DoubleArray realPartsOf(const ComplexDoubleArray& subscripts) {
@@ -81,9 +85,14 @@ Index Index::colon(int64_t extent) {
 }
 
 Index Index::list(IntArray positions) {
-  Index index(0, positions.numElements(), positions.size());
   const auto values = positions.values();
-  index.needed_ = values.empty() ? 0 : *std::max_element(values.begin(), values.end()) + 1;
+  const int64_t needed = values.empty() ? 0 : *std::max_element(values.begin(), values.end()) + 1;
+  return list(std::move(positions), needed);
+}
+
+Index Index::list(IntArray positions, int64_t needed) {
+  Index index(0, positions.numElements(), positions.size());
+  index.needed_ = needed;
   index.elements_ = std::move(positions);
   index.form_ = Form::list;
   return index;
@@ -95,6 +104,11 @@ Index Index::fromDoubles(const DoubleArray& subscripts) {
   const auto values = subscripts.values();
   if (countsUp(values) && values.back() < kExact) {
     return Index(positionOf(values.front()), subscripts.numElements(), subscripts.size());
+  }
+  IntArray positions = IntArray::uninitialized(subscripts.size());
+  int64_t needed;
+  if (convertPlainly(subscripts.data(), subscripts.numElements(), positions.writable(), &needed)) {
+    return list(std::move(positions), needed);
   }
   return list(positionsOf(subscripts));
 }

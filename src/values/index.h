@@ -48,6 +48,7 @@ class Index {
  private:
   Index(int64_t first, int64_t count, SizeVector shape)
       : first_(first), count_(count), needed_(count == 0 ? 0 : first + count), shape_(std::move(shape)) {}
+  static Index list(IntArray positions, int64_t needed);
   static Index fromDoubles(const DoubleArray& subscripts);
   static Index fromIntegers(const IntArray& subscripts);
   static Index fromMask(const LogicalArray& mask);

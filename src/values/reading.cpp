@@ -5,6 +5,7 @@
 
 #include "messages/catalogue/indexing.h"
 #include "messages/message.h"
+#include "platform/parallel.h"
 #include "values/index_walk.h"
 #include "values/indexing.h"
 
@@ -41,7 +42,9 @@ void readRun(const T* from, const IndexAxis& run, T* to) {
     from += run.first * run.stride;
     for (int64_t k = 0; k < run.count; ++k) to[k] = from[k * run.stride];
   } else if (run.stride == 1) {
-    for (int64_t k = 0; k < run.count; ++k) to[k] = from[run.list[k]];
+    platform::parallelFor(run.count, [=, list = run.list](int64_t begin, int64_t end) {
+      for (int64_t k = begin; k < end; ++k) to[k] = from[list[k]];
+    });
   } else {
     for (int64_t k = 0; k < run.count; ++k) to[k] = from[run.list[k] * run.stride];
   }

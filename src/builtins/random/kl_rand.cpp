@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "builtins/special/gamma.h"
+#include "platform/vector_clones.h"
 
 namespace kelo {
 namespace {
@@ -92,15 +93,8 @@ struct WordBlock {
   uint64_t u[kSize], v[kSize], w[kSize];
 };
 
-// Compiled twice, for the vectors of every 64-bit processor of the family and for wider ones.
-#if defined(__x86_64__) && defined(__gnu_linux__)
-#define KELO_CLONES __attribute__((target_clones("avx2", "default")))
-#else
-#define KELO_CLONES
-#endif
-
 /// out[i] is the double in [0, 1) of the block's i-th words.
-KELO_CLONES void fractionsOf(const WordBlock& block, size_t n, double* out) {
+KELO_VECTOR_CLONES void fractionsOf(const WordBlock& block, size_t n, double* out) {
   for (size_t i = 0; i < n; ++i) out[i] = RandomWords::fraction(RandomWords::mixed(block.u[i], block.v[i], block.w[i]));
 }
 
