@@ -1,4 +1,6 @@
-// The caller takes pieces along with the pool's threads, so that a machine with one core has no pool at all.
+// The caller takes pieces along with the pool's threads, so that a machine with one core has no pool at all. It waits
+// only for threads that joined in before the pieces ran out: one that wakes late, since its core was busy, finds the
+// loop closed and costs nothing.
 #include "platform/native/parallel_pool.h"
 
 #include <algorithm>
@@ -32,12 +34,13 @@ void ParallelPool::run(int64_t count, int64_t grain, const Body& body) {
     count_ = count;
     grain_ = std::max<int64_t>(1, grain);
     next_ = 0;
-    active_ = static_cast<int64_t>(threads_.size());
+    open_ = true;
     ++round_;
   }
   begun_.notify_all();
   work();
   std::unique_lock<std::mutex> lock(mutex_);
+  open_ = false;
   ended_.wait(lock, [this] { return active_ == 0; });
 }
 
@@ -45,9 +48,10 @@ void ParallelPool::serve() {
   int64_t seen = 0;
   std::unique_lock<std::mutex> lock(mutex_);
   while (true) {
-    begun_.wait(lock, [&] { return ending_ || round_ != seen; });
+    begun_.wait(lock, [&] { return ending_ || (open_ && round_ != seen); });
     if (ending_) return;
     seen = round_;
+    ++active_;
     lock.unlock();
     work();
     lock.lock();

@@ -28,8 +28,9 @@ class ParallelPool : public ParallelFor {
   std::mutex mutex_;
   std::condition_variable begun_, ended_;
   bool ending_ = false;
-  int64_t round_ = 0;   // of the loop that runs
-  int64_t active_ = 0;  // threads that have not finished it
+  bool open_ = false;   // threads may join in the loop that runs
+  int64_t round_ = 0;   // of that loop
+  int64_t active_ = 0;  // threads that have joined in and not finished
 
   const Body* body_ = nullptr;
   int64_t count_ = 0, grain_ = 0;
