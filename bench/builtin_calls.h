@@ -9,8 +9,6 @@
 
 #include "builtins/library.h"
 #include "interpreter/test_app.h"
-#include "platform/native/machine.h"
-#include "platform/native/parallel_pool.h"
 
 namespace kelo {
 
@@ -26,13 +24,10 @@ inline DoubleArray numbersBetween(double low, double high, const SizeVector& siz
   return x;
 }
 
-/// Calls NAME(values...) over and over, with the machine's cores.
+/// Calls NAME(values...) over and over.
 inline void callOver(benchmark::State& state, const char* name, const std::vector<Storable>& values,
                      std::optional<int> outputs = 1) {
-  static platform::native::ParallelPool pool;
   static TestApp test(builtins::library());
-  static const bool adapted = (platform::native::adaptToMachine(), platform::setParallelFor(&pool), true);
-  benchmark::DoNotOptimize(adapted);
   const Builtin* row = builtins::library().find(Name::intern(name));
   const CallSite site;
   for (auto _ : state) {

@@ -10,7 +10,6 @@
 #include "linear/lu.h"
 #include "linear/qr.h"
 #include "linear/svd.h"
-#include "platform/native/machine.h"
 
 namespace {
 
@@ -32,8 +31,6 @@ const NumericArray& column(int64_t rows) {
 
 template <class F>
 void timed(benchmark::State& state, F&& f) {
-  static const bool adapted = (platform::native::adaptToMachine(), true);
-  benchmark::DoNotOptimize(adapted);
   const NumericArray a = randomMatrix(state.range(0), state.range(0));
   for (auto _ : state) benchmark::DoNotOptimize(f(a));
 }
