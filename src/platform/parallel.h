@@ -34,4 +34,17 @@ void parallelFor(int64_t count, Body&& body, int64_t grain = kParallelThreshold 
   }
 }
 
+/// The loop of a kernel over units of about so many elements each.
+template <class Body>
+void parallelForUnits(int64_t count, int64_t elementsEach, Body&& body) {
+  ParallelFor* parallel = currentParallelFor();
+  const int64_t each = elementsEach < 1 ? 1 : elementsEach;
+  const int64_t grain = kParallelThreshold / 2 / each + 1;
+  if (parallel == nullptr || count <= grain || count < kParallelThreshold / each) {
+    body(int64_t{0}, count);
+  } else {
+    parallel->run(count, grain, body);
+  }
+}
+
 }  // namespace kelo::platform

@@ -9,6 +9,7 @@
 #include "messages/catalogue/operators.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
+#include "platform/parallel.h"
 #include "values/operators.h"
 
 namespace kelo {
@@ -34,30 +35,56 @@ class JoinedSize {
   int64_t length_;
 };
 
-// Calls copy(to, piece, from, count) for each run of elements that stand together in both a piece and the result.
-template <class Pieces, class Copy>
-void forRuns(const Pieces& pieces, const SizeVector& size, int64_t dim, Copy&& copy) {
-  const int64_t stride = size.strideOf(dim);
-  const int64_t slab = stride * size.dimensionLength(dim);
-  const int64_t slabs = size.numElements() / slab;
-  int64_t offset = 0;
-  for (const auto& piece : pieces) {
-    const int64_t run = stride * piece.size().dimensionLength(dim);
-    for (int64_t k = 0; k < slabs; ++k) copy(offset + k * slab, piece, k * run, run);
-    offset += run;
+// Runs of elements that stand together in both a piece and the result, in the order of the result: of each slab, one
+// run of each piece.
+template <class Piece>
+class JoinedRuns {
+ public:
+  JoinedRuns(std::span<const Piece> pieces, const SizeVector& size, int64_t dim)
+      : pieces_(pieces),
+        dim_(dim),
+        stride_(size.strideOf(dim)),
+        count_(size.numElements() / (stride_ * size.dimensionLength(dim)) * std::ssize(pieces)) {}
+
+  int64_t count() const { return count_; }
+
+  /// Calls copy(to, piece, from, count) for the runs `begin` to `end` - 1.
+  template <class Copy>
+  void forEach(int64_t begin, int64_t end, Copy&& copy) const {
+    int64_t slab = begin / std::ssize(pieces_);
+    size_t k = at(begin % std::ssize(pieces_));
+    int64_t to = 0;
+    for (size_t j = 0; j < pieces_.size(); ++j) to += lengthOf(j) * (slab + (j < k ? 1 : 0));
+    for (int64_t run = begin; run < end; ++run) {
+      copy(to, pieces_[k], slab * lengthOf(k), lengthOf(k));
+      to += lengthOf(k);
+      if (++k == pieces_.size()) k = 0, ++slab;
+    }
   }
-}
+
+ private:
+  int64_t lengthOf(size_t k) const { return stride_ * pieces_[k].size().dimensionLength(dim_); }
+
+  std::span<const Piece> pieces_;
+  int64_t dim_;
+  int64_t stride_;
+  int64_t count_;
+};
 
 template <class T>
 Storable joinNumbers(std::span<const TypedArray<T>> pieces, const SizeVector& size, int64_t dim) {
   auto result = TypedArray<T>::uninitialized(size);
   T* out = result.writable();
-  forRuns(pieces, size, dim, [out](int64_t to, const TypedArray<T>& piece, int64_t from, int64_t count) {
-    if (count == 1)
-      out[to] = piece.data()[from];
-    else
-      std::memcpy(static_cast<void*>(out + to), piece.data() + from, at(count) * sizeof(T));
-  });
+  const JoinedRuns<TypedArray<T>> runs(pieces, size, dim);
+  const auto join = [&](int64_t begin, int64_t end) {
+    runs.forEach(begin, end, [out](int64_t to, const TypedArray<T>& piece, int64_t from, int64_t count) {
+      if (count == 1)
+        out[to] = piece.data()[from];
+      else
+        std::memcpy(static_cast<void*>(out + to), piece.data() + from, at(count) * sizeof(T));
+    });
+  };
+  platform::parallelForUnits(runs.count(), size.numElements() / runs.count(), join);
   return result;
 }
 
@@ -110,7 +137,8 @@ Storable joinStructures(std::span<Storable> list, int64_t dim) {
     if (!first.hasSameFields(*piece.structure())) throw problem(text::kCatenateMixed, text::kCatenateMixedExpected);
   }
   StructArray result(joined.size(), first.fields());
-  forRuns(list, joined.size(), dim, [&](int64_t to, const Storable& piece, int64_t from, int64_t count) {
+  const JoinedRuns<Storable> runs(list, joined.size(), dim);
+  runs.forEach(0, runs.count(), [&](int64_t to, const Storable& piece, int64_t from, int64_t count) {
     for (int64_t k = 0; k < count; ++k) result.setElement(to + k, *piece.structure(), from + k);
   });
   return result;

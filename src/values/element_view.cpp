@@ -60,10 +60,7 @@ class ViewCopier {
     const size_t top = levels_.size() - 1;
     const int64_t count = levels_[top].length;
     const auto body = [&](int64_t begin, int64_t end) { copy(top, out, in, begin, end); };
-    const int64_t grain = platform::kParallelThreshold / 2 / (total_ / count) + 1;
-    platform::ParallelFor* parallel = platform::currentParallelFor();
-    if (parallel && total_ >= platform::kParallelThreshold && count > grain) parallel->run(count, grain, body);
-    else body(0, count);
+    platform::parallelForUnits(count, total_ / count, body);
   }
 
  private:

@@ -110,12 +110,10 @@ void runBroadcast(R* out, const A* a, const B* b, const Broadcast& plan, F& f) {
         loopBoth(out + o, a + i, b + j, n, f);
     });
   };
-  platform::ParallelFor* parallel = kParallel ? platform::currentParallelFor() : nullptr;
-  const int64_t grain = platform::kParallelThreshold / 2 / n + 1;
-  if (parallel && plan.runCount() > grain)
-    parallel->run(plan.runCount(), grain, runs);
+  if constexpr (kParallel)
+    platform::parallelForUnits(plan.runCount(), n, runs);
   else
-    runs(0, plan.runCount());
+    runs(int64_t{0}, plan.runCount());
 }
 
 /// Fills `out`, whose size is the expanded one and not empty. REQUIRES: out is neither operand, or that operand's size

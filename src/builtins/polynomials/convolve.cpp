@@ -53,7 +53,7 @@ template <class T>
 void convolveAny(std::span<const T> u, std::span<const T> v, int64_t first, int64_t count, T* out) {
   if (u.size() < v.size()) std::swap(u, v);
   const Operands<T> op = {u.data(), static_cast<int64_t>(u.size()), v.data(), static_cast<int64_t>(v.size())};
-  forUnits((count + kLanes - 1) / kLanes, kLanes * op.nv, [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits((count + kLanes - 1) / kLanes, kLanes * op.nv, [&](int64_t begin, int64_t end) {
     int64_t k = begin * kLanes;
     const int64_t last = std::min(count, end * kLanes);
     for (; k + kLanes <= last; k += kLanes) sumBlock(op, first + k, out + k);

@@ -110,7 +110,7 @@ Filtered<T> filtered(const Coefficients<T>& c, const TypedArray<T>& x, TypedArra
   T* out = result.writable();
   T* states = state.writable();
   const T* in = x.data();
-  forUnits(lines.count(), n * (c.states() + 1), [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(lines.count(), n * (c.states() + 1), [&](int64_t begin, int64_t end) {
     std::vector<T> line, filteredLine;
     for (int64_t k = begin; k < end; ++k) {
       const int64_t first = lines.first(k);

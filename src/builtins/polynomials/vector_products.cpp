@@ -29,7 +29,7 @@ TypedArray<T> dots(const TypedArray<T>& a, const TypedArray<T>& b, int64_t dim) 
   TypedArray<T> result(reducedSize(a.size(), dim), T{});
   T* out = result.writable();
   const T *x = a.data(), *y = b.data();
-  forUnits(s.outer, s.length * s.inner, [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(s.outer, s.length * s.inner, [&](int64_t begin, int64_t end) {
     for (int64_t o = begin; o < end; ++o) {
       const int64_t first = o * s.length * s.inner;
       if (s.inner == 1) {

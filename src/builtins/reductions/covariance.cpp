@@ -44,7 +44,7 @@ TypedArray<T> plainCovariance(const TypedArray<T>& columns, int64_t w) {
   const TypedArray<T> x = centred(columns);
   auto result = TypedArray<T>::uninitialized(SizeVector(m, m));
   T* out = result.writable();
-  forUnits(m, n * m / 2, [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(m, n * m / 2, [&](int64_t begin, int64_t end) {
     for (int64_t j = begin; j < end; ++j) {
       for (int64_t i = 0; i <= j; ++i) {
         const T c = over(product(x.data() + i * n, x.data() + j * n, n), divisor);

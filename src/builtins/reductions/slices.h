@@ -41,18 +41,6 @@ inline SizeVector reducedSize(const SizeVector& size, int64_t d, int64_t length 
   return d > size.count() && length == 1 ? size : size.withDimension(d, length);
 }
 
-/// body(begin, end) for units 0 to count - 1 of a loop, each of so many elements; over the cores for large ones.
-template <class Body>
-void forUnits(int64_t count, int64_t elementsEach, Body&& body) {
-  platform::ParallelFor* parallel = platform::currentParallelFor();
-  const int64_t each = std::max<int64_t>(elementsEach, 1);
-  if (parallel == nullptr || count < 2 || count < platform::kParallelThreshold / each) {
-    body(int64_t{0}, count);
-  } else {
-    parallel->run(count, platform::kParallelThreshold / 2 / each + 1, body);
-  }
-}
-
 namespace slices {
 
 inline constexpr int64_t kRowPiece = 1024;  ///< elements of a row that are worked on at a time
@@ -63,7 +51,7 @@ inline constexpr int64_t kNarrow = 16;      ///< rows shorter than this are kept
 template <class Piece>
 void forRowPieces(const Slices& s, Piece&& piece) {
   const int64_t pieces = (s.inner + kRowPiece - 1) / kRowPiece;
-  forUnits(s.outer * pieces, s.length * std::min(s.inner, kRowPiece), [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(s.outer * pieces, s.length * std::min(s.inner, kRowPiece), [&](int64_t begin, int64_t end) {
     for (int64_t unit = begin; unit < end; ++unit) {
       const int64_t o = unit / pieces;
       const int64_t i = unit % pieces * kRowPiece;
@@ -84,7 +72,7 @@ void inGroups(int64_t begin, int64_t end, Lanes&& lanes) {
 /// The same for all slices of narrow blocks: lanes<N>(k, offset of the first element of slice k).
 template <class Lanes>
 void inGroupsOfBlocks(const Slices& s, Lanes&& lanes) {
-  forUnits(s.outer, s.length * s.inner, [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(s.outer, s.length * s.inner, [&](int64_t begin, int64_t end) {
     if (s.inner == 1) {
       inGroups(begin, end, [&]<int N>(int64_t k) { lanes.template operator()<N>(k, k * s.length); });
       return;
@@ -181,7 +169,7 @@ void scanSlices(const Slices& s, const T* in, T* out, bool reverse, Step step) {
 /// Contiguous slices as a whole: body(k, elements). REQUIRES: inner == 1
 template <class T, class Body>
 void forColumns(const Slices& s, const T* in, Body body) {
-  forUnits(s.outer, s.length, [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(s.outer, s.length, [&](int64_t begin, int64_t end) {
     for (int64_t k = begin; k < end; ++k) body(k, in + k * s.length);
   });
 }
@@ -193,7 +181,7 @@ void forGatheredSlices(const Slices& s, const T* in, Body body) {
   if (s.count() == 0) return;
   const int64_t together = std::min<int64_t>(s.inner, 8);
   const int64_t groups = (s.inner + together - 1) / together;
-  forUnits(s.outer * groups, s.length * together, [&](int64_t begin, int64_t end) {
+  platform::parallelForUnits(s.outer * groups, s.length * together, [&](int64_t begin, int64_t end) {
     std::vector<T> copy(static_cast<size_t>(s.length * together));
     for (int64_t unit = begin; unit < end; ++unit) {
       const int64_t i = unit % groups * together;

@@ -10,7 +10,7 @@ constexpr int64_t kLongColumn = 512;
 /// Neighbouring long columns side by side, as many as there are; a few that are left one by one.
 void sumLongColumns(const Slices& s, const double* in, double* out) {
   const auto step = [](double sum, double x, int64_t) { return sum + x; };
-  forUnits(s.outer, s.length, [&](int64_t k, int64_t end) {
+  platform::parallelForUnits(s.outer, s.length, [&](int64_t k, int64_t end) {
     for (; k + 8 <= end; k += 8) slices::foldLanes<8>(in + k * s.length, s.length, 1, s.length, out + k, k, step);
     for (; k < end; ++k) out[k] = sumInOrder(in + k * s.length, s.length, s.coresForOne());
   });
