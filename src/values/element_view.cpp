@@ -89,7 +89,17 @@ class ViewCopier {
       copy(level - 1, out, in, 0, inner);
       return repeat(out, own.out, count);
     }
+    if (level == 1 && levels_[0].in == 0) return copyEach(out, own.out, in, own.in, count, inner);
     for (int64_t i = 0; i < count; ++i) copy(level - 1, out + i * own.out, in + i * own.in, 0, inner);
+  }
+
+  // Writes each of `count` elements `times` times in a row.
+  static void copyEach(T* __restrict out, int64_t outStride, const T* __restrict in, int64_t inStride, int64_t count,
+                       int64_t times) {
+    for (int64_t i = 0; i < count; ++i, out += outStride, in += inStride) {
+      const T element = *in;
+      for (int64_t k = 0; k < times; ++k) out[k] = element;
+    }
   }
 
   // OPTIMIZATION: the result never overlaps the source, which lets the compiler work on several elements at once.
