@@ -146,7 +146,8 @@ NodeValue Visitor::callLocal(const LocalFunction& function, std::span<Storable> 
   if (!checkInputCount(label, text::kTooManyInputsLocal, body.inputArgs.size(), args.size(), place)) {
     return NodeValue::failure();
   }
-  const LocalFunction held = function;  // the workspace it was found in may change
+  // The workspace that it was found in may change.
+  const LocalFunction held = function;  // NOLINT(performance-unnecessary-copy-initialization)
   const CallScope scope(*this, Workspace::over(function.file()), frameOf(body.funName, args, outputs));
   bindInputs(body.inputArgs, args);
   if (body.parseTree && runStatements(*body.parseTree).isFailure()) return NodeValue::failure();
@@ -196,7 +197,8 @@ NodeValue Visitor::callAnonymous(const FunctionHandle& handle, std::span<Storabl
   }
   KeloNode* body = bodyOf(function, place);
   if (body == nullptr) return NodeValue::failure();
-  const FunctionHandle held = handle;  // the variable it was found in may change
+  // The variable that it was found in may change.
+  const FunctionHandle held = handle;  // NOLINT(performance-unnecessary-copy-initialization)
   const CallScope scope(*this, Workspace::over(function.workspace), {Name(), frame_.call, -1});
   bindInputs(function.inputArgs, args);
   return visit(*body, outputs);

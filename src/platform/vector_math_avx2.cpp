@@ -40,20 +40,20 @@ void loop(double* y, const double* x, int64_t n) {
   for (int64_t k = i; k < n; ++k) y[k] = rest[k - i];
 }
 
-/// kFunction, but kPlain for lanes whose magnitude is below kLeast or above kMost, where SLEEF loses digits or
+/// kFunction, but `plain` for lanes whose magnitude is below `least` or above `most`, where SLEEF loses digits or
 /// overflows.
-template <auto kFunction, auto kPlain, double kLeast, double kMost>
-Lanes within(Lanes x) {
+template <auto kFunction, class Plain>
+Lanes within(double least, double most, Lanes x, Plain plain) {
   const Lanes magnitude = absolute(x);
-  const Lanes outside = _mm256_or_pd(_mm256_cmp_pd(magnitude, _mm256_set1_pd(kLeast), _CMP_LT_OQ),
-                                     _mm256_cmp_pd(magnitude, _mm256_set1_pd(kMost), _CMP_GT_OQ));
+  const Lanes outside = _mm256_or_pd(_mm256_cmp_pd(magnitude, _mm256_set1_pd(least), _CMP_LT_OQ),
+                                     _mm256_cmp_pd(magnitude, _mm256_set1_pd(most), _CMP_GT_OQ));
   const int mask = _mm256_movemask_pd(outside);
   if (mask == 0) return kFunction(x);
   double in[kLanes], out[kLanes];
   _mm256_storeu_pd(in, x);
   _mm256_storeu_pd(out, kFunction(x));
   for (int k = 0; k < kLanes; ++k) {
-    if (mask >> k & 1) out[k] = kPlain(in[k]);
+    if (mask >> k & 1) out[k] = plain(in[k]);
   }
   return _mm256_loadu_pd(out);
 }
@@ -66,10 +66,22 @@ VectorRoutine avx2Routine(VectorFunction function) {
   switch (function) {
     case VectorFunction::cos: return loop<Sleef_finz_cosd4_u10avx2>;
     case VectorFunction::sin: return loop<Sleef_finz_sind4_u10avx2>;
-    case VectorFunction::tan: return loop<within<Sleef_finz_tand4_u10avx2, __builtin_tan, 1e-290, kInf>>;
-    case VectorFunction::cosh: return loop<within<Sleef_finz_coshd4_u10avx2, __builtin_cosh, 0.0, 709.0>>;
-    case VectorFunction::sinh: return loop<within<Sleef_finz_sinhd4_u10avx2, __builtin_sinh, 0.0, 709.0>>;
-    case VectorFunction::tanh: return loop<within<Sleef_finz_tanhd4_u10avx2, __builtin_tanh, 1e-8, kInf>>;
+    case VectorFunction::tan:
+      return loop<[](Lanes x) {
+        return within<Sleef_finz_tand4_u10avx2>(1e-290, kInf, x, [](double v) { return __builtin_tan(v); });
+      }>;
+    case VectorFunction::cosh:
+      return loop<[](Lanes x) {
+        return within<Sleef_finz_coshd4_u10avx2>(0.0, 709.0, x, [](double v) { return __builtin_cosh(v); });
+      }>;
+    case VectorFunction::sinh:
+      return loop<[](Lanes x) {
+        return within<Sleef_finz_sinhd4_u10avx2>(0.0, 709.0, x, [](double v) { return __builtin_sinh(v); });
+      }>;
+    case VectorFunction::tanh:
+      return loop<[](Lanes x) {
+        return within<Sleef_finz_tanhd4_u10avx2>(1e-8, kInf, x, [](double v) { return __builtin_tanh(v); });
+      }>;
     case VectorFunction::acos: return loop<Sleef_finz_acosd4_u10avx2>;
     case VectorFunction::asin: return loop<Sleef_finz_asind4_u10avx2>;
     case VectorFunction::atan: return loop<Sleef_finz_atand4_u10avx2>;

@@ -127,9 +127,9 @@ class TypedArray : public ArrayCell {
   }
   /// `size` with the given elements. throws Problem in the record's own words when the counts differ
   TypedArray(const SizeVector& size, std::span<const T> elements);
-  TypedArray(const SizeVector& size, const std::vector<T>& elements)
-    requires(!std::is_same_v<T, bool>)
-      : TypedArray(size, std::span<const T>(elements)) {}
+  template <std::same_as<T> U>
+    requires(!std::is_same_v<U, bool>)
+  TypedArray(const SizeVector& size, const std::vector<U>& elements) : TypedArray(size, std::span<const T>(elements)) {}
   TypedArray(const SizeVector& size, std::initializer_list<T> elements)
       : TypedArray(size, std::span<const T>(elements.begin(), elements.size())) {}
 

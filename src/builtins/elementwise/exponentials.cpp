@@ -20,20 +20,17 @@ struct Function {
   Below0 below0;
 };
 
-template <double kDivisor>
-ComplexDouble logarithm(ComplexDouble z) {
-  const ComplexDouble w = ofLibrary<[](C c) { return std::log(c); }>(z);
-  return {w.real / kDivisor, w.imaginary / kDivisor};
-}
 constexpr ComplexFunction kExp = ofLibrary<[](C z) { return std::exp(z); }>;
 constexpr ComplexFunction kLog = ofLibrary<[](C z) { return std::log(z); }>;
+constexpr ComplexFunction kLog2 = ofLibrary<[](C z) { return std::log(z) / 0.6931471805599453; }>;
+constexpr ComplexFunction kLog10 = ofLibrary<[](C z) { return std::log(z) / 2.302585092994046; }>;
 constexpr ComplexFunction kSqrt = ofLibrary<[](C z) { return std::sqrt(z); }>;
 
 // In the order of the selectors.
 constexpr Function kFunctions[] = {
     /* exp      */ {VectorFunction::exp, kExp, Below0::real},
-    /* log2     */ {VectorFunction::log2, logarithm<0.6931471805599453>, Below0::real},
-    /* log10    */ {VectorFunction::log10, logarithm<2.302585092994046>, Below0::real},
+    /* log2     */ {VectorFunction::log2, kLog2, Below0::real},
+    /* log10    */ {VectorFunction::log10, kLog10, Below0::real},
     /* log      */ {VectorFunction::log, kLog, Below0::complex},
     /* reallog  */ {VectorFunction::log, nullptr, Below0::refused},
     /* sqrt     */ {VectorFunction::sqrt, kSqrt, Below0::complex},
