@@ -16,7 +16,7 @@ NumericArray operand(const Call& call, int position) {
   return array.is(Kind::Char) ? array.toKind(Kind::Double) : array;
 }
 
-/// Of a system without equations or unknowns.
+/// Of a system without equations or unknowns, or of a square one without right sides.
 Solution emptySolution(const NumericArray& a, const NumericArray& b) {
   Solution solution;
   solution.x = DoubleArray(SizeVector(a.size().columns(), b.size().columns()), 0.0);
@@ -30,7 +30,7 @@ NodeValue linsolve(Call& call) {
   const NumericArray a = operand(call, 0), b = operand(call, 1);
   const bool isSquare = a.size().rows() == a.size().columns();
   if (a.size().rows() != b.size().rows()) throw Wording::sentence(text::kSameRows).complaint(call);
-  Solution solution = a.isEmpty() || b.isEmpty() ? emptySolution(a, b) : solve(a, b);
+  Solution solution = a.isEmpty() || (b.isEmpty() && isSquare) ? emptySolution(a, b) : solve(a, b);
   report(solution, a.size(), text::kLeftEquation, [&call](const std::string& text) { call.warn(text); });
   return call.outputs({solution.x, Storable(isSquare ? solution.rcond : static_cast<double>(solution.rank))});
 }
