@@ -1,10 +1,12 @@
 #include "linear/lu.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "linear/lapack.h"
 #include "linear/real_or_complex.h"
 #include "messages/catalogue/linear_algebra.h"
+#include "platform/parallel.h"
 
 namespace kelo {
 namespace {
@@ -29,14 +31,18 @@ std::vector<int64_t> orderOfRows(int64_t m, const std::vector<int>& pivots) {
 
 // Row i of L goes to row placeOf(i) of the result.
 template <class T, class Place>
-TypedArray<T> lowerTriangle(const TypedArray<T>& packed, Place&& placeOf) {
+TypedArray<T> lowerTriangle(const TypedArray<T>& packed, const Place& placeOf) {
   const int64_t m = packed.size().rows(), n = std::min(m, packed.size().columns());
-  TypedArray<T> result(SizeVector(m, n), T{});
+  auto result = TypedArray<T>::uninitialized(SizeVector(m, n));
   T* out = result.writable();
-  for (int64_t j = 0; j < n; ++j) {
-    out[j * m + placeOf(j)] = T{1};
-    for (int64_t i = j + 1; i < m; ++i) out[j * m + placeOf(i)] = packed[j * m + i];
-  }
+  const T* in = packed.data();
+  platform::parallelForUnits(n, m, [=, &placeOf](int64_t begin, int64_t end) {
+    for (int64_t j = begin; j < end; ++j) {
+      for (int64_t i = 0; i < j; ++i) out[j * m + placeOf(i)] = T{};
+      out[j * m + placeOf(j)] = T{1};
+      for (int64_t i = j + 1; i < m; ++i) out[j * m + placeOf(i)] = in[j * m + i];
+    }
+  });
   return result;
 }
 
@@ -75,8 +81,9 @@ NumericArray Lu::upper() const {
 
 DoubleArray Lu::permutationMatrix() const {
   const auto m = static_cast<int64_t>(order.size());
-  DoubleArray result(SizeVector(m, m), 0.0);
+  auto result = DoubleArray::uninitialized(SizeVector(m, m));
   double* x = result.writable();
+  platform::parallelForUnits(m, m, [=](int64_t begin, int64_t end) { std::fill(x + begin * m, x + end * m, 0.0); });
   for (int64_t i = 0; i < m; ++i) x[order[static_cast<size_t>(i)] * m + i] = 1;
   return result;
 }

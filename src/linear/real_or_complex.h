@@ -1,7 +1,10 @@
 // The one place where a routine chooses between its real and its complex form, and what both forms have in common.
 #pragma once
 
+#include <algorithm>
+
 #include "messages/message.h"
+#include "platform/parallel.h"
 #include "values/numeric_array.h"
 
 namespace kelo {
@@ -46,9 +49,16 @@ template <class T>
 TypedArray<T> upperTriangle(const TypedArray<T>& packed, int64_t rows) {
   const int64_t n = packed.size().columns();
   const int64_t ld = packed.size().rows();
-  TypedArray<T> result(SizeVector(rows, n), T{});
+  auto result = TypedArray<T>::uninitialized(SizeVector(rows, n));
   T* out = result.writable();
-  for (int64_t j = 0; j < n; ++j) std::copy_n(packed.data() + j * ld, std::min(j + 1, rows), out + j * rows);
+  const T* in = packed.data();
+  platform::parallelForUnits(n, rows, [=](int64_t begin, int64_t end) {
+    for (int64_t j = begin; j < end; ++j) {
+      const int64_t kept = std::min(j + 1, rows);
+      std::copy_n(in + j * ld, kept, out + j * rows);
+      std::fill(out + j * rows + kept, out + (j + 1) * rows, T{});
+    }
+  });
   return result;
 }
 
