@@ -17,14 +17,14 @@ void Player::set(const std::string& setting) {
   if (setting.starts_with("digits ")) app_.settings.numDigitIndex = number == 5 ? 0 : number == 8 ? 1 : number == 12 ? 2 : 3;
 }
 
-std::vector<std::string> Player::play(const Step& step) {
+Lines Player::play(const std::string& text, bool isFile, const Lines& answers) {
   output_.clear();
-  answers_ = step.answers;
-  if (step.kind == Step::Kind::program) {
-    const size_t slash = step.argument.find_last_of('/') + 1;
-    app_.pressRunFile(slash == 0 ? "" : step.argument.substr(0, slash - 1), step.argument.substr(slash));
+  answers_ = answers;
+  if (isFile) {
+    const size_t slash = text.find_last_of('/') + 1;
+    app_.pressRunFile(slash == 0 ? "" : text.substr(0, slash - 1), text.substr(slash));
   } else {
-    app_.console.input.text = step.argument;
+    app_.console.input.text = text;
     app_.pressRun();
   }
   mainQueue_.drain();
@@ -32,9 +32,7 @@ std::vector<std::string> Player::play(const Step& step) {
 }
 
 void Player::item(const Display& display) {
-  if (display.contentType() == Display::DisplayContentType::inputText) return;
-  if (!output_.empty()) output_.emplace_back();
-  for (std::string& line : itemLines(display.displayText())) output_.push_back(std::move(line));
+  if (display.contentType() != Display::DisplayContentType::inputText) output_.push_back(display.displayText());
 }
 
 void Player::runEnded(const RunResult& result) {
