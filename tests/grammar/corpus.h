@@ -32,15 +32,22 @@ inline std::vector<std::string> contentsOf(const std::string& directory, std::st
 
 inline std::vector<std::string> transcripts() { return contentsOf(KELO_TESTS_DIR "/transcripts", ".txt"); }
 
-/// The example programs and each command of each transcript.
+/// The example programs and each command and file of each transcript.
 inline std::vector<std::string> programs() {
   std::vector<std::string> texts = contentsOf(KELO_TESTS_DIR "/../examples", ".m");
   for (const std::string& transcript : transcripts()) {
+    bool inFile = false;
     for (size_t at = 0; at < transcript.size();) {
       const size_t end = std::min(transcript.find('\n', at), transcript.size());
       const std::string line = transcript.substr(at, end - at);
-      if (line.starts_with("> ")) texts.push_back(line.substr(2));
-      if (line.starts_with("| ")) texts.back().append("\n").append(line.substr(2));
+      if (line.starts_with("> ") || line.starts_with(">> ") || line.starts_with("--- ")) {
+        inFile = line.starts_with("--- ");
+        texts.push_back(inFile ? "" : line.substr(2));
+      } else if (inFile) {
+        texts.back().append(line).append("\n");
+      } else if (line.starts_with("| ")) {
+        texts.back().append("\n").append(line.substr(2));
+      }
       at = end + 1;
     }
   }
