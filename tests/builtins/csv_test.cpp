@@ -3,19 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <random>
 
 namespace kelo::builtins {
 namespace {
 
-uint64_t bitsOf(double x) {
-  uint64_t bits;
-  std::memcpy(&bits, &x, sizeof bits);
-  return bits;
-}
+uint64_t bitsOf(double x) { return std::bit_cast<uint64_t>(x); }
 
 // Each number alone, as strtod reads it.
 TEST(Csv, readsTheNearestDouble) {
@@ -102,9 +98,7 @@ TEST(Csv, writesWhatReadsBackTheSame) {
   const SizeVector size(67, 5);
   auto array = DoubleArray::uninitialized(size);
   for (int64_t k = 0; k < size.numElements(); ++k) {
-    const uint64_t bits = random();
-    std::memcpy(array.writable() + k, &bits, sizeof bits);
-    if (k % 4 == 0) array.writable()[k] = static_cast<double>(k - 100) * 1e13;
+    array.writable()[k] = k % 4 == 0 ? static_cast<double>(k - 100) * 1e13 : std::bit_cast<double>(random());
   }
   array.writable()[1] = -0.0;
   const auto back = arrayOfCsv(csvOfArray(array), {});

@@ -15,7 +15,6 @@ using namespace kelo::testing;
 using C = std::complex<double>;
 
 Storable structure() { return StructArray(); }
-NumericArray logicals(std::initializer_list<bool> x) { return LogicalArray::row(std::span(x.begin(), x.size())); }
 
 TEST(Trigonometry, valuesFromTables) {
   const struct {
@@ -85,23 +84,15 @@ TEST(Trigonometry, domains) {
 
 TEST(Trigonometry, complexArguments) {
   const C z(0.3, -1.7);
-  const struct {
-    const char* name;
-    C expected;
-  } rows[] = {
-      {"sin", std::sin(z)},
-      {"cosh", std::cosh(z)},
-      {"atanh", std::atanh(z)},
-      {"asind", std::asin(z) * (180 / std::acos(-1.0))},
-      {"tand", std::tan(z * (std::acos(-1.0) / 180))},
-      {"sec", 1.0 / std::cos(z)},
-      {"acot", std::atan(1.0 / z)},
-      {"acoth", std::atanh(1.0 / z)},
-      {"rad2deg", z * (180 / std::acos(-1.0))},
+  const double degree = std::acos(-1.0) / 180;
+  const std::pair<const char*, C> rows[] = {
+      {"sin", std::sin(z)},           {"cosh", std::cosh(z)},           {"atanh", std::atanh(z)},
+      {"sec", 1.0 / std::cos(z)},     {"acot", std::atan(1.0 / z)},     {"acoth", std::atanh(1.0 / z)},
+      {"tand", std::tan(z * degree)}, {"asind", std::asin(z) / degree}, {"rad2deg", z / degree},
   };
-  for (const auto& r : rows) {
-    const ComplexDouble w = called(r.name, {complex(0.3, -1.7)}).asComplex().scalar();
-    EXPECT_LT(std::abs(C(w.real, w.imaginary) - r.expected), 1e-14 * std::abs(r.expected)) << r.name;
+  for (const auto& [name, expected] : rows) {
+    const ComplexDouble w = called(name, {complex(0.3, -1.7)}).asComplex().scalar();
+    EXPECT_LT(std::abs(C(w.real, w.imaginary) - expected), 1e-14 * std::abs(expected)) << name;
   }
   check({{"csc", {complex(0, 0)}, "complex 1 x 1: nan,nan"}, {"acsc", {num(0)}, "complex 1 x 1: nan,nan"}});
 }
@@ -123,19 +114,13 @@ TEST(Elementwise, kindsSizesAndComplaints) {
 // Whatever it is given, a function answers with an array of the size of its argument, or complains.
 TEST(Elementwise, answersOrComplainsOfAnything) {
   const double huge = std::numeric_limits<double>::max();
-  const Storable values[] = {zeros({0, 0}),
-                             zeros({0, 3, 2}),
-                             shaped({1, 2, 2}, {kInf, -kInf, kNaN, -0.0}),
-                             row({huge, -5e-324}),
-                             complex(kNaN, -kInf),
-                             complex(huge, huge),
-                             whole(INT64_MIN),
-                             truth(true),
-                             text("a\u00e9"),
-                             text("\U0001F600"),
-                             text(""),
-                             structure(),
+  const NumericArray specials = shaped({1, 2, 2}, {kInf, -kInf, kNaN, -0.0});
+  // clang-format off
+  const Storable values[] = {zeros({0, 0}),        zeros({0, 3, 2}),    specials,         row({huge, -5e-324}),
+                             complex(kNaN, -kInf), complex(huge, huge), whole(INT64_MIN), truth(true),
+                             text("a\u00e9"),      text("\U0001F600"),  text(""),         structure(),
                              FunctionHandle::builtIn(Name::intern("sin"))};
+  // clang-format on
   for (const Builtin& r : builtins::elementwiseTable()) {
     for (const Storable& a : values) {
       const std::vector<Storable> args(static_cast<size_t>(r.inputs.least), a);
@@ -259,7 +244,7 @@ TEST(Constants, piAndEps) {
   EXPECT_EQ(called("eps", {num(-0.0)}).asDouble().scalar(), 5e-324);
 }
 
-TEST(LogicByName, followsTheOperators) {
+TEST(OperatorsByName, followTheOperators) {
   check({
       {"and", {row({1, 0}), num(1)}, "logical 1 x 2: true false"},
       {"or", {row({1, 0}), num(0)}, "logical 1 x 2: true false"},
@@ -272,11 +257,6 @@ TEST(LogicByName, followsTheOperators) {
       {"gt", {row({1, 2, 3}), num(2)}, "logical 1 x 3: false false true"},
       {"ge", {row({1, 2, 3}), num(2)}, "logical 1 x 3: false true true"},
       {"xor", {num(1), num(kNaN)}, "NaN is not convertible to a logical"},
-  });
-}
-
-TEST(ArithmeticByName, followsTheOperators) {
-  check({
       {"times", {row({1, 2}), row({3, 4})}, "double 1 x 2: 3 8"},
       {"mtimes", {row({1, 2}), column({3, 4})}, "double 1 x 1: 11"},
       {"ldivide", {num(2), row({1, 4})}, "double 1 x 2: 0.5 2"},
@@ -291,11 +271,8 @@ TEST(ArithmeticByName, followsTheOperators) {
 }
 
 TEST(Kinds, answers) {
-  const auto holds = [](const char* name, const Storable& value) { return called(name, {value}).asLogical().scalar(); };
-  const struct {
-    Storable value;
-    const char* yes;  // the questions that it answers with yes
-  } rows[] = {
+  // A value and the questions that it answers with yes.
+  const std::pair<Storable, const char*> rows[] = {
       {num(1), " iscolumn ismatrix isnumeric isreal isrow isscalar isvector"},
       {whole(1), " iscolumn ismatrix isnumeric isreal isrow isscalar isvector"},
       {truth(true), " iscolumn islogical ismatrix isreal isrow isscalar isvector"},
@@ -308,13 +285,13 @@ TEST(Kinds, answers) {
       {StructArray(), " iscolumn ismatrix isrow isscalar isstruct isvector"},
       {FunctionHandle::builtIn(Name::intern("sin")), ""},
   };
-  for (const auto& r : rows) {
+  for (const auto& [value, expected] : rows) {
     std::string yes;
     for (const char* name : {"ischar", "iscolumn", "isempty", "islogical", "ismatrix", "isnumeric", "isreal", "isrow",
                              "isscalar", "isstruct", "isvector"}) {
-      if (holds(name, r.value)) yes.append(" ").append(name);
+      if (called(name, {value}).asLogical().scalar()) yes.append(" ").append(name);
     }
-    EXPECT_EQ(yes, r.yes);
+    EXPECT_EQ(yes, expected);
   }
 }
 

@@ -40,48 +40,23 @@ struct Wrong {
 };
 
 const Wrong kWrong[] = {
-    {"sum = 3", 1, 5, "="},
-    {"1 2", 1, 3, "2"},
-    {"x += 1", 1, 4, "="},
-    {"[a b] = f()", 1, 7, "="},
-    {"[a, 1] = f()", 1, 8, "="},
-    {"for k = 1:2\nx = k;", 3, 1, nullptr},
-    {"if a\nwhile b\nend", 4, 1, nullptr},
-    {"while a\nb\n\nfunction f\n\n\n\n\n\n,", 4, 1, "function"},
-    {"function", 1, 9, nullptr},
-    {"function f(a", 1, 13, nullptr},
-    {"function f\nend\nx = 1", 3, 1, "x"},
-    {"x = 1\nfunction f\nend\ny = 2", 4, 1, "y"},
-    {"if 1 2", 1, 6, "2"},
-    {"if x\ny\nend z", 3, 5, "z"},
-    {"if x\nelse\nelseif y\nend", 3, 1, "elseif"},
-    {"switch x\ny", 2, 1, "y"},
-    {"switch x\ncase 1\ny\ncase", 4, 5, nullptr},
-    {"for 1 = 2", 1, 5, "1"},
-    {"while", 1, 6, nullptr},
-    {"x = 1\nend", 2, 1, "end"},
-    {"a(1", 1, 4, nullptr},
-    {"[1, 2", 2, 1, nullptr},
-    {"[1, 2)", 1, 6, ")"},
-    {"(1, 2]", 1, 3, ","},
-    {"x = @", 1, 6, nullptr},
-    {"x = @(1)", 1, 7, "1"},
-    {"x(:,) = 3", 1, 5, ")"},
-    {"x.() = 3", 1, 4, ")"},
-    {"a.1", 1, 2, ".1"},
-    {"f(1)(2)", 1, 5, "("},
-    {"1:", 1, 3, nullptr},
-    {"a = 1 B2", 1, 7, "b2"},
-    {"x = y'z'", 1, 7, "z"},
-    {"x = ÉÀ", 1, 5, "é"},
+    // clang-format off
+    {"sum = 3", 1, 5, "="},                 {"1 2", 1, 3, "2"},                     {"[a b] = f()", 1, 7, "="},
+    {"for k = 1:2\nx = k;", 3, 1, nullptr}, {"if a\nwhile b\nend", 4, 1, nullptr},
+    {"while a\nb\n\nfunction f\n\n\n\n\n\n,", 4, 1, "function"},                    {"function", 1, 9, nullptr},
+    {"function f\nend\nx = 1", 3, 1, "x"},  {"x = 1\nfunction f\nend\ny = 2", 4, 1, "y"},
+    {"if x\ny\nend z", 3, 5, "z"},          {"if x\nelse\nelseif y\nend", 3, 1, "elseif"},
+    {"switch x\ny", 2, 1, "y"},             {"switch x\ncase 1\ny\ncase", 4, 5, nullptr},
+    {"while", 1, 6, nullptr},               {"x = 1\nend", 2, 1, "end"},            {"[1, 2", 2, 1, nullptr},
+    {"[1, 2)", 1, 6, ")"},                  {"(1, 2]", 1, 3, ","},                  {"x = @", 1, 6, nullptr},
+    {"x(:,) = 3", 1, 5, ")"},               {"a.1", 1, 2, ".1"},                    {"f(1)(2)", 1, 5, "("},
+    {"a = 1 B2", 1, 7, "b2"},               {"x = y'z'", 1, 7, "z"},                {"x = ÉÀ", 1, 5, "é"},
     // the comma that takes the place of a blank
-    {"[2 * -3]", 1, 5, ","},
-    {"[(1 -2]", 1, 4, ","},
+    {"[2 * -3]", 1, 5, ","},                {"[(1 -2]", 1, 4, ","},
     // columns count code points, line ends are of either kind
-    {"x = '😀e\u0301' + )", 1, 13, ")"},
-    {"x = 1;\r\ny = )\r\n", 2, 5, ")"},
-    {"x = 1;\r\ny =\r\nz", 2, 4, nullptr},
-    {"x = 1 % é\r\n% é\r\n\ty = )", 3, 6, ")"},
+    {"x = '😀e\u0301' + )", 1, 13, ")"},     {"x = 1;\r\ny = )\r\n", 2, 5, ")"},
+    {"x = 1;\r\ny =\r\nz", 2, 4, nullptr},  {"x = 1 % é\r\n% é\r\n\ty = )", 3, 6, ")"},
+    // clang-format on
 };
 
 std::string messageOf(const Wrong& wrong, int linesBefore) {
@@ -206,7 +181,7 @@ TEST_F(MatlabParserTest, RefusesAFile) {
   files.writeFile("empty.m", "");
   files.makeDirectory("folder.m");
   const auto refusal = [this](const std::string& directory, const std::string& name) {
-    return reasonOf([&] { file(directory, name)->mainFunction(); });
+    return problemOf([&] { file(directory, name)->mainFunction(); });
   };
   EXPECT_EQ(refusal("", "none.m"), "File named \"none.m\" not found in Home");
   EXPECT_EQ(refusal("my lib/deep", "none.m"), "File named \"none.m\" not found in Home・my lib・deep");
@@ -218,7 +193,7 @@ TEST_F(MatlabParserTest, RefusesAFile) {
   EXPECT_EQ(buffer.size(), 0U);
   EXPECT_EQ(refusal("", "script.m"), "No function declaration found in \"script.m\"");
   EXPECT_EQ(refusal("", "empty.m"), "No function declaration found in \"empty.m\"");
-  EXPECT_EQ(reasonOf([&] { std::make_shared<MatlabParser>(setting)->parseFile(); }), "Unexpected error occurred");
+  EXPECT_EQ(problemOf([&] { std::make_shared<MatlabParser>(setting)->parseFile(); }), "Unexpected error occurred");
 }
 
 TEST_F(MatlabParserTest, KeepsFilesUntilTheNextText) {

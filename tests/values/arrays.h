@@ -21,6 +21,7 @@ inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 inline NumericArray row(List x) { return DoubleArray::row(std::span(x.begin(), x.size())); }
 inline NumericArray column(List x) { return DoubleArray::column(std::span(x.begin(), x.size())); }
+inline NumericArray logicals(std::initializer_list<bool> x) { return LogicalArray({1, std::ssize(x)}, x); }
 inline NumericArray num(double x) { return DoubleArray(x); }
 inline NumericArray whole(int64_t x) { return IntArray(x); }
 inline NumericArray truth(bool x) { return LogicalArray(x); }
@@ -31,6 +32,13 @@ inline NumericArray zeros(const SizeVector& size) { return DoubleArray(size, 0.0
 inline NumericArray shaped(const SizeVector& size, List x) { return DoubleArray(size, x); }
 inline NumericArray complexShaped(const SizeVector& size, std::initializer_list<ComplexDouble> x) {
   return ComplexDoubleArray(size, x);
+}
+
+/// 1, 2, 3, ... in storage order.
+inline NumericArray counting(const SizeVector& size) {
+  DoubleArray result = DoubleArray::uninitialized(size);
+  for (int64_t i = 0; i < size.numElements(); ++i) result.writable()[i] = static_cast<double>(i + 1);
+  return result;
 }
 
 inline DoubleArray randomArray(std::mt19937_64& random, const SizeVector& size) {

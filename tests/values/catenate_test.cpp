@@ -14,11 +14,7 @@ TEST(Catenate, Table) {
   const char* const columns =
       "Attempting to catenate vectors of different lengths when performing data type conversion. This may be caused by "
       "Unicode characters";
-  const struct {
-    std::vector<Storable> list;
-    int64_t dim;
-    const char* expected;
-  } rows[] = {
+  const std::tuple<std::vector<Storable>, int64_t, const char*> rows[] = {
       {{}, 2, "double 0 x 0:"},
       {{text(""), zeros({0, 3})}, 2, "double 0 x 0:"},
       {{zeros({0, 3}), text("ab")}, 2, "char 1 x 2: a b"},
@@ -35,10 +31,10 @@ TEST(Catenate, Table) {
       {{num(1), StructArray()}, 2, "Operand types mismatch while catenating arrays | Arrays are expected to have same types"},
       {{num(1), FunctionHandle::builtIn(Name::intern("sin"))}, 2, "Unexpected error occurred while catenating arrays"},
   };
-  for (const auto& r : rows) {
+  for (const auto& [list, dim, expected] : rows) {
     std::string input;
-    for (const Storable& s : r.list) input += s.isArray() ? s.kindLabel() + "; " : "handle; ";
-    EXPECT_EQ(outcome([&] { return *catenate(r.list, r.dim).numeric(); }), r.expected) << input;
+    for (const Storable& s : list) input += s.isArray() ? s.kindLabel() + "; " : "handle; ";
+    EXPECT_EQ(outcome([&] { return *catenate(list, dim).numeric(); }), expected) << input;
   }
 }
 

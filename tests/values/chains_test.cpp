@@ -51,29 +51,22 @@ FieldChain chainOf(const std::string& text) {
   return chain;
 }
 
-struct Write {
-  const char* chain;
-  Storable value;
-};
+using Write = std::pair<const char*, Storable>;
 
 /// The variable after all writes.
 Storable written(const std::vector<Write>& writes) {
   Storable root;
   bool isNew = true;
-  for (const Write& write : writes) {
-    chainOf(write.chain).assign(root, isNew, write.value);
+  for (const auto& [chain, value] : writes) {
+    chainOf(chain).assign(root, isNew, value);
     isNew = false;
   }
   return root;
 }
 
 TEST(Chains, WritesMakeWhatIsMissing) {
-  const Storable one(1.0);
-  const Storable two(2.0);
-  struct Row {
-    std::vector<Write> writes;
-    const char* expected;
-  } rows[] = {
+  const Storable one(1.0), two(2.0);
+  const std::pair<std::vector<Write>, const char*> rows[] = {
       {{{"s.a", one}, {"s.b", two}, {"s.a", two}}, "{a: 2, b: 2}"},
       {{{"s.a.b.c", one}, {"s.a.b.a", two}}, "{a: {b: {c: 1, a: 2}}}"},
       {{{"s.a", one}, {"s(3).b", two}}, "[1 x 3 {a: 1, b: []} {a: [], b: []} {a: [], b: 2}]"},
@@ -81,19 +74,14 @@ TEST(Chains, WritesMakeWhatIsMissing) {
       {{{"s(2).a(2).b(2,2)", one}}, "[1 x 2 {a: []} {a: [1 x 2 {b: []} {b: [0 0 0 1]}]}]"},
       {{{"s.a(2).b", one}, {"s.a(1).b", two}, {"s.a(2).c", two}}, "{a: [1 x 2 {b: 2, c: []} {b: 1, c: 2}]}"},
   };
-  for (const Row& row : rows) EXPECT_EQ(describe(written(row.writes)), row.expected);
+  for (const auto& [writes, expected] : rows) EXPECT_EQ(describe(written(writes)), expected);
 }
 
 TEST(Chains, RefusedWritesLeaveTheVariable) {
   const Storable one(1.0);
   const Storable nested = written({{"s.a.b", one}, {"s.c", one}});
   const Storable several = written({{"s(2).a", one}});
-  struct Row {
-    Storable root;
-    const char* chain;
-    Storable value;
-    std::string expected;
-  } rows[] = {
+  const std::tuple<Storable, const char*, Storable, std::string> rows[] = {
       {one, "s.a", one, text::shouldBeStructure("s")},
       {nested, "s.c.a", one, text::notAStructure("c")},
       {nested, "s.a.b(2).c", one, text::notAStructure("b")},
@@ -104,10 +92,10 @@ TEST(Chains, RefusedWritesLeaveTheVariable) {
       {several, "s(3).b(2)", FunctionHandle::builtIn(kA), text::kAssignedNotArray},
       {nested, "s.a(1)", one, std::string(text::kDataTypesMismatch) + "|" + text::kDataTypesMismatchExpected},
   };
-  for (const Row& row : rows) {
-    Storable root = row.root;
-    EXPECT_EQ(problemOf([&] { chainOf(row.chain).assign(root, false, row.value); }), row.expected) << row.chain;
-    EXPECT_EQ(describe(root), describe(row.root)) << row.chain;
+  for (const auto& [before, chain, value, expected] : rows) {
+    Storable root = before;
+    EXPECT_EQ(problemOf([&] { chainOf(chain).assign(root, false, value); }), expected) << chain;
+    EXPECT_EQ(describe(root), describe(before)) << chain;
   }
   FieldChain ranged(kS);
   ranged.addIndices({Index::range(0, 2)});

@@ -56,15 +56,5 @@ TEST(ElementView, CopiesNothingThatStaysInOrder) {
   EXPECT_EQ(describe(*reshaped.numeric()), "double 3 x 2: 1 2 3 4 5 6");
 }
 
-TEST(ElementView, MovesStructures) {
-  const Name field = Name::intern("f");
-  StructArray array({1, 3}, {field});
-  for (int64_t k = 0; k < 3; ++k) array.writableValue(k, 0) = Storable(static_cast<double>(k));
-  const Storable backwards = viewed(array, {3, 1}, {{3, -1}}, 2);
-  EXPECT_EQ(backwards.structure()->value(0, 0).doubleScalar(), 2);
-  EXPECT_EQ(backwards.structure()->value(2, 0).doubleScalar(), 0);
-  EXPECT_TRUE(backwards.size() == SizeVector(3, 1));
-}
-
 }  // namespace
 }  // namespace kelo

@@ -11,17 +11,6 @@
 
 namespace kelo {
 
-/// The reason of the Problem that f throws; "no problem" when it throws none.
-template <class F>
-std::string reasonOf(F f) {
-  try {
-    f();
-  } catch (const Problem& problem) {
-    return problem.reason.value_or("no reason");
-  }
-  return "no problem";
-}
-
 /// The reason and, behind a bar, what was expected of the Problem that f throws; "none" when it throws none.
 template <class F>
 std::string problemOf(F f) {

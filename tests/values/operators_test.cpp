@@ -58,9 +58,6 @@ TEST(Operators, Expansion) {
       {zeros({0, 3}), Op::plus, zeros({2, 0}), "double 0 x 3:"},
       {zeros({0, 0}), Op::plus, whole(1), "int 0 x 0:"},
       {row({1, 2}), Op::plus, zeros({0, 0}), kIncompatible},
-      {text("\U0001F600b"), Op::plus, num(1),
-       "Attempting to catenate vectors of different lengths when performing data type conversion. This may be caused by "
-       "Unicode characters"},
       {text("\U0001F600"), Op::minus, num(0), "double 2 x 1: 55357 56832"},
   });
 }
@@ -71,13 +68,10 @@ TEST(Operators, Comparisons) {
       {complex(1, 2), Op::le, complex(1, 5), "logical 1 x 1: true"},
       {complex(1, kNaN), Op::ge, num(0), "logical 1 x 1: false"},
       {complex(1, 0), Op::eqeq, num(1), "logical 1 x 1: true"},
-      {num(kNaN), Op::neq, num(kNaN), "logical 1 x 1: true"},
       {num(0.0), Op::eqeq, num(-0.0), "logical 1 x 1: true"},
       {text("abc"), Op::eqeq, text("axc"), "logical 1 x 3: true false true"},
       {text("\u00e9"), Op::eqeq, text("e\u0301"), "logical 1 x 1: true"},
-      {text("a"), Op::eqeq, num(97), "logical 1 x 1: true"},
       {text("\x01"), Op::eqeq, truth(true), "logical 1 x 1: true"},
-      {whole(3), Op::gt, truth(true), "logical 1 x 1: true"},
       {row({1, 2}), Op::lt, column({2, 3}), "logical 2 x 2: true true false true"},
   });
 }
@@ -106,8 +100,6 @@ TEST(Operators, Powers) {
       {complex(3, 0), Op::dpower, num(2), "double 1 x 1: 9"},
       {num(0), Op::dpower, complex(1, 1), "complex 1 x 1: 0,0"},
       {complex(0, 1), Op::dpower, num(0), "complex 1 x 1: 1,0"},
-      {truth(true), Op::dpower, text("a"), "double 1 x 1: 1"},
-      {zeros({0, 3}), Op::dpower, num(0.5), "double 0 x 3:"},
   });
   // One element outside the real domain takes the whole array with it; the others keep their real values exactly.
   const NumericArray mixed = elementwise(Op::dpower, row({-4, 9}), num(0.5));
@@ -121,11 +113,7 @@ TEST(Operators, Powers) {
 }
 
 TEST(Operators, Unary) {
-  const struct {
-    UnaryOp op;
-    NumericArray a;
-    const char* expected;
-  } rows[] = {
+  const std::tuple<UnaryOp, NumericArray, const char*> rows[] = {
       {UnaryOp::plus, text("a"), "char 1 x 1: a"},
       {UnaryOp::minus, text("a"), "double 1 x 1: -97"},
       {UnaryOp::minus, row({0, -1}), "double 1 x 2: -0 1"},
@@ -134,14 +122,13 @@ TEST(Operators, Unary) {
       {UnaryOp::not_, row({0, 2}), "logical 1 x 2: true false"},
       {UnaryOp::not_, num(kNaN), "NaN is not convertible to a logical"},
   };
-  for (const auto& r : rows) EXPECT_EQ(outcome([&] { return unary(r.op, r.a); }), r.expected) << describe(r.a);
+  for (const auto& [op, a, expected] : rows) EXPECT_EQ(outcome([&] { return unary(op, a); }), expected) << describe(a);
 }
 
 TEST(Operators, CommonKindBesideEmpties) {
   EXPECT_EQ(commonKind(zeros({0, 0}), text("a")), Kind::Char);
   EXPECT_EQ(commonKind(text("a"), zeros({0, 0})), Kind::Char);
   EXPECT_EQ(commonKind(complex(1, 1).emptyLike(), zeros({0, 3})), Kind::Double);
-  EXPECT_EQ(commonKind(text("a"), num(1)), Kind::Double);
 }
 
 TEST(Operators, TemporaryReceivesTheResult) {
@@ -200,17 +187,18 @@ TEST(Operators, BroadcastEqualsReplication) {
 }
 
 TEST(Operators, Transposes) {
-  const auto transposed = [](NumericArray a, bool conjugate) {
-    return outcome([&] { return *transpose(a, conjugate).numeric(); });
+  const std::tuple<Storable, bool, const char*> rows[] = {
+      {shaped({2, 3}, {1, 2, 3, 4, 5, 6}), false, "double 3 x 2: 1 3 5 2 4 6"},
+      {text("ab"), true, "char 2 x 1: a b"},
+      {zeros({0, 3}), true, "double 3 x 0:"},
+      {complexShaped({1, 2}, {{1, 2}, {3, -4}}), true, "complex 2 x 1: 1,-2 3,4"},
+      {complexShaped({1, 2}, {{1, 2}, {3, -4}}), false, "complex 2 x 1: 1,2 3,-4"},
+      {zeros({1, 1, 2}), false, "Transpose should be applied to a scalar, vector or matrix"},
+      {FunctionHandle::builtIn(Name::intern("sin")), false, "Transpose should be performed on an array"},
   };
-  EXPECT_EQ(transposed(shaped({2, 3}, {1, 2, 3, 4, 5, 6}), false), "double 3 x 2: 1 3 5 2 4 6");
-  EXPECT_EQ(transposed(text("ab"), true), "char 2 x 1: a b");
-  EXPECT_EQ(transposed(zeros({0, 3}), true), "double 3 x 0:");
-  EXPECT_EQ(transposed(complexShaped({1, 2}, {{1, 2}, {3, -4}}), true), "complex 2 x 1: 1,-2 3,4");
-  EXPECT_EQ(transposed(complexShaped({1, 2}, {{1, 2}, {3, -4}}), false), "complex 2 x 1: 1,2 3,-4");
-  EXPECT_EQ(transposed(zeros({1, 1, 2}), false), "Transpose should be applied to a scalar, vector or matrix");
-  EXPECT_EQ(outcome([] { return *transpose(FunctionHandle::builtIn(Name::intern("sin")), false).numeric(); }),
-            "Transpose should be performed on an array");
+  for (const auto& [a, conjugate, expected] : rows) {
+    EXPECT_EQ(outcome([&] { return *transpose(a, conjugate).numeric(); }), expected);
+  }
   std::mt19937_64 random(1);
   for (const SizeVector& size : {SizeVector(37, 70), SizeVector(64, 64), SizeVector(3, 1000), SizeVector(129, 33)}) {
     const DoubleArray a = randomArray(random, size);
@@ -218,13 +206,6 @@ TEST(Operators, Transposes) {
     ASSERT_EQ(once.numeric()->asDouble()[size.columns()], a[1]);
     ASSERT_EQ(describe(*transpose(once, true).numeric()), describe(a));
   }
-}
-
-TEST(Operators, TransposeOfStructures) {
-  StructArray s(SizeVector(2, 2), {Name::intern("f")});
-  for (int64_t k = 0; k < 4; ++k) s.writableValue(k, 0) = Storable(static_cast<double>(k));
-  const Storable t = transpose(s, true);
-  EXPECT_EQ(t.structure()->value(1, 0).doubleScalar(), 2);
 }
 
 }  // namespace

@@ -1,16 +1,15 @@
 // Every property against arrays of every kind. A row of the table names, by their numbers, the properties that hold.
 #include <cmath>
-#include <limits>
 #include <set>
 
 #include "expect_failure.h"
-#include "values/numeric_array.h"
+#include "values/arrays.h"
 
 namespace kelo {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using namespace testing;
+
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
 using Held = std::set<int>;
@@ -23,47 +22,38 @@ Held heldBy(const NumericArray& array, Property first, Property last) {
   return held;
 }
 
-NumericArray doubles(std::initializer_list<double> values) { return DoubleArray::row(values); }
-NumericArray complex(std::initializer_list<ComplexDouble> values) { return ComplexDoubleArray::row(values); }
-NumericArray ints(std::initializer_list<int64_t> values) { return IntArray::row(values); }
-NumericArray logicals(std::initializer_list<bool> values) {
-  return LogicalArray({1, static_cast<int64_t>(values.size())}, values);
-}
+NumericArray complexRow(std::initializer_list<ComplexDouble> values) { return ComplexDoubleArray::row(values); }
 
 // 0 zero, 1 >= 0, 2 <= 0, 3 > 0, 4 < 0, 5 whole, 6 some Inf, 7 some NaN, 8 well defined, 9 real, 10 nonempty
 TEST(Properties, ofElements) {
-  const struct {
-    NumericArray array;
-    Held held;
-  } rows[] = {
+  const std::pair<NumericArray, Held> rows[] = {
       // clang-format off
-      {doubles({1, 2}), {1, 3, 5, 8, 9, 10}},                 {doubles({0.0, -0.0}), {0, 1, 2, 5, 8, 9, 10}},
-      {doubles({0, 1.5}), {1, 8, 9, 10}},                     {doubles({-1, -2.5}), {2, 4, 8, 9, 10}},
-      {doubles({-1, 1}), {5, 8, 9, 10}},                      {doubles({1, kInf, kNaN}), {1, 3, 5, 6, 7, 9, 10}},
-      {doubles({-1, kInf}), {2, 4, 5, 6, 9, 10}},             {doubles({kNaN}), {0, 1, 2, 3, 4, 5, 7, 9, 10}},
-      {doubles({-kInf, kInf}), {0, 1, 2, 3, 4, 5, 6, 9, 10}}, {doubles({}), {0, 1, 2, 3, 4, 5, 8, 9}},
-      {complex({{1, 0}, {2, -0.0}}), {1, 3, 5, 8, 9, 10}},    {complex({{0, 1}}), {1, 2, 5, 8, 10}},
-      {complex({{0, 0}, {-1.5, kInf}}), {0, 1, 2, 5, 6, 10}}, {complex({{-2, 1}, {1, kNaN}}), {2, 4, 5, 7, 10}},
-      {complex({{5e-324, 0}}), {1, 3, 8, 9, 10}},             {ints({0, 3}), {1, 5, 8, 9, 10}},
-      {ints({-3}), {2, 4, 5, 8, 9, 10}},                      {ints({}), {0, 1, 2, 3, 4, 5, 8, 9}},
-      {logicals({true, true}), {1, 3, 5, 8, 9, 10}},          {logicals({false, true}), {1, 5, 8, 9, 10}},
-      {logicals({false}), {0, 1, 2, 5, 8, 9, 10}},            {logicals({}), {0, 1, 2, 3, 4, 5, 8, 9}},
-      {charRow("ab"), {1, 3, 5, 8, 9, 10}},                   {charRow("e\u0301"), {1, 3, 5, 8, 9, 10}},
-      {CharArray(Character()), {0, 1, 2, 3, 5, 8, 9, 10}},    {CharArray(), {0, 1, 2, 3, 5, 8, 9}},
+      {row({1, 2}), {1, 3, 5, 8, 9, 10}},                        {row({0.0, -0.0}), {0, 1, 2, 5, 8, 9, 10}},
+      {row({0, 1.5}), {1, 8, 9, 10}},                            {row({-1, -2.5}), {2, 4, 8, 9, 10}},
+      {row({-1, 1}), {5, 8, 9, 10}},                             {row({1, kInf, kNaN}), {1, 3, 5, 6, 7, 9, 10}},
+      {row({-1, kInf}), {2, 4, 5, 6, 9, 10}},                    {row({kNaN}), {0, 1, 2, 3, 4, 5, 7, 9, 10}},
+      {row({-kInf, kInf}), {0, 1, 2, 3, 4, 5, 6, 9, 10}},        {row({}), {0, 1, 2, 3, 4, 5, 8, 9}},
+      {complexRow({{1, 0}, {2, -0.0}}), {1, 3, 5, 8, 9, 10}},    {complexRow({{0, 1}}), {1, 2, 5, 8, 10}},
+      {complexRow({{0, 0}, {-1.5, kInf}}), {0, 1, 2, 5, 6, 10}}, {complexRow({{-2, 1}, {1, kNaN}}), {2, 4, 5, 7, 10}},
+      {complexRow({{5e-324, 0}}), {1, 3, 8, 9, 10}},             {IntArray({1, 2}, {0, 3}), {1, 5, 8, 9, 10}},
+      {whole(-3), {2, 4, 5, 8, 9, 10}},                          {IntArray({1, 0}, {}), {0, 1, 2, 3, 4, 5, 8, 9}},
+      {logicals({true, true}), {1, 3, 5, 8, 9, 10}},             {logicals({false, true}), {1, 5, 8, 9, 10}},
+      {logicals({false}), {0, 1, 2, 5, 8, 9, 10}},               {logicals({}), {0, 1, 2, 3, 4, 5, 8, 9}},
+      {charRow("ab"), {1, 3, 5, 8, 9, 10}},                      {charRow("e\u0301"), {1, 3, 5, 8, 9, 10}},
+      {CharArray(Character()), {0, 1, 2, 3, 5, 8, 9, 10}},       {CharArray(), {0, 1, 2, 3, 5, 8, 9}},
       // clang-format on
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(heldBy(row.array, Property::allZeroMagnitudes, Property::nonempty), row.held)
-        << "row " << &row - rows << ", " << row.array.kindLabel();
+  for (const auto& [array, held] : rows) {
+    EXPECT_EQ(heldBy(array, Property::allZeroMagnitudes, Property::nonempty), held) << describe(array);
   }
 }
 
 TEST(Properties, wholeNumberTestBeyond64BitsIsAFault) {
-  EXPECT_FATAL((void)doubles({1, kTwoTo63}).has(Property::allIntegerRealParts));
-  EXPECT_FATAL((void)doubles({-kTwoTo63}).has(Property::allIntegerRealParts));
-  EXPECT_FATAL((void)complex({{1e300, 1}}).has(Property::allIntegerRealParts));
-  EXPECT_TRUE(doubles({std::nextafter(kTwoTo63, 0)}).has(Property::allIntegerRealParts));
-  EXPECT_FALSE(doubles({0.5, kTwoTo63}).has(Property::allIntegerRealParts));
+  EXPECT_FATAL((void)row({1, kTwoTo63}).has(Property::allIntegerRealParts));
+  EXPECT_FATAL((void)row({-kTwoTo63}).has(Property::allIntegerRealParts));
+  EXPECT_FATAL((void)complexRow({{1e300, 1}}).has(Property::allIntegerRealParts));
+  EXPECT_TRUE(row({std::nextafter(kTwoTo63, 0)}).has(Property::allIntegerRealParts));
+  EXPECT_FALSE(row({0.5, kTwoTo63}).has(Property::allIntegerRealParts));
 }
 
 // 11 scalar, 14 row, 17 column, 20 vector, 23 matrix: each plain, in numbers (+1), in chars (+2); 26, 27 square in
@@ -76,10 +66,7 @@ Held inThrees(std::initializer_list<int> shapes, bool square) {
 }
 
 TEST(Properties, ofShape) {
-  const struct {
-    SizeVector size;
-    Held held;
-  } rows[] = {
+  const std::pair<SizeVector, Held> rows[] = {
       {{1, 1}, inThrees({11, 14, 17, 20, 23}, true)},
       {{1, 3}, inThrees({14, 20, 23}, false)},
       {{1, 0}, inThrees({14, 20, 23}, false)},
@@ -88,19 +75,15 @@ TEST(Properties, ofShape) {
       {{2, 2}, inThrees({23}, true)},
       {{1, 1, 2}, {}},
   };
-  for (const auto& row : rows) {
-    for (const NumericArray& array :
-         {NumericArray(DoubleArray(row.size, 1.0)), NumericArray(LogicalArray(row.size, true))}) {
-      EXPECT_EQ(heldBy(array, Property::scalar, Property::squareMatrixInChars), row.held) << array.kindLabel();
+  for (const auto& [size, held] : rows) {
+    for (const NumericArray& array : {NumericArray(DoubleArray(size, 1.0)), NumericArray(LogicalArray(size, true))}) {
+      EXPECT_EQ(heldBy(array, Property::scalar, Property::squareMatrixInChars), held) << array.kindLabel();
     }
   }
 }
 
 TEST(Properties, ofTheShapeOfText) {
-  const struct {
-    CharArray text;
-    Held held;
-  } rows[] = {
+  const std::pair<CharArray, Held> rows[] = {
       {charRow("a"), inThrees({11, 14, 17, 20, 23}, true)},
       {charRow("ab"), inThrees({14, 20, 23}, false)},
       {CharArray::row({}), {16, 22, 23, 24, 25, 26}},                             // 0 x 0 in numbers
@@ -108,8 +91,8 @@ TEST(Properties, ofTheShapeOfText) {
       {charRow("\U0001F600\U0001F600"), {16, 22, 23, 24, 25, 26}},                // 2 x 2 in numbers
       {charRow("a\U0001F600"), {16, 22, 25}},                                     // no numbers at all
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(heldBy(row.text, Property::scalar, Property::squareMatrixInChars), row.held) << toUtf8(row.text);
+  for (const auto& [text, held] : rows) {
+    EXPECT_EQ(heldBy(text, Property::scalar, Property::squareMatrixInChars), held) << toUtf8(text);
   }
 }
 

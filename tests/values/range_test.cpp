@@ -13,10 +13,7 @@ using namespace kelo::testing;
 const char* const kOperands = "Operands of ':' are expected to be real well-defined scalars, while creating a vector";
 
 TEST(Range, Table) {
-  const struct {
-    NumericArray first, step, last;
-    const char* expected;
-  } rows[] = {
+  const std::tuple<NumericArray, NumericArray, NumericArray, const char*> rows[] = {
       {num(1), num(1), num(0), "double 0 x 0:"},
       {num(0), num(0.1), num(0.3), "double 1 x 4: 0 0.1 0.2 0.30000000000000004"},
       {num(1), num(0), num(5), "double 0 x 0:"},
@@ -30,9 +27,9 @@ TEST(Range, Table) {
       {text("a"), truth(true), text("c"), "double 1 x 3: 97 98 99"},
       {num(1), num(1e-20), num(2), "fatal: a range of too many elements"},
   };
-  for (const auto& r : rows) {
-    EXPECT_EQ(outcome([&] { return rangeOf(r.first, &r.step, r.last).elements(); }), r.expected)
-        << describe(r.first) << " " << describe(r.step) << " " << describe(r.last);
+  for (const auto& [first, step, last, expected] : rows) {
+    EXPECT_EQ(outcome([&] { return rangeOf(first, &step, last).elements(); }), expected)
+        << describe(first) << " " << describe(step) << " " << describe(last);
   }
   EXPECT_EQ(describe(rangeOf(num(2), nullptr, num(4)).elements()), "double 1 x 3: 2 3 4");
 }
