@@ -2,6 +2,7 @@
 // values, and element for element whatever the neighbours are.
 #include "platform/vector_math.h"
 
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -24,29 +25,21 @@ struct Case {
 };
 
 const Case kCases[] = {
-    {F::cos, "cos", -1e5, 1e5, cosl},
-    {F::sin, "sin", -1e5, 1e5, sinl},
-    {F::tan, "tan", -1e5, 1e5, tanl},
-    {F::cosh, "cosh", -711, 711, coshl},
-    {F::sinh, "sinh", -20, 20, sinhl},
-    {F::tanh, "tanh", -3, 3, tanhl},
-    {F::acos, "acos", -1, 1, acosl},
-    {F::asin, "asin", -1, 1, asinl},
-    {F::atan, "atan", -10, 10, atanl},
-    {F::acosh, "acosh", 1, 30, acoshl},
-    {F::asinh, "asinh", -30, 30, asinhl},
-    {F::atanh, "atanh", -1, 1, atanhl},
-    {F::exp, "exp", -745, 709, expl},
-    {F::log, "log", 0, 10, logl},
-    {F::log2, "log2", 0, 10, log2l},
-    {F::log10, "log10", 0, 10, log10l},
+    // clang-format off
+    {F::cos, "cos", -1e5, 1e5, cosl},              {F::sin, "sin", -1e5, 1e5, sinl},
+    {F::tan, "tan", -1e5, 1e5, tanl},              {F::cosh, "cosh", -711, 711, coshl},
+    {F::sinh, "sinh", -20, 20, sinhl},             {F::tanh, "tanh", -3, 3, tanhl},
+    {F::acos, "acos", -1, 1, acosl},               {F::asin, "asin", -1, 1, asinl},
+    {F::atan, "atan", -10, 10, atanl},             {F::acosh, "acosh", 1, 30, acoshl},
+    {F::asinh, "asinh", -30, 30, asinhl},          {F::atanh, "atanh", -1, 1, atanhl},
+    {F::exp, "exp", -745, 709, expl},              {F::log, "log", 0, 10, logl},
+    {F::log2, "log2", 0, 10, log2l},               {F::log10, "log10", 0, 10, log10l},
     {F::sqrt, "sqrt", 0, 10, sqrtl, true},
     {F::reciprocal, "reciprocal", -3, 3, [](long double x) { return 1 / x; }, true},
-    {F::absolute, "absolute", -3, 3, fabsl, true},
-    {F::ceil, "ceil", -9, 9, ceill, true},
-    {F::fix, "fix", -9, 9, truncl, true},
-    {F::floor, "floor", -9, 9, floorl, true},
+    {F::absolute, "absolute", -3, 3, fabsl, true}, {F::ceil, "ceil", -9, 9, ceill, true},
+    {F::fix, "fix", -9, 9, truncl, true},          {F::floor, "floor", -9, 9, floorl, true},
     {F::round, "round", -9, 9, roundl, true},
+    // clang-format on
 };
 
 std::vector<double> applied(VectorRoutine routine, const std::vector<double>& x) {
@@ -88,10 +81,7 @@ TEST(VectorMath, isWithinOneUlpOnUsualArguments) {
 TEST(VectorMath, isWithinOneUlpOnAnyBitPattern) {
   std::mt19937_64 random(21);
   std::vector<double> x(200'001);
-  for (double& v : x) {
-    const uint64_t bits = random();
-    std::memcpy(&v, &bits, sizeof v);
-  }
+  for (double& v : x) v = std::bit_cast<double>(random());
   for (const Case& c : kCases) checkAccuracy(c, x);
 }
 

@@ -6,14 +6,10 @@ namespace kelo::terminal {
 namespace {
 
 TEST(Caret, StandsBelowItsColumnInCells) {
-  const struct {
-    const char* text;
-    int line, column;
-    const char* expected;
-  } rows[] = {
+  const std::tuple<const char*, int, int, const char*> rows[] = {
       {"x = y", 1, 4, "    x = y\n        ^"},
       {"a\nbb\r\nc", 2, 1, "    bb\n     ^"},
-      {"'日本' + y", 1, 7, "    '日本' + y\n             ^"},   // wide characters take two cells
+      {"'日本' + y", 1, 7, "    '日本' + y\n             ^"},        // wide characters take two cells
       {"'e\xCC\x81' + y", 1, 6, "    'e\xCC\x81' + y\n         ^"},  // a combining mark takes none
       {"\tx y", 1, 3, "    \tx y\n    \t  ^"},
       {"x = [1", 1, 6, "    x = [1\n          ^"},  // behind the end
@@ -21,7 +17,7 @@ TEST(Caret, StandsBelowItsColumnInCells) {
       {"", 1, 0, ""},
       {"\xFFx", 1, 1, ""},
   };
-  for (const auto& row : rows) EXPECT_EQ(caretExcerpt(row.text, row.line, row.column), row.expected) << row.text;
+  for (const auto& [text, line, column, expected] : rows) EXPECT_EQ(caretExcerpt(text, line, column), expected) << text;
 }
 
 }  // namespace
