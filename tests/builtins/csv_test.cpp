@@ -18,13 +18,32 @@ TEST(Csv, readsTheNearestDouble) {
   std::mt19937_64 random(20240229);
   const auto digits = [&](int most) {
     std::string text;
-    for (auto count = random() % static_cast<uint64_t>(most) + 1; count > 0; --count) text += "0123456789"[random() % 10];
+    for (auto count = random() % static_cast<uint64_t>(most) + 1; count > 0; --count)
+      text += "0123456789"[random() % 10];
     return text;
   };
-  std::vector<std::string> numbers = {"0", "-0", "00012.500", ".5", "5.", "1e5", "1E+5", "9007199254740993", "1e22", "1e23",
-                                      "179769313486231580793728971405301e276", "4.9406564584124654e-324", "2e-324", "-1e400",
-                                      "1e-400", "1e999999999999", "0e999999999999", "0.000000000000000000000000001e27",
-                                      "2.2250738585072011e-308", "inf", "-Infinity", "NaN"};
+  std::vector<std::string> numbers = {"0",
+                                      "-0",
+                                      "00012.500",
+                                      ".5",
+                                      "5.",
+                                      "1e5",
+                                      "1E+5",
+                                      "9007199254740993",
+                                      "1e22",
+                                      "1e23",
+                                      "179769313486231580793728971405301e276",
+                                      "4.9406564584124654e-324",
+                                      "2e-324",
+                                      "-1e400",
+                                      "1e-400",
+                                      "1e999999999999",
+                                      "0e999999999999",
+                                      "0.000000000000000000000000001e27",
+                                      "2.2250738585072011e-308",
+                                      "inf",
+                                      "-Infinity",
+                                      "NaN"};
   for (int k = 0; k < 20000; ++k) {
     std::string text = random() % 2 ? "-" : "";
     text += digits(20);
@@ -45,8 +64,8 @@ TEST(Csv, readsTheNearestDouble) {
 }
 
 TEST(Csv, refusesWhatIsNoNumber) {
-  for (const char* text : {"x", "1,x", "1 2 three", "1e", "1e+", "--1", "+-1", ".", "-", "+", "e5", "1.2.3", "1'", "0x10",
-                           "nan(1)", "1i", "\"1\"", "in", "1\v2"}) {
+  for (const char* text : {"x", "1,x", "1 2 three", "1e", "1e+", "--1", "+-1", ".", "-", "+", "e5", "1.2.3", "1'",
+                           "0x10", "nan(1)", "1i", "\"1\"", "in", "1\v2"}) {
     EXPECT_FALSE(arrayOfCsv(text, {})) << text;
   }
   EXPECT_FALSE(arrayOfCsv(std::string("1\0,2", 4), {}));

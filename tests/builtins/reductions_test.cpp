@@ -99,7 +99,8 @@ TEST(Reductions, ExtremesPassOverNaNAndTellTheFirst) {
   });
   EXPECT_EQ(outputTexts("max", {row({1, kNaN, 3, 3})}, 2), "double 1 x 1: 3 ; int 1 x 1: 3");
   EXPECT_EQ(outputTexts("min", {row({kNaN, kNaN})}, 2), "double 1 x 1: nan ; int 1 x 1: 1");
-  EXPECT_EQ(outputTexts("max", {cube(), zeros({0, 0}), num(2)}, 2), "double 2 x 1 x 2: 3 4 7 8 ; int 2 x 1 x 2: 2 2 2 2");
+  EXPECT_EQ(outputTexts("max", {cube(), zeros({0, 0}), num(2)}, 2),
+            "double 2 x 1 x 2: 3 4 7 8 ; int 2 x 1 x 2: 2 2 2 2");
   EXPECT_EQ(outputTexts("max", {complexShaped({1, 3}, {{kNaN, 0}, {3, 4}, {5, 0}})}, 2),
             "complex 1 x 1: 3,4 ; int 1 x 1: 2");
   EXPECT_EQ(outputTexts("max", {num(1), num(2)}, 2), "Function max() must have at most 1 output argument");

@@ -29,7 +29,8 @@ double hardNumber(std::mt19937_64& random, int style) {
     case 2: return 1 + static_cast<double>(random() % 100000) * 2.220446049250313e-16;  // alike but for the last bits
     case 3: return kSpecial[random() % std::size(kSpecial)];
     case 4: return std::bit_cast<double>(random());                                  // any bits
-    default: return random() % 50 == 0 ? 1e300 : static_cast<double>(random() % 1000) * 1e-300;  // one group of nearly all
+    default:
+      return random() % 50 == 0 ? 1e300 : static_cast<double>(random() % 1000) * 1e-300;  // one group of nearly all
   }
 }
 
@@ -39,7 +40,8 @@ std::vector<int64_t> plainOrder(std::span<const T> x, Less less, bool missingFir
   std::iota(order.begin(), order.end(), int64_t{0});
   std::stable_sort(order.begin(), order.end(), [&](int64_t a, int64_t b) {
     const T u = x[static_cast<size_t>(a)], v = x[static_cast<size_t>(b)];
-    if (isMissing(u) || isMissing(v)) return missingFirst ? isMissing(u) && !isMissing(v) : !isMissing(u) && isMissing(v);
+    if (isMissing(u) || isMissing(v))
+      return missingFirst ? isMissing(u) && !isMissing(v) : !isMissing(u) && isMissing(v);
     return less(u, v);
   });
   return order;
@@ -91,7 +93,8 @@ TEST(SortArray, ComplexNumbers) {
   }
   const auto hasNaN = [](ComplexDouble z) { return z.hasNaN(); };
   const auto byMagnitude = [](ComplexDouble a, ComplexDouble b) {
-    return std::pair(a.magnitude(), std::atan2(a.imaginary, a.real)) < std::pair(b.magnitude(), std::atan2(b.imaginary, b.real));
+    return std::pair(a.magnitude(), std::atan2(a.imaginary, a.real)) <
+           std::pair(b.magnitude(), std::atan2(b.imaginary, b.real));
   };
   const auto byValue = [](ComplexDouble a, ComplexDouble b) {
     return std::pair(a.real, a.imaginary) < std::pair(b.real, b.imaginary);

@@ -75,7 +75,8 @@ TEST_F(NativeTest, StoreComesBackAndKeepsWhatOthersWrote) {
   EXPECT_EQ(third.read<bool>("showWarning"), false);
   EXPECT_EQ(third.read<int64_t>("randStateU"), INT64_MIN);
   EXPECT_EQ(third.read<bool>("randStateU"), std::nullopt);
-  EXPECT_EQ(third.read<std::vector<std::string>>("consoleHistory"), (std::vector<std::string>{"a", "b\n\"'", "\xEF\xBF\xBD"}));
+  EXPECT_EQ(third.read<std::vector<std::string>>("consoleHistory"),
+            (std::vector<std::string>{"a", "b\n\"'", "\xEF\xBF\xBD"}));
 }
 
 TEST_F(NativeTest, StoreLeavesABrokenFileAlone) {

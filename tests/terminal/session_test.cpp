@@ -53,8 +53,8 @@ class Session {
     }
     return testing::AssertionFailure() << "never showed \"" << expected << "\" but \"" << shown_.substr(seen_) << '"';
   }
-  /// Types the end of the input until the program has ended, for a terminal drops that key while a line is not being read;
-  /// the exit status.
+  /// Types the end of the input until the program has ended, for a terminal drops that key while a line is not being
+  /// read; the exit status.
   int end() {
     int status = 0;
     const auto end = Clock::now() + kPatience;
@@ -98,8 +98,9 @@ const char* const kControlC = "\x03";
 TEST_F(Terminal, TypeErrCorrectRecall) {
   Session session(folder_, true);
   ASSERT_TRUE(session.shows("> "));
-  EXPECT_TRUE(session.type("x = 2 + nope\r", "\x1b[31mError at Line 1(9) of the console. Variable or function named \"nope\" not "
-                                             "found.\x1b[0m\r\n    x = 2 + nope\r\n            ^"));
+  EXPECT_TRUE(session.type("x = 2 + nope\r",
+                           "\x1b[31mError at Line 1(9) of the console. Variable or function named \"nope\" not "
+                           "found.\x1b[0m\r\n    x = 2 + nope\r\n            ^"));
   EXPECT_TRUE(session.type(std::string(kUp) + "\b\b\b\b3\r", "x = \r\n 5.0000"));
   EXPECT_TRUE(session.type("for k = 1:2\r", "| "));
   EXPECT_TRUE(session.type("k\rend\r", "k = \r\n 1.0000\r\n\r\nk = \r\n 2.0000"));

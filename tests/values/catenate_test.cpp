@@ -28,7 +28,9 @@ TEST(Catenate, Table) {
       {{text("abc"), text("de")}, 1, mismatch},
       {{shaped({2, 2}, {1, 2, 3, 4}), shaped({1, 2}, {5, 6})}, 1, "double 3 x 2: 1 2 5 3 4 6"},
       {{shaped({2, 2}, {1, 2, 3, 4}), zeros({2, 2, 2})}, 2, mismatch},
-      {{num(1), StructArray()}, 2, "Operand types mismatch while catenating arrays | Arrays are expected to have same types"},
+      {{num(1), StructArray()},
+       2,
+       "Operand types mismatch while catenating arrays | Arrays are expected to have same types"},
       {{num(1), FunctionHandle::builtIn(Name::intern("sin"))}, 2, "Unexpected error occurred while catenating arrays"},
   };
   for (const auto& [list, dim, expected] : rows) {

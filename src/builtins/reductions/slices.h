@@ -51,13 +51,14 @@ inline constexpr int64_t kNarrow = 16;      ///< rows shorter than this are kept
 template <class Piece>
 void forRowPieces(const Slices& s, Piece&& piece) {
   const int64_t pieces = (s.inner + kRowPiece - 1) / kRowPiece;
-  platform::parallelForUnits(s.outer * pieces, s.length * std::min(s.inner, kRowPiece), [&](int64_t begin, int64_t end) {
-    for (int64_t unit = begin; unit < end; ++unit) {
-      const int64_t o = unit / pieces;
-      const int64_t i = unit % pieces * kRowPiece;
-      piece(o * s.inner + i, o * s.inner * s.length + i, std::min(kRowPiece, s.inner - i));
-    }
-  });
+  platform::parallelForUnits(s.outer * pieces, s.length * std::min(s.inner, kRowPiece),
+                             [&](int64_t begin, int64_t end) {
+                               for (int64_t unit = begin; unit < end; ++unit) {
+                                 const int64_t o = unit / pieces;
+                                 const int64_t i = unit % pieces * kRowPiece;
+                                 piece(o * s.inner + i, o * s.inner * s.length + i, std::min(kRowPiece, s.inner - i));
+                               }
+                             });
 }
 
 /// Calls lanes<N>(k) for slices begin to end - 1 in groups of N = 8, 4, 2 and 1.

@@ -14,7 +14,8 @@ Player::Player()
 void Player::set(const std::string& setting) {
   const int number = std::stoi(setting.substr(setting.find(' ')));
   if (setting.starts_with("width ")) app_.settings.consoleCells = number;
-  if (setting.starts_with("digits ")) app_.settings.numDigitIndex = number == 5 ? 0 : number == 8 ? 1 : number == 12 ? 2 : 3;
+  if (setting.starts_with("digits "))
+    app_.settings.numDigitIndex = number == 5 ? 0 : number == 8 ? 1 : number == 12 ? 2 : 3;
 }
 
 Lines Player::play(const std::string& text, bool isFile, const Lines& answers) {
@@ -39,7 +40,8 @@ void Player::runEnded(const RunResult& result) {
   if (result.fatalFault) output_.push_back("(fatal fault: " + *result.fatalFault + ")");
 }
 
-/// The answers in order, "^C" being the stop button; without one a timer goes off, and an input that has no answer is closed.
+/// The answers in order, "^C" being the stop button; without one a timer goes off, and an input that has no answer is
+/// closed.
 void Player::whileAsleep() {
   mainQueue_.drain();
   if (app_.console.runState.status == RunState::Status::paused && mainQueue_.hasTimer() && answers_.empty()) {
