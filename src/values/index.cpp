@@ -51,13 +51,14 @@ IntArray positionsOf(const TypedArray<T>& subscripts) {
 KELO_VECTOR_CLONES
 bool convertPlainly(const double* subscripts, int64_t n, int64_t* out, int64_t* needed) {
   constexpr double kShift = 0x1p52;
-  int64_t fractions = 0;
+  constexpr auto kZero = std::bit_cast<uint64_t>(kShift);
+  uint64_t fractions = 0;
   int64_t signs = 0;
   int64_t greatest = -1;
   for (int64_t k = 0; k < n; ++k) {
     const double shifted = subscripts[k] + kShift;
-    const int64_t position = std::bit_cast<int64_t>(shifted) - std::bit_cast<int64_t>(kShift) - 1;
-    fractions |= std::bit_cast<int64_t>(shifted - kShift) ^ std::bit_cast<int64_t>(subscripts[k]);
+    const auto position = static_cast<int64_t>(std::bit_cast<uint64_t>(shifted) - kZero - 1);
+    fractions |= std::bit_cast<uint64_t>(shifted - kShift) ^ std::bit_cast<uint64_t>(subscripts[k]);
     signs |= position;
     greatest = position > greatest ? position : greatest;
     out[k] = position;

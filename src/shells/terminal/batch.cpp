@@ -56,7 +56,7 @@ ExitStatus runBatch(const Options& options) {
     const std::optional<std::string> text = session.input.rest();
     const std::string& unread = session.input.fault();
     if (!unread.empty()) tell("standard input cannot be read: " + unread);
-    if (!unread.empty() || !text) return kCommandFailed;
+    if (!text) return kCommandFailed;
     commands.push_back(*text);
   }
   for (const std::string& command : commands) {

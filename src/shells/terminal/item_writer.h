@@ -14,9 +14,9 @@ class ItemWriter : public ConsoleView {
  public:
   struct Style {
     bool json = false;
-    bool colour = false;        ///< of what goes to standard error
-    bool clearsScreen = false;  ///< `clc` clears: standard output is a terminal
-    bool showsProgress = false;  ///< standard error is a terminal
+    bool colour = false;           ///< of what goes to standard error
+    bool clearsScreen = false;     ///< `clc` clears: standard output is a terminal
+    bool showsProgress = false;    ///< standard error is a terminal
     bool promptStaysOpen = false;  ///< the answer is typed behind the prompt
     bool editorPrompts = false;    ///< the line editor shows the last line of the prompt
   };

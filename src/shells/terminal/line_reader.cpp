@@ -35,6 +35,7 @@ std::optional<std::string> LineReader::rest() {
   while (!ended_) {
     if (!fill()) return std::nullopt;
   }
+  if (!fault_.empty()) return std::nullopt;
   return std::exchange(buffer_, std::string());
 }
 

@@ -16,7 +16,7 @@ class LineReader {
   bool fill();
   /// The next line without its line end; nothing at the end of the input. REQUIRES: hasLine()
   std::optional<std::string> nextLine();
-  /// All that is left, waiting for the end or a failure. Nothing when Ctrl-C was pressed meanwhile.
+  /// All that is left, waiting for the end. Nothing when reading failed or Ctrl-C was pressed meanwhile.
   std::optional<std::string> rest();
   /// Why reading failed; empty when it did not.
   const std::string& fault() const { return fault_; }
