@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "platform/parallel.h"
+#include "platform/vector_clones.h"
 
 namespace kelo::builtins {
 namespace {
@@ -32,23 +33,13 @@ constexpr int64_t kLanes = 4;
 constexpr int64_t kBlock = 256;
 constexpr int64_t kMostPutOff = 16;
 
-// Each kernel is compiled twice, for the vectors of every 64-bit processor of the family and for wider ones.
-#if defined(__x86_64__)
-#define KELO_WIDE __attribute__((target("avx2")))
-const bool kHasWide = __builtin_cpu_supports("avx2");
-#else
-#define KELO_WIDE
-const bool kHasWide = false;
-#endif
-#define KELO_BODY __attribute__((always_inline)) inline
-
 struct RoundedSums {
   double sum = 0;
   double magnitude = 0;
   bool isRounded = false;  // every number to within less than half a unit
 };
 
-KELO_BODY void roundBlockBody(const double* x, double power, RoundedSums* result) {
+KELO_VECTOR_CLONES RoundedSums roundBlock(const double* x, double power) {
   const double shift = 1.5 * power;
   const Bits noSign = Bits{} + std::numeric_limits<int64_t>::max();
   const Bits halfUnit = Bits{} + std::bit_cast<int64_t>(power * 0x1p-53);
@@ -70,23 +61,14 @@ KELO_BODY void roundBlockBody(const double* x, double power, RoundedSums* result
   const Lanes s = (sum[0] + sum[1]) + (sum[2] + sum[3]);
   const Lanes m = (magnitude[0] + magnitude[1]) + (magnitude[2] + magnitude[3]);
   const Bits b = below[0] & below[1] & below[2] & below[3];
-  *result = {(s[0] + s[1]) + (s[2] + s[3]), (m[0] + m[1]) + (m[2] + m[3]), (b[0] & b[1] & b[2] & b[3]) < 0};
+  return {(s[0] + s[1]) + (s[2] + s[3]), (m[0] + m[1]) + (m[2] + m[3]), (b[0] & b[1] & b[2] & b[3]) < 0};
 }
-
-KELO_WIDE void roundBlockWide(const double* x, double power, RoundedSums* result) { roundBlockBody(x, power, result); }
-void roundBlockPlain(const double* x, double power, RoundedSums* result) { roundBlockBody(x, power, result); }
 
 /// The power of 2 at or below |s|; 0 where it or its unit would be out of range.
 double powerOf(double s) {
   const uint64_t exponent = std::bit_cast<uint64_t>(s) & 0x7ff0000000000000;
   if (exponent < (uint64_t{100} << 52) || exponent > (uint64_t{2000} << 52)) return 0;
   return std::bit_cast<double>(exponent);
-}
-
-RoundedSums roundBlock(const double* x, double power) {
-  RoundedSums block;
-  (kHasWide ? roundBlockWide : roundBlockPlain)(x, power, &block);
-  return block;
 }
 
 /// Adds a rounded block to the sum; false, and nothing done, when a condition fails.
@@ -108,7 +90,7 @@ double addPlainly(const double* x, int64_t n, double s) {
 }
 
 template <bool kSmallest>
-KELO_BODY void extremeBody(const double* x, int64_t n, double* result) {
+__attribute__((always_inline)) inline double extreme(const double* x, int64_t n) {
   const double worst = kSmallest ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
   const auto better = [](auto v, auto best) { return kSmallest ? v < best : v > best; };
   Lanes best[4];
@@ -129,17 +111,11 @@ KELO_BODY void extremeBody(const double* x, int64_t n, double* result) {
     for (int64_t j = 0; j < kLanes; ++j) r = better(b[j], r) ? b[j] : r;
   }
   for (; i < n; ++i) r = better(x[i], r) ? x[i] : r;
-  *result = r;
+  return r;
 }
 
-KELO_WIDE void largestWide(const double* x, int64_t n, double* result) { extremeBody<false>(x, n, result); }
-void largestPlain(const double* x, int64_t n, double* result) { extremeBody<false>(x, n, result); }
-KELO_WIDE void smallestWide(const double* x, int64_t n, double* result) { extremeBody<true>(x, n, result); }
-void smallestPlain(const double* x, int64_t n, double* result) { extremeBody<true>(x, n, result); }
-
-}  // namespace
-
-namespace {
+KELO_VECTOR_CLONES double largestOf(const double* x, int64_t n) { return extreme<false>(x, n); }
+KELO_VECTOR_CLONES double smallestOf(const double* x, int64_t n) { return extreme<true>(x, n); }
 
 // Blocks that are rounded side by side; fewer are not worth waking the other cores.
 constexpr int64_t kFewestInStretch = 1536;
@@ -177,20 +153,20 @@ template <bool kSmallest>
 double extremeOf(const double* x, int64_t n, platform::ParallelFor* parallel) {
   constexpr double kInf = std::numeric_limits<double>::infinity();
   constexpr int64_t kGrain = platform::kParallelThreshold / 2;
-  const auto kernel = kHasWide ? (kSmallest ? smallestWide : largestWide) : (kSmallest ? smallestPlain : largestPlain);
+  const auto kernel = kSmallest ? smallestOf : largestOf;
   const int64_t head = untilAligned(x) < n ? untilAligned(x) : n;
-  double result[2];
-  extremeBody<kSmallest>(x, head, &result[0]);
+  const double first = extreme<kSmallest>(x, head);
+  double rest;
   if (parallel == nullptr || n < platform::kParallelThreshold) {
-    kernel(x + head, n - head, &result[1]);
+    rest = kernel(x + head, n - head);
   } else {
     std::vector<double> parts(static_cast<size_t>(n / kGrain + 1), kSmallest ? kInf : -kInf);
     parallel->run(n - head, kGrain, [&](int64_t begin, int64_t end) {
-      kernel(x + head + begin, end - begin, &parts[static_cast<size_t>(begin / kGrain)]);
+      parts[static_cast<size_t>(begin / kGrain)] = kernel(x + head + begin, end - begin);
     });
-    extremeBody<kSmallest>(parts.data(), static_cast<int64_t>(parts.size()), &result[1]);
+    rest = extreme<kSmallest>(parts.data(), static_cast<int64_t>(parts.size()));
   }
-  return (kSmallest ? result[0] < result[1] : result[0] > result[1]) ? result[0] : result[1];
+  return (kSmallest ? first < rest : first > rest) ? first : rest;
 }
 
 }  // namespace
