@@ -23,7 +23,7 @@ struct AxisState {
   Limits& limits;
   bool& autoLimits;
   bool& autoTicks;
-  std::vector<double>& ticks;  ///< ascending, apart from doubled ends; not clipped to the limits
+  std::vector<double>& ticks;  ///< as a command gave them, ascending; not clipped to the limits
 
   /// Takes the ticks of the limits when the ticks are automatic.
   void refreshTicks();

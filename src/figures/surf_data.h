@@ -37,8 +37,10 @@ class SurfData {
   /// Limits from the surfaces on all axes, ticks from the limits. throws Problem, an internal fault
   explicit SurfData(std::vector<Surface> surfaces = {});
 
-  SCNVector3 rotationAngles = kFirstRotation;  ///< degrees
-  SCNVector3 translation = {0, 0, 0};
+  /// Degrees. The box of the axes, which is a cube about its centre, is turned about z, then y, then x, where x points to
+  /// the right, y upwards and z to the viewer: with x = 0 it is seen from above, with x = -90 from the side.
+  SCNVector3 rotationAngles = kFirstRotation;
+  SCNVector3 translation = {0, 0, 0};  ///< in parts of the view's shorter side, to the right and upwards
   double zoomFactor = 1;
   Limits xlims, ylims, zlims;
   bool autoXLimits = true, autoYLimits = true, autoZLimits = true;
