@@ -46,6 +46,11 @@ struct Line {
     bool shownInLegend = true;
     PlotStyle type = PlotStyle::Line;
 
+    /// The colour of line and marker edge, and of marker faces unless they are clear.
+    void setColor(const Color& color) {
+      lineColor = markerEdgeColor = color;
+      if (!markerFaceColor.isClear()) markerFaceColor = color;
+    }
     Marker marker() const { return {markerStyle, markerEdgeColor, markerFaceColor, markerSize}; }
     friend bool operator==(const Attributes&, const Attributes&) = default;
   };
