@@ -35,12 +35,14 @@ NodeValue countOfArguments(Call& call) {
   return NodeValue(static_cast<double>(ofInputs ? signature->inputs : signature->outputs));
 }
 
+// clang-format off
 constexpr Builtin kCalls[] = {
-    {"nargin", countOfArguments, int(Side::inputs), {0, 1}, 1, "f",
+    {"nargin",  {countOfArguments, Side::inputs},  {0, 1}, 1, "f",
      "How many arguments the running function was given, or a function declares", "nargin('sin')"},
-    {"nargout", countOfArguments, int(Side::outputs), {0, 1}, 1, "f",
+    {"nargout", {countOfArguments, Side::outputs}, {0, 1}, 1, "f",
      "How many outputs the running function was asked for, or a function declares", "nargout('size')"},
 };
+// clang-format on
 
 }  // namespace
 

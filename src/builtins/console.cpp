@@ -125,23 +125,26 @@ NodeValue pause(Call& call) {
   return NodeValue::nothing();
 }
 
-constexpr CountTexts kClc{text::kClcInputs, text::kClcOutputs};
-constexpr CountTexts kWho{text::kWhoInputs};
-constexpr CountTexts kClear{nullptr, text::kClearOutputs};
-constexpr CountTexts kPause{text::kPauseCount};
-
+// clang-format off
 constexpr Builtin kConsole[] = {
-    {"clc", clc, 0, {0, 0}, 0, "", "Clear the console", "clc", &kClc},
-    {"clear", clear, 0, {0, kAny}, 0, "name, ...", "Remove variables, all of them unless some are named",
-     "clear('x', 'y')", &kClear, "clearing variables"},
-    {"disp", disp, 0, {1, 1}, 0, "x", "Show a value without its name", "disp('Hello')"},
-    {"error", error, 0, {1, 1}, 0, "msg", "End the run with a message", "error('No data')"},
-    {"input", input, 0, {1, 2}, 1, "prompt, s", "Ask the user for an expression, or with 's' for a text",
-     "n = input('How many? ')"},
-    {"pause", pause, 0, {0, 1}, 1, "n", "Wait for a key or for n seconds; 'on', 'off' and 'query' rule whether to wait",
-     "pause(0.5)", &kPause},
-    {"who", who, 0, {0, 0}, 1, "", "Show the names of the variables", "who", &kWho},
+    {"clc",   clc,   {0, 0},    0, "",
+     "Clear the console", "clc", {.inputs = text::kClcInputs, .outputs = text::kClcOutputs}},
+    {"clear", clear, {0, kAny}, 0, "name, ...",
+     "Remove variables, all of them unless some are named", "clear('x', 'y')",
+     {.outputs = text::kClearOutputs, .verb = "clearing variables"}},
+    {"disp",  disp,  {1, 1},    0, "x",
+     "Show a value without its name", "disp('Hello')"},
+    {"error", error, {1, 1},    0, "msg",
+     "End the run with a message", "error('No data')"},
+    {"input", input, {1, 2},    1, "prompt, s",
+     "Ask the user for an expression, or with 's' for a text", "n = input('How many? ')"},
+    {"pause", pause, {0, 1},    1, "n",
+     "Wait for a key or for n seconds; 'on', 'off' and 'query' rule whether to wait", "pause(0.5)",
+     {.inputs = text::kPauseCount}},
+    {"who",   who,   {0, 0},    1, "",
+     "Show the names of the variables", "who", {.inputs = text::kWhoInputs}},
 };
+// clang-format on
 
 }  // namespace
 

@@ -46,14 +46,16 @@ NodeValue rmfield(Call& call) {
   return NodeValue(std::move(structure));
 }
 
+// clang-format off
 constexpr Builtin kStructures[] = {
-    {"isfield", isfield, 0, {2, 2}, 1, "S, field", "Whether structures have a field of this name",
-     "isfield(struct('a', 1), 'a')"},
-    {"rmfield", rmfield, 0, {2, 2}, 1, "S, field", "Remove a field from structures",
-     "rmfield(struct('a', 1, 'b', 2), 'a')"},
-    {"struct", structOf, 0, {0, kAny}, 1, "name, value, ...", "Make a structure from names and values of fields",
-     "struct('name', 'Kelo', 'size', 3)"},
+    {"isfield", isfield,  {2, 2},    1, "S, field",
+     "Whether structures have a field of this name", "isfield(struct('a', 1), 'a')"},
+    {"rmfield", rmfield,  {2, 2},    1, "S, field",
+     "Remove a field from structures", "rmfield(struct('a', 1, 'b', 2), 'a')"},
+    {"struct",  structOf, {0, kAny}, 1, "name, value, ...",
+     "Make a structure from names and values of fields", "struct('name', 'Kelo', 'size', 3)"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -8,10 +8,12 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "values/node_value.h"
@@ -22,7 +24,29 @@ class AppController;
 class Call;
 class Visitor;
 
-using Handler = NodeValue (*)(Call& call);
+/// What a row calls: a function and, where several names share it, which of them is meant: {reduction, Reduction::sum}.
+class Handler {
+ public:
+  using Function = NodeValue (*)(Call& call);
+
+  constexpr Handler(std::nullptr_t = nullptr) {}
+  constexpr Handler(Function function) : function_(function) {}
+  template <class Selector>
+    requires std::is_enum_v<Selector>
+  constexpr Handler(Function function, Selector which) : function_(function), selector_(static_cast<int>(which)) {}
+
+  NodeValue operator()(Call& call) const { return function_(call); }
+  bool operator==(std::nullptr_t) const { return function_ == nullptr; }
+  /// REQUIRES: the enumeration that the row gives
+  template <class Selector>
+  Selector selector() const {
+    return static_cast<Selector>(selector_);
+  }
+
+ private:
+  Function function_ = nullptr;
+  int selector_ = 0;
+};
 
 /// Fewest and most arguments. kAny: no upper bound.
 struct Arity {
@@ -31,25 +55,26 @@ struct Arity {
 };
 inline constexpr int kAny = 1 << 30;
 
-/// A family's own sentences for a wrong count; "{0}" stands for the function's name, "{1}" for the count given. Null:
-/// the standard sentences of complaints.h. An own sentence for outputs is also said of one output where there is none.
-struct CountTexts {
+/// A function's own sentences, where it does not use the standard ones.
+struct OwnTexts {
+  /// Wrong counts; "{0}" stands for the function's name, "{1}" for the count given. That for outputs is also said of
+  /// one output where there is none.
   const char* inputs = nullptr;
   const char* outputs = nullptr;
+  const char* verb = nullptr;     ///< the last-resort text is "Unexpected error occurred while VERB"
+  const char* failure = nullptr;  ///< the last-resort text as a whole
 };
 
+/// One row. A name alone is one that is known but not supported yet.
 struct Builtin {
   const char* name;
-  Handler handler;        ///< null: the name is known but not supported yet
-  int selector;           ///< which of a family's functions, for handlers that serve several names
-  Arity inputs;
-  int outputs;            ///< at most; 0: the function gives no value
-  const char* arguments;  ///< names of the arguments, as the help shows them: "A, dim"
-  const char* help;       ///< one line, without a full stop: "Round towards plus infinity"
-  const char* example;    ///< a command to try
-  const CountTexts* countTexts = nullptr;
-  const char* verb = nullptr;     ///< the last-resort text is "Unexpected error occurred while VERB"
-  const char* failure = nullptr;  ///< the last-resort text as a whole, of a function with one of its own
+  Handler handler;
+  Arity inputs = {0, kAny};
+  int outputs = kAny;          ///< at most; 0: the function gives no value
+  const char* arguments = "";  ///< names of the arguments, as the help shows them: "A, dim"
+  const char* help = "";       ///< one line, without a full stop: "Round towards plus infinity"
+  const char* example = "";    ///< a command to try
+  OwnTexts own = {};           ///< named in the row: {.inputs = text::kNoInput}
 };
 
 /// Where a call stands in its text; copied into the messages that it gives.
@@ -77,7 +102,11 @@ class Call {
 
   int count() const { return static_cast<int>(args.size()); }
   std::string name() const { return builtin.name; }
-  template <class Selector> Selector selector() const { return static_cast<Selector>(builtin.selector); }
+  /// Which of the names that share the handler was called.
+  template <class Selector>
+  Selector selector() const {
+    return builtin.handler.selector<Selector>();
+  }
   /// How many outputs are worth computing: at least 1.
   int outputCount() const { return std::max(1, lhsVariableCount.value_or(1)); }
   /// Whether the call is a statement by itself, so that nobody asks for its value.

@@ -148,6 +148,8 @@ NodeValue shiftdim(Call& call) {
   return call.outputs({std::move(shifted), Storable(static_cast<double>(shift))});
 }
 
-NodeValue transposed(Call& call) { return transpose(std::move(call.args[0]), call.builtin.selector != 0); }
+NodeValue transposed(Call& call) {
+  return transpose(std::move(call.args[0]), call.selector<Transposition>() == Transposition::conjugate);
+}
 
 }  // namespace kelo::builtins::arrays

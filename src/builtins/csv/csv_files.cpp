@@ -117,15 +117,15 @@ NodeValue csvwrite(Call& call) {
   return NodeValue::nothing();
 }
 
-constexpr CountTexts kCsvread{text::kCsvreadCount};
-
+// clang-format off
 constexpr Builtin kCsvFiles[] = {
-    {"csvread", csvread, 0, {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
+    {"csvread",  csvread,  {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
      "Read numbers from a file, rows and columns being counted from 0",
-     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)",
-     &kCsvread},
-    {"csvwrite", csvwrite, 0, {2, 2}, 0, "fname, A", "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
+     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)", {.inputs = text::kCsvreadCount}},
+    {"csvwrite", csvwrite, {2, 2}, 0, "fname, A",
+     "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -2,8 +2,8 @@
 #include <limits>
 #include <numbers>
 
-#include "builtins/elementwise/handlers.h"
 #include "builtins/elementwise/kernels.h"
+#include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
 
@@ -16,8 +16,6 @@ double gapAbove(double x) {
   return std::nextafter(magnitude, std::numeric_limits<double>::infinity()) - magnitude;
 }
 
-}  // namespace
-
 NodeValue pi(Call&) { return NodeValue(std::numbers::pi); }
 
 NodeValue eps(Call& call) {
@@ -29,5 +27,18 @@ NodeValue eps(Call& call) {
   }
   return unaryLoop(std::move(a).toDoubleArray(), [](double x) noexcept { return gapAbove(x); });
 }
+
+// clang-format off
+constexpr Builtin kConstants[] = {
+    {"pi",  pi,  {0, 0}, 1, "",
+     "Ratio of a circle's circumference to its diameter", "pi", {.inputs = text::kNoInput}},
+    {"eps", eps, {0, 1}, 1, "A",
+     "Gap between a number, 1 unless given, and the next larger one", "eps(1000)"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Builtin> constantsTable() { return kConstants; }
 
 }  // namespace kelo::builtins

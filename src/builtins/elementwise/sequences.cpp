@@ -3,8 +3,8 @@
 #include <limits>
 #include <vector>
 
-#include "builtins/elementwise/handlers.h"
 #include "builtins/elementwise/kernels.h"
+#include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
 
@@ -52,9 +52,20 @@ DoubleArray lookUp(DoubleArray a, int64_t last, std::vector<double> (*fill)(int6
   });
 }
 
-}  // namespace
-
 NodeValue factorial(Call& call) { return lookUp(readCounts(call), kLastFactorial, factorialsTo); }
 NodeValue fibonacci(Call& call) { return lookUp(readCounts(call), kLastFibonacci, fibonaccisTo); }
+
+// clang-format off
+constexpr Builtin kSequences[] = {
+    {"factorial", factorial, {1, 1}, 1, "A",
+     "Product of the whole numbers from 1 to A", "factorial([0 5 10])"},
+    {"fibonacci", fibonacci, {1, 1}, 1, "A",
+     "Number A of the sequence 0, 1, 1, 2, 3, 5 and so on", "fibonacci([0 1 10])"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Builtin> sequencesTable() { return kSequences; }
 
 }  // namespace kelo::builtins

@@ -22,7 +22,7 @@ const Words& wordsOf(const Call& call) {
        {{"A, q", "A", text::kArrayOfRealNumbers}, {"A, q", "q", text::kUpToOne}, 1}},
       {{{"A, p, dim", "A", text::kArrayOfRealNumbers}, {"A, p, dim", "p", text::kUpToHundred}, 100},
        {{"A, q, dim", "A", text::kArrayOfRealNumbers}, {"A, q, dim", "q", text::kUpToOne}, 1}}};
-  return kWords[call.count() == 3][call.selector<int>()];
+  return kWords[call.count() == 3][call.selector<Percentile>() == Percentile::quantile];
 }
 
 DoubleArray readArray(const Call& call, const Words& words) {

@@ -130,15 +130,16 @@ NodeValue int2str(Call& call) {
   return textOf(array, {call.app.nDigits(), std::nullopt, true});
 }
 
-constexpr CountTexts kNumberToText{text::kNumberToTextCount};
-
+// clang-format off
 constexpr Builtin kTextConversion[] = {
-    {"char", toChar, 0, {1, kAny}, 1, "A, B, ...", "Convert numbers to characters, and stack texts as rows",
-     "char(72, 'abc')"},
-    {"int2str", int2str, 0, {1, 1}, 1, "A", "Round numbers and convert them to text", "int2str(2.7)"},
-    {"num2str", num2str, 0, {1, 2}, 1, "A, n", "Convert numbers to text, with n significant digits",
-     "num2str(pi, 8)", &kNumberToText},
+    {"char",    toChar,  {1, kAny}, 1, "A, B, ...",
+     "Convert numbers to characters, and stack texts as rows", "char(72, 'abc')"},
+    {"int2str", int2str, {1, 1},    1, "A",
+     "Round numbers and convert them to text", "int2str(2.7)"},
+    {"num2str", num2str, {1, 2},    1, "A, n",
+     "Convert numbers to text, with n significant digits", "num2str(pi, 8)", {.inputs = text::kNumberToTextCount}},
 };
+// clang-format on
 
 }  // namespace
 

@@ -108,22 +108,26 @@ NodeValue strncmp(Call& call) {
   return LogicalArray(sameCharacters(a->data(), b->data(), count, ignoresCase));
 }
 
-constexpr CountTexts kNewline{text::kNoInputOfNewline};
-
+// clang-format off
 constexpr Builtin kStrings[] = {
-    {"lower", textCase, int(Case::lower), {1, 1}, 1, "s", "Turn letters into small letters", "lower('Kelo')"},
-    {"newline", newline, 0, {0, 0}, 1, "", "The line feed as a character", "['a' newline 'b']", &kNewline},
-    {"strcat", strcat, 0, {1, kAny}, 1, "s1, s2, ...", "Join texts side by side, without their trailing blanks",
-     "strcat('ab ', 'cd')"},
-    {"strcmp", strcmp, int(Compare::all), {2, 2}, 1, "s1, s2", "Whether two texts are the same", "strcmp('a', 'A')"},
-    {"strcmpi", strcmp, int(Compare::allIgnoringCase), {2, 2}, 1, "s1, s2",
+    {"lower",    {textCase, Case::lower},               {1, 1},    1, "s",
+     "Turn letters into small letters", "lower('Kelo')"},
+    {"newline",  newline,                               {0, 0},    1, "",
+     "The line feed as a character", "['a' newline 'b']", {.inputs = text::kNoInputOfNewline}},
+    {"strcat",   strcat,                                {1, kAny}, 1, "s1, s2, ...",
+     "Join texts side by side, without their trailing blanks", "strcat('ab ', 'cd')"},
+    {"strcmp",   {strcmp, Compare::all},                {2, 2},    1, "s1, s2",
+     "Whether two texts are the same", "strcmp('a', 'A')"},
+    {"strcmpi",  {strcmp, Compare::allIgnoringCase},    {2, 2},    1, "s1, s2",
      "Whether two texts are the same but for letter case", "strcmpi('a', 'A')"},
-    {"strncmp", strncmp, int(Compare::first), {3, 3}, 1, "s1, s2, n",
+    {"strncmp",  {strncmp, Compare::first},             {3, 3},    1, "s1, s2, n",
      "Whether the first n characters of two texts are the same", "strncmp('abc', 'abd', 2)"},
-    {"strncmpi", strncmp, int(Compare::firstIgnoringCase), {3, 3}, 1, "s1, s2, n",
+    {"strncmpi", {strncmp, Compare::firstIgnoringCase}, {3, 3},    1, "s1, s2, n",
      "Whether the first n characters of two texts are the same but for letter case", "strncmpi('abc', 'ABd', 2)"},
-    {"upper", textCase, int(Case::upper), {1, 1}, 1, "s", "Turn letters into capital letters", "upper('Kelo')"},
+    {"upper",    {textCase, Case::upper},               {1, 1},    1, "s",
+     "Turn letters into capital letters", "upper('Kelo')"},
 };
+// clang-format on
 
 }  // namespace
 
