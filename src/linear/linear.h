@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "values/operators.h"
@@ -38,8 +39,7 @@ double rcond(NumericArray a);
 
 /// What solving a * x = b found out besides x.
 struct Solution {
-  NumericArray x;
-  bool isSingular = false;        ///< an exact zero pivot; x is not valid
+  std::optional<NumericArray> x;  ///< absent for an exact zero pivot
   bool isNearlySingular = false;  ///< square: rcond is below 1-norm(a) * eps
   double rcond = 1;               ///< square
   int64_t rank = 0;               ///< not square; less than full when rank < min(size(a))
@@ -48,7 +48,10 @@ struct Solution {
 
 /// throws Problem unless they have as many rows, and for a matrix that is not square and of which NaN hides the rank
 /// REQUIRES: both are matrices, not empty
-Solution solve(const NumericArray& a, const NumericArray& b);
+[[nodiscard]] Solution solve(const NumericArray& a, const NumericArray& b);
+/// The same as if no matrix were square: always an x, in the deficient case one with as few rows other than 0 as the
+/// rank says.
+[[nodiscard]] Solution solveLeastSquares(const NumericArray& a, const NumericArray& b);
 /// Complains of a singular matrix of this size, warns of one that is nearly so or deficient in rank. `equation` is the
 /// form of the equation in words. throws Problem
 void report(const Solution& solution, const SizeVector& size, const char* equation, const Warn& warn);

@@ -30,8 +30,7 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
   const double norm = lapack::norm1(n, n, a.data());
   const int info = lapack::gesv(n, columns, a.writable(), pivots.data(), b.writable());
   checkInfo(info, text::kUnexpectedError);
-  solution.isSingular = info > 0;
-  if (solution.isSingular) {
+  if (info > 0) {
     solution.rcond = 0;
     return solution;
   }
@@ -43,7 +42,7 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
 }
 
 template <class T>
-Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
+Solution solveByColumns(TypedArray<T> a, TypedArray<T> b) {
   const int m = checkedInt32(a.size().rows());
   const int n = checkedInt32(a.size().columns());
   const int columns = checkedInt32(b.size().columns());
@@ -71,16 +70,16 @@ Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
   return solution;
 }
 
-template <class T>
-Solution solveIn(TypedArray<T> a, TypedArray<T> b) {
-  const bool square = a.size().rows() == a.size().columns();
-  return square ? solveSquare(std::move(a), std::move(b)) : solveLeastSquares(std::move(a), std::move(b));
+template <class F>
+Solution inCommonKind(const NumericArray& a, const NumericArray& b, F f) {
+  if (a.has(Property::allReals) && b.has(Property::allReals)) return f(a.toDoubleArray(), b.toDoubleArray());
+  return f(a.toComplexArray(), b.toComplexArray());
 }
 
 NumericArray solved(const NumericArray& a, const NumericArray& b, const char* equation, const Warn& warn) {
   Solution solution = solve(a, b);
   report(solution, a.size(), equation, warn);
-  return std::move(solution.x);
+  return std::move(*solution.x);
 }
 
 // The words of one of the two divisions.
@@ -118,12 +117,17 @@ NumericArray charsToNumbers(NumericArray a) { return a.is(Kind::Char) ? std::mov
 
 Solution solve(const NumericArray& a, const NumericArray& b) {
   if (a.size().rows() != b.size().rows()) throw problem(text::kSolveSizes);
-  if (a.has(Property::allReals) && b.has(Property::allReals)) return solveIn(a.toDoubleArray(), b.toDoubleArray());
-  return solveIn(a.toComplexArray(), b.toComplexArray());
+  const bool isSquare = a.size().rows() == a.size().columns();
+  if (!isSquare) return solveLeastSquares(a, b);
+  return inCommonKind(a, b, [](auto x, auto y) { return solveSquare(std::move(x), std::move(y)); });
+}
+
+Solution solveLeastSquares(const NumericArray& a, const NumericArray& b) {
+  return inCommonKind(a, b, [](auto x, auto y) { return solveByColumns(std::move(x), std::move(y)); });
 }
 
 void report(const Solution& solution, const SizeVector& size, const char* equation, const Warn& warn) {
-  if (solution.isSingular) throw problem(text::solveSingular(equation));
+  if (!solution.x) throw problem(text::solveSingular(equation));
   if (solution.isNearlySingular) warn(text::solveNearlySingular(equation, solution.rcond));
   if (size.rows() != size.columns() && solution.rank < std::min(size.rows(), size.columns())) {
     warn(text::solveRankDeficient(equation, solution.rank, solution.tolerance));

@@ -32,7 +32,8 @@ NodeValue linsolve(Call& call) {
   if (a.size().rows() != b.size().rows()) throw Wording::sentence(text::kSameRows).complaint(call);
   Solution solution = a.isEmpty() || (b.isEmpty() && isSquare) ? emptySolution(a, b) : solve(a, b);
   report(solution, a.size(), text::kLeftEquation, [&call](const std::string& text) { call.warn(text); });
-  return call.outputs({solution.x, Storable(isSquare ? solution.rcond : static_cast<double>(solution.rank))});
+  const double quality = isSquare ? solution.rcond : static_cast<double>(solution.rank);
+  return call.outputs({std::move(*solution.x), Storable(quality)});
 }
 
 NodeValue inv(Call& call) {

@@ -2,7 +2,8 @@
 //
 // The matrix of powers is factored by Householder reflections; its triangle gives the coefficients and is also what
 // `polyval` needs for its second output. Where the triangle does not decide them (more coefficients than points, points
-// that fall together), the solver of linear equations chooses a solution with as few coefficients as it can.
+// that fall together), the least-squares solver with column exchanges chooses a solution with as few coefficients as it
+// can, also where the matrix is square.
 #include <limits>
 
 #include "builtins/polynomials/handlers.h"
@@ -103,7 +104,7 @@ TypedArray<T> leastSquares(const Call& call, const TypedArray<T>& v, const Typed
     return TypedArray<T>::column(p.values().first(static_cast<size_t>(n)));
   }
   call.warn(m < n ? kMany : text::kDeficientFit);
-  NumericArray p = solve(v, y).x;
+  NumericArray p = *solveLeastSquares(v, y).x;
   if constexpr (std::is_same_v<T, double>)
     return std::move(p).toDoubleArray();
   else
