@@ -16,7 +16,7 @@ std::optional<Visitor::Signature> runningCall(const Call& call) {
 }
 
 std::optional<Visitor::Signature> declared(const Call& call) {
-  const Storable& function = call.args[0];
+  const Storable& function = call.arg(0);
   if (call.visitor == nullptr) return std::nullopt;
   if (const FunctionHandle* handle = function.funcHandle()) return call.visitor->signatureOf(*handle);
   if (!read::isText(function)) return std::nullopt;

@@ -16,7 +16,7 @@ namespace kelo::builtins {
 namespace {
 
 NodeValue disp(Call& call) {
-  call.app.show(Display::dispValue(call.args[0], call.app.displayParameters()));
+  call.app.show(Display::dispValue(call.arg(0), call.app.displayParameters()));
   return NodeValue::nothing();
 }
 
@@ -77,7 +77,7 @@ NodeValue error(Call& call) {
 // ---- input
 
 const CharArray& promptOf(const Call& call) {
-  const NumericArray* prompt = call.args[0].numeric();
+  const NumericArray* prompt = call.arg(0).numeric();
   if (!prompt || !prompt->is(Kind::Char) || !prompt->size().isMatrix()) {
     throw problem(text::kFirstInputInvalid, text::kCharacterArrayExpected);
   }
@@ -111,7 +111,7 @@ NodeValue pauseState(Call& call) {
 }
 
 double secondsOf(const Call& call) {
-  const NumericArray* array = call.args[0].numeric();
+  const NumericArray* array = call.arg(0).numeric();
   if (!array || array->is(Kind::Char) || !array->isScalar()) throw Wording::sentence(text::kPauseInput).complaint(call);
   constexpr Wording words{"n", "n", text::kPauseSeconds};
   const double seconds = read::realScalar(call, 0, words);
@@ -120,7 +120,7 @@ double secondsOf(const Call& call) {
 }
 
 NodeValue pause(Call& call) {
-  if (call.count() == 1 && read::isText(call.args[0])) return pauseState(call);
+  if (call.count() == 1 && read::isText(call.arg(0))) return pauseState(call);
   call.app.pauseFor(call.count() == 1 ? std::optional(secondsOf(call)) : std::nullopt);
   return NodeValue::nothing();
 }

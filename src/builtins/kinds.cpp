@@ -29,14 +29,14 @@ bool isVector(const Storable& v) { return v.isArray() && v.size().isVector() && 
 
 template <bool (*kAnswer)(const Storable& value)>
 NodeValue question(Call& call) {
-  return LogicalArray(kAnswer(call.args[0]));
+  return LogicalArray(kAnswer(call.arg(0)));
 }
 
 // Questions to each element.
 
 template <class OfDouble, class OfComplex, class OfCharacter>
 NodeValue eachElement(const Call& call, OfDouble ofDouble, OfComplex ofComplex, OfCharacter ofCharacter) {
-  const NumericArray* a = call.args[0].numeric();
+  const NumericArray* a = call.arg(0).numeric();
   if (!a) return LogicalArray(false);
   switch (a->kind()) {
     case Kind::Double: return unaryLoop(a->asDouble(), ofDouble);

@@ -13,7 +13,7 @@ constexpr Wording kStructure{"S, field", "S", text::kStructureArray};
 constexpr Wording kField{"S, field", "field", predicate::kCharacterVector};
 
 std::string fieldNameAt(const Call& call, int position) {
-  const Storable& value = call.args[static_cast<size_t>(position)];
+  const Storable& value = call.arg(position);
   const std::string name = read::isText(value) ? toUtf8(value.numeric()->asChar()) : "";
   if (!read::isName(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
   return name;
@@ -26,7 +26,7 @@ NodeValue structOf(Call& call) {
     if (k + 1 == call.count()) throw expectation(fmt::format(text::kFieldWithoutValue, name));
     const Name field = Name::intern(name);
     if (result.hasField(field)) throw expectation(fmt::format(text::kDuplicatedField, name));
-    result.writableValue(0, result.ensureField(field)) = std::move(call.args[static_cast<size_t>(k + 1)]);
+    result.writableValue(0, result.ensureField(field)) = std::move(call.arg(k + 1));
   }
   return NodeValue(std::move(result));
 }
@@ -39,7 +39,7 @@ NodeValue isfield(Call& call) {
 NodeValue rmfield(Call& call) {
   read::structure(call, 0, kStructure);
   const std::string name = read::text(call, 1, kField);
-  StructArray structure = std::move(*call.args[0].structure());
+  StructArray structure = std::move(*call.arg(0).structure());
   const Name field = Name::intern(name);
   if (!structure.hasField(field)) throw expectation(fmt::format(text::kFieldNotFound, name));
   structure.removeField(field);

@@ -101,6 +101,9 @@ class Call {
   Visitor* visitor;  ///< the evaluator of the run; null when there is none
 
   int count() const { return static_cast<int>(args.size()); }
+  /// Argument k, from 0.
+  Storable& arg(int k) { return args[static_cast<size_t>(k)]; }
+  const Storable& arg(int k) const { return args[static_cast<size_t>(k)]; }
   std::string name() const { return builtin.name; }
   /// Which of the names that share the handler was called.
   template <class Selector>

@@ -1,7 +1,7 @@
 #include "linear/eigen.h"
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 
 namespace kelo {
@@ -67,7 +67,7 @@ NumericArray Eigen::diagonal() const {
 
 Eigen eigen(NumericArray a, EigenVectors vectors) {
   if (!a.has(Property::squareMatrixInNumbers)) throw problem(text::kFirstInvalid, text::kShouldBeSquareMatrix);
-  return realOrComplex(std::move(a), [vectors](auto matrix) { return computed(std::move(matrix), vectors); });
+  return inCommonKind([vectors](auto matrix) { return computed(std::move(matrix), vectors); }, std::move(a));
 }
 
 }  // namespace kelo

@@ -1,7 +1,7 @@
 #include "linear/qr.h"
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 
 namespace kelo {
@@ -73,27 +73,27 @@ DoubleArray Qr::permutationVector() const {
 }
 
 NumericArray triangleOfQr(NumericArray a, QrSize size) {
-  return realOrComplex(std::move(a), [size](auto matrix) {
+  return inCommonKind([size](auto matrix) {
     Reflected reflected(std::move(matrix));
     reflected.reduce();
     return reflected.r(size);
-  });
+  }, std::move(a));
 }
 
 Qr qr(NumericArray a, QrSize size) {
-  return realOrComplex(std::move(a), [size](auto matrix) {
+  return inCommonKind([size](auto matrix) {
     Reflected reflected(std::move(matrix));
     reflected.reduce();
     return Qr{reflected.q(size), reflected.r(size), {}};
-  });
+  }, std::move(a));
 }
 
 Qr qrWithExchanges(NumericArray a, QrSize size) {
-  return realOrComplex(std::move(a), [size](auto matrix) {
+  return inCommonKind([size](auto matrix) {
     Reflected reflected(std::move(matrix));
     std::vector<int> permutation = reflected.reduceWithExchanges();
     return Qr{reflected.q(size), reflected.r(size), std::move(permutation)};
-  });
+  }, std::move(a));
 }
 
 }  // namespace kelo

@@ -1,7 +1,7 @@
 #include "linear/rref.h"
 
 #include "linear/norm.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "linear/svd.h"
 
 namespace kelo {
@@ -67,7 +67,7 @@ class Elimination {
 
 Rref rref(NumericArray a, std::optional<double> tolerance) {
   const double limit = tolerance ? *tolerance : rankTolerance(a.size(), matrixNorm(a, INFINITY));
-  return realOrComplex(std::move(a), [limit](auto matrix) { return Elimination(std::move(matrix)).run(limit); });
+  return inCommonKind([limit](auto matrix) { return Elimination(std::move(matrix)).run(limit); }, std::move(a));
 }
 
 }  // namespace kelo

@@ -6,7 +6,7 @@
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/rcond.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -70,12 +70,6 @@ Solution solveByColumns(TypedArray<T> a, TypedArray<T> b) {
   return solution;
 }
 
-template <class F>
-Solution inCommonKind(const NumericArray& a, const NumericArray& b, F f) {
-  if (a.has(Property::allReals) && b.has(Property::allReals)) return f(a.toDoubleArray(), b.toDoubleArray());
-  return f(a.toComplexArray(), b.toComplexArray());
-}
-
 NumericArray solved(const NumericArray& a, const NumericArray& b, const char* equation, const Warn& warn) {
   Solution solution = solve(a, b);
   report(solution, a.size(), equation, warn);
@@ -111,19 +105,17 @@ bool isElementwise(const NumericArray& a, const NumericArray& b, int64_t dimensi
 
 NumericArray flipped(NumericArray a) { return std::move(*transpose(std::move(a), /*conjugate*/ false).numeric()); }
 
-NumericArray charsToNumbers(NumericArray a) { return a.is(Kind::Char) ? std::move(a).toKind(Kind::Double) : a; }
-
 }  // namespace
 
 Solution solve(const NumericArray& a, const NumericArray& b) {
   if (a.size().rows() != b.size().rows()) throw problem(text::kSolveSizes);
   const bool isSquare = a.size().rows() == a.size().columns();
   if (!isSquare) return solveLeastSquares(a, b);
-  return inCommonKind(a, b, [](auto x, auto y) { return solveSquare(std::move(x), std::move(y)); });
+  return inCommonKind([](auto x, auto y) { return solveSquare(std::move(x), std::move(y)); }, a, b);
 }
 
 Solution solveLeastSquares(const NumericArray& a, const NumericArray& b) {
-  return inCommonKind(a, b, [](auto x, auto y) { return solveByColumns(std::move(x), std::move(y)); });
+  return inCommonKind([](auto x, auto y) { return solveByColumns(std::move(x), std::move(y)); }, a, b);
 }
 
 void report(const Solution& solution, const SizeVector& size, const char* equation, const Warn& warn) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "messages/fatal_fault.h"
+#include "values/numbers.h"
 
 namespace kelo {
 namespace {
@@ -60,10 +61,6 @@ NumericArray equality(Operands& ab, F f) {
     case Kind::Double: break;
   }
   return ab.in<double>(f);
-}
-
-NumericArray charsToNumbers(NumericArray array) {
-  return array.is(Kind::Char) ? NumericArray(std::move(array).toDoubleArray()) : array;
 }
 
 // Sizes come first: an element that drops out beside an empty array need not be convertible.

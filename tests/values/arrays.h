@@ -11,13 +11,12 @@
 
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
+#include "values/numbers.h"
 #include "values/storable.h"
 
 namespace kelo::testing {
 
 using List = std::initializer_list<double>;
-inline constexpr double kInf = std::numeric_limits<double>::infinity();
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 inline NumericArray row(List x) { return DoubleArray::row(std::span(x.begin(), x.size())); }
 inline NumericArray column(List x) { return DoubleArray::column(std::span(x.begin(), x.size())); }

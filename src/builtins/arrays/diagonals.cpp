@@ -74,7 +74,7 @@ NodeValue triangle(Call& call) {
   numericMatrix(call, predicate::kNumericMatrix);
   const int64_t k = diagonalArgument(call);
   const auto own = call.selector<Triangle>();
-  NumericArray matrix = std::move(*call.args[0].numeric());
+  NumericArray matrix = std::move(*call.arg(0).numeric());
   if (matrix.isEmpty()) return matrix;
   return std::move(matrix).visit([&](auto&& typed) { return triangleOf(std::move(typed), own, k); });
 }

@@ -53,7 +53,7 @@ CsvRange rangeOf(const Call& call, const char* signature) {
   range.firstRow = read::integer(call, 1, {signature, "r1", predicate::kNonNegativeInteger}, 0);
   range.firstColumn = read::integer(call, 2, {signature, "c1", predicate::kNonNegativeInteger}, 0);
   if (call.count() == 3) return range;
-  const auto numbers = read::asIntegers(call.args[3]);
+  const auto numbers = read::asIntegers(call.arg(3));
   if (!numbers || numbers->size() != 4 || *std::min_element(numbers->begin(), numbers->end()) < 0) {
     throw argumentComplaint(call.name(), signature, "[r1 c1 r2 c2]", text::kCsvRange);
   }

@@ -9,14 +9,14 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <limits>
+
+#include "values/numbers.h"
+#include "values/powers_of_ten.h"
 
 namespace kelo::builtins {
 namespace {
 
-constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int64_t kLargestPower = 22;
+constexpr int64_t kLargestPower = kPowersOfTen.size() - 1;
 constexpr uint64_t kLargestExact = uint64_t{1} << 53;
 constexpr int64_t kMostDigits = 19;             // that fit into 64 bits
 constexpr int64_t kLargestExponent = 99999999;  // more has no effect
@@ -44,11 +44,12 @@ struct Decimal {
   }
   double value() const {
     const auto magnitude = static_cast<double>(digits);
-    const double x = exponent < 0 ? magnitude / kPowers[-exponent] : magnitude * kPowers[exponent];
+    const double x = exponent < 0 ? magnitude / kPowersOfTen[static_cast<size_t>(-exponent)]
+                                  : magnitude * kPowersOfTen[static_cast<size_t>(exponent)];
     return isNegative ? -x : x;
   }
   double beyondRange() const {
-    const double magnitude = count + exponent > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    const double magnitude = count + exponent > 0 ? kInf : 0.0;
     return isNegative ? -magnitude : magnitude;
   }
 };

@@ -6,6 +6,7 @@
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 /// From |x| to the next larger double: Inf for the largest one, NaN for Inf. NOTE: intended.
 double gapAbove(double x) {
   const double magnitude = std::fabs(x);
-  return std::nextafter(magnitude, std::numeric_limits<double>::infinity()) - magnitude;
+  return std::nextafter(magnitude, kInf) - magnitude;
 }
 
 NodeValue pi(Call&) { return NodeValue(std::numbers::pi); }

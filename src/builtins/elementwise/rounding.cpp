@@ -2,13 +2,13 @@
 //
 // `rem` and `mod` divide without correction for the rounding of the quotient: mod(0.3, 0.1) is what that arithmetic
 // gives, and Inf as divisor gives NaN. NOTE: intended.
-#include <limits>
 
 #include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
 #include "platform/vector_math.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -28,7 +28,7 @@ NodeValue rounding(Call& call) {
 }
 
 double remOf(double a, double b) {
-  return b == 0 ? std::numeric_limits<double>::quiet_NaN() : a - b * std::trunc(a / b);
+  return b == 0 ? kNaN : a - b * std::trunc(a / b);
 }
 double modOf(double a, double b) { return b == 0 ? a : a - b * std::floor(a / b); }
 

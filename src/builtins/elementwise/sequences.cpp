@@ -1,12 +1,12 @@
 // `factorial` and `fibonacci`: elements of a table that is filled up to the largest one asked for.
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 #include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -48,7 +48,7 @@ DoubleArray lookUp(DoubleArray a, int64_t last, std::vector<double> (*fill)(int6
   const std::vector<double> table = fill(static_cast<int64_t>(std::min(most, static_cast<double>(last))));
   return unaryLoop(std::move(a), [&](double n) noexcept {
     return n < static_cast<double>(table.size()) ? table[static_cast<size_t>(n)]
-                                                 : std::numeric_limits<double>::infinity();
+                                                 : kInf;
   });
 }
 

@@ -5,6 +5,7 @@
 #include "linear/lu.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "messages/catalogue/operators.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins::linear_algebra {
 namespace {
@@ -13,7 +14,7 @@ NumericArray operand(const Call& call, int position) {
   const Wording words = Wording::sentence(text::kInvalidArguments);
   const NumericArray& array = read::numeric(call, position, words);
   if (!array.has(Property::matrixInNumbers)) throw words.complaint(call);
-  return array.is(Kind::Char) ? array.toKind(Kind::Double) : array;
+  return charsToNumbers(array);
 }
 
 /// Of a system without equations or unknowns, or of a square one without right sides.

@@ -3,7 +3,7 @@
 // some sums of a block have more terms than others; those terms are added one by one, in their order.
 #include "builtins/polynomials/convolve.h"
 
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 
 namespace kelo::builtins {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "messages/catalogue/polynomials.h"
 #include "platform/parallel.h"
 

@@ -6,7 +6,7 @@
 #include "builtins/polynomials/convolve.h"
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "messages/catalogue/polynomials.h"
 
 namespace kelo::builtins {
@@ -174,9 +174,8 @@ NodeValue filter(Call& call) {
   return inCommonKind(
       [&](auto numerator, auto divisor, auto samples, auto state) {
         using T = typename decltype(samples)::Element;
-        constexpr bool kReal = std::is_same_v<T, double>;
         if (isZero(divisor[0])) {
-          const char* should = kReal ? text::kNonZero : text::kNonZeroMagnitude;
+          const char* should = kIsComplex<T> ? text::kNonZeroMagnitude : text::kNonZero;
           throw Wording{signature, "the first element of a", should}.complaint(call);
         }
         const Coefficients<T> c = normalized(numerator.values(), divisor.values());

@@ -11,7 +11,7 @@
 #include "builtins/polynomials/vandermonde.h"
 #include "linear/lapack.h"
 #include "linear/linear.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "messages/catalogue/polynomials.h"
 #include "values/elementwise.h"
@@ -94,7 +94,7 @@ TypedArray<T> asColumn(TypedArray<T> array) {
 template <class T>
 TypedArray<T> leastSquares(const Call& call, const TypedArray<T>& v, const TypedArray<T>& y, const Factored<T>& f) {
   const int64_t m = v.size().rows(), n = v.size().columns();
-  constexpr const char* kMany = std::is_same_v<T, double> ? text::kManyPolynomials : text::kManyComplexPolynomials;
+  constexpr const char* kMany = kIsComplex<T> ? text::kManyComplexPolynomials : text::kManyPolynomials;
   const bool isDecided = m >= n && hasFullRank(f.triangle, m);
   if (isDecided) {
     TypedArray<T> p = f.turned;
@@ -105,10 +105,10 @@ TypedArray<T> leastSquares(const Call& call, const TypedArray<T>& v, const Typed
   }
   call.warn(m < n ? kMany : text::kDeficientFit);
   NumericArray p = *solveLeastSquares(v, y).x;
-  if constexpr (std::is_same_v<T, double>)
-    return std::move(p).toDoubleArray();
-  else
+  if constexpr (kIsComplex<T>)
     return std::move(p).toComplexArray();
+  else
+    return std::move(p).toDoubleArray();
 }
 
 template <class T>

@@ -3,7 +3,7 @@
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
 #include "linear/eigen.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/polynomials.h"
 #include "values/elementwise.h"
 #include "values/operators.h"

@@ -38,7 +38,7 @@ NodeValue randn(Call& call) {
 Wording formOfRandi(const Call& call) {
   if (call.count() == 1) return {"imax", nullptr, nullptr};
   if (call.count() > 2) return {"imax, s1, s2, ...", "si", text::kEachLength};
-  if (call.args[1].isArray() && !call.args[1].size().isScalar()) {
+  if (call.arg(1).isArray() && !call.arg(1).size().isScalar()) {
     return {"imax, sizeVec", "sizeVec", text::kSizeOfLengths};
   }
   return {"imax, n", "n", text::kScalarLength};
@@ -86,7 +86,7 @@ NodeValue poissrnd(Call& call) {
 const char* sizesOfMeanAndDeviation(const Call& call) {
   if (call.count() == 2) return text::kMeanAndDeviation;
   if (call.count() > 3) return text::kMeanDeviationAndLengths;
-  return call.args[2].size().isScalar() ? text::kMeanDeviationAndLength : text::kMeanDeviationAndSize;
+  return call.arg(2).size().isScalar() ? text::kMeanDeviationAndLength : text::kMeanDeviationAndSize;
 }
 
 NodeValue normrnd(Call& call) {

@@ -22,6 +22,7 @@
 
 #include "platform/parallel.h"
 #include "platform/vector_clones.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -91,7 +92,7 @@ double addPlainly(const double* x, int64_t n, double s) {
 
 template <bool kSmallest>
 __attribute__((always_inline)) inline double extreme(const double* x, int64_t n) {
-  const double worst = kSmallest ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
+  const double worst = kSmallest ? kInf : -kInf;
   const auto better = [](auto v, auto best) { return kSmallest ? v < best : v > best; };
   Lanes best[4];
   for (Lanes& b : best) b = Lanes{} + worst;
@@ -151,7 +152,6 @@ int64_t untilAligned(const double* x) {
 
 template <bool kSmallest>
 double extremeOf(const double* x, int64_t n, platform::ParallelFor* parallel) {
-  constexpr double kInf = std::numeric_limits<double>::infinity();
   constexpr int64_t kGrain = platform::kParallelThreshold / 2;
   const auto kernel = kSmallest ? smallestOf : largestOf;
   const int64_t head = untilAligned(x) < n ? untilAligned(x) : n;

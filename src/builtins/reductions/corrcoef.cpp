@@ -52,7 +52,7 @@ void readOption(const Call& call, int position, Arg& arg) {
 
 Arg readArg(const Call& call) {
   Arg arg;
-  const bool hasB = call.count() > 1 && !read::isText(call.args[1]);
+  const bool hasB = call.count() > 1 && !read::isText(call.arg(1));
   arg.A = read::nonChar(call, 0, hasB ? kPair : kAlone);
   if (hasB) {
     arg.B = read::nonChar(call, 1, kPair);
@@ -97,8 +97,6 @@ T coefficient(const TypedArray<T>& c, int64_t i, int64_t j) {
   else
     return within(r / a / b);
 }
-
-double conj(double x) { return x; }
 
 template <class T>
 Correlations<T> correlations(const TypedArray<T>& columns, Arg::RowValue rows) {

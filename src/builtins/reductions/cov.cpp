@@ -23,8 +23,8 @@ bool isWeight(const Storable& value, const Storable& a) {
 Layout layoutOf(const Call& call) {
   Layout layout;
   int last = call.count() - 1;
-  if (last > 0 && read::isText(call.args[static_cast<size_t>(last)]) &&
-      !call.args[static_cast<size_t>(last)].isEmpty()) {
+  if (last > 0 && read::isText(call.arg(last)) &&
+      !call.arg(last).isEmpty()) {
     layout.nanflag = last--;
   } else if (last == 3) {
     layout.nanflag = last--;
@@ -32,7 +32,7 @@ Layout layoutOf(const Call& call) {
   if (last == 2)
     layout.b = 1, layout.w = 2;
   else if (last == 1)
-    (isWeight(call.args[1], call.args[0]) ? layout.w : layout.b) = 1;
+    (isWeight(call.arg(1), call.arg(0)) ? layout.w : layout.b) = 1;
   return layout;
 }
 
@@ -55,8 +55,8 @@ void readPair(const Call& call, const char* signature, Arg& arg) {
   const auto wording = [signature](const char* predicate) { return Wording{signature, "A and B", predicate}; };
   for (const int k : {0, 1}) read::numeric(call, k, wording(text::kContainRealOrComplex));
   for (const int k : {0, 1}) read::nonChar(call, k, wording(text::kNonCharacterArrays));
-  arg.A = *call.args[0].numeric();
-  arg.B = *call.args[1].numeric();
+  arg.A = *call.arg(0).numeric();
+  arg.B = *call.arg(1).numeric();
   if (!arg.A.size().isMatrix() || !arg.B->size().isMatrix()) throw wording(text::kTwoDimensionsAtMost).complaint(call);
   if (arg.A.numElements() != arg.B->numElements()) throw wording(text::kSameNumbersOfElements).complaint(call);
 }
@@ -85,7 +85,7 @@ Arg readArg(const Call& call) {
 
 NodeValue cov(Call& call) {
   const Arg arg = readArg(call);
-  if (!arg.B && arg.A.size() == SizeVector(0, 0)) return NodeValue(std::numeric_limits<double>::quiet_NaN());
+  if (!arg.B && arg.A.size() == SizeVector(0, 0)) return NodeValue(kNaN);
   if (arg.A.is(Kind::Complex) || (arg.B && arg.B->is(Kind::Complex))) {
     const ComplexDoubleArray a = arg.A.toComplexArray();
     return Cov::getVarComplexDouble(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.w, arg.nanflag);

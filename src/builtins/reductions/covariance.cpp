@@ -8,9 +8,6 @@
 namespace kelo::builtins {
 namespace {
 
-bool isNaN(double x) { return std::isnan(x); }
-bool isNaN(ComplexDouble z) { return z.hasNaN(); }
-double conj(double x) { return x; }
 double over(double x, double n) { return x / n; }
 ComplexDouble over(ComplexDouble z, double n) { return {z.real / n, z.imaginary / n}; }
 

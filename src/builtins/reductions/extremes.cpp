@@ -5,7 +5,6 @@
 // looked up afterwards, if it was asked for. A slice whose elements are not there (length 0) has no extreme: the
 // dimension stays at 0.
 #include <cmath>
-#include <limits>
 
 #include "builtins/reductions/column_kernels.h"
 #include "builtins/reductions/handlers.h"
@@ -24,7 +23,6 @@ constexpr Wording kArray{"A, [], k", "A", predicate::kNumericArray};
 constexpr Wording kNothing{"A, [], k", "the second input argument", text::kEmptySecondInput};
 constexpr Wording kDimension{"A, [], k", "k", text::kDimensionNumber};
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr int64_t kLongColumn = 32;
 
 /// Whether x takes the place of the best so far, which came first.
@@ -156,10 +154,10 @@ NodeValue extreme(Call& call) {
     if (!read::array(call, 1, kNothing).isEmpty()) throw kNothing.complaint(call);
     d = read::dimension(call, 2, kDimension);
   }
-  return onNumbers(a, [&](const auto& x) -> NodeValue {
+  return inOwnKind([&](const auto& x) -> NodeValue {
     if (call.selector<Extreme>() == Extreme::max) return along<Extreme::max>(call, x, d);
     return along<Extreme::min>(call, x, d);
-  });
+  }, a);
 }
 
 }  // namespace kelo::builtins

@@ -1,8 +1,9 @@
 // The handlers of the reductions, the selectors that tell their names apart, and what several of them share.
 #pragma once
 
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "interpreter/reader.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 
@@ -20,17 +21,6 @@ NodeValue rms(Call& call);
 NodeValue percentile(Call& call);
 NodeValue cov(Call& call);
 NodeValue corrcoef(Call& call);
-
-/// Calls f with the numbers of an array: a ComplexDoubleArray, or a DoubleArray for all other kinds.
-template <class F>
-decltype(auto) onNumbers(const NumericArray& a, F&& f) {
-  if (a.is(Kind::Double)) return f(a.asDouble());
-  if (a.is(Kind::Complex)) return f(a.asComplex());
-  return f(a.toDoubleArray());
-}
-
-template <class T>
-inline constexpr bool kIsComplex = std::is_same_v<T, ComplexDouble>;
 
 // The sums of slices (sums.cpp).
 

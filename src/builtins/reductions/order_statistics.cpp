@@ -4,17 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 namespace kelo::builtins {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr size_t kManyRanks = 64;  // from here on a full sort is cheaper
 
-bool isNaN(double x) { return std::isnan(x); }
-bool isNaN(ComplexDouble z) { return z.hasNaN(); }
 double nanOf(double) { return kNaN; }
 ComplexDouble nanOf(ComplexDouble) { return {kNaN, 0}; }
 

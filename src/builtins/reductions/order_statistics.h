@@ -4,7 +4,7 @@
 
 #include <span>
 
-#include "values/complex_double.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 

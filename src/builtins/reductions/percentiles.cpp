@@ -68,7 +68,7 @@ NodeValue percentile(Call& call) {
     if (a.size().isVector()) return std::move(result).reshaped(fractions.size());
     return result;
   }
-  const auto dimensions = namedDimensions(call.args[2], a.size());
+  const auto dimensions = namedDimensions(call.arg(2), a.size());
   if (!dimensions) throw Wording::sentence(text::kPercentileDimensions).complaint(call);
   if (dimensions->size() > 1) a = joinDimensions(a, *dimensions);
   return percentilesAlong(a, dimensions->front(), fractions, words.scale);

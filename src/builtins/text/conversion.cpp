@@ -40,10 +40,10 @@ void appendRows(const CharArray& text, std::vector<TextRow>& rows) {
 }
 
 NodeValue toChar(Call& call) {
-  if (call.count() == 1) return charactersOf(call.args[0]);
+  if (call.count() == 1) return charactersOf(call.arg(0));
   std::vector<TextRow> rows;
   for (int k = 0; k < call.count(); ++k) {
-    const CharArray text = charactersOf(call.args[static_cast<size_t>(k)]);
+    const CharArray text = charactersOf(call.arg(k));
     if (!text.size().isMatrix()) {
       const std::string argument = fmt::format("s{}", k + 1);
       throw argumentComplaint(call.name(), "s1, s2, ...", argument, predicate::kNumericMatrix2D);

@@ -79,8 +79,8 @@ const CharArray* asText(const Storable& value) {
 }
 
 NodeValue strcmp(Call& call) {
-  const CharArray* a = asText(call.args[0]);
-  const CharArray* b = asText(call.args[1]);
+  const CharArray* a = asText(call.arg(0));
+  const CharArray* b = asText(call.arg(1));
   const bool ignoresCase = call.selector<Compare>() == Compare::allIgnoringCase;
   return LogicalArray(a && b && a->size() == b->size() &&
                       sameCharacters(a->data(), b->data(), a->numElements(), ignoresCase));
@@ -97,8 +97,8 @@ double countOf(const Call& call) {
 /// Past the end of either text, whole texts of the same size are equal or not.
 NodeValue strncmp(Call& call) {
   const double n = countOf(call);
-  const CharArray* a = asText(call.args[0]);
-  const CharArray* b = asText(call.args[1]);
+  const CharArray* a = asText(call.arg(0));
+  const CharArray* b = asText(call.arg(1));
   if (!a || !b) return LogicalArray(false);
   const bool ignoresCase = call.selector<Compare>() == Compare::firstIgnoringCase;
   const int64_t shorter = std::min(a->numElements(), b->numElements());

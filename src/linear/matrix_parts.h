@@ -1,25 +1,14 @@
-// The one place where a routine chooses between its real and its complex form, and what both forms have in common.
+// What the real and the complex form of the routines have in common: matrices made of parts of others, and the reading
+// of a status.
 #pragma once
 
 #include <algorithm>
 
 #include "messages/message.h"
 #include "platform/parallel.h"
-#include "values/numeric_array.h"
+#include "values/numbers.h"
 
 namespace kelo {
-
-/// Calls f with the matrix in doubles where it holds only real numbers, whatever its record is, else as complex
-/// numbers. The array is moved in, so that what nobody else holds may be overwritten.
-template <class F>
-auto realOrComplex(NumericArray a, F&& f) {
-  return a.has(Property::allReals) ? f(std::move(a).toDoubleArray()) : f(std::move(a).toComplexArray());
-}
-
-inline double magnitudeOf(double x) { return std::fabs(x); }
-inline double magnitudeOf(ComplexDouble z) { return z.magnitude(); }
-inline double conjugateOf(double x) { return x; }
-inline ComplexDouble conjugateOf(ComplexDouble z) { return conj(z); }
 
 /// throws Problem with this text unless `info` says that the routine is done
 inline void requireDone(int info, const char* failed) {

@@ -1,4 +1,4 @@
-// Slices along a dimension: the one loop shape that every reduction and every scan has.
+// Slices along a dimension: the one loop shape of all that works along one (reductions, scans, sorting, filters).
 //
 // Seen from dimension d, an array is `outer` blocks of `length` rows of `inner` elements each: inner is the product of
 // the lengths before d, outer that of the lengths behind it. A slice is what stands in one place of all the rows of a
