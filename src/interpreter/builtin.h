@@ -68,7 +68,7 @@ struct OwnTexts {
 /// One row. A name alone is one that is known but not supported yet.
 struct Builtin {
   const char* name;
-  Handler handler;
+  Handler handler = nullptr;
   Arity inputs = {0, kAny};
   int outputs = kAny;          ///< at most; 0: the function gives no value
   const char* arguments = "";  ///< names of the arguments, as the help shows them: "A, dim"

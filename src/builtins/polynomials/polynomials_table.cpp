@@ -6,7 +6,6 @@
 namespace kelo::builtins {
 namespace {
 
-constexpr int kPairing = 5;  // among the functions of the parts of complex numbers
 
 // clang-format off
 constexpr Builtin kPolynomials[] = {
@@ -41,7 +40,7 @@ constexpr Builtin kPolynomials[] = {
      "Scalar product of vectors", "dot([1 2 3], [4 5 6])"},
     {"cross",    {vectorProduct, VectorProduct::cross}, {2, 3},    1,    "A, B, k",
      "Vector product of vectors of 3 elements", "cross([1 0 0], [0 1 0])"},
-    {"cplxpair", {cplxpair, kPairing},                  {1, 3},    1,    "A, tol, dim",
+    {"cplxpair", cplxpair,                              {1, 3},    1,    "A, tol, dim",
      "Complex numbers ordered in conjugate pairs, real numbers last", "cplxpair([1i 3 -1i])"},
 };
 // clang-format on
