@@ -1,3 +1,6 @@
+// Stopping at the first problem. The runtime would rather repair a text and go on, which suits a
+// compiler that lists many errors; a console shows one and runs nothing. Tested by
+// tests/frontend/matlab_parser_test.cpp.
 #include "frontend/bail_strategy.h"
 
 namespace kelo {

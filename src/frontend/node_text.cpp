@@ -1,3 +1,5 @@
+// A node knows its first and its last token, a token its text, and a text its parse; all questions
+// are answered along this path. Tested by tests/frontend/parse_test.cpp and matlab_parser_test.cpp.
 #include "frontend/node_text.h"
 
 #include "frontend/parsed_text.h"

@@ -21,8 +21,8 @@ void showError(AppController& app, std::string reason, std::optional<std::string
 }
 
 /// A parse that fails has shown its error; if it has shown nothing, there is one line at least.
-void runText(AppController& app, MatlabParser& parser, const std::string& text) {
-  const ProgTree tree = parser.parseText(text);
+void runText(AppController& app, const std::string& text, const std::string& path = "") {
+  const ProgTree tree = parseText(app.parserSetting(), text, path);
   if (tree) {
     Visitor(app).runProgram(*tree);
   } else if (app.messagesShown() == 0) {
@@ -37,6 +37,7 @@ RunResult runBlock(AppController& app, Body body) {
   app.shouldExitExecution = false;
   app.beginCount();
   app.workspaces.popToBase();
+  app.parserBuffer.clear();
   RunResult result;
   try {
     body();
@@ -57,10 +58,7 @@ RunResult runBlock(AppController& app, Body body) {
 }  // namespace
 
 RunResult runCommand(AppController& app, const std::string& text) {
-  return runBlock(app, [&] {
-    MatlabParser parser(app.parserSetting());
-    runText(app, parser, text);
-  });
+  return runBlock(app, [&] { runText(app, text); });
 }
 
 RunResult runFile(AppController& app, const std::string& directory, const std::string& fileName) {
@@ -69,8 +67,7 @@ RunResult runFile(AppController& app, const std::string& directory, const std::s
     const std::optional<std::string> text = app.files.readFile(path);
     if (!text) return showError(app, text::failedToLoad(fileName), path);
     app.runInDir = directory;
-    MatlabParser parser(app.parserSetting(), directory, fileName);
-    runText(app, parser, *text);
+    runText(app, *text, path);
   });
 }
 
