@@ -21,6 +21,4 @@ antlr4::Token* BailKeloStrategy::recoverInline(antlr4::Parser* recognizer) {
   }
 }
 
-void BailKeloLexer::recover(const antlr4::LexerNoViableAltException&) { throw ParseCancellationException(); }
-
 }  // namespace kelo

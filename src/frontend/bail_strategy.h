@@ -3,7 +3,6 @@
 // tells exactly one problem and a stage without one is silent.
 #pragma once
 
-#include "KeloLexer.h"
 #include "antlr4-runtime.h"
 
 namespace kelo {
@@ -15,15 +14,6 @@ class BailKeloStrategy final : public antlr4::BailErrorStrategy {
   void reportError(antlr4::Parser* recognizer, const antlr4::RecognitionException& problem) override;
   /// A token that does not match: told here, since the base class throws without telling.
   antlr4::Token* recoverInline(antlr4::Parser* recognizer) override;
-};
-
-/// The plain road from text to tokens, where the scanner is the fast one: the generated lexer,
-/// which stops in the same way. That is not reached in practice, as there is a token for every
-/// character.
-class BailKeloLexer final : public KeloLexer {
- public:
-  using KeloLexer::KeloLexer;
-  void recover(const antlr4::LexerNoViableAltException& problem) override;
 };
 
 }  // namespace kelo

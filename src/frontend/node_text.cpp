@@ -28,11 +28,4 @@ std::string sourceText(const KeloNode& node) {
   return sourceOf(*node.start).slice(node.start->getStartIndex(), node.stop->getStopIndex());
 }
 
-bool startsBehindBlank(const KeloNode& node) {
-  const size_t first = node.start->getStartIndex();
-  if (first == 0) return false;
-  const char32_t before = sourceOf(*node.start).text()[first - 1];
-  return before == U' ' || before == U'\t';
-}
-
 }  // namespace kelo

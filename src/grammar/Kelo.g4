@@ -40,13 +40,11 @@ exprOnly
   ;
 
 stat_list
-locals [bool allowsBreakContinue = false]
   : stat+
   ;
 
 // NOTE: intended: the "end" of a block must be followed by a line end, and a statement needs a separator of its own.
 stat
-locals [bool needsShowOutput = true]
   : FOR id_names EQ expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+  # ForLoop
   | WHILE expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+            # WhileLoop
   | BREAK stat_separator+                                                            # Break
@@ -132,7 +130,6 @@ function_declare
 
 // The third alternative exists to be refused when it is evaluated.
 built_in_fun
-locals [OptionalCount lhsVariableCount]
   : BUILT_IN_FUNC LPAR ((expr COMMA)* expr)? RPAR
   | BUILT_IN_FUNC
   | BUILT_IN_FUNC ID+
@@ -143,7 +140,6 @@ locals [OptionalCount lhsVariableCount]
 // NOTE: intended: prefix operators bind tighter than power, so "-2^2" is "(-2)^2".
 
 expr
-locals [OptionalCount lhsVariableCount]
   : INT                                                                              # Int
   | DOUBLE                                                                           # Double
   | CHAR                                                                             # Char

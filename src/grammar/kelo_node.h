@@ -5,16 +5,12 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 #include "antlr4-runtime.h"
 #include "grammar/node_cache.h"
 #include "values/name.h"
 
 namespace kelo {
-
-/// Number of variables on the left of the assignment whose right side a node is; empty when there is none.
-using OptionalCount = std::optional<int64_t>;
 
 class KeloNode : public antlr4::ParserRuleContext {
  public:

@@ -11,7 +11,6 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -52,8 +51,6 @@ class SizeVector {
 
   /// Length of the dimension d, counted from 1; 1 past the last entry.
   int64_t dimensionLength(int64_t d) const { return d <= count_ ? vec()[static_cast<size_t>(d - 1)] : 1; }
-  /// Position from 1 of the first length greater than 1; a zero length does not count.
-  std::optional<int64_t> firstNonSingletonDimension() const;
   /// The dimension that reductions run along unless one is given: the first whose length is not 1, else 1.
   int64_t defaultDimension() const;
   /// Elements between neighbours along dimension d (from 1): the product of the lengths before it.
@@ -65,15 +62,6 @@ class SizeVector {
   SizeVector withDimension(int64_t d, int64_t length) const;
   /// The lengths brought to exactly n >= 1 entries: filled with 1s, or the trailing ones multiplied into the last.
   std::vector<int64_t> broughtTo(int64_t n) const;
-
-  /// Subscripts from 0, one per entry, of the position i from 0. throws Problem at or past numElements
-  std::vector<int64_t> subscriptsFromLinearIndex(int64_t i) const;
-  /// Position of the subscripts, all from 0. Missing ones count as 0, extra ones must be 0. throws Problem
-  int64_t linearIndexFromSubscripts(std::span<const int64_t> subscripts) const;
-  /// Where the element at i of this size stands in an array of size `larger`; absent when it does not fit.
-  std::optional<int64_t> remappedLinearIndex(int64_t i, const SizeVector& larger) const;
-  /// The lengths rotated left by n modulo their number. throws Problem for a negative n
-  SizeVector rotatedLeft(int64_t n) const;
 
   /// "2 x 3", of the lengths that count.
   std::string description() const;
