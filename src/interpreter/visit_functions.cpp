@@ -4,7 +4,7 @@
 
 #include "KeloParser.h"
 #include "frontend/matlab_parser.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/builtin_table.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
@@ -102,7 +102,9 @@ std::string fileOf(Name function, const std::string& directory) {
 KeloNode* Visitor::programOf(Name name, KeloNode& place, CallForm form, bool* failed) {
   const auto found = programs_.find(name.id());
   if (found != programs_.end() && (found->second || form == CallForm::bare)) return found->second;
-  if (form == CallForm::bare && !app_.files.isRegularFile(fileOf(name, app_.runInDir))) return programs_[name.id()] = nullptr;
+  if (form == CallForm::bare && !app_.files.isRegularFile(fileOf(name, app_.runInDir))) {
+    return programs_[name.id()] = nullptr;
+  }
   const NodeValue loaded = guarded(place, text::kUnexpectedError, [&] {
     loadProgram(name);
     return NodeValue::nothing();

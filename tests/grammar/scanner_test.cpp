@@ -10,6 +10,7 @@
 #include "KeloLexer.h"
 #include "grammar/builtin_names.h"
 #include "grammar/corpus.h"
+#include "places.h"
 
 namespace kelo {
 namespace {
