@@ -1,4 +1,4 @@
-// The operators of matrices, and the road of every binary operator.
+// The operators of matrices, and the one function that carries out any binary operator.
 //
 // Operands that hold only real numbers are worked on in doubles whatever their record is; otherwise both are complex. A
 // matrix that is singular to working precision still gives a result; the caller's `warn` receives the warning's text.

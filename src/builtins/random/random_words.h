@@ -47,7 +47,7 @@ struct RandomWords {
   }
 
   /// A double in [0, 1): int64() as a whole number times 2^-64.
-  double doub() { return fraction(int64()); }
+  double uniform() { return fraction(int64()); }
 
   /// bits * 2^-64, rounded once.
   ///

@@ -11,25 +11,15 @@
 namespace kelo::builtins {
 namespace {
 
-struct Corrcoef {
-  struct Arg {
-    enum class RowValue { all, complete, pairwise };
-    enum class Name { alpha, rows };
+struct Arg {
+  enum class RowValue { all, complete, pairwise };
+  enum class Name { alpha, rows };
 
-    NumericArray A;
-    std::optional<NumericArray> B;
-    double alpha = 0.05;
-    RowValue rowValue = RowValue::all;
-  };
-
-  static Problem errorMsgComplexRNumOutputArgs() { return expectation(text::kCorrcoefComplexOutputs); }
-  static Problem errorRowValue() { return expectation(text::kCorrcoefRows); }
-  static Problem errorAlphaValue() { return expectation(text::kCorrcoefAlpha); }
-
-  static bool isReal(const NumericArray& a) { return Cov::isReal(a); }
-  static bool areBothReal(const NumericArray& a, const NumericArray& b) { return isReal(a) && isReal(b); }
+  NumericArray A;
+  std::optional<NumericArray> B;
+  double alpha = 0.05;
+  RowValue rowValue = RowValue::all;
 };
-using Arg = Corrcoef::Arg;
 
 constexpr Wording kName = Wording::sentence(text::kCorrcoefName);
 constexpr Wording kRows = Wording::sentence(text::kCorrcoefRows);
@@ -47,7 +37,7 @@ void readOption(const Call& call, int position, Arg& arg) {
     return;
   }
   arg.alpha = read::realScalar(call, position + 1, kAlpha);
-  if (!(arg.alpha > 0 && arg.alpha < 1)) throw Corrcoef::errorAlphaValue();
+  if (!(arg.alpha > 0 && arg.alpha < 1)) throw expectation(text::kCorrcoefAlpha);
 }
 
 Arg readArg(const Call& call) {
@@ -77,10 +67,7 @@ double within(double r) { return r > 1 ? 1 : r < -1 ? -1 : r; }
 
 template <class T>
 TypedArray<T> covarianceOf(const TypedArray<T>& columns) {
-  if constexpr (kIsComplex<T>)
-    return Cov::getVarComplexDouble(columns, 0, Cov::Arg::Nanflag::includenan);
-  else
-    return Cov::getVarDouble(columns, 0, Cov::Arg::Nanflag::includenan);
+  return covariances(columns, /*w*/ 0, Nanflag::includenan);
 }
 
 /// The coefficient of columns i and j from the matrix of covariances. A column with itself gives 1, or NaN when it does
@@ -158,8 +145,8 @@ DoubleArray bound(const Correlations<double>& all, double alpha, double side) {
 
 NodeValue corrcoef(Call& call) {
   const Arg arg = readArg(call);
-  if (!(arg.B ? Corrcoef::areBothReal(arg.A, *arg.B) : Corrcoef::isReal(arg.A))) {
-    if (call.outputCount() > 1) throw Corrcoef::errorMsgComplexRNumOutputArgs();
+  if (!arg.A.has(Property::allReals) || (arg.B && !arg.B->has(Property::allReals))) {
+    if (call.outputCount() > 1) throw expectation(text::kCorrcoefComplexOutputs);
     const ComplexDoubleArray a = arg.A.toComplexArray();
     return correlations(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.rowValue).r;
   }

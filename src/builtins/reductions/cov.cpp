@@ -6,7 +6,12 @@
 namespace kelo::builtins {
 namespace {
 
-using Arg = Cov::Arg;
+struct Arg {
+  NumericArray A;
+  std::optional<NumericArray> B;
+  int64_t w = 0;
+  Nanflag nanflag = Nanflag::includenan;
+};
 
 /// Where the optional arguments stand; 0: not given.
 struct Layout {
@@ -23,8 +28,7 @@ bool isWeight(const Storable& value, const Storable& a) {
 Layout layoutOf(const Call& call) {
   Layout layout;
   int last = call.count() - 1;
-  if (last > 0 && read::isText(call.arg(last)) &&
-      !call.arg(last).isEmpty()) {
+  if (last > 0 && read::isText(call.arg(last)) && !call.arg(last).isEmpty()) {
     layout.nanflag = last--;
   } else if (last == 3) {
     layout.nanflag = last--;
@@ -75,7 +79,7 @@ Arg readArg(const Call& call) {
     if (arg.w > 1) throw weight.complaint(call);
   }
   if (layout.nanflag) {
-    arg.nanflag = static_cast<Arg::Nanflag>(read::option(
+    arg.nanflag = static_cast<Nanflag>(read::option(
         call, layout.nanflag, {signature, "nanflag", text::kEitherRowFlag}, {"includenan", "omitrows", "partialrows"}));
   }
   return arg;
@@ -88,10 +92,10 @@ NodeValue cov(Call& call) {
   if (!arg.B && arg.A.size() == SizeVector(0, 0)) return NodeValue(kNaN);
   if (arg.A.is(Kind::Complex) || (arg.B && arg.B->is(Kind::Complex))) {
     const ComplexDoubleArray a = arg.A.toComplexArray();
-    return Cov::getVarComplexDouble(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.w, arg.nanflag);
+    return covariances(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.w, arg.nanflag);
   }
   const DoubleArray a = arg.A.toDoubleArray();
-  return Cov::getVarDouble(arg.B ? twoColumns(a, arg.B->toDoubleArray()) : asColumns(a), arg.w, arg.nanflag);
+  return covariances(arg.B ? twoColumns(a, arg.B->toDoubleArray()) : asColumns(a), arg.w, arg.nanflag);
 }
 
 }  // namespace kelo::builtins

@@ -67,11 +67,11 @@ TypedArray<T> pairwiseCovariance(const TypedArray<T>& columns, int64_t w) {
 }
 
 template <class T>
-TypedArray<T> covariance(const TypedArray<T>& columns, int64_t w, Cov::Arg::Nanflag nanflag) {
+TypedArray<T> covariance(const TypedArray<T>& columns, int64_t w, Nanflag nanflag) {
   switch (nanflag) {
-    case Cov::Arg::Nanflag::omitrows: return plainCovariance(completeRows(columns), w);
-    case Cov::Arg::Nanflag::partialrows: return pairwiseCovariance(columns, w);
-    case Cov::Arg::Nanflag::includenan: break;
+    case Nanflag::omitrows: return plainCovariance(completeRows(columns), w);
+    case Nanflag::partialrows: return pairwiseCovariance(columns, w);
+    case Nanflag::includenan: break;
   }
   return plainCovariance(columns, w);
 }
@@ -102,11 +102,11 @@ std::vector<int64_t> rowsWithoutNaN(const TypedArray<T>& from, const std::vector
 
 }  // namespace
 
-DoubleArray Cov::getVarDouble(const DoubleArray& columns, int64_t w, Arg::Nanflag nanflag) {
+DoubleArray covariances(const DoubleArray& columns, int64_t w, Nanflag nanflag) {
   return covariance(columns, w, nanflag);
 }
 
-ComplexDoubleArray Cov::getVarComplexDouble(const ComplexDoubleArray& columns, int64_t w, Arg::Nanflag nanflag) {
+ComplexDoubleArray covariances(const ComplexDoubleArray& columns, int64_t w, Nanflag nanflag) {
   return covariance(columns, w, nanflag);
 }
 

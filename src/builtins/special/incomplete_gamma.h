@@ -12,8 +12,10 @@ double gammq(double a, double x);
 double gser(double a, double x);
 /// Q(a, x) by its continued fraction (modified Lentz). Converges fast for x > a + 1. REQUIRES: both finite
 double gcf(double a, double x);
-/// P(a, x) with `psig`, Q(a, x) without, by Gauss-Legendre quadrature of 18 points between x and where the integrand
-/// vanishes. For a from 100 on.
-double gammpapprox(double a, double x, bool psig);
+enum class Tail { lower, upper };
+
+/// P(a, x), the lower tail, or Q(a, x), the upper one, by Gauss-Legendre quadrature of 18 points
+/// between x and where the integrand vanishes. For a from 100 on.
+double gammpapprox(double a, double x, Tail tail);
 
 }  // namespace kelo::special
