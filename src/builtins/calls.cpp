@@ -1,5 +1,5 @@
-// nargin and nargout: what the running function was given and asked for, or what a function declares. Tested by
-// tests/transcripts/builtins/calls.txt.
+// nargin and nargout: what the running function was given and asked for, or what a function
+// declares. Tested by tests/transcripts/builtins/calls.txt.
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "interpreter/visitor.h"

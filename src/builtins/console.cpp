@@ -1,5 +1,5 @@
-// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces and the sleep of a
-// run are the Environment's. Tested by tests/transcripts/builtins/console.txt.
+// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces
+// and the sleep of a run are the Environment's. Tested by tests/transcripts/builtins/console.txt.
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Questions about the kind and shape of a value, and the conversions `double` and `logical`. A handle or a structure
-// answers by its kind, and "no" where a question makes no sense for it.
+// Questions about the kind and shape of a value, and the conversions `double` and `logical`. A
+// handle or a structure answers by its kind, and "no" where a question makes no sense for it.
 #include <cmath>
 
 #include <utf8proc.h>
@@ -24,7 +24,8 @@ bool isScalar(const Storable& v) { return v.isArray() && v.size().isScalar(); }
 bool isRow(const Storable& v) { return v.isArray() && v.size().isRow(); }
 bool isColumn(const Storable& v) { return v.isArray() && v.size().isColumn(); }
 bool isMatrix(const Storable& v) { return v.isArray() && v.size().isMatrix(); }
-/// One dimension of length 1 or more, the other of length 1: 1 x 0 is a row, but no vector. NOTE: intended.
+/// One dimension of length 1 or more, the other of length 1: 1 x 0 is a row, but no vector. NOTE:
+/// intended.
 bool isVector(const Storable& v) { return v.isArray() && v.size().isVector() && v.numElements() >= 1; }
 
 template <bool (*kAnswer)(const Storable& value)>

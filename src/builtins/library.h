@@ -1,7 +1,7 @@
 // The built-in library: the tables of all families, joined.
 //
-// One explicit list, so that nothing hangs on the order in which static objects are made. Each family's source says
-// what its functions share and ends with its table.
+// One explicit list, so that nothing hangs on the order in which static objects are made. Each
+// family's source says what its functions share and ends with its table.
 #pragma once
 
 #include "interpreter/builtin_table.h"
@@ -11,7 +11,8 @@ namespace kelo::builtins {
 /// The table of all names. Made at the first call.
 const BuiltinTable& library();
 
-// The families, each in a source of its own or in a folder with one table. Their titles stand in library.cpp.
+// The families, each in a source of its own or in a folder with one table. Their titles stand in
+// library.cpp.
 std::span<const Builtin> trigonometryTable();   // elementwise/
 std::span<const Builtin> complexPartsTable();
 std::span<const Builtin> exponentialsTable();

@@ -1,5 +1,6 @@
-// Names of the language that have no handler yet. They are reserved words all the same, and a call of one is refused as
-// not supported yet. A row leaves this table when its family brings one with a handler.
+// Names of the language that have no handler yet. They are reserved words all the same, and a call
+// of one is refused as not supported yet. A row leaves this table when its family brings one with a
+// handler.
 #include "builtins/library.h"
 
 namespace kelo::builtins {

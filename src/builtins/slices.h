@@ -1,14 +1,16 @@
-// Slices along a dimension: the one loop shape of all that works along one (reductions, scans, sorting, filters).
+// Slices along a dimension: the one loop shape of all that works along one (reductions, scans,
+// sorting, filters).
 //
-// Seen from dimension d, an array is `outer` blocks of `length` rows of `inner` elements each: inner is the product of
-// the lengths before d, outer that of the lengths behind it. A slice is what stands in one place of all the rows of a
-// block; there are outer * inner slices, numbered as the elements of a result with that dimension set to 1.
+// Seen from dimension d, an array is `outer` blocks of `length` rows of `inner` elements each:
+// inner is the product of the lengths before d, outer that of the lengths behind it. A slice is
+// what stands in one place of all the rows of a block; there are outer * inner slices, numbered as
+// the elements of a result with that dimension set to 1.
 //
-// Every loop goes with the memory. With inner == 1 a slice is contiguous, and several neighbours are folded side by
-// side, so that the processor does not wait for one addition after the other. With a larger inner, whole rows are
-// folded into a row of results, a piece of a row at a time that stays in the nearest cache. In both cases each slice is
-// folded strictly from its first element to its last. Large arrays are split over the cores between slices, never
-// within one.
+// Every loop goes with the memory. With inner == 1 a slice is contiguous, and several neighbours
+// are folded side by side, so that the processor does not wait for one addition after the other.
+// With a larger inner, whole rows are folded into a row of results, a piece of a row at a time that
+// stays in the nearest cache. In both cases each slice is folded strictly from its first element to
+// its last. Large arrays are split over the cores between slices, never within one.
 #pragma once
 
 #include <algorithm>
@@ -30,13 +32,15 @@ struct Slices {
     }
   }
   int64_t count() const { return outer * inner; }
-  /// The cores for the inside of a slice: only where there is a single one, so that loops are never split twice.
+  /// The cores for the inside of a slice: only where there is a single one, so that loops are never
+  /// split twice.
   platform::ParallelFor* coresForOne() const { return count() == 1 ? platform::currentParallelFor() : nullptr; }
   /// Where slice k begins.
   int64_t first(int64_t k) const { return k / inner * inner * length + k % inner; }
 };
 
-/// The size of an array with dimension d brought to `length`; a dimension past the last may stay 1 at no cost.
+/// The size of an array with dimension d brought to `length`; a dimension past the last may stay 1
+/// at no cost.
 inline SizeVector reducedSize(const SizeVector& size, int64_t d, int64_t length = 1) {
   return d > size.count() && length == 1 ? size : size.withDimension(d, length);
 }
@@ -46,8 +50,8 @@ namespace slices {
 inline constexpr int64_t kRowPiece = 1024;  ///< elements of a row that are worked on at a time
 inline constexpr int64_t kNarrow = 16;      ///< rows shorter than this are kept in registers
 
-/// Calls piece(k, offset, count) for all pieces of rows: k is the number of the first slice, offset the place of its
-/// first element.
+/// Calls piece(k, offset, count) for all pieces of rows: k is the number of the first slice, offset
+/// the place of its first element.
 template <class Piece>
 void forRowPieces(const Slices& s, Piece&& piece) {
   const int64_t pieces = (s.inner + kRowPiece - 1) / kRowPiece;
@@ -85,7 +89,8 @@ void inGroupsOfBlocks(const Slices& s, Lanes&& lanes) {
   });
 }
 
-/// N slices side by side. `across` is the distance between slices, `along` that between elements of one.
+/// N slices side by side. `across` is the distance between slices, `along` that between elements of
+/// one.
 template <int N, class T, class Acc, class Step>
 inline void foldLanes(const T* in, int64_t across, int64_t along, int64_t length, Acc* out, int64_t k, Step& step) {
   Acc acc[N];
@@ -134,7 +139,8 @@ inline void scanRows(const T* in, int64_t stride, int64_t length, int64_t n, T* 
 
 }  // namespace slices
 
-/// Folds every slice: out[k] = step(out[k], x, k) for its elements x in order. `out` holds the starts.
+/// Folds every slice: out[k] = step(out[k], x, k) for its elements x in order. `out` holds the
+/// starts.
 template <class T, class Acc, class Step>
 void foldSlices(const Slices& s, const T* in, Acc* out, Step step) {
   if (s.inner >= slices::kNarrow) {
@@ -149,8 +155,8 @@ void foldSlices(const Slices& s, const T* in, Acc* out, Step step) {
   });
 }
 
-/// Scans every slice: its first element stays, each further one becomes step(what came out before, x); from the last to
-/// the first when `reverse`. `out` may be `in`. REQUIRES: length > 0
+/// Scans every slice: its first element stays, each further one becomes step(what came out before,
+/// x); from the last to the first when `reverse`. `out` may be `in`. REQUIRES: length > 0
 template <class T, class Step>
 void scanSlices(const Slices& s, const T* in, T* out, bool reverse, Step step) {
   const int64_t along = reverse ? -s.inner : s.inner;
@@ -175,8 +181,8 @@ void forColumns(const Slices& s, const T* in, Body body) {
   });
 }
 
-/// Each slice as a contiguous copy that the body may disorder: body(k, T* elements). Neighbours are copied together, so
-/// that the memory is read in order.
+/// Each slice as a contiguous copy that the body may disorder: body(k, T* elements). Neighbours are
+/// copied together, so that the memory is read in order.
 template <class T, class Body>
 void forGatheredSlices(const Slices& s, const T* in, Body body) {
   if (s.count() == 0) return;

@@ -1,10 +1,12 @@
-// The language in one combined grammar. Rule names, labels, the order of the alternatives and the order of the tokens
-// are a contract: the evaluator has one visit per label, the order of the alternatives of `expr` is its precedence and
-// the order of the tokens breaks ties between matches of equal length.
+// The language in one combined grammar. Rule names, labels, the order of the alternatives and the
+// order of the tokens are a contract: the evaluator has one visit per label, the order of the
+// alternatives of `expr` is its precedence and the order of the tokens breaks ties between matches of
+// equal length.
 //
-// What the rules cannot say stands in C++: KeloParserBase gives each node its file and its depth and answers the
-// predicate of the ranges, LexerPredicates answers the three predicates of the lexer. The names of the built-in
-// functions stand in builtin_names.txt, from which the build makes the grammar that is imported here.
+// What the rules cannot say stands in C++: KeloParserBase gives each node its file and its depth and
+// answers the predicate of the ranges, LexerPredicates answers the three predicates of the lexer. The
+// names of the built-in functions stand in builtin_names.txt, from which the build makes the grammar
+// that is imported here.
 grammar Kelo;
 
 import BuiltInNames;  // the fragment BUILT_IN_NAME
@@ -43,7 +45,8 @@ stat_list
   : stat+
   ;
 
-// NOTE: intended: the "end" of a block must be followed by a line end, and a statement needs a separator of its own.
+// NOTE: intended: the "end" of a block must be followed by a line end, and a statement needs a
+// separator of its own.
 stat
   : FOR id_names EQ expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+  # ForLoop
   | WHILE expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+            # WhileLoop
@@ -135,7 +138,8 @@ built_in_fun
   | BUILT_IN_FUNC ID+
   ;
 
-// Expressions. The predicate of the ranges keeps the middle of "a:b:c" from being read as a range of its own.
+// Expressions. The predicate of the ranges keeps the middle of "a:b:c" from being read as a range of
+// its own.
 //
 // NOTE: intended: prefix operators bind tighter than power, so "-2^2" is "(-2)^2".
 
@@ -227,8 +231,8 @@ I
   | '.'? DIGITS EXPONENT? [i-j]
   ;
 
-// OPTIMIZATION: the predicate asks about what stands before the quote, but comes behind it: at the left edge it would
-// keep the lexer from remembering its start state.
+// OPTIMIZATION: the predicate asks about what stands before the quote, but comes behind it: at the
+// left edge it would keep the lexer from remembering its start state.
 CHAR : '\'' {predicates.quoteOpensText(_input)}? ('\'\'' | ~[\n\r'])* '\'';
 
 COMMENT : '%' ~[\n]* -> skip;

@@ -1,5 +1,5 @@
-// The names of the built-in functions, each a reserved word. They stand in builtin_names.txt, from which the build makes
-// this table and the alternatives of BUILT_IN_FUNC.
+// The names of the built-in functions, each a reserved word. They stand in builtin_names.txt, from
+// which the build makes this table and the alternatives of BUILT_IN_FUNC.
 #pragma once
 
 #include <string_view>

@@ -13,7 +13,8 @@ NumericArray realParts(const ComplexDoubleArray& values) {
   return result;
 }
 
-// The library packs the vectors of a complex pair as two real columns, the real and the imaginary parts of the first.
+// The library packs the vectors of a complex pair as two real columns, the real and the imaginary
+// parts of the first.
 NumericArray unpacked(const DoubleArray& packed, const ComplexDoubleArray& values) {
   const int64_t n = values.numElements();
   if (packed.isEmpty()) return packed;

@@ -41,7 +41,8 @@ NumericArray inverted(TypedArray<T> a, const Warn& warn) {
   return a;
 }
 
-// By repeated squaring: as many products as the exponent has binary digits, and one more for each that is 1.
+// By repeated squaring: as many products as the exponent has binary digits, and one more for each
+// that is 1.
 NumericArray wholePower(NumericArray base, uint64_t exponent) {
   if (exponent == 0) return identityMatrix<double>(base.size().rows(), base.size().columns());
   while (exponent % 2 == 0) {

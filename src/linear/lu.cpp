@@ -92,7 +92,8 @@ DoubleArray Lu::permutationVector() const {
 Lu lu(NumericArray a) {
   return inCommonKind([](auto matrix) {
     std::vector<int> pivots;
-    factorInPlace(matrix, pivots, text::kLuFailed);  // a zero pivot is no failure: U is singular, and that is all
+    // A zero pivot is no failure: U is singular, and that is all.
+    factorInPlace(matrix, pivots, text::kLuFailed);
     const int64_t m = matrix.size().rows();
     return Lu{std::move(matrix), orderOfRows(m, pivots)};
   }, std::move(a));

@@ -1,5 +1,5 @@
-// What the real and the complex form of the routines have in common: matrices made of parts of others, and the reading
-// of a status.
+// What the real and the complex form of the routines have in common: matrices made of parts of
+// others, and the reading of a status.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +24,8 @@ TypedArray<T> identityMatrix(int64_t rows, int64_t columns) {
   return result;
 }
 
-/// rows x columns with the given elements on the diagonal. REQUIRES: they are no more than the diagonal holds
+/// rows x columns with the given elements on the diagonal. REQUIRES: they are no more than the
+/// diagonal holds
 template <class T>
 TypedArray<T> diagonalMatrix(int64_t rows, int64_t columns, const TypedArray<T>& diagonal) {
   TypedArray<T> result(SizeVector(rows, columns), T{});
@@ -33,7 +34,8 @@ TypedArray<T> diagonalMatrix(int64_t rows, int64_t columns, const TypedArray<T>&
   return result;
 }
 
-/// The upper triangle of the first `rows` rows of a packed matrix. REQUIRES: rows <= those of `packed`
+/// The upper triangle of the first `rows` rows of a packed matrix. REQUIRES: rows <= those of
+/// `packed`
 template <class T>
 TypedArray<T> upperTriangle(const TypedArray<T>& packed, int64_t rows) {
   const int64_t n = packed.size().columns();

@@ -29,8 +29,8 @@ class Reflected {
 
   // The reflections of the identity.
   //
-  // OPTIMIZATION: a panel of reflectors at a time, the last first: the reflectors from p on leave the first p rows and
-  // columns as they are, which saves a third of the work.
+  // OPTIMIZATION: a panel of reflectors at a time, the last first: the reflectors from p on leave
+  // the first p rows and columns as they are, which saves a third of the work.
   NumericArray q(QrSize size) const {
     constexpr int kPanel = 64;
     const int columns = rows(size);

@@ -30,7 +30,8 @@ class Elimination {
  private:
   T* column_(int64_t j) { return x_ + j * m_; }
 
-  // The row, from `row` on, of the greatest magnitude in the column; a NaN is passed over while there is a number.
+  // The row, from `row` on, of the greatest magnitude in the column; a NaN is passed over while
+  // there is a number.
   int64_t greatestFrom(int64_t row, int64_t column) {
     int64_t result = row;
     for (int64_t i = row + 1; i < m_; ++i) {
@@ -40,7 +41,8 @@ class Elimination {
     return result;
   }
 
-  // Exchanges rows, divides the pivot row and takes its multiples from all others, column by column.
+  // Exchanges rows, divides the pivot row and takes its multiples from all others, column by
+  // column.
   void eliminate(int64_t row, int64_t column, int64_t greatest) {
     T* own = column_(column);
     std::swap(own[row], own[greatest]);

@@ -1,5 +1,6 @@
-// Division of matrices. A square system goes through LU with row exchanges, any other through QR with column exchanges,
-// which gives a least squares solution with as few nonzero rows as the rank says. `b / a` is the transposed problem.
+// Division of matrices. A square system goes through LU with row exchanges, any other through QR
+// with column exchanges, which gives a least squares solution with as few nonzero rows as the rank
+// says. `b / a` is the transposed problem.
 #include <cmath>
 #include <limits>
 
@@ -60,7 +61,8 @@ Solution solveByColumns(TypedArray<T> a, TypedArray<T> b) {
             text::kLeastSquaresFailed);
   const int info = lapack::trtrs(rank, columns, r, m, b.writable(), m);
   checkInfo(info, text::kLeastSquaresFailed);
-  if (info > 0) throw problem(text::kLeastSquaresSingular);  // the tolerance was NaN, or so small that it became 0
+  // The tolerance was NaN, or so small that it became 0.
+  if (info > 0) throw problem(text::kLeastSquaresSingular);
   TypedArray<T> x(SizeVector(n, columns), T{});
   T* out = x.writable();
   for (int64_t j = 0; j < columns; ++j) {

@@ -1,6 +1,6 @@
-// A complex number and its plain arithmetic. Products and quotients are the textbook formulas, without the recovery of
-// infinities that compilers add. Order comparisons look at the real parts only; a NaN part makes every comparison but
-// != false.
+// A complex number and its plain arithmetic. Products and quotients are the textbook formulas,
+// without the recovery of infinities that compilers add. Order comparisons look at the real parts
+// only; a NaN part makes every comparison but != false.
 #pragma once
 
 #include <cmath>

@@ -1,9 +1,10 @@
 // The lengths of an array's dimensions.
 //
-// At least two lengths are held. They are kept as given, so they may end in 1s; `ndim` says how many of them count: up
-// to the last one that is not 1, and never fewer than two. "Empty" means throughout the system that some length is 0.
-// Two sizes are equal when the lengths that count are equal. Element (s1, s2, ...) of an array, counted from 0, stands
-// at s1 + s2*d1 + s3*d1*d2 + ...: column-major order.
+// At least two lengths are held. They are kept as given, so they may end in 1s; `ndim` says how
+// many of them count: up to the last one that is not 1, and never fewer than two. "Empty" means
+// throughout the system that some length is 0. Two sizes are equal when the lengths that count are
+// equal. Element (s1, s2, ...) of an array, counted from 0, stands at s1 + s2*d1 + s3*d1*d2 + ...:
+// column-major order.
 //
 // Two lengths are held inline; more are held on the heap, so that a matrix's size never allocates.
 // Invariant: numElements() == product of vec(); 2 <= ndim() <= count().
@@ -24,7 +25,8 @@ class SizeVector {
   SizeVector() noexcept : SizeVector(0, 0) {}
   /// rows x columns. throws FatalFault when the product passes 64 bits
   SizeVector(int64_t rows, int64_t columns);
-  /// Any number of lengths. throws Problem for fewer than two; FatalFault when the product passes 64 bits
+  /// Any number of lengths. throws Problem for fewer than two; FatalFault when the product passes
+  /// 64 bits
   explicit SizeVector(std::span<const int64_t> vec);
   SizeVector(std::initializer_list<int64_t> vec) : SizeVector(std::span<const int64_t>(vec.begin(), vec.size())) {}
 
@@ -51,7 +53,8 @@ class SizeVector {
 
   /// Length of the dimension d, counted from 1; 1 past the last entry.
   int64_t dimensionLength(int64_t d) const { return d <= count_ ? vec()[static_cast<size_t>(d - 1)] : 1; }
-  /// The dimension that reductions run along unless one is given: the first whose length is not 1, else 1.
+  /// The dimension that reductions run along unless one is given: the first whose length is not 1,
+  /// else 1.
   int64_t defaultDimension() const;
   /// Elements between neighbours along dimension d (from 1): the product of the lengths before it.
   int64_t strideOf(int64_t d) const;
@@ -60,7 +63,8 @@ class SizeVector {
   SizeVector trimmed() const;
   /// The same lengths with dimension d (from 1) set to `length`; shorter sizes are filled with 1s.
   SizeVector withDimension(int64_t d, int64_t length) const;
-  /// The lengths brought to exactly n >= 1 entries: filled with 1s, or the trailing ones multiplied into the last.
+  /// The lengths brought to exactly n >= 1 entries: filled with 1s, or the trailing ones multiplied
+  /// into the last.
   std::vector<int64_t> broughtTo(int64_t n) const;
 
   /// "2 x 3", of the lengths that count.

@@ -1,5 +1,6 @@
-// The table of the functions that make arrays of a given size, move elements around without arithmetic and ask for
-// sizes. Each moves elements of any kind, structures included, as a view (values/element_view.h) where it can.
+// The table of the functions that make arrays of a given size, move elements around without
+// arithmetic and ask for sizes. Each moves elements of any kind, structures included, as a view
+// (values/element_view.h) where it can.
 #include "builtins/arrays/handlers.h"
 #include "builtins/library.h"
 #include "messages/catalogue/arrays.h"

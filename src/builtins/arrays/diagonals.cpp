@@ -60,7 +60,8 @@ NodeValue triangleOf(TypedArray<T> matrix, Triangle triangle, int64_t k) {
   const int64_t columns = matrix.size().columns();
   T* column = matrix.writable();
   for (int64_t j = 0; j < columns; ++j, column += rows) {
-    // The diagonal is met at row j - k. Below it, k <= -rows and k >= columns are as good as any beyond.
+    // The diagonal is met at row j - k. Below it, k <= -rows and k >= columns are as good as any
+    // beyond.
     const int64_t diagonal = j - std::clamp(k, -rows - 1, columns + 1);
     if (triangle == Triangle::tril) std::fill_n(column, std::clamp<int64_t>(diagonal, 0, rows), T{});
     else std::fill(column + std::clamp<int64_t>(diagonal + 1, 0, rows), column + rows, T{});

@@ -52,7 +52,8 @@ NodeValue fill(Call& call) {
 
 namespace {
 
-// n points from a to b. NOTE: intended: the last one is step * (n - 1) + a, which may miss b by the last bit.
+// n points from a to b. NOTE: intended: the last one is step * (n - 1) + a, which may miss b by the
+// last bit.
 struct Spacing {
   Spacing(double a, double b, int64_t n) : a(a), b(b), n(n), step((b - a) / static_cast<double>(n - 1)) {}
   double operator()(int64_t i) const {

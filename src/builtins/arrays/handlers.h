@@ -1,4 +1,5 @@
-// The handlers of the functions that make and rearrange arrays, a source per group; their one table is arrays.cpp.
+// The handlers of the functions that make and rearrange arrays, a source per group; their one table
+// is arrays.cpp.
 #pragma once
 
 #include "interpreter/builtin.h"

@@ -67,8 +67,8 @@ NodeValue reshape(Call& call) {
 
 namespace {
 
-/// Dimension d of the result is dimension order[d] (from 0) of the array. REQUIRES: a permutation of at least ndim
-/// entries
+/// Dimension d of the result is dimension order[d] (from 0) of the array. REQUIRES: a permutation
+/// of at least ndim entries
 Storable permuted(Storable array, const std::vector<int64_t>& order) {
   const auto own = axesOf(array.size(), static_cast<int64_t>(order.size()));
   std::vector<ViewAxis> axes;
@@ -113,7 +113,7 @@ NodeValue permute(Call& call) {
 
 namespace {
 
-constexpr int64_t kMostLeadingOnes = 1 << 20;  // a bound for memory; no array needs as many dimensions
+constexpr int64_t kMostLeadingOnes = 1 << 20;  // a bound for memory, far from any need
 
 int64_t leadingOnes(const SizeVector& size) { return size.defaultDimension() - 1; }
 

@@ -1,4 +1,5 @@
-// Reading of sizes. One or two plain scalars, the forms of every user's loop, are answered without allocating.
+// Reading of sizes. One or two plain scalars, the forms of every user's loop, are answered without
+// allocating.
 #include "builtins/arrays/size_arguments.h"
 
 #include <algorithm>

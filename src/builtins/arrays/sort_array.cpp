@@ -1,9 +1,10 @@
 // Sorting slice by slice.
 //
-// Each kind of element has unsigned keys in its order; the keys are sorted, alone or with positions, and turned back
-// into values. Descending order is the order of the inverted keys, so that it is stable as well. Complex numbers have
-// two keys: they are sorted by the first, then the groups that agree in it by the second. A dimension that does not run
-// along memory is brought to the front first and put back afterwards.
+// Each kind of element has unsigned keys in its order; the keys are sorted, alone or with
+// positions, and turned back into values. Descending order is the order of the inverted keys, so
+// that it is stable as well. Complex numbers have two keys: they are sorted by the first, then the
+// groups that agree in it by the second. A dimension that does not run along memory is brought to
+// the front first and put back afterwards.
 #include "builtins/arrays/sort_array.h"
 
 #include <algorithm>
@@ -184,7 +185,8 @@ class SliceSorter {
     }
   }
 
-  // Keys do not tell -0 from 0: the zeros stand together, and get their signs back in the order of the slice.
+  // Keys do not tell -0 from 0: the zeros stand together, and get their signs back in the order of
+  // the slice.
   void restoreZeros(const T* in, T* sorted, int64_t count) const {
     const auto isNegativeZero = [](T x) { return std::bit_cast<uint64_t>(x) == kTopBit; };
     if (std::none_of(in, in + length_, isNegativeZero)) return;

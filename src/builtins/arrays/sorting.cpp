@@ -1,5 +1,5 @@
-// sort: the reading of its arguments. Up to three stand by position (the array, a dimension, a direction); pairs of a
-// name and a value may follow.
+// sort: the reading of its arguments. Up to three stand by position (the array, a dimension, a
+// direction); pairs of a name and a value may follow.
 #include <algorithm>
 #include <fmt/format.h>
 

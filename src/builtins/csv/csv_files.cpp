@@ -1,5 +1,5 @@
-// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is csv_text.h's
-// business. Tested by tests/transcripts/builtins/csv.txt.
+// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is
+// csv_text.h's business. Tested by tests/transcripts/builtins/csv.txt.
 #include <fmt/format.h>
 
 #include <algorithm>

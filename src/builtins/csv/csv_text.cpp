@@ -1,6 +1,7 @@
-// The reader goes over the text once. Most numbers have few digits and a small exponent: their digits fit into 53 bits
-// and the power of ten is a double, so one multiplication or division gives the nearest double (W. D. Clinger, "How to
-// read floating point numbers accurately", 1990). from_chars reads the others. Tested by tests/builtins/csv_test.cpp.
+// The reader goes over the text once. Most numbers have few digits and a small exponent: their
+// digits fit into 53 bits and the power of ten is a double, so one multiplication or division gives
+// the nearest double (W. D. Clinger, "How to read floating point numbers accurately", 1990).
+// from_chars reads the others. Tested by tests/builtins/csv_test.cpp.
 #include "builtins/csv/csv_text.h"
 
 #include <fmt/format.h>
@@ -66,7 +67,8 @@ const char* takeExponent(const char* p, int64_t& exponent) {
   return at;
 }
 
-/// Reads the number at p; null when there is none. The text ends with a character that belongs to no number.
+/// Reads the number at p; null when there is none. The text ends with a character that belongs to
+/// no number.
 const char* takeNumber(const char* p, const char* end, double& x) {
   Decimal number;
   if (*p == '+' && p[1] != '-') ++p;
@@ -116,8 +118,8 @@ class CsvReader {
     if (rows == 0 || columns == 0) return DoubleArray();
     auto result = DoubleArray::uninitialized(SizeVector(rows, columns));
     double* const out = result.writable();
-    // OPTIMIZATION: in bands of rows, so that the cells of a band stay in the cache while it is written column by
-    // column.
+    // OPTIMIZATION: in bands of rows, so that the cells of a band stay in the cache while it is
+    // written column by column.
     for (int64_t band = 0; band < rows; band += kBand) {
       const int64_t last = std::min(band + kBand, rows);
       for (int64_t c = 0; c < columns; ++c) {

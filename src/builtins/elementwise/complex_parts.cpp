@@ -1,5 +1,5 @@
-// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the making of complex
-// arrays.
+// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the
+// making of complex arrays.
 #include <limits>
 #include <numbers>
 

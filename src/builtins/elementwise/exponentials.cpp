@@ -1,5 +1,6 @@
-// Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are complex as a whole; log2
-// and log10 of a negative number are NaN; reallog and realsqrt refuse it. NOTE: intended.
+// Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are
+// complex as a whole; log2 and log10 of a negative number are NaN; reallog and realsqrt refuse it.
+// NOTE: intended.
 #include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"
 #include "interpreter/reader.h"

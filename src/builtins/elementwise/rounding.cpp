@@ -1,7 +1,8 @@
-// Rounding to whole numbers, of a complex number each part by itself, and the remainders of division.
+// Rounding to whole numbers, of a complex number each part by itself, and the remainders of
+// division.
 //
-// `rem` and `mod` divide without correction for the rounding of the quotient: mod(0.3, 0.1) is what that arithmetic
-// gives, and Inf as divisor gives NaN. NOTE: intended.
+// `rem` and `mod` divide without correction for the rounding of the quotient: mod(0.3, 0.1) is what
+// that arithmetic gives, and Inf as divisor gives NaN. NOTE: intended.
 
 #include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"

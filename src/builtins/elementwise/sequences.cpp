@@ -20,7 +20,8 @@ std::vector<double> factorialsTo(int64_t last) {
   return table;
 }
 
-/// Each number is held as the sum of two doubles, so that the rounding of long sums does not add up.
+/// Each number is held as the sum of two doubles, so that the rounding of long sums does not add
+/// up.
 std::vector<double> fibonaccisTo(int64_t last) {
   std::vector<double> table = {0.0, 1.0}, rest = {0.0, 0.0};
   for (size_t n = 2; n <= static_cast<size_t>(last); ++n) {

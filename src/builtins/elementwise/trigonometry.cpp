@@ -1,9 +1,9 @@
 // The trigonometric family: one handler and a recipe per function, which its row names.
 //
-// A recipe is one of twelve functions with steps before and after it: degrees to radians, the reciprocal of the
-// argument, the function, the reciprocal of the result, radians to degrees. Degrees are plain products, so cosd(90) is
-// not exactly 0. NOTE: intended. A real array stays real unless one element lies outside the function's real domain;
-// then all of it is complex.
+// A recipe is one of twelve functions with steps before and after it: degrees to radians, the
+// reciprocal of the argument, the function, the reciprocal of the result, radians to degrees.
+// Degrees are plain products, so cosd(90) is not exactly 0. NOTE: intended. A real array stays real
+// unless one element lies outside the function's real domain; then all of it is complex.
 #include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"
 #include "interpreter/reader.h"
@@ -20,7 +20,8 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 
 enum Step : unsigned { kPlain = 0, kFromDegrees = 1, kOfReciprocal = 2, kReciprocal = 4, kToDegrees = 8 };
 
-/// Where a real argument gives a real result. NaN counts as inside, but not in unitInterval. NOTE: intended.
+/// Where a real argument gives a real result. NaN counts as inside, but not in unitInterval. NOTE:
+/// intended.
 enum class Domain : uint8_t { everywhere, withinOne, fromOne, beyondOne, unitInterval };
 
 struct Function {

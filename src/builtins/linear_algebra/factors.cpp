@@ -1,4 +1,5 @@
-// The factorisations: LU, QR, singular values, eigenvalues. How many outputs are asked for says which factors are made.
+// The factorisations: LU, QR, singular values, eigenvalues. How many outputs are asked for says
+// which factors are made.
 #include "builtins/linear_algebra/handlers.h"
 #include "builtins/linear_algebra/matrix_arguments.h"
 #include "linear/eigen.h"

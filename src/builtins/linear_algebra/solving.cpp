@@ -1,4 +1,5 @@
-// Equations, inverses, condition and determinant. The algorithms and most of their complaints stand in linear/.
+// Equations, inverses, condition and determinant. The algorithms and most of their complaints stand
+// in linear/.
 #include "builtins/linear_algebra/handlers.h"
 #include "builtins/linear_algebra/matrix_arguments.h"
 #include "linear/linear.h"

@@ -1,7 +1,8 @@
 // What polynomials, signals and calculus share: coefficient vectors.
 //
-// A polynomial is a vector of coefficients with that of the highest power first. Operands that hold only real numbers
-// are worked on in doubles, whatever their records are; as soon as one of them holds a complex number, all are complex.
+// A polynomial is a vector of coefficients with that of the highest power first. Operands that hold
+// only real numbers are worked on in doubles, whatever their records are; as soon as one of them
+// holds a complex number, all are complex.
 #pragma once
 
 #include "interpreter/reader.h"
@@ -9,7 +10,8 @@
 
 namespace kelo::builtins {
 
-/// A vector of numbers in any orientation, or an array without elements, moved out of the arguments.
+/// A vector of numbers in any orientation, or an array without elements, moved out of the
+/// arguments.
 inline NumericArray takeVector(Call& call, int position, const Wording& words) {
   NumericArray vector = read::takeNumeric(call, position, words);
   if (!vector.isEmpty() && !vector.has(Property::vectorInNumbers)) throw words.complaint(call);

@@ -1,9 +1,9 @@
 // `polyfit`: the polynomial of a degree that goes through points with the least sum of squares.
 //
-// The matrix of powers is factored by Householder reflections; its triangle gives the coefficients and is also what
-// `polyval` needs for its second output. Where the triangle does not decide them (more coefficients than points, points
-// that fall together), the least-squares solver with column exchanges chooses a solution with as few coefficients as it
-// can, also where the matrix is square.
+// The matrix of powers is factored by Householder reflections; its triangle gives the coefficients
+// and is also what `polyval` needs for its second output. Where the triangle does not decide them
+// (more coefficients than points, points that fall together), the least-squares solver with column
+// exchanges chooses a solution with as few coefficients as it can, also where the matrix is square.
 #include <limits>
 
 #include "builtins/polynomials/handlers.h"
@@ -36,7 +36,8 @@ Centre<T> centreOf(const TypedArray<T>& x) {
   return {mean, n > 1 ? std::sqrt(squares / (n - 1)) : 0.0};
 }
 
-/// The triangle of a factored matrix and the right side turned with it: solving triangle * p = turned gives p.
+/// The triangle of a factored matrix and the right side turned with it: solving triangle * p =
+/// turned gives p.
 template <class T>
 struct Factored {
   TypedArray<T> triangle;  // min(m, n) x n
@@ -54,8 +55,8 @@ Factored<T> factored(TypedArray<T> v, TypedArray<T> y) {
   return {upperTriangle(v, k), std::move(y)};
 }
 
-// Whether each column of the matrix adds something to those before it, to working precision. A column is measured by
-// its own length, so that the scale of the points does not matter.
+// Whether each column of the matrix adds something to those before it, to working precision. A
+// column is measured by its own length, so that the scale of the points does not matter.
 template <class T>
 bool hasFullRank(const TypedArray<T>& triangle, int64_t points) {
   const int n = checkedInt32(triangle.size().columns());

@@ -1,4 +1,5 @@
-// `polyval`: a polynomial at many points, and how far off its values may be when it came from a fit.
+// `polyval`: a polynomial at many points, and how far off its values may be when it came from a
+// fit.
 
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"

@@ -1,5 +1,5 @@
-// How many numbers an element draws, and in which order, is part of the stream: a seed must go on giving the same
-// arrays.
+// How many numbers an element draws, and in which order, is part of the stream: a seed must go on
+// giving the same arrays.
 #include "builtins/random/kl_rand.h"
 
 #include <algorithm>
@@ -127,7 +127,8 @@ void KLRand::withWords(Draw draw) {
 }
 
 void KLRand::randomDoubleArray(std::span<double> array) {
-  // OPTIMIZATION: the words go on in a loop of their own, a block at a time, so that mixing and conversion vectorise.
+  // OPTIMIZATION: the words go on in a loop of their own, a block at a time, so that mixing and
+  // conversion vectorise.
   withWords([=](RandomWords& words) {
     WordBlock block;
     for (size_t begin = 0; begin < array.size(); begin += WordBlock::kSize) {

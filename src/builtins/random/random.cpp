@@ -1,5 +1,5 @@
-// Random numbers. All functions draw from the one stream of the application and leave its state in randState; the end
-// of the run makes it durable.
+// Random numbers. All functions draw from the one stream of the application and leave its state in
+// randState; the end of the run makes it durable.
 #include <cmath>
 
 #include "builtins/library.h"

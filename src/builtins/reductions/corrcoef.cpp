@@ -1,5 +1,5 @@
-// corrcoef: correlation coefficients R of columns, the probabilities P of no correlation, and Fisher's bounds RL and
-// RU.
+// corrcoef: correlation coefficients R of columns, the probabilities P of no correlation, and
+// Fisher's bounds RL and RU.
 #include <cmath>
 
 #include "builtins/reductions/covariance.h"
@@ -70,8 +70,8 @@ TypedArray<T> covarianceOf(const TypedArray<T>& columns) {
   return covariances(columns, /*w*/ 0, Nanflag::includenan);
 }
 
-/// The coefficient of columns i and j from the matrix of covariances. A column with itself gives 1, or NaN when it does
-/// not vary.
+/// The coefficient of columns i and j from the matrix of covariances. A column with itself gives 1,
+/// or NaN when it does not vary.
 template <class T>
 T coefficient(const TypedArray<T>& c, int64_t i, int64_t j) {
   const int64_t m = c.size().rows();

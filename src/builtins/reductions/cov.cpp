@@ -18,8 +18,8 @@ struct Layout {
   int b = 0, w = 0, nanflag = 0;
 };
 
-/// The second input of a pair is w when it is one of the scalars 0 and 1 (or any scalar beside an array of several
-/// elements); a second array otherwise.
+/// The second input of a pair is w when it is one of the scalars 0 and 1 (or any scalar beside an
+/// array of several elements); a second array otherwise.
 bool isWeight(const Storable& value, const Storable& a) {
   const NumericArray* number = value.numeric();
   return number && number->isScalar() && !number->is(Kind::Char) && !(a.isNumeric() && a.numElements() == 1);

@@ -1,4 +1,5 @@
-// The columns are centred once, then each pair gives one product; the other half of the matrix is the mirror image.
+// The columns are centred once, then each pair gives one product; the other half of the matrix is
+// the mirror image.
 #include "builtins/reductions/covariance.h"
 
 #include <cmath>

@@ -7,7 +7,8 @@
 
 namespace kelo::builtins {
 
-/// What rows with a NaN become: as they are, dropped, or dropped for the pair of columns that has it.
+/// What rows with a NaN become: as they are, dropped, or dropped for the pair of columns that has
+/// it.
 enum class Nanflag { includenan, omitrows, partialrows };
 
 /// The covariances of the columns of a matrix: as many rows and columns as it has columns. A row is

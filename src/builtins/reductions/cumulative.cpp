@@ -1,5 +1,5 @@
-// cumsum, cumprod, cummin, cummax: scans along a dimension, in one pass, in the memory of the argument where that is
-// free.
+// cumsum, cumprod, cummin, cummax: scans along a dimension, in one pass, in the memory of the
+// argument where that is free.
 #include "builtins/reductions/handlers.h"
 #include "builtins/reductions/order_statistics.h"
 #include "messages/catalogue/reductions.h"
@@ -72,7 +72,8 @@ TypedArray<T> scanned(TypedArray<T> a, int64_t d, bool reverse, Step step) {
   return result;
 }
 
-/// The best so far gives way to a better one. NaN gives way to anything, or stays for good once met.
+/// The best so far gives way to a better one. NaN gives way to anything, or stays for good once
+/// met.
 template <class T, class Better>
 TypedArray<T> bestSoFar(TypedArray<T> a, int64_t d, bool reverse, bool omitNaN, Better better) {
   if (omitNaN) {

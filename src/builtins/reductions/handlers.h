@@ -1,4 +1,5 @@
-// The handlers of the reductions, the selectors that tell their names apart, and what several of them share.
+// The handlers of the reductions, the selectors that tell their names apart, and what several of
+// them share.
 #pragma once
 
 #include "builtins/slices.h"
@@ -35,11 +36,11 @@ ComplexDoubleArray meanAlong(const ComplexDoubleArray& a, int64_t d);
 
 // Several dimensions as one (dimensions.cpp).
 
-/// The dimensions that an argument names: 'all' (every dimension of `size`), a dimension, or a vector of different
-/// ones; sorted. Absent for anything else.
+/// The dimensions that an argument names: 'all' (every dimension of `size`), a dimension, or a
+/// vector of different ones; sorted. Absent for anything else.
 std::optional<std::vector<int64_t>> namedDimensions(const Storable& argument, const SizeVector& size);
-/// The array with the given dimensions, sorted, joined into the first of them; the others get length 1. Elements of the
-/// joined dimension stand in storage order.
+/// The array with the given dimensions, sorted, joined into the first of them; the others get
+/// length 1. Elements of the joined dimension stand in storage order.
 template <class T>
 TypedArray<T> joinDimensions(const TypedArray<T>& a, const std::vector<int64_t>& dimensions);
 

@@ -1,5 +1,5 @@
-// Nothing is sorted more than it must: the median and quantiles put single elements into their places, each search
-// working on what the one before left behind.
+// Nothing is sorted more than it must: the median and quantiles put single elements into their
+// places, each search working on what the one before left behind.
 #include "builtins/reductions/order_statistics.h"
 
 #include <algorithm>
@@ -52,7 +52,8 @@ Mode<T> modeOf(std::span<T> all) {
   return best;
 }
 
-/// Where a quantile lies: between the elements `low` and `low + 1`, from 0, or on the first one when `share` is 0.
+/// Where a quantile lies: between the elements `low` and `low + 1`, from 0, or on the first one
+/// when `share` is 0.
 struct Place {
   size_t low;
   double share;

@@ -1,7 +1,7 @@
 // prctile and quantile: one handler; they differ in the scale of the fractions, 100 or 1.
 //
-// Without a dimension the result for a vector has the shape of the fractions; otherwise they stand along the dimension
-// that was reduced (the first one of several).
+// Without a dimension the result for a vector has the shape of the fractions; otherwise they stand
+// along the dimension that was reduced (the first one of several).
 #include "builtins/reductions/handlers.h"
 #include "builtins/reductions/order_statistics.h"
 #include "messages/catalogue/reductions.h"

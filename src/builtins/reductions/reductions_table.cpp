@@ -1,8 +1,10 @@
-// Reductions and statistics: functions that run along a dimension of an array and shorten or scan it. Unless a
-// dimension is given, it is the first whose length is not 1, also when that is 0, so sum([]) is 1 x 0 (NOTE: intended);
-// the result has the size of the array with that dimension set to 1, or, for scans, its size.
+// Reductions and statistics: functions that run along a dimension of an array and shorten or scan
+// it. Unless a dimension is given, it is the first whose length is not 1, also when that is 0, so
+// sum([]) is 1 x 0 (NOTE: intended); the result has the size of the array with that dimension set
+// to 1, or, for scans, its size.
 //
-// slices.h is the loop that all of them share; a source each for the groups of handlers; the table is here.
+// slices.h is the loop that all of them share; a source each for the groups of handlers; the table
+// is here.
 #include "builtins/library.h"
 #include "builtins/reductions/handlers.h"
 #include "messages/catalogue/reductions.h"

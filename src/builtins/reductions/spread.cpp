@@ -20,7 +20,8 @@ inline double squared(ComplexDouble z) { return z.real * z.real + z.imaginary * 
 inline bool isNumber(double x) { return x == x; }
 inline bool isNumber(ComplexDouble z) { return !z.hasNaN(); }
 
-/// The sum of term(x, k) over the elements x of each slice k. A long column goes in eight sums side by side.
+/// The sum of term(x, k) over the elements x of each slice k. A long column goes in eight sums side
+/// by side.
 template <class T, class Term>
 DoubleArray sumOfTerms(const TypedArray<T>& a, int64_t d, Term term) {
   const Slices s(a.size(), d);

@@ -26,8 +26,8 @@ struct Bracket {
   double lo, hi;
 };
 
-/// Doubling steps from near the square root of lambda, which is below the middle of the distribution for all but small
-/// lambda.
+/// Doubling steps from near the square root of lambda, which is below the middle of the
+/// distribution for all but small lambda.
 Bracket bracketOf(double p, double lambda) {
   double n = std::floor(std::max(std::sqrt(lambda), 5.0));
   double inc = 1;

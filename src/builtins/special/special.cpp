@@ -1,7 +1,8 @@
-// Error functions and probability distributions: the scalar functions of this folder on each element of arrays.
+// Error functions and probability distributions: the scalar functions of this folder on each
+// element of arrays.
 //
-// A distribution takes its first argument and its parameters of one size; a scalar among them stands for all elements.
-// There is no implicit expansion beyond that. NOTE: intended
+// A distribution takes its first argument and its parameters of one size; a scalar among them
+// stands for all elements. There is no implicit expansion beyond that. NOTE: intended
 #include <array>
 #include <optional>
 

@@ -1,8 +1,8 @@
 // Between numbers and text: char, num2str, int2str.
 //
-// A number becomes text on its own, whole numbers bare and others with the significant digits of the console or with as
-// many as are asked for. A matrix becomes rows of equal width: each column is right-aligned, two blanks from the next.
-// Tested by tests/builtins/text_test.cpp.
+// A number becomes text on its own, whole numbers bare and others with the significant digits of
+// the console or with as many as are asked for. A matrix becomes rows of equal width: each column
+// is right-aligned, two blanks from the next. Tested by tests/builtins/text_test.cpp.
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see values/character.h;
-// what is no text equals nothing. Tested by tests/builtins/text_test.cpp.
+// Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see
+// values/character.h; what is no text equals nothing. Tested by tests/builtins/text_test.cpp.
 #include <algorithm>
 #include <cmath>
 
