@@ -1,10 +1,15 @@
-// What a built-in function is: one row of a table. All that is known of a name stands in its row; dispatch, complaints,
-// completion, colouring and help read it.
+// What a built-in function is: one row of a table, in which all stands that is known of a name.
+// Dispatch, complaints, completion, colouring and help read the row and know nothing else.
 //
-// A family of built-ins is one source (or folder): small static handlers and, at the foot, its table. A handler begins
-// with its argument readers (reader.h), which own the wording of complaints, throws a Problem for what it refuses, and
-// returns its value or `call.outputs({...})`. Counting of arguments, catching and placing of errors happen once, in
-// dispatch.cpp.
+// A family of built-ins is one source (or folder): small static handlers and, at the foot, the
+// table. A handler is called with a Call: the row, the arguments, what is asked for. It
+//
+//   1. reads its arguments with the readers of reader.h, which own the wording of complaints,
+//   2. throws a Problem for what it refuses,
+//   3. returns its value, or call.outputs({...}) where there may be several.
+//
+// What all handlers would have to do stands once, in dispatch.cpp: the counts of arguments are
+// checked before, and what is thrown is caught, gets the place of the call and is shown.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +29,8 @@ class Call;
 class Environment;
 class Visitor;
 
-/// What a row calls: a function and, where several names share it, which of them is meant: {reduction, Reduction::sum}.
+/// What a row calls: a function and, where several names share it, which of them is meant:
+/// {reduction, Reduction::sum}.
 class Handler {
  public:
   using Function = NodeValue (*)(Call& call);
@@ -57,8 +63,8 @@ inline constexpr int kAny = 1 << 30;
 
 /// A function's own sentences, where it does not use the standard ones.
 struct OwnTexts {
-  /// Wrong counts; "{0}" stands for the function's name, "{1}" for the count given. That for outputs is also said of
-  /// one output where there is none.
+  /// Wrong counts; "{0}" stands for the function's name, "{1}" for the count given. That for
+  /// outputs is also said of one output where there is none.
   const char* inputs = nullptr;
   const char* outputs = nullptr;
   const char* verb = nullptr;     ///< the last-resort text is "Unexpected error occurred while VERB"
@@ -115,7 +121,8 @@ class Call {
   /// Whether the call is a statement by itself, so that nobody asks for its value.
   bool isStatement() const { return lhsVariableCount == 0; }
 
-  /// The result of a call with several outputs: the first alone, or as many of them as were asked for.
+  /// The result of a call with several outputs: the first alone, or as many of them as were asked
+  /// for.
   NodeValue outputs(std::vector<Storable> values) const;
   /// Shows a warning with the place of the call; `expected` is the sentence.
   void warn(const std::string& sentence) const;

@@ -2,7 +2,7 @@
 //
 // A number becomes text on its own, whole numbers bare and others with the significant digits of
 // the console or with as many as are asked for. A matrix becomes rows of equal width: each column
-// is right-aligned, two blanks from the next. Tested by tests/builtins/text_test.cpp.
+// is right-aligned, two blanks from the next. Tested by tests/transcripts/builtins/text.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
