@@ -21,7 +21,7 @@ std::optional<Visitor::Signature> declared(const Call& call) {
   if (const FunctionHandle* handle = function.funcHandle()) return call.visitor->signatureOf(*handle);
   if (!read::isText(function)) return std::nullopt;
   const std::string name = toUtf8(function.numeric()->asChar());
-  if (!read::isName(name)) return std::nullopt;
+  if (!followsNameRule(name)) return std::nullopt;
   return call.visitor->signatureOf(Name::intern(name));
 }
 

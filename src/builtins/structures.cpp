@@ -15,7 +15,7 @@ constexpr Wording kField{"S, field", "field", predicate::kCharacterVector};
 std::string fieldNameAt(const Call& call, int position) {
   const Storable& value = call.arg(position);
   const std::string name = read::isText(value) ? toUtf8(value.numeric()->asChar()) : "";
-  if (!read::isName(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
+  if (!followsNameRule(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
   return name;
 }
 

@@ -106,7 +106,13 @@ double largestFiniteMagnitude(const double* values, int64_t count) {
   return std::max({lanes[0], lanes[1], lanes[2], lanes[3]});
 }
 
-// e of a magnitude m x 10^e with 1 <= m < 10, as far as the rounding of the logarithm allows.
+int scaleOfLargest(double magnitude, int nDigits) {
+  const int exponent = decimalExponent(magnitude);
+  return exponent >= 0 && exponent < nDigits ? 0 : -exponent;
+}
+
+}  // namespace
+
 int decimalExponent(double magnitude) {
   if (magnitude == 0) return 0;
   const double logarithm = std::log10(magnitude);
@@ -114,13 +120,6 @@ int decimalExponent(double magnitude) {
   const double mantissa = std::pow(10.0, logarithm - exponent);
   return static_cast<int>(exponent) - (mantissa < 1 ? 1 : 0);
 }
-
-int scaleOfLargest(double magnitude, int nDigits) {
-  const int exponent = decimalExponent(magnitude);
-  return exponent >= 0 && exponent < nDigits ? 0 : -exponent;
-}
-
-}  // namespace
 
 int precisionFor(int nDigits, double x) {
   const int digits = integerDigits(std::fabs(x));

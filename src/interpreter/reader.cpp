@@ -22,12 +22,6 @@ std::string lowered(std::string word) {
 
 bool isNumeric(const Storable& value) { return value.isNumeric(); }
 
-bool isName(std::string_view word) {
-  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-  const auto isPart = [&](char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '_'; };
-  return !word.empty() && isLetter(word[0]) && std::all_of(word.begin(), word.end(), isPart);
-}
-
 bool isText(const Storable& value) {
   const NumericArray* array = value.numeric();
   return array && array->is(Kind::Char) && (array->size().isRow() || array->isEmpty());

@@ -25,4 +25,7 @@ class Name {
   uint32_t id_ = 0;
 };
 
+/// The rule for names of variables, fields, files and figures: ASCII letters, digits and underscores, a letter first.
+bool followsNameRule(std::string_view word);
+
 }  // namespace kelo

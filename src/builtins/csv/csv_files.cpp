@@ -16,8 +16,8 @@ namespace {
 
 bool isPathOfNames(std::string_view path) {
   const size_t slash = path.find('/');
-  if (slash == std::string_view::npos) return read::isName(path);
-  return read::isName(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
+  if (slash == std::string_view::npos) return followsNameRule(path);
+  return followsNameRule(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
 }
 
 std::string lowered(std::string word) {
