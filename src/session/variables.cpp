@@ -54,7 +54,10 @@ std::string oneLine(std::string text) {
 
 Variable variableOf(const std::string& name, const Storable& value, const DisplayParameters& parameters) {
   Variable variable{name, classNameOf(value), {1, 1}, bytesOf(value), oneLine(summaryText(value, parameters.nDigits)), {}};
-  if (value.isArray()) variable.size = value.size().lengths();
+  if (value.isArray()) {
+    const SizeVector size = value.size().trimmed();
+    variable.size.assign(size.vec().begin(), size.vec().end());
+  }
   if (value.isStructure()) {
     for (const Name field : value.structure()->fields()) variable.fields.push_back(field.text());
   }
