@@ -4,14 +4,17 @@
 
 namespace kelo::platform::native {
 
-std::string resourceDirectory() {
+std::optional<std::string> resourcePath(const std::string& name) {
   namespace fs = std::filesystem;
   std::error_code fault;
+  // A build folder's programs stand at its top, its tests one level below.
   const fs::path folder = fs::read_symlink("/proc/self/exe", fault).parent_path();
-  for (const fs::path& path : {folder / "resources", folder / ".." / "share" / "kelo"}) {
-    if (!folder.empty() && fs::is_directory(path, fault)) return fs::weakly_canonical(path, fault).string();
+  for (const char* place : {"share/kelo", "../share/kelo"}) {
+    const fs::path path = folder / place / name;
+    if (!fault && fs::exists(path, fault)) return path.lexically_normal().string();
+    fault.clear();
   }
-  return "";
+  return std::nullopt;
 }
 
 }  // namespace kelo::platform::native

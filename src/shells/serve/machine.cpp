@@ -26,7 +26,7 @@ std::string displayText(const std::string& workDir) {
 Machine::Machine(const ServeOptions& options, const Transport& transport)
     : store(platform::native::stateDirectory(options.stateDir), report),
       files(options.workDir),
-      resources(platform::native::resourceDirectory()),
+      resources(platform::native::resourcePath("").value_or("")),
       session({{parserQueue, mainQueue, synchronization, files, store, clock},
                resources,
                options.workDir,

@@ -34,8 +34,8 @@ Session::Session(const Options& options, const std::string& workDir, ItemWriter:
       app({parserQueue, mainQueue, synchronization, files, store, clock}, writer, builtins::library()) {
   platform::native::adaptToMachine();
   platform::setParallelFor(&pool);
-  if (options.numDigitIndex) app.settings.numDigitIndex = *options.numDigitIndex;
-  if (options.width) app.settings.consoleCells = *options.width;
+  if (options.numDigitIndex) app.environment.settings.numDigitIndex = *options.numDigitIndex;
+  if (options.width) app.environment.settings.consoleCells = *options.width;
 }
 
 // The queue's thread is a member that goes last, so a run that is left behind is stopped here.
@@ -47,9 +47,9 @@ Session::~Session() {
 void Session::run(const std::function<void(AppController&)>& start, const Answerer& answer) {
   stopped_ = false;
   stopSignal.take();
-  const int64_t before = writer.runsEnded();
+  writer.beginRun();
   start(app);
-  while (writer.runsEnded() == before) {
+  while (!writer.runHasEnded()) {
     waitForEvent();
     if (stopSignal.take()) {
       stopped_ = true;
@@ -69,15 +69,12 @@ ExitStatus Session::lastStatus() const {
 }
 
 /// A pause with a time limit takes no line of a pipe: there the lines are answers.
-bool Session::listensToInput() {
-  const RunState::Status status = app.console.runState.status;
-  if (status == RunState::Status::waitInput) return true;
-  if (status != RunState::Status::paused) return false;
-  return isatty(LineReader::kDescriptor) || !mainQueue.secondsToNextTimer();
+bool Session::listensTo(const std::optional<RunControl::Wait>& wait) {
+  return wait && (!wait->isTimed || isatty(LineReader::kDescriptor));
 }
 
 void Session::waitForEvent() {
-  const bool listens = listensToInput();
+  const bool listens = listensTo(app.control.wait());
   pollfd events[] = {{mainQueue.wakeDescriptor(), POLLIN, 0},
                      {stopSignal.descriptor(), POLLIN, 0},
                      {LineReader::kDescriptor, POLLIN, 0}};
@@ -90,21 +87,19 @@ void Session::waitForEvent() {
 }
 
 void Session::serveInput(const Answerer& answer) {
-  if (!listensToInput()) return;
-  const bool isPause = app.console.runState.status == RunState::Status::paused;
+  const std::optional<RunControl::Wait> wait = app.control.wait();
+  if (!listensTo(wait)) return;
+  const bool isPause = wait->status == RunState::Status::paused;
   const bool asks = answer && !isPause;
   if (!asks && !input.hasLine()) return;
   const std::optional<std::string> line = asks ? answer() : input.nextLine();
   if (!line) {
     stopped_ = true;
     app.pressStop();
-    // The run ends without a further state; this one must not be answered again.
-    app.console.runState.status = RunState::Status::running;
     return;
   }
   if (!isPause) app.console.input.text = *line;
   app.pressRun();
-  app.console.runState.status = RunState::Status::running;
 }
 
 }  // namespace kelo::terminal

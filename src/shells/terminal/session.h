@@ -50,7 +50,7 @@ class Session {
   AppController app;
 
  private:
-  bool listensToInput();
+  static bool listensTo(const std::optional<RunControl::Wait>& wait);
   void waitForEvent();
   void serveInput(const Answerer& answer);
 
