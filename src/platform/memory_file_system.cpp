@@ -40,6 +40,8 @@ void MemoryFileSystem::makeDirectory(const std::string& path) {
 
 void MemoryFileSystem::removeFile(const std::string& path) { files_.erase(normalized(path)); }
 
+void MemoryFileSystem::removeDirectory(const std::string& path) { directories_.erase(normalized(path)); }
+
 bool MemoryFileSystem::exists(const std::string& path) const { return isRegularFile(path) || isDirectory(path); }
 
 bool MemoryFileSystem::isRegularFile(const std::string& path) const { return files_.contains(normalized(path)); }

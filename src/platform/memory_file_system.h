@@ -14,6 +14,7 @@ class MemoryFileSystem final : public FileSystem {
  public:
   void makeDirectory(const std::string& path);
   void removeFile(const std::string& path);
+  void removeDirectory(const std::string& path);  ///< an empty one
 
   bool exists(const std::string& path) const override;
   bool isRegularFile(const std::string& path) const override;
