@@ -13,13 +13,13 @@ const BuiltinTable& library() {
       timeTable(),
       callsTable(),
       csvFilesTable(),
-      pendingTable(),
       arraysTable(),
       reductionsTable(),
       linearAlgebraTable(),
       specialTable(),
       randomTable(),
       polynomialsTable(),
+      figuresTable(),
   });
   return *table;
 }

@@ -21,12 +21,12 @@ std::span<const Builtin> consoleTable();
 std::span<const Builtin> timeTable();
 std::span<const Builtin> callsTable();
 std::span<const Builtin> csvFilesTable();
-std::span<const Builtin> pendingTable();  ///< names that have no handler yet
 std::span<const Builtin> arraysTable();   ///< arrays/: construction, rearrangement, sorting, searching, sizes
 std::span<const Builtin> reductionsTable();
 std::span<const Builtin> linearAlgebraTable();  ///< equations, factors, norms and patterns of matrices
 std::span<const Builtin> specialTable();  ///< special/: error functions, probability distributions
 std::span<const Builtin> randomTable();   ///< random/: random numbers
 std::span<const Builtin> polynomialsTable();    ///< polynomials, signals and calculus
+std::span<const Builtin> figuresTable();  ///< figures/: commands that fill the current figure
 
 }  // namespace kelo::builtins

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "display/number_format.h"
+#include "figures/plot_area.h"
 
 namespace kelo::figures {
 namespace {
@@ -16,11 +17,6 @@ constexpr int kMostDigits = 8;
 constexpr int kFewestDigits = 3;
 constexpr double kLooseGap = 1.5;  // of the extent of a label, from centre to centre
 constexpr double kTightGap = 1.1;
-
-/// 0 to 1 from the lower to the upper limit. In halves, so that no difference of doubles overflows.
-double shareOf(double tick, const Limits& limits) {
-  return (tick / 2 - limits.lower / 2) / (limits.upper / 2 - limits.lower / 2);
-}
 
 int digitsThatFit(const AxisReading& axis, double length, const platform::TextMeasure& measure) {
   if (!axis.autoTicks) return kDigitsOfManualTicks;
@@ -80,7 +76,7 @@ TickLabels tickLabels(const AxisReading& axis, double length, const LabelMeasure
   result.power = axisPower(axis.ticks);
   const int n = digitsThatFit(axis, length, measure.text);
   for (const double tick : axis.ticks) {
-    const double along = shareOf(tick, axis.limits) * length;
+    const double along = PlotArea::shareOf(tick, axis.limits) * length;
     const bool isDoubled = !result.labels.empty() && result.labels.back().along == along;
     if (!(along >= 0 && along <= length) || isDoubled) continue;
     result.labels.push_back({tick, along, numberText(n, tick * std::pow(10.0, -result.power))});

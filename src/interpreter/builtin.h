@@ -18,8 +18,8 @@
 
 namespace kelo {
 
-class AppController;
 class Call;
+class Environment;
 class Visitor;
 
 using Handler = NodeValue (*)(Call& call);
@@ -64,15 +64,15 @@ struct CallSite {
 class Call {
  public:
   Call(const Builtin& row, std::span<Storable> arguments, std::optional<int> lhsVariableCount, const CallSite& site,
-       AppController& app, Visitor* visitor)
-      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), app(app), visitor(visitor) {}
+       Environment& environment, Visitor* visitor)
+      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), environment(environment), visitor(visitor) {}
 
   const Builtin& builtin;
   std::span<Storable> args;             ///< the call's own: a handler may move from them
   /// Outputs the statement asks for, 0 for a call alone; absent inside an expression.
   std::optional<int> lhsVariableCount;
   const CallSite& site;
-  AppController& app;
+  Environment& environment;
   Visitor* visitor;  ///< the evaluator of the run; null when there is none
 
   int count() const { return static_cast<int>(args.size()); }

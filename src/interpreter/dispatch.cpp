@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "interpreter/app_controller.h"
 #include "interpreter/complaints.h"
+#include "interpreter/environment.h"
 #include "messages/catalogue/values.h"
 
 namespace kelo {
@@ -46,12 +46,12 @@ std::string lastResort(const Builtin& row) {
 }  // namespace
 
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, AppController& app, Visitor* visitor) {
+                      const CallSite& site, Environment& environment, Visitor* visitor) {
   Message message;
   try {
     if (row.handler != nullptr) {
       checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-      Call call(row, args, lhsVariableCount, site, app, visitor);
+      Call call(row, args, lhsVariableCount, site, environment, visitor);
       return row.handler(call);
     }
     message = messageAt(site);
@@ -66,7 +66,7 @@ NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optiona
     message = messageAt(site);
     message.reason = lastResort(row);
   }
-  app.show(message);
+  environment.show(message);
   return NodeValue::failure();
 }
 
@@ -80,7 +80,7 @@ void Call::warn(const std::string& sentence) const {
   Message message = messageAt(site);
   message.type = Message::MsgType::warning;
   message.expected = sentence;
-  app.show(message);
+  environment.show(message);
 }
 
 }  // namespace kelo

@@ -4,7 +4,7 @@
 
 #include "KeloParser.h"
 #include "frontend/matlab_parser.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/builtin_table.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"

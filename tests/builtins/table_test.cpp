@@ -16,7 +16,7 @@ namespace {
 std::vector<std::string> shownBy(const Builtin& row, int inputs, std::optional<int> outputs) {
   TestApp test(builtins::library());
   std::vector<Storable> args(static_cast<size_t>(inputs), Storable(1.0));
-  const NodeValue result = callBuiltin(row, args, outputs, CallSite{}, test.app);
+  const NodeValue result = callBuiltin(row, args, outputs, CallSite{}, test.app.environment);
   EXPECT_TRUE(result.isFailure()) << row.name << " with " << inputs << " arguments";
   return test.shown;
 }
@@ -49,7 +49,7 @@ TEST(Table, GivesExamplesThatRun) {
     test.mainQueue.drain();
     const int messages = std::string_view(row->name) == "error" ? 1 : 0;
     const std::string last = test.shown.empty() ? "" : test.shown.back();
-    EXPECT_EQ(test.app.messagesShown(), messages) << row->example << "\n" << last;
+    EXPECT_EQ(test.app.environment.messagesShown(), messages) << row->example << "\n" << last;
   }
 }
 

@@ -12,6 +12,7 @@
 #include "KeloLexer.h"
 #include "grammar/builtin_names.h"
 #include "grammar/corpus.h"
+#include "places.h"
 
 namespace kelo {
 namespace {
@@ -129,7 +130,7 @@ TEST(Scanner, GivesUpAfterAsManyTokensAsItMay) {
 
 // The grammar and the table of names say the same.
 TEST(BuiltinNames, AreTheReservedWordsOfTheGrammar) {
-  const std::string grammar = corpus::contentOf(KELO_TESTS_DIR "/../src/grammar/Kelo.g4");
+  const std::string grammar = corpus::contentOf(test::testsDir() + "/../src/grammar/Kelo.g4");
   const size_t begin = grammar.find("\nBUILT_IN_FUNC\n");
   const std::string rule = grammar.substr(begin, grammar.find(';', begin) - begin);
   const std::regex quoted("'(\\w+)'");

@@ -5,7 +5,7 @@
 #include "builtins/library.h"
 #include "builtins/random/drawn_arguments.h"
 #include "builtins/random/kl_rand.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/random.h"
 
@@ -16,7 +16,7 @@ namespace {
 template <class Fill>
 DoubleArray draw(Call& call, const SizeVector& size, Fill fill) {
   DoubleArray result = DoubleArray::uninitialized(size);
-  fill(KLRand(call.app.randState, call.app.clock),
+  fill(KLRand(call.environment.randState, call.environment.clock),
        std::span(result.writable(), static_cast<size_t>(size.numElements())));
   return result;
 }
@@ -118,7 +118,7 @@ NodeValue randperm(Call& call) {
 
 NodeValue rng(Call& call) {
   const int64_t seed = read::integer(call, 0, {"n", "n", text::kSeed}, 0);
-  KLRand(call.app.randState, call.app.clock).resetStateWithSeed(static_cast<uint64_t>(seed));
+  KLRand(call.environment.randState, call.environment.clock).resetStateWithSeed(static_cast<uint64_t>(seed));
   return NodeValue::nothing();
 }
 

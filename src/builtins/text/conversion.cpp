@@ -10,8 +10,9 @@
 
 #include "builtins/library.h"
 #include "builtins/text/char_rows.h"
+#include "builtins/text/number_rows.h"
 #include "display/number_format.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/text_functions.h"
 #include "messages/catalogue/values.h"
@@ -122,12 +123,12 @@ NodeValue num2str(Call& call) {
     digits = read::integer(call, 1, words, 1);
   }
   if (array.is(Kind::Char)) return array;
-  return textOf(array, {call.app.nDigits(), digits, false});
+  return textOf(array, {call.environment.nDigits(), digits, false});
 }
 
 NodeValue int2str(Call& call) {
   const NumericArray& array = read::numeric(call, 0, {"A", "A", predicate::kNumericArray});
-  return textOf(array, {call.app.nDigits(), std::nullopt, true});
+  return textOf(array, {call.environment.nDigits(), std::nullopt, true});
 }
 
 constexpr CountTexts kNumberToText{text::kNumberToTextCount};
@@ -141,6 +142,10 @@ constexpr Builtin kTextConversion[] = {
 };
 
 }  // namespace
+
+CharArray numbersAsText(const NumericArray& array, int nDigits) {
+  return textOf(array, {nDigits, std::nullopt, false});
+}
 
 std::span<const Builtin> textConversionTable() { return kTextConversion; }
 

@@ -13,9 +13,9 @@ Player::Player()
 
 void Player::set(const std::string& setting) {
   const int number = std::stoi(setting.substr(setting.find(' ')));
-  if (setting.starts_with("width ")) app_.settings.consoleCells = number;
+  if (setting.starts_with("width ")) app_.environment.settings.consoleCells = number;
   if (setting.starts_with("digits "))
-    app_.settings.numDigitIndex = number == 5 ? 0 : number == 8 ? 1 : number == 12 ? 2 : 3;
+    app_.environment.settings.numDigitIndex = number == 5 ? 0 : number == 8 ? 1 : number == 12 ? 2 : 3;
 }
 
 Lines Player::play(const std::string& text, bool isFile, const Lines& answers) {
@@ -44,13 +44,13 @@ void Player::runEnded(const RunResult& result) {
 /// closed.
 void Player::whileAsleep() {
   mainQueue_.drain();
-  if (app_.console.runState.status == RunState::Status::paused && mainQueue_.hasTimer() && answers_.empty()) {
-    return mainQueue_.fireNextTimer();
-  }
+  const std::optional<RunControl::Wait> wait = app_.control.wait();
+  if (!wait) return;  // what the run waited for has been done on the main queue
+  if (wait->isTimed && answers_.empty()) return mainQueue_.fireNextTimer();
   const std::string answer = answers_.empty() ? "^C" : answers_.front();
   if (!answers_.empty()) answers_.erase(answers_.begin());
   if (answer == "^C") return app_.pressStop();
-  if (app_.console.runState.status == RunState::Status::waitInput) app_.console.input.text = answer;
+  if (wait->status == RunState::Status::waitInput) app_.console.input.text = answer;
   app_.pressRun();
   mainQueue_.drain();
 }
