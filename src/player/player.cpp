@@ -1,10 +1,10 @@
 // A press of Run while the queue runs inline comes back when the run has ended; what a run waits for is answered by
 // whileAsleep.
-#include "player.h"
+#include "player/player.h"
 
 #include "builtins/library.h"
 
-namespace kelo::transcripts {
+namespace kelo::player {
 
 Player::Player()
     : app_({parserQueue_, mainQueue_, synchronization_, files_, store_, clock_}, *this, builtins::library()) {
@@ -55,4 +55,4 @@ void Player::whileAsleep() {
   mainQueue_.drain();
 }
 
-}  // namespace kelo::transcripts
+}  // namespace kelo::player

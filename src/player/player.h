@@ -8,7 +8,7 @@
 #include "platform/memory/twins.h"
 #include "platform/memory_file_system.h"
 
-namespace kelo::transcripts {
+namespace kelo::player {
 
 using Lines = std::vector<std::string>;
 
@@ -39,4 +39,4 @@ class Player : private ConsoleView {
   Lines output_;
 };
 
-}  // namespace kelo::transcripts
+}  // namespace kelo::player
