@@ -1,14 +1,14 @@
-// What a panel shows when an action fails: a title and a text, which may be empty. Thrown by the panels' operations and
-// told to the user by the front end; the console never sees it.
+// What a panel shows when one of its actions fails.
 #pragma once
 
 #include <string>
 
 namespace kelo {
 
+/// Thrown by the panels' logic; the front end shows it. Nothing was changed by the action unless it says so.
 struct Alert {
   std::string title;
-  std::string text;
+  std::string text;  ///< empty when the title says it all
 };
 
 }  // namespace kelo

@@ -42,6 +42,8 @@ bool MemoryFileSystem::makeDirectory(const std::string& path) {
 
 bool MemoryFileSystem::removeFile(const std::string& path) { return files_.erase(normalized(path)) > 0; }
 
+void MemoryFileSystem::removeDirectory(const std::string& path) { directories_.erase(normalized(path)); }
+
 bool MemoryFileSystem::exists(const std::string& path) const { return isRegularFile(path) || isDirectory(path); }
 
 bool MemoryFileSystem::isRegularFile(const std::string& path) const { return files_.contains(normalized(path)); }

@@ -12,6 +12,8 @@ namespace kelo::platform {
 /// A directory exists when it was made, or when a file stands in it.
 class MemoryFileSystem final : public FileSystem {
  public:
+  void removeDirectory(const std::string& path);  ///< an empty one
+
   bool exists(const std::string& path) const override;
   bool isRegularFile(const std::string& path) const override;
   bool isDirectory(const std::string& path) const override;

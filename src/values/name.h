@@ -1,5 +1,5 @@
-// An interned name: a variable, a field, a function or a path, as one small number. Comparing and hashing a name costs
-// what it costs for an integer. Names are never freed.
+// An interned name: a variable, a field, a function or a path, as one small number. Comparing and
+// hashing a name costs what it costs for an integer. Names are never freed.
 //
 // Thread: the table belongs to the interpreter's thread.
 #pragma once

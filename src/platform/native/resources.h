@@ -1,12 +1,12 @@
-// What is delivered with the program: beside it in a build folder, in share/ where it is installed.
+// Where the program's own files are.
 #pragma once
 
-#include <optional>
 #include <string>
 
 namespace kelo::platform::native {
 
-/// The full path of a file or folder of that name; nothing when it is in none of the places.
-std::optional<std::string> resourcePath(const std::string& name);
+/// The folder of the help pages and their like: "resources" beside the program, or "../share/kelo" from it. Empty when
+/// there is none.
+std::string resourceDirectory();
 
 }  // namespace kelo::platform::native

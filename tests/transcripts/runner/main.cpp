@@ -6,17 +6,23 @@
 #include <iostream>
 #include <optional>
 
+#include "message_replay.h"
 #include "platform/native/queues.h"
 #include "platform/native/whole_file.h"
 #include "player/replay.h"
 
 namespace {
 
+std::string replayed(const std::string& path, const std::string& text) {
+  if (path.find("/messages/") != std::string::npos) return kelo::transcripts::replayMessages(text);
+  std::unique_ptr<kelo::player::Player> player;
+  return kelo::player::replay(text, player, kelo::player::OutputForm::marked);
+}
+
 bool check(const std::string& path) {
   using namespace kelo::platform::native;
   const std::optional<std::string> text = readWholeFile(path);
-  std::unique_ptr<kelo::player::Player> player;
-  const std::string result = text ? replay(*text, player, kelo::player::OutputForm::marked) : "";
+  const std::string result = text ? replayed(path, *text) : "";
   const std::string received = path + ".received";
   std::error_code ignored;
   std::filesystem::remove(received, ignored);
