@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "display/number_format.h"
+#include "figures/plot_area.h"
 
 namespace kelo::figures {
 namespace {
@@ -17,11 +18,6 @@ constexpr int kFewestDigits = 3;
 constexpr double kCrowded = 1.5;  // of the extent of a label, from centre to centre
 constexpr double kLooseGap = 1.25;
 constexpr double kTightGap = 1.1;
-
-/// 0 to 1 from the lower to the upper limit. In halves, so that no difference of doubles overflows.
-double shareOf(double tick, const Limits& limits) {
-  return (tick / 2 - limits.lower / 2) / (limits.upper / 2 - limits.lower / 2);
-}
 
 /// The most digits that fit into a part of the room between two ticks.
 int digitsThatFit(const AxisReading& axis, double length, const platform::TextMeasure& measure) {
@@ -104,7 +100,7 @@ TickLabels tickLabels(const AxisReading& axis, double length, const LabelMeasure
   result.power = axisPower(axis.ticks);
   const int n = digitsOf(axis, length, measure, result.power);
   for (const double tick : axis.ticks) {
-    const double along = shareOf(tick, axis.limits) * length;
+    const double along = PlotArea::shareOf(tick, axis.limits) * length;
     const bool isDoubled = !result.labels.empty() && result.labels.back().along == along;
     if (!(along >= 0 && along <= length) || isDoubled) continue;
     result.labels.push_back({tick, along, numberText(n, scaled(tick, result.power))});
