@@ -1,5 +1,5 @@
-// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces and the sleep of a
-// run belong to AppController. Tested by tests/transcripts/builtins/console.txt.
+// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces
+// and the sleep of a run are the Environment's. Tested by tests/transcripts/builtins/console.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 #include "builtins/library.h"
 #include "builtins/text/char_rows.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/system_functions.h"
@@ -16,12 +16,12 @@ namespace kelo::builtins {
 namespace {
 
 NodeValue disp(Call& call) {
-  call.app.show(Display::dispValue(call.args[0], call.app.displayParameters()));
+  call.environment.show(Display::dispValue(call.arg(0), call.environment.displayParameters()));
   return NodeValue::nothing();
 }
 
 NodeValue clc(Call& call) {
-  call.app.console.output.clear();
+  call.environment.clearConsole();
   return NodeValue::nothing();
 }
 
@@ -36,15 +36,14 @@ std::vector<Name> variables(const Workspace& workspace) {
 
 NodeValue who(Call& call) {
   std::vector<std::string> names;
-  for (const Name name : variables(call.app.workspaces.top())) names.push_back(name.text());
+  for (const Name name : variables(call.environment.workspaces.top())) names.push_back(name.text());
   std::sort(names.begin(), names.end());
   if (!call.isStatement()) {
     std::vector<TextRow> rows;
     for (const std::string& name : names) rows.push_back(kelo::charactersOf(name));
     return stackedRows(rows);
   }
-  if (!names.empty())
-    call.app.show(Display::disp(fmt::format("{}", fmt::join(names, "\n")), call.app.displayParameters()));
+  if (!names.empty()) call.environment.showText(fmt::format("{}", fmt::join(names, "\n")));
   return NodeValue::nothing();
 }
 
@@ -57,7 +56,7 @@ NodeValue clear(Call& call) {
     const std::string word = read::text(call, k, Wording::sentence(text::kClearInputs));
     if (!isOption(word)) names.push_back(Name::intern(word));
   }
-  Workspace& workspace = call.app.workspaces.top();
+  Workspace& workspace = call.environment.workspaces.top();
   const std::vector<Name> present = variables(workspace);
   for (const Name name : present) {
     if (names.empty() || std::find(names.begin(), names.end(), name) != names.end()) workspace.erase(name);
@@ -77,7 +76,7 @@ NodeValue error(Call& call) {
 // ---- input
 
 const CharArray& promptOf(const Call& call) {
-  const NumericArray* prompt = call.args[0].numeric();
+  const NumericArray* prompt = call.arg(0).numeric();
   if (!prompt || !prompt->is(Kind::Char) || !prompt->size().isMatrix()) {
     throw problem(text::kFirstInputInvalid, text::kCharacterArrayExpected);
   }
@@ -90,28 +89,26 @@ NodeValue input(Call& call) {
   const auto option = Wording::sentence(text::kInputOption);
   const bool isText = call.count() == 2;
   if (isText && read::text(call, 1, option) != "s") throw option.complaint(call);
-  const std::optional<std::string> line = call.app.readInput(prompt);
+  const std::optional<std::string> line = call.environment.readInput(prompt);
   if (!line) return NodeValue::failure();  // the statement loop tells of the stop
   return isText ? NodeValue(charRow(*line)) : call.visitor->evaluateText(*line);
 }
 
 // ---- pause
 
-using AllowingPause = AppController::AllowingPause;
-
 NodeValue stateOf(AllowingPause allowing) { return charRow(allowing == AllowingPause::on ? "on" : "off"); }
 
 /// The state before is the value of 'on' and 'off', for who wants to put it back.
 NodeValue pauseState(Call& call) {
   const int word = read::option(call, 0, Wording::sentence(text::kPauseState), {"on", "off", "query"});
-  const AllowingPause before = call.app.allowPause;
+  const AllowingPause before = call.environment.allowPause();
   if (word == 2) return stateOf(before);
-  call.app.allowPause = word == 0 ? AllowingPause::on : AllowingPause::off;
+  call.environment.setAllowPause(word == 0 ? AllowingPause::on : AllowingPause::off);
   return call.isStatement() ? NodeValue::nothing() : stateOf(before);
 }
 
 double secondsOf(const Call& call) {
-  const NumericArray* array = call.args[0].numeric();
+  const NumericArray* array = call.arg(0).numeric();
   if (!array || array->is(Kind::Char) || !array->isScalar()) throw Wording::sentence(text::kPauseInput).complaint(call);
   constexpr Wording words{"n", "n", text::kPauseSeconds};
   const double seconds = read::realScalar(call, 0, words);
@@ -120,28 +117,31 @@ double secondsOf(const Call& call) {
 }
 
 NodeValue pause(Call& call) {
-  if (call.count() == 1 && read::isText(call.args[0])) return pauseState(call);
-  call.app.pauseFor(call.count() == 1 ? std::optional(secondsOf(call)) : std::nullopt);
+  if (call.count() == 1 && read::isText(call.arg(0))) return pauseState(call);
+  call.environment.pauseFor(call.count() == 1 ? std::optional(secondsOf(call)) : std::nullopt);
   return NodeValue::nothing();
 }
 
-constexpr CountTexts kClc{text::kClcInputs, text::kClcOutputs};
-constexpr CountTexts kWho{text::kWhoInputs};
-constexpr CountTexts kClear{nullptr, text::kClearOutputs};
-constexpr CountTexts kPause{text::kPauseCount};
-
+// clang-format off
 constexpr Builtin kConsole[] = {
-    {"clc", clc, 0, {0, 0}, 0, "", "Clear the console", "clc", &kClc},
-    {"clear", clear, 0, {0, kAny}, 0, "name, ...", "Remove variables, all of them unless some are named",
-     "clear('x', 'y')", &kClear, "clearing variables"},
-    {"disp", disp, 0, {1, 1}, 0, "x", "Show a value without its name", "disp('Hello')"},
-    {"error", error, 0, {1, 1}, 0, "msg", "End the run with a message", "error('No data')"},
-    {"input", input, 0, {1, 2}, 1, "prompt, s", "Ask the user for an expression, or with 's' for a text",
-     "n = input('How many? ')"},
-    {"pause", pause, 0, {0, 1}, 1, "n", "Wait for a key or for n seconds; 'on', 'off' and 'query' rule whether to wait",
-     "pause(0.5)", &kPause},
-    {"who", who, 0, {0, 0}, 1, "", "Show the names of the variables", "who", &kWho},
+    {"clc",   clc,   {0, 0},    0, "",
+     "Clear the console", "clc", {.inputs = text::kClcInputs, .outputs = text::kClcOutputs}},
+    {"clear", clear, {0, kAny}, 0, "name, ...",
+     "Remove variables, all of them unless some are named", "clear('x', 'y')",
+     {.outputs = text::kClearOutputs, .verb = "clearing variables"}},
+    {"disp",  disp,  {1, 1},    0, "x",
+     "Show a value without its name", "disp('Hello')"},
+    {"error", error, {1, 1},    0, "msg",
+     "End the run with a message", "error('No data')"},
+    {"input", input, {1, 2},    1, "prompt, s",
+     "Ask the user for an expression, or with 's' for a text", "n = input('How many? ')"},
+    {"pause", pause, {0, 1},    1, "n",
+     "Wait for a key or for n seconds; 'on', 'off' and 'query' rule whether to wait", "pause(0.5)",
+     {.inputs = text::kPauseCount}},
+    {"who",   who,   {0, 0},    1, "",
+     "Show the names of the variables", "who", {.inputs = text::kWhoInputs}},
 };
+// clang-format on
 
 }  // namespace
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "builtins/library.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/system_functions.h"
 
@@ -12,16 +12,16 @@ namespace kelo::builtins {
 namespace {
 
 NodeValue tic(Call& call) {
-  const double now = call.app.clock.monotonicSeconds();
-  call.app.ticTime = now;
+  const double now = call.environment.clock.monotonicSeconds();
+  call.environment.ticTime = now;
   return call.isStatement() ? NodeValue::nothing() : NodeValue(now);
 }
 
 /// The moment that is counted from: the argument, or the last `tic`.
 double startOf(const Call& call, double now) {
   if (call.count() == 0) {
-    if (!call.app.ticTime) throw Wording::sentence(text::kTocBeforeTic).complaint(call);
-    return *call.app.ticTime;
+    if (!call.environment.ticTime) throw Wording::sentence(text::kTocBeforeTic).complaint(call);
+    return *call.environment.ticTime;
   }
   read::numeric(call, 0, Wording::sentence(text::kTocNumeric));
   constexpr Wording words{"t", "t", text::kTocNumber};
@@ -31,15 +31,15 @@ double startOf(const Call& call, double now) {
 }
 
 NodeValue toc(Call& call) {
-  const double now = call.app.clock.monotonicSeconds();
+  const double now = call.environment.clock.monotonicSeconds();
   const double seconds = now - startOf(call, now);
   if (!call.isStatement()) return NodeValue(seconds);
-  call.app.show(Display::disp(fmt::format("Time elapsed: {:e} seconds.", seconds), call.app.displayParameters()));
+  call.environment.showText(fmt::format("Time elapsed: {:e} seconds.", seconds));
   return NodeValue::nothing();
 }
 
 NodeValue clock(Call& call) {
-  const platform::CalendarTime time = call.app.clock.localTime();
+  const platform::CalendarTime time = call.environment.clock.localTime();
   const double parts[] = {double(time.year), double(time.month),  double(time.day),
                           double(time.hour), double(time.minute), time.seconds};
   return DoubleArray::row(parts);
@@ -48,19 +48,22 @@ NodeValue clock(Call& call) {
 NodeValue date(Call& call) {
   static constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                             "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  const platform::CalendarTime time = call.app.clock.localTime();
+  const platform::CalendarTime time = call.environment.clock.localTime();
   return charRow(fmt::format("{:02}-{}-{:04}", time.day, kMonths[time.month - 1], time.year));
 }
 
-constexpr CountTexts kTic{text::kTicInputs};
-constexpr CountTexts kTimeOfDay{text::kTimeInputs};
-
+// clang-format off
 constexpr Builtin kTime[] = {
-    {"clock", clock, 0, {0, 0}, 1, "", "The time as year, month, day, hour, minute and seconds", "clock", &kTimeOfDay},
-    {"date", date, 0, {0, 0}, 1, "", "The day as text", "date", &kTimeOfDay},
-    {"tic", tic, 0, {0, 0}, 1, "", "Start to take the time", "tic", &kTic},
-    {"toc", toc, 0, {0, 1}, 1, "t", "The seconds since tic, or since t = tic", "tic; sum(rand(1000)); toc"},
+    {"clock", clock, {0, 0}, 1, "",
+     "The time as year, month, day, hour, minute and seconds", "clock", {.inputs = text::kTimeInputs}},
+    {"date",  date,  {0, 0}, 1, "",
+     "The day as text", "date", {.inputs = text::kTimeInputs}},
+    {"tic",   tic,   {0, 0}, 1, "",
+     "Start to take the time", "tic", {.inputs = text::kTicInputs}},
+    {"toc",   toc,   {0, 1}, 1, "t",
+     "The seconds since tic, or since t = tic", "tic; sum(rand(1000)); toc"},
 };
+// clang-format on
 
 }  // namespace
 

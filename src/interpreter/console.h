@@ -34,10 +34,10 @@ class ConsoleView {
   /// How far a long task of a built-in is, as a short line that the next one replaces; "" takes it away. Thread: the
   /// parser queue.
   virtual void progress(const std::string& line) {}
-  /// A run has ended; the state `idle` follows. Thread: the parser queue.
-  virtual void runEnded(const RunResult& result) {}
   /// Thread: main.
   virtual void runStateChanged(RunState::Status status) {}
+  /// A run has ended, and the state is idle again. Thread: main.
+  virtual void runEnded(const RunResult& result) {}
 };
 
 struct Console {

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "interpreter/app_controller.h"
 #include "interpreter/complaints.h"
+#include "interpreter/environment.h"
 #include "messages/catalogue/values.h"
 
 namespace kelo {
@@ -24,7 +24,7 @@ Message messageAt(const CallSite& site) {
 namespace {
 
 void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
-  const CountTexts texts = row.countTexts ? *row.countTexts : CountTexts{};
+  const OwnTexts& texts = row.own;
   const auto ownWords = [&](const char* text, int given) {
     return expectation(fmt::format(fmt::runtime(text), row.name, given));
   };
@@ -39,19 +39,19 @@ void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
 }
 
 std::string lastResort(const Builtin& row) {
-  if (row.failure) return row.failure;
-  return row.verb ? std::string(text::kUnexpectedError) + " while " + row.verb : text::kUnexpectedError;
+  if (row.own.failure) return row.own.failure;
+  return row.own.verb ? std::string(text::kUnexpectedError) + " while " + row.own.verb : text::kUnexpectedError;
 }
 
 }  // namespace
 
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, AppController& app, Visitor* visitor) {
+                      const CallSite& site, Environment& environment, Visitor* visitor) {
   Message message;
   try {
     if (row.handler != nullptr) {
       checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-      Call call(row, args, lhsVariableCount, site, app, visitor);
+      Call call(row, args, lhsVariableCount, site, environment, visitor);
       return row.handler(call);
     }
     message = messageAt(site);
@@ -66,7 +66,7 @@ NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optiona
     message = messageAt(site);
     message.reason = lastResort(row);
   }
-  app.show(message);
+  environment.show(message);
   return NodeValue::failure();
 }
 
@@ -80,7 +80,7 @@ void Call::warn(const std::string& sentence) const {
   Message message = messageAt(site);
   message.type = Message::MsgType::warning;
   message.expected = sentence;
-  app.show(message);
+  environment.show(message);
 }
 
 }  // namespace kelo

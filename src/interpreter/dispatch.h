@@ -13,6 +13,6 @@ Message messageAt(const CallSite& site);
 /// Runs a built-in; `visitor` is the evaluator of the run, for the few that ask it. The result is its value, void, or
 /// failure when an error has been shown.
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, AppController& app, Visitor* visitor = nullptr);
+                      const CallSite& site, Environment& environment, Visitor* visitor = nullptr);
 
 }  // namespace kelo

@@ -4,7 +4,7 @@
 
 #include <new>
 
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/values.h"
 #include "messages/catalogue/run_control.h"
@@ -13,64 +13,56 @@
 namespace kelo {
 namespace {
 
-void showError(AppController& app, std::string reason, std::optional<std::string> relativePath = std::nullopt) {
+void showError(Environment& environment, std::string reason, std::optional<std::string> relativePath = std::nullopt) {
   Message message;
   message.reason = std::move(reason);
   message.relativePath = std::move(relativePath);
-  app.show(message);
+  environment.show(message);
 }
 
 /// A parse that fails has shown its error; if it has shown nothing, there is one line at least.
-void runText(AppController& app, MatlabParser& parser, const std::string& text) {
-  const ProgTree tree = parser.parseText(text);
+void runText(Environment& environment, const std::string& text, const std::string& path = "") {
+  const ProgTree tree = parseText(environment.parserSetting(), text, path);
   if (tree) {
-    Visitor(app).runProgram(*tree);
-  } else if (app.messagesShown() == 0) {
-    showError(app, text::kUnexpectedError);
+    Visitor(environment).runProgram(*tree);
+  } else if (environment.messagesShown() == 0) {
+    showError(environment, text::kUnexpectedError);
   }
 }
 
-/// What every run has around it: the states, the request to stop, the end of local functions.
+/// What every run has around it: the base workspace on top, the end of local functions, the saving of the store.
 template <class Body>
-RunResult runBlock(AppController& app, Body body) {
-  app.setRunState(RunState::Status::running);
-  app.shouldExitExecution = false;
-  app.beginCount();
-  app.workspaces.popToBase();
+RunResult runBlock(Environment& environment, Body body) {
+  environment.beginCount();
+  environment.workspaces.popToBase();
+  environment.parserBuffer.clear();
   RunResult result;
   try {
     body();
   } catch (const FatalFault& fault) {
     result.fatalFault = fault.what;
   } catch (...) {  // no visit lets anything else through; if one does, the run ends and not the program
-    showError(app, text::kUnexpectedError);
+    showError(environment, text::kUnexpectedError);
   }
-  app.workspaces.base().removeLocalFunctions();
-  result.failed = app.errorsShown() > 0 || result.fatalFault.has_value();
-  app.randState.write(app.host.store);
-  app.host.store.save();
-  app.console.output.view().runEnded(result);
-  app.setRunState(RunState::Status::idle);
+  environment.workspaces.base().removeLocalFunctions();
+  result.failed = environment.errorsShown() > 0 || result.fatalFault.has_value();
+  environment.save();
   return result;
 }
 
 }  // namespace
 
-RunResult runCommand(AppController& app, const std::string& text) {
-  return runBlock(app, [&] {
-    MatlabParser parser(app.parserSetting());
-    runText(app, parser, text);
-  });
+RunResult runCommand(Environment& environment, const std::string& text) {
+  return runBlock(environment, [&] { runText(environment, text); });
 }
 
-RunResult runFile(AppController& app, const std::string& directory, const std::string& fileName) {
-  return runBlock(app, [&] {
+RunResult runFile(Environment& environment, const std::string& directory, const std::string& fileName) {
+  return runBlock(environment, [&] {
     const std::string path = directory.empty() ? fileName : directory + "/" + fileName;
-    const std::optional<std::string> text = app.files.readFile(path);
-    if (!text) return showError(app, text::failedToLoad(fileName), path);
-    app.runInDir = directory;
-    MatlabParser parser(app.parserSetting(), directory, fileName);
-    runText(app, parser, *text);
+    const std::optional<std::string> text = environment.files.readFile(path);
+    if (!text) return showError(environment, text::failedToLoad(fileName), path);
+    environment.runInDir = directory;
+    runText(environment, *text, path);
   });
 }
 

@@ -7,12 +7,12 @@
 
 namespace kelo {
 
-class AppController;
+class Environment;
 
 /// Runs a text of the console in the base workspace.
-RunResult runCommand(AppController& app, const std::string& text);
+RunResult runCommand(Environment& environment, const std::string& text);
 
 /// Runs a file. Names of files are looked up in its directory while it runs.
-RunResult runFile(AppController& app, const std::string& directory, const std::string& fileName);
+RunResult runFile(Environment& environment, const std::string& directory, const std::string& fileName);
 
 }  // namespace kelo

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "frontend/node_text.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/indexing.h"

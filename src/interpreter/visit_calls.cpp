@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 
 #include "frontend/node_text.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/builtin_table.h"
 #include "interpreter/dispatch.h"
 #include "interpreter/resolve.h"

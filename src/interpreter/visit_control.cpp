@@ -1,5 +1,5 @@
 // Loops and branches.
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"

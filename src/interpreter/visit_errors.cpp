@@ -1,6 +1,6 @@
 // Messages with the place of a node. What library code throws ends here.
 #include "frontend/node_text.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/dispatch.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"

@@ -3,7 +3,7 @@
 
 #include "grammar/kelo_node.h"
 #include "interpreter/node_details.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/visitor.h"
 #include "messages/fatal_fault.h"
 #include "values/index.h"

@@ -5,7 +5,7 @@
 // extent of the index around it.
 #include <fmt/format.h>
 
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"

@@ -1,5 +1,5 @@
 // The dispatcher of expressions, and the literals.
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"

@@ -9,7 +9,7 @@
 
 #include <fmt/format.h>
 
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
 #include "linear/linear.h"

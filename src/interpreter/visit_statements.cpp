@@ -3,7 +3,7 @@
 
 #include "KeloParser.h"
 #include "frontend/node_text.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visit_guard.h"
 #include "messages/catalogue/interpreter.h"
@@ -11,7 +11,7 @@
 
 namespace kelo {
 
-Visitor::Visitor(AppController& app)
+Visitor::Visitor(Environment& app)
     : app_(app), answer_(Name::intern("ans")), imaginaryI_(Name::intern("i")), imaginaryJ_(Name::intern("j")) {}
 
 NodeValue Visitor::runProgram(KeloNode& program, bool mainFunctionRequired) {

@@ -23,8 +23,8 @@
 
 namespace kelo {
 
-class AppController;
 class BuiltinTable;
+class Environment;
 class FieldChain;
 class KeloNode;
 struct ChainDetails;
@@ -37,8 +37,8 @@ class Visitor {
   using Outputs = int;
   static constexpr Outputs kNoOutputs = -1;
 
-  /// The evaluator of one run. REQUIRES: app.builtins is set
-  explicit Visitor(AppController& app);
+  /// The evaluator of one run.
+  explicit Visitor(Environment& app);
 
   /// Runs the tree of a program in the top workspace.
   NodeValue runProgram(KeloNode& program, bool mainFunctionRequired = false);
@@ -181,7 +181,7 @@ class Visitor {
   template <class Body>
   NodeValue guarded(KeloNode& place, const char* lastResort, Body&& body);
 
-  AppController& app_;
+  Environment& app_;
   Frame frame_;
   bool recursionWasTooDeep_ = false;
   const Name answer_;

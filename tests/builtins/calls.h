@@ -16,7 +16,7 @@ inline NodeValue answered(const char* name, std::vector<Storable> args, std::opt
   alignas(16) static char noApplication[16];
   const Builtin* row = builtins::library().find(Name::intern(name));
   const CallSite site;
-  Call call(*row, args, outputs, site, reinterpret_cast<AppController&>(noApplication), nullptr);
+  Call call(*row, args, outputs, site, reinterpret_cast<Environment&>(noApplication), nullptr);
   return row->handler(call);
 }
 

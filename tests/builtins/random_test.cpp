@@ -27,7 +27,7 @@ struct Drawing : TestApp {
   NodeValue answer(const char* name, std::vector<Storable> args) {
     const Builtin* row = builtins::library().find(Name::intern(name));
     const CallSite site;
-    Call call(*row, args, std::nullopt, site, app, nullptr);
+    Call call(*row, args, std::nullopt, site, app.environment, nullptr);
     return row->handler(call);
   }
   std::string draw(const char* name, const std::vector<Storable>& args) {
@@ -103,20 +103,20 @@ TEST(Random, fractionsAreRoundedOnce) {
 TEST(Random, stateIsKept) {
   Drawing app;
   app.draw("rand", {num(0)});  // seeds from the clock: 29 February 2024, 12:30:15
-  ASSERT_TRUE(app.app.randState.randStateW.has_value());
-  EXPECT_EQ(app.app.randState.randStateU, RandomWords::fromSeed(1709209815).u);
+  ASSERT_TRUE(app.app.environment.randState.randStateW.has_value());
+  EXPECT_EQ(app.app.environment.randState.randStateU, RandomWords::fromSeed(1709209815).u);
 
   app.seed(1);
   app.draw("rand", {});
   app.duringRun([] {});
   app.app.startCommand("");  // the end of a run puts the words into the store
   Drawing restarted;
-  restarted.app.randState.load(app.store);
+  restarted.app.environment.randState.load(app.store);
   EXPECT_EQ(restarted.numbers("rand", {}).front(), 0.4111892837729905);
 
-  app.app.randState.randStateV.reset();  // a word that is missing: a new seed
+  app.app.environment.randState.randStateV.reset();  // a word that is missing: a new seed
   app.draw("rand", {num(0)});
-  EXPECT_EQ(app.app.randState.randStateU, RandomWords::fromSeed(1709209815).u);
+  EXPECT_EQ(app.app.environment.randState.randStateU, RandomWords::fromSeed(1709209815).u);
 }
 
 TEST(Random, sizesAndComplaints) {

@@ -16,17 +16,15 @@ namespace {
 std::vector<std::string> shownBy(const Builtin& row, int inputs, std::optional<int> outputs) {
   TestApp test(builtins::library());
   std::vector<Storable> args(static_cast<size_t>(inputs), Storable(1.0));
-  const NodeValue result = callBuiltin(row, args, outputs, CallSite{}, test.app);
+  const NodeValue result = callBuiltin(row, args, outputs, CallSite{}, test.app.environment);
   EXPECT_TRUE(result.isFailure()) << row.name << " with " << inputs << " arguments";
   return test.shown;
 }
 
 TEST(Table, HasEachReservedNameOnce) {
-  std::set<std::string_view> reserved(builtinNames().begin(), builtinNames().end());
-  EXPECT_EQ(reserved.size(), 260u);
-  const auto rows = builtins::library().rows();
-  EXPECT_EQ(rows.size(), reserved.size());
-  for (const Builtin* row : rows) EXPECT_TRUE(reserved.contains(row->name)) << row->name;
+  std::vector<std::string_view> names;
+  for (const Builtin* row : builtins::library().rows()) names.push_back(row->name);
+  EXPECT_EQ(names, std::vector<std::string_view>(std::begin(kBuiltinNames), std::end(kBuiltinNames)));
 }
 
 TEST(Table, TellsWhatEachFunctionIsFor) {
@@ -49,7 +47,7 @@ TEST(Table, GivesExamplesThatRun) {
     test.mainQueue.drain();
     const int messages = std::string_view(row->name) == "error" ? 1 : 0;
     const std::string last = test.shown.empty() ? "" : test.shown.back();
-    EXPECT_EQ(test.app.messagesShown(), messages) << row->example << "\n" << last;
+    EXPECT_EQ(test.app.environment.messagesShown(), messages) << row->example << "\n" << last;
   }
 }
 

@@ -56,7 +56,7 @@ TEST(History, WalksBackAndForth) {
 TEST(Output, ShowsAllAndKeepsATail) {
   TestApp test;
   const int count = 5000;
-  for (int k = 0; k < count; ++k) test.app.show(Display::disp("line\nline", test.app.displayParameters()));
+  for (int k = 0; k < count; ++k) test.app.environment.showText("line\nline");
   EXPECT_EQ(test.shown.size(), count);
   const auto kept = static_cast<int64_t>(test.app.console.output.items().size());
   EXPECT_GE(2 * kept, Console::Output::maxNumOfLines);
@@ -71,17 +71,17 @@ TEST(Settings, AreReadAndMended) {
   TestApp donor;
   AppController app({donor.parserQueue, donor.mainQueue, donor.synchronization, donor.files, store, donor.clock}, donor,
                     TestApp::noBuiltins());
-  EXPECT_EQ(app.nDigits(), 5);
-  EXPECT_EQ(app.randState.randStateV, UINT64_MAX);
-  EXPECT_EQ(app.randState.randStateU, std::nullopt);
+  EXPECT_EQ(app.environment.nDigits(), 5);
+  EXPECT_EQ(app.environment.randState.randStateV, UINT64_MAX);
+  EXPECT_EQ(app.environment.randState.randStateU, std::nullopt);
 
   Message warning;
   warning.type = Message::MsgType::warning;
-  app.show(warning);
+  app.environment.show(warning);
   EXPECT_EQ(donor.shown, Texts());
-  app.show(Message());
+  app.environment.show(Message());
   EXPECT_EQ(donor.shown, Texts{"Error in the console."});
-  EXPECT_EQ(app.errorsShown(), 1);
+  EXPECT_EQ(app.environment.errorsShown(), 1);
 }
 
 }  // namespace

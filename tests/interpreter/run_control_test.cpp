@@ -16,8 +16,12 @@ TEST(RunControl, RunButtonStartsACommandOnceAndKeepsItsText) {
   test.app.panelDir = "work";
   test.app.console.input.text = "1 +";
   test.app.pressRun();
+  EXPECT_EQ(test.app.control.status(), Status::running);  // until the main thread hears of the end
+  EXPECT_TRUE(test.results.empty());
   EXPECT_EQ(test.status(), Status::idle);
-  EXPECT_EQ(test.app.runInDir, "work");
+  ASSERT_EQ(test.results.size(), 1u);
+  EXPECT_TRUE(test.results[0].failed);
+  EXPECT_EQ(test.app.environment.runInDir, "work");
   EXPECT_EQ(test.app.console.input.text, std::nullopt);
   EXPECT_EQ(test.app.console.history.items(), Texts{"1 +"});
   ASSERT_EQ(test.shown.size(), 2u);  // the echo and one error
@@ -45,7 +49,7 @@ TEST(RunControl, InputTakesTheTypedLineAndRemembersIt) {
     test.app.pressRun();
   };
   test.duringRun([&] {
-    EXPECT_EQ(test.app.readInput("Age? "), "42");
+    EXPECT_EQ(test.app.environment.readInput("Age? "), "42");
     EXPECT_EQ(test.status(), Status::running);
   });
   EXPECT_EQ(test.app.console.input.text, std::nullopt);
@@ -54,21 +58,24 @@ TEST(RunControl, InputTakesTheTypedLineAndRemembersIt) {
 
 TEST(RunControl, StopWakesAndIsSeenOnce) {
   TestApp test;
-  test.synchronization.whileAsleep = [&] { test.app.pressStop(); };
+  test.synchronization.whileAsleep = [&] {
+    test.app.pressStop();
+    EXPECT_FALSE(test.app.control.wait());
+  };
   test.duringRun([&] {
-    EXPECT_EQ(test.app.readInput(""), std::nullopt);
+    EXPECT_EQ(test.app.environment.readInput(""), std::nullopt);
     EXPECT_EQ(test.status(), Status::waitInput);  // the button leaves the state to the end of the run
-    EXPECT_TRUE(test.app.takeStopRequest());
-    EXPECT_FALSE(test.app.takeStopRequest());
+    EXPECT_TRUE(test.app.environment.takeStopRequest());
+    EXPECT_FALSE(test.app.environment.takeStopRequest());
   });
   // A press just before the sleep is not lost, and one on an idle system does not reach the next run.
   test.synchronization.whileAsleep = [] { FAIL() << "slept"; };
   test.duringRun([&] {
     test.app.pressStop();
-    test.app.pauseFor(std::nullopt);
+    test.app.environment.pauseFor(std::nullopt);
   });
   test.app.startCommand("");
-  EXPECT_FALSE(test.app.shouldExitExecution);
+  EXPECT_FALSE(test.app.environment.takeStopRequest());
 }
 
 TEST(RunControl, TimerEndsItsPauseAndNoOther) {
@@ -77,13 +84,16 @@ TEST(RunControl, TimerEndsItsPauseAndNoOther) {
   test.synchronization.whileAsleep = [&] {
     EXPECT_EQ(test.status(), Status::paused);
     if (++wakes == 1) return test.app.pressRun();  // the user is faster than the first timer
+    EXPECT_TRUE(test.app.control.wait()->isTimed);
     test.mainQueue.fireNextTimer();
+    // What is answered is no wait any more, before the run has said a word.
+    EXPECT_EQ(test.app.control.wait().has_value(), wakes == 2);
   };
   test.duringRun([&] {
-    test.app.pauseFor(1);
+    test.app.environment.pauseFor(1);
     EXPECT_EQ(test.status(), Status::running);
     const double begin = test.clock.seconds;
-    test.app.pauseFor(5);
+    test.app.environment.pauseFor(5);
     EXPECT_EQ(test.clock.seconds, begin + 5);
   });
   EXPECT_EQ(wakes, 3);  // the first timer went off during the second pause and did nothing

@@ -15,7 +15,9 @@ struct TestApp : ConsoleView {
   /// Without built-ins, or with a table of them.
   TestApp() : TestApp(noBuiltins()) {}
   explicit TestApp(const BuiltinTable& builtins)
-      : app({parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins) {}
+      : app({parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins) {
+    synchronization.whileAsleep = [this] { mainQueue.drain(); };
+  }
 
   static const BuiltinTable& noBuiltins() {
     static const BuiltinTable table({});
@@ -23,19 +25,22 @@ struct TestApp : ConsoleView {
   }
 
   void item(const Display& display) override { shown.push_back(display.displayText()); }
+  void runEnded(const RunResult& result) override { results.push_back(result); }
 
   RunState::Status status() {
     mainQueue.drain();
-    return app.console.runState.status;
+    return app.control.status();
   }
-  /// Runs a block on the queue, as the middle of a run.
+  /// Runs a block as a run.
   void duringRun(const platform::Block& block) {
-    app.setRunState(RunState::Status::running);
-    parserQueue.async(block);
-    app.setRunState(RunState::Status::idle);
+    app.start([&] {
+      block();
+      return RunResult();
+    });
   }
 
   std::vector<std::string> shown;
+  std::vector<RunResult> results;  ///< of the runs that have ended
   platform::InlineQueue parserQueue;
   platform::ManualClock clock;
   platform::ManualMainQueue mainQueue{clock};

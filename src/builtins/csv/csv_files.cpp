@@ -1,12 +1,12 @@
-// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is csv_text.h's
-// business. Tested by tests/transcripts/builtins/csv.txt.
+// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is
+// csv_text.h's business. Tested by tests/transcripts/builtins/csv.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
 
 #include "builtins/csv/csv_text.h"
 #include "builtins/library.h"
-#include "interpreter/app_controller.h"
+#include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/run_control.h"
 #include "messages/catalogue/system_functions.h"
@@ -16,8 +16,8 @@ namespace {
 
 bool isPathOfNames(std::string_view path) {
   const size_t slash = path.find('/');
-  if (slash == std::string_view::npos) return read::isName(path);
-  return read::isName(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
+  if (slash == std::string_view::npos) return followsNameRule(path);
+  return followsNameRule(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
 }
 
 std::string lowered(std::string word) {
@@ -40,7 +40,7 @@ std::string pathOf(const Call& call, const char* signature) {
 }
 
 void tell(const Call& call, const char* words, const std::string& path) {
-  call.app.show(Display::disp(fmt::format(fmt::runtime(words), path), call.app.displayParameters()));
+  call.environment.showText(fmt::format(fmt::runtime(words), path));
 }
 
 constexpr const char* kWithStart = "fname, r1, c1";
@@ -53,7 +53,7 @@ CsvRange rangeOf(const Call& call, const char* signature) {
   range.firstRow = read::integer(call, 1, {signature, "r1", predicate::kNonNegativeInteger}, 0);
   range.firstColumn = read::integer(call, 2, {signature, "c1", predicate::kNonNegativeInteger}, 0);
   if (call.count() == 3) return range;
-  const auto numbers = read::asIntegers(call.args[3]);
+  const auto numbers = read::asIntegers(call.arg(3));
   if (!numbers || numbers->size() != 4 || *std::min_element(numbers->begin(), numbers->end()) < 0) {
     throw argumentComplaint(call.name(), signature, "[r1 c1 r2 c2]", text::kCsvRange);
   }
@@ -67,32 +67,32 @@ CsvRange rangeOf(const Call& call, const char* signature) {
 /// Shows how far the reading is, once it has taken a second; takes that away at its end.
 class Progress {
  public:
-  Progress(AppController& app, const std::string& path)
-      : app_(app), path_(path), begin_(app.clock.monotonicSeconds()) {}
+  Progress(Environment& environment, const std::string& path)
+      : environment_(environment), path_(path), begin_(environment.clock.monotonicSeconds()) {}
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress() {
-    if (isShown_) app_.console.output.view().progress("");
+    if (isShown_) environment_.showProgress("");
   }
 
   void show(double part) {
-    if (app_.clock.monotonicSeconds() - begin_ < kPatience) return;
+    if (environment_.clock.monotonicSeconds() - begin_ < kPatience) return;
     isShown_ = true;
-    app_.console.output.view().progress(fmt::format(text::kReading, path_, 100 * part));
+    environment_.showProgress(fmt::format(text::kReading, path_, 100 * part));
   }
 
  private:
   static constexpr double kPatience = 1;  // seconds
 
-  AppController& app_;
+  Environment& environment_;
   const std::string& path_;
   const double begin_;
   bool isShown_ = false;
 };
 
 std::optional<DoubleArray> readArray(const Call& call, const std::string& path, const CsvRange& range) {
-  Progress progress(call.app, path);
-  const std::optional<std::string> bytes = call.app.files.readFile(path);
+  Progress progress(call.environment, path);
+  const std::optional<std::string> bytes = call.environment.files.readFile(path);
   if (!bytes) throw problem(text::failedToLoad(path));
   return arrayOfCsv(*bytes, range, [&](double part) { progress.show(part); });
 }
@@ -112,20 +112,21 @@ NodeValue csvwrite(Call& call) {
   const std::string path = pathOf(call, "fname, A");
   const NumericArray& array = read::numeric(call, 1, {"fname, A", "A", predicate::kNumericArray});
   if (!array.size().isMatrix()) throw expectation(text::kExportedMatrix);
-  if (!call.app.files.writeFile(path, csvOfArray(array))) throw problem(fmt::format(text::kFailedToWrite, path));
+  const bool written = call.environment.files.writeFile(path, csvOfArray(array));
+  if (!written) throw problem(fmt::format(text::kFailedToWrite, path));
   tell(call, text::kArrayWritten, path);
   return NodeValue::nothing();
 }
 
-constexpr CountTexts kCsvread{text::kCsvreadCount};
-
+// clang-format off
 constexpr Builtin kCsvFiles[] = {
-    {"csvread", csvread, 0, {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
+    {"csvread",  csvread,  {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
      "Read numbers from a file, rows and columns being counted from 0",
-     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)",
-     &kCsvread},
-    {"csvwrite", csvwrite, 0, {2, 2}, 0, "fname, A", "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
+     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)", {.inputs = text::kCsvreadCount}},
+    {"csvwrite", csvwrite, {2, 2}, 0, "fname, A",
+     "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -8,24 +8,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/native/descriptor.h"
+
 namespace kelo::platform::native {
-namespace {
-
-/// A descriptor that closes itself.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int number() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
 
 bool writeAll(int descriptor, std::string_view bytes) {
   size_t done = 0;
@@ -38,11 +23,12 @@ bool writeAll(int descriptor, std::string_view bytes) {
   return true;
 }
 
-}  // namespace
-
 std::optional<std::string> readWholeFile(const std::string& path) {
   // Not to wait for a writer, should it be a pipe.
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return readWholeFile(Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)));
+}
+
+std::optional<std::string> readWholeFile(const Descriptor& file) {
   struct stat status;
   if (!file.isOpen() || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   std::string bytes(static_cast<size_t>(status.st_size) + 1, '\0');  // one more, to see the end in the same call

@@ -44,7 +44,7 @@ ExitStatus runBatch(const Options& options) {
     return kWrongUsage;
   }
   Session session(options, place->workDir, styleOf(options));
-  if (!options.width) session.app.settings.consoleCells = terminalWidth();
+  if (!options.width) session.app.environment.settings.consoleCells = terminalWidth();
 
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");

@@ -43,12 +43,12 @@ std::vector<std::string> completions(AppController& app, const std::string& befo
   const auto offer = [&](const std::string& name) {
     if (!name.empty() && name.starts_with(word)) names.insert(name);
   };
-  for (const std::string& file : app.files.listDirectory(app.panelDir).value_or(std::vector<std::string>())) {
+  for (const std::string& file : app.environment.files.listDirectory(app.panelDir).value_or(std::vector<std::string>())) {
     offer(inQuotes ? file : withoutEnding(file));
   }
   if (!inQuotes) {
-    for (const Name name : app.workspaces.base().names()) offer(name.text());
-    for (const Builtin* row : app.builtins.rows()) offer(row->name);
+    for (const Name name : app.environment.workspaces.base().names()) offer(name.text());
+    for (const Builtin* row : app.environment.builtins.rows()) offer(row->name);
   }
   return {names.begin(), names.end()};
 }

@@ -24,6 +24,7 @@ class InteractiveConsole {
 
   void serve() {
     warmUp();
+    session_.figureDocuments.makeFolder();
     while (std::optional<std::string> command = readCommand()) {
       if (command->find_first_not_of(" \t") == std::string::npos) continue;
       runCommand(*command);
@@ -47,7 +48,7 @@ class InteractiveConsole {
     hooks.next = [this] { return session_.app.console.history.next(); };
     hooks.complete = [this](const std::string& before, size_t* wordLength) {
       std::vector<std::string> names;
-      if (session_.app.console.runState.status != RunState::Status::idle) return names;  // an answer is typed
+      if (session_.app.control.status() != RunState::Status::idle) return names;  // an answer is typed
       session_.parserQueue.runAndWait([&] { names = completions(session_.app, before, wordLength); });
       return names;
     };
@@ -91,7 +92,7 @@ class InteractiveConsole {
   }
 
   void runCommand(const std::string& command) {
-    if (!hasFixedWidth_) session_.app.settings.consoleCells = terminalWidth();
+    if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);
     session_.run(
         [&](AppController& app) {

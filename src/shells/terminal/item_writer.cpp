@@ -68,12 +68,8 @@ void ItemWriter::progress(const std::string& line) {
 }
 
 void ItemWriter::runEnded(const RunResult& result) {
-  lastResult_ = result;
+  result_ = result;
   if (result.fatalFault) write(STDERR_FILENO, "kelo: the run was ended by a fatal fault: " + *result.fatalFault + "\n");
-}
-
-void ItemWriter::runStateChanged(RunState::Status status) {
-  if (status == RunState::Status::idle) ++runsEnded_;
 }
 
 void ItemWriter::write(int descriptor, const std::string& text) {

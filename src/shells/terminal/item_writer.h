@@ -36,11 +36,11 @@ class ItemWriter : public ConsoleView {
   void cleared() override;
   void progress(const std::string& line) override;
   void runEnded(const RunResult& result) override;
-  void runStateChanged(RunState::Status status) override;
 
-  /// Of the runs that have ended. Thread: main
-  int64_t runsEnded() const { return runsEnded_; }
-  const RunResult& lastResult() const { return lastResult_; }
+  /// A run begins; it has ended when there is a result. Thread: main
+  void beginRun() { result_.reset(); }
+  bool runHasEnded() const { return result_.has_value(); }
+  const RunResult& lastResult() const { return *result_; }
   /// Why standard output took less than all; empty when it took all.
   const std::string& fault() const { return fault_; }
 
@@ -55,8 +55,7 @@ class ItemWriter : public ConsoleView {
   std::string openPrompt_;
   std::string fault_;
   bool hasWritten_ = false;
-  RunResult lastResult_;
-  int64_t runsEnded_ = 0;
+  std::optional<RunResult> result_;
 };
 
 }  // namespace kelo::terminal

@@ -15,41 +15,66 @@
 namespace kelo::terminal {
 namespace {
 
-std::string stateDirectory(const Options& options) {
-  if (options.stateDir) return *options.stateDir;
-  if (const char* state = std::getenv("XDG_STATE_HOME"); state != nullptr && state[0] == '/') {
-    return std::string(state) + "/kelo";
+/// "kelo" in the directory that the variable names, or else in one below the home directory.
+std::string ownDirectory(const char* variable, const char* belowHome) {
+  if (const char* directory = std::getenv(variable); directory != nullptr && directory[0] == '/') {
+    return std::string(directory) + "/kelo";
   }
   const char* home = std::getenv("HOME");
-  return std::string(home != nullptr ? home : ".") + "/.local/state/kelo";
+  return std::string(home != nullptr ? home : ".") + belowHome + "/kelo";
+}
+
+std::string stateDirectory(const Options& options) {
+  return options.stateDir ? *options.stateDir : ownDirectory("XDG_STATE_HOME", "/.local/state");
+}
+
+std::string documentsDirectory(const Options& options) {
+  if (options.documentsDir) return *options.documentsDir;
+  return options.stateDir ? *options.stateDir : ownDirectory("XDG_DATA_HOME", "/.local/share");
+}
+
+void tell(const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }
+
+figures::FigureOrigin figureOrigin() {
+  const auto [name, version] = platform::native::systemVersion();
+  return {KELO_VERSION, version, name};
 }
 
 }  // namespace
 
 Session::Session(const Options& options, const std::string& workDir, ItemWriter::Style style)
-    : store(stateDirectory(options),
-            [](const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }),
+    : store(stateDirectory(options), tell),
       files(workDir),
+      documentFiles(documentsDirectory(options)),
+      figureDocuments(documentFiles, clock, figureOrigin(), tell),
       writer(style, files),
       app({parserQueue, mainQueue, synchronization, files, store, clock}, writer, builtins::library()) {
   platform::native::adaptToMachine();
   platform::setParallelFor(&pool);
-  if (options.numDigitIndex) app.settings.numDigitIndex = *options.numDigitIndex;
-  if (options.width) app.settings.consoleCells = *options.width;
+  if (options.numDigitIndex) app.environment.settings.numDigitIndex = *options.numDigitIndex;
+  if (options.width) app.environment.settings.consoleCells = *options.width;
 }
 
 // The queue's thread is a member that goes last, so a run that is left behind is stopped here.
 Session::~Session() {
+  bool hasEnded = false;
   app.pressStop();
-  parserQueue.runAndWait([] { platform::setParallelFor(nullptr); });
+  parserQueue.async([&] {
+    platform::setParallelFor(nullptr);
+    mainQueue.async([&] { hasEnded = true; });
+  });
+  while (!hasEnded) {  // the run may wait for this thread
+    waitForEvent();
+    mainQueue.runReady();
+  }
 }
 
 void Session::run(const std::function<void(AppController&)>& start, const Answerer& answer) {
   stopped_ = false;
   stopSignal.take();
-  const int64_t before = writer.runsEnded();
+  writer.beginRun();
   start(app);
-  while (writer.runsEnded() == before) {
+  while (!writer.runHasEnded()) {
     waitForEvent();
     if (stopSignal.take()) {
       stopped_ = true;
@@ -69,15 +94,12 @@ ExitStatus Session::lastStatus() const {
 }
 
 /// A pause with a time limit takes no line of a pipe: there the lines are answers.
-bool Session::listensToInput() {
-  const RunState::Status status = app.console.runState.status;
-  if (status == RunState::Status::waitInput) return true;
-  if (status != RunState::Status::paused) return false;
-  return isatty(LineReader::kDescriptor) || !mainQueue.secondsToNextTimer();
+bool Session::listensTo(const std::optional<RunControl::Wait>& wait) {
+  return wait && (!wait->isTimed || isatty(LineReader::kDescriptor));
 }
 
 void Session::waitForEvent() {
-  const bool listens = listensToInput();
+  const bool listens = listensTo(app.control.wait());
   pollfd events[] = {{mainQueue.wakeDescriptor(), POLLIN, 0},
                      {stopSignal.descriptor(), POLLIN, 0},
                      {LineReader::kDescriptor, POLLIN, 0}};
@@ -90,21 +112,19 @@ void Session::waitForEvent() {
 }
 
 void Session::serveInput(const Answerer& answer) {
-  if (!listensToInput()) return;
-  const bool isPause = app.console.runState.status == RunState::Status::paused;
+  const std::optional<RunControl::Wait> wait = app.control.wait();
+  if (!listensTo(wait)) return;
+  const bool isPause = wait->status == RunState::Status::paused;
   const bool asks = answer && !isPause;
   if (!asks && !input.hasLine()) return;
   const std::optional<std::string> line = asks ? answer() : input.nextLine();
   if (!line) {
     stopped_ = true;
     app.pressStop();
-    // The run ends without a further state; this one must not be answered again.
-    app.console.runState.status = RunState::Status::running;
     return;
   }
   if (!isPause) app.console.input.text = *line;
   app.pressRun();
-  app.console.runState.status = RunState::Status::running;
 }
 
 }  // namespace kelo::terminal

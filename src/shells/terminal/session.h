@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "figures/figure_documents.h"
 #include "interpreter/app_controller.h"
 #include "platform/native/clock.h"
 #include "platform/native/disk.h"
@@ -44,13 +45,15 @@ class Session {
   platform::native::ParallelPool pool;
   platform::native::JsonStore store;
   platform::native::Disk files;
+  platform::native::Disk documentFiles;
+  figures::FigureDocuments figureDocuments;
   ItemWriter writer;
   StopSignal stopSignal;
   LineReader input;
   AppController app;
 
  private:
-  bool listensToInput();
+  static bool listensTo(const std::optional<RunControl::Wait>& wait);
   void waitForEvent();
   void serveInput(const Answerer& answer);
 

@@ -1,0 +1,93 @@
+#include "session/panels.h"
+
+#include <utility>
+
+#include "builtins/library.h"
+
+namespace kelo::session {
+
+const char* statusName(RunState::Status status) {
+  constexpr const char* kNames[] = {"idle", "running", "paused", "waitInput"};
+  return kNames[static_cast<int>(status)];
+}
+
+Panels::Panels(const Setup& given)
+    : setup(given),
+      store(given.host.store, given.host.synchronization),
+      host{given.host.parserQueue, given.host.mainQueue, given.host.synchronization,
+           given.host.files,       store,                given.host.clock},
+      settings(AppSettings::read(store)),
+      feed(host,
+           {[this](const std::string& method, const Json& params) { notify(method, params); },
+            [this](RunState::Status status) { runStateChanged(status); },
+            [this](const RunResult& result) { runEnded(result); },
+            [this] { return setup.isCongested && setup.isCongested(); }}),
+      app(host, feed, builtins::library()),
+      docFiles(setup.resources),
+      docSearch(setup.resources) {
+  applySettings();
+}
+
+void Panels::notify(const std::string& method, const Json& params) const {
+  setup.notify(notificationText(method, params));
+}
+
+const std::vector<Variable>& Panels::variables() {
+  if (isIdle() && variablesAreStale_) {
+    variables_ = variablesOf(app.environment.workspaces.base(), app.environment.displayParameters());
+    variablesAreStale_ = false;
+  }
+  return variables_;
+}
+
+void Panels::startRun(const Answer& answer, const std::function<void()>& start) {
+  if (!isIdle()) throw Refusal{kRunIsGoingOn, "A run is going on"};
+  variables();
+  runAnswer_ = answer;
+  runBegan_ = host.clock.monotonicSeconds();
+  start();
+}
+
+void Panels::runStateChanged(RunState::Status status) {
+  notify("run/state", {{"status", statusName(status)}});
+  if (inputHasEnded_) endOfInput();
+}
+
+void Panels::endOfInput() {
+  inputHasEnded_ = true;
+  if (const auto wait = app.control.wait(); wait && !wait->isTimed) app.pressStop();
+}
+
+void Panels::runEnded(const RunResult& result) {
+  variablesAreStale_ = true;
+  if (std::exchange(settingsAreStale_, false)) applySettings();
+  notify("workspace/changed", Json::object());
+  const char* status = result.fatalFault ? "fault" : result.failed ? "failed" : "done";
+  const double seconds = host.clock.monotonicSeconds() - runBegan_;
+  if (const Answer answer = std::exchange(runAnswer_, nullptr)) answer({{"status", status}, {"seconds", seconds}});
+}
+
+void Panels::change(const Json& changes) {
+  const AppSettings before = settings;
+  settings.change(changes);
+  settings.write(store, before);
+  if (isIdle()) applySettings();
+  else settingsAreStale_ = true;
+}
+
+void Panels::applySettings() {
+  Environment::Settings& display = app.environment.settings;
+  const bool isReformatted =
+      display.numDigitIndex != settings.numDigitIndex || display.consoleCells != settings.consoleCells;
+  display.showWarning = settings.showWarning;
+  display.numDigitIndex = static_cast<int>(settings.numDigitIndex);
+  display.consoleCells = static_cast<int>(settings.consoleCells);
+  if (!isReformatted) return;
+  variablesAreStale_ = true;
+  app.console.output.setParameters(app.environment.displayParameters());
+  feed.flush();
+  feed.reformat(app.console.output.items());
+  notify("console/replaced", feed.items());
+}
+
+}  // namespace kelo::session
