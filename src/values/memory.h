@@ -1,6 +1,7 @@
-// Memory for array elements: one limit for a single array, checked before asking the system, and a bounded store of
-// large freed blocks. Pages that the system has just handed out are the dearest thing in a large computation; reused
-// ones are several times faster to write, so a freed large block waits here for the next array.
+// Memory for array elements: one limit for a single array, checked before asking the system, and a
+// bounded store of large freed blocks. Pages that the system has just handed out are the dearest
+// thing in a large computation; reused ones are several times faster to write, so a freed large
+// block waits here for the next array.
 //
 // Thread: the interpreter's thread only.
 #pragma once
@@ -16,12 +17,14 @@ struct OutOfMemory : std::bad_alloc {
   const char* what() const noexcept override { return "out of memory"; }
 };
 
-/// A block of at least `bytes` bytes, aligned to 16, a large one to 64. *capacity receives its true size in bytes.
+/// A block of at least `bytes` bytes, aligned to 16, a large one to 64. *capacity receives its true
+/// size in bytes.
 /// throws OutOfMemory beyond the limit or when the system has none
 void* allocateBlock(int64_t bytes, int64_t* capacity);
 void freeBlock(void* block, int64_t capacity) noexcept;
 
-/// The greatest size of one array in bytes; a shell sets 3/4 of the machine's memory. Default: 3 GiB.
+/// The greatest size of one array in bytes; a shell sets 3/4 of the machine's memory. Default: 3
+/// GiB.
 void setArrayByteLimit(int64_t bytes);
 int64_t arrayByteLimit();
 
@@ -31,7 +34,8 @@ int64_t blocksAllocated();
 /// Gives the kept blocks back to the system: when idle, or short of memory.
 void releaseKeptBlocks() noexcept;
 
-/// Called with each large block that is fresh from the system, so that a shell can ask for huge pages. Default: none.
+/// Called with each large block that is fresh from the system, so that a shell can ask for huge
+/// pages. Default: none.
 void setFreshBlockHook(void (*hook)(void* block, int64_t bytes));
 
 }  // namespace kelo

@@ -22,11 +22,9 @@ std::vector<std::string> shownBy(const Builtin& row, int inputs, std::optional<i
 }
 
 TEST(Table, HasEachReservedNameOnce) {
-  std::set<std::string_view> reserved(builtinNames().begin(), builtinNames().end());
-  EXPECT_EQ(reserved.size(), 260u);
-  const auto rows = builtins::library().rows();
-  EXPECT_EQ(rows.size(), reserved.size());
-  for (const Builtin* row : rows) EXPECT_TRUE(reserved.contains(row->name)) << row->name;
+  std::vector<std::string_view> names;
+  for (const Builtin* row : builtins::library().rows()) names.push_back(row->name);
+  EXPECT_EQ(names, std::vector<std::string_view>(std::begin(kBuiltinNames), std::end(kBuiltinNames)));
 }
 
 TEST(Table, TellsWhatEachFunctionIsFor) {

@@ -12,7 +12,7 @@
 #include "linear/matrix_structure.h"
 #include "linear/norm.h"
 #include "linear/qr.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "linear/rref.h"
 #include "linear/samples.h"
 #include "linear/svd.h"

@@ -1,0 +1,53 @@
+import { expect, test } from 'vitest';
+import { settle, startApp } from '../../tests/unit/twins';
+import { Fingers, mergeGesture, wheelGesture } from './core/gestures';
+import { short, summarize } from './core/model';
+
+test('two fingers pan with their middle and pinch along the axis on which they lie', () => {
+  const fingers = new Fingers(() => 'plot');
+  fingers.down(1, { x: 100, y: 200 });
+  fingers.down(2, { x: 200, y: 205 });
+  const [pan, pinch] = fingers.move(2, { x: 300, y: 205 });
+  expect(pan).toEqual({ kind: 'pan', dx: 50, dy: 0 });
+  expect(pinch).toEqual({ kind: 'pinch', x: 200, y: 202.5, scaleX: 2, scaleY: 1 });  // too near in y to tell a scale
+  fingers.up(1);
+  expect(fingers.move(2, { x: 290, y: 200 })).toEqual([{ kind: 'pan', dx: -10, dy: -5 }]);
+  expect(fingers.move(9, { x: 0, y: 0 })).toEqual([]);
+});
+
+test('of a surface one finger turns and two zoom', () => {
+  const fingers = new Fingers(() => 'surface');
+  fingers.down(1, { x: 0, y: 0 });
+  expect(fingers.move(1, { x: 5, y: 2 })).toEqual([{ kind: 'rotate', dx: 5, dy: 2 }]);
+  fingers.down(2, { x: 105, y: 2 });
+  expect(fingers.move(2, { x: 205, y: 2 })).toEqual([{ kind: 'zoom', scale: 2 }]);
+});
+
+test('gestures that wait are added up, and a reset takes their place', () => {
+  let waiting = mergeGesture([], { kind: 'pan', dx: 1, dy: 2 });
+  waiting = mergeGesture(waiting, { kind: 'pan', dx: 3, dy: -1 });
+  waiting = mergeGesture(waiting, { kind: 'zoom', scale: 2 });
+  waiting = mergeGesture(waiting, { kind: 'zoom', scale: 3 });
+  expect(waiting).toEqual([{ kind: 'pan', dx: 4, dy: 1 }, { kind: 'zoom', scale: 6 }]);
+  expect(mergeGesture(waiting, { kind: 'reset' })).toEqual([{ kind: 'reset' }]);
+  expect(wheelGesture('surface', { x: 0, y: 0 }, -1e9)).toEqual({ kind: 'zoom', scale: 4 });
+});
+
+test('a slow engine gets the touches in few gestures, and pictures only of what is newest', async () => {
+  const { app, session } = startApp(({ state }) => { state.model = { lines: [] }; });
+  await settle();
+  app.figure.setView({ width: 300, height: 200, theme: 'light' });
+  await settle();
+  session.requests.length = 0;
+  for (let k = 0; k < 100; k++) app.figure.gesture({ kind: 'pan', dx: 1, dy: 0 });
+  await settle();
+  const sent = session.requests.filter(({ method }) => method === 'figure/gesture').map(({ params }) => params as unknown as { dx: number });
+  expect(sent.length).toBeLessThan(5);
+  expect(sent.reduce((sum, { dx }) => sum + dx, 0)).toBe(100);
+});
+
+test('summaries leave out what is not finite', () => {
+  expect(summarize([[1, 2], [null, 9], [3, -4], [5, null]])).toEqual({ count: 2, xMin: 1, xMax: 3, yMin: -4, yMax: 2 });
+  expect(summarize([[null, null]])).toBeNull();
+  expect([short(1 / 3), short(null), short(1e-9), short(1e6)]).toEqual(['0.333333', '–', '1e-9', '1000000']);
+});

@@ -1,0 +1,48 @@
+/// Keys that work anywhere, and whether a field of program text has the focus.
+
+import { signal } from '@preact/signals';
+import type { App } from './core/app';
+import { kOrder } from './panels';
+
+export const shortcutsShown = signal(false);
+/// A field of program text has the focus: the bar makes room for a keyboard.
+export const editing = signal(false);
+
+export function listenToKeys(app: App): void {
+  document.addEventListener('keydown', (event) => {
+    const digit = /^Digit([1-7])$/.exec(event.code)?.[1];
+    if (event.altKey && !event.ctrlKey && !event.metaKey && digit) {
+      const panel = kOrder[Number(digit) - 1]!;
+      app.layout.show(panel);
+      focusPanel(panel);
+    } else if ((event.ctrlKey || event.metaKey) && event.key === '.') app.console.stop();
+    else if (event.key === 'F6') nextPanel(app, event.shiftKey ? -1 : 1);
+    else if (event.key === '?' && !isText(event.target)) shortcutsShown.value = true;
+    else return;
+    event.preventDefault();
+  });
+  const look = () => { editing.value = document.activeElement?.classList.contains('cm-content') ?? false; };
+  document.addEventListener('focusin', look);
+  // A press elsewhere moves the focus for a moment to nothing; the bar must not jump in between.
+  document.addEventListener('focusout', () => setTimeout(look, 60));
+}
+
+function isText(target: EventTarget | null): boolean {
+  return target instanceof HTMLElement && (target.isContentEditable || /^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName));
+}
+
+/// Puts the focus into a panel: into its text field where it has one.
+export function focusPanel(name: string): void {
+  requestAnimationFrame(() => {
+    const panel = document.querySelector(`[data-panel="${name}"]`);
+    const target = panel?.querySelector<HTMLElement>('.cm-content, canvas, [tabindex="0"], button:not(:disabled), input');
+    target?.focus();
+  });
+}
+
+function nextPanel(app: App, step: number): void {
+  const panels = app.layout.visible.value;
+  const here = (document.activeElement?.closest('[data-panel]') as HTMLElement | null)?.dataset.panel;
+  const at = panels.findIndex((panel) => panel === here);
+  focusPanel(panels[(at + step + panels.length) % panels.length]!);
+}
