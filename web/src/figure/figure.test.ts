@@ -1,7 +1,7 @@
 import { expect, test } from 'vitest';
 import { settle, startApp } from '../../tests/unit/twins';
 import { Fingers, mergeGesture, wheelGesture } from './core/gestures';
-import { short, summarize } from './core/model';
+import { short } from './core/model';
 
 test('two fingers pan with their middle and pinch along the axis on which they lie', () => {
   const fingers = new Fingers(() => 'plot');
@@ -46,8 +46,6 @@ test('a slow engine gets the touches in few gestures, and pictures only of what 
   expect(sent.reduce((sum, { dx }) => sum + dx, 0)).toBe(100);
 });
 
-test('summaries leave out what is not finite', () => {
-  expect(summarize([[1, 2], [null, 9], [3, -4], [5, null]])).toEqual({ count: 2, xMin: 1, xMax: 3, yMin: -4, yMax: 2 });
-  expect(summarize([[null, null]])).toBeNull();
+test('numbers stand in few digits, and what is not finite as a dash', () => {
   expect([short(1 / 3), short(null), short(1e-9), short(1e6)]).toEqual(['0.333333', '–', '1e-9', '1000000']);
 });

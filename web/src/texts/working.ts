@@ -107,14 +107,6 @@ export const figure = {
   back: 'Back to the figure',
   index: 'No.',
   lineName: (k: number) => `Line ${k}`,
-  summaryPlot: (lines: number, title: string) =>
-    `Plot${title ? ` “${title}”` : ''} with ${lines} ${lines === 1 ? 'line' : 'lines'}.`,
-  summaryLine: (name: string, count: number, x: string, y: string) => `${name}: ${count} points, x from ${x}, y from ${y}.`,
-  summaryEmptyLine: (name: string) => `${name}: no points.`,
-  summarySurface: (count: number, title: string) =>
-    `Surface${title ? ` “${title}”` : ''} of ${count} ${count === 1 ? 'mesh' : 'meshes'}.`,
-  summaryMesh: (rows: number, columns: number) => `${rows} by ${columns} points.`,
-  range: (from: string, to: string) => `${from} to ${to}`,
   tip: (x: string, y: string) => `x ${x}, y ${y}`,
   rowsShown: (shown: number, all: number) => `The first ${shown} of ${all} points`,
   titleLabel: 'Title', axes: 'Axes', lines: 'Lines', legend: 'Legend', grid: 'Grid', hold: 'Hold',
