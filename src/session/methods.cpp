@@ -7,7 +7,8 @@ namespace kelo::session {
 const std::vector<Method>& methods() {
   static const auto* const all = [] {
     auto* joined = new std::vector<Method>;
-    for (const auto group : {sessionMethods, consoleMethods, workspaceMethods, docsMethods}) {
+    for (const auto group : {sessionMethods, consoleMethods, workspaceMethods, editorMethods, keyboardMethods, filesMethods,
+                             docsMethods}) {
       const std::vector<Method> rows = group();
       joined->insert(joined->end(), rows.begin(), rows.end());
     }

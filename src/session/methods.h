@@ -20,6 +20,9 @@ std::string methodReference();
 std::vector<Method> sessionMethods();
 std::vector<Method> consoleMethods();
 std::vector<Method> workspaceMethods();
+std::vector<Method> editorMethods();
+std::vector<Method> keyboardMethods();
+std::vector<Method> filesMethods();
 std::vector<Method> docsMethods();
 
 }  // namespace kelo::session

@@ -1,8 +1,10 @@
 #include "session/panels.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "builtins/library.h"
+#include "editor/function_names.h"
 
 namespace kelo::session {
 
@@ -23,6 +25,8 @@ Panels::Panels(const Setup& given)
             [this](const RunResult& result) { runEnded(result); },
             [this] { return setup.isCongested && setup.isCongested(); }}),
       app(host, feed, builtins::library()),
+      files(setup.tree, store, setup.workDir),
+      highlighter(readFunctionNames(setup.resources.readFile("functions.plist").value_or(""))),
       docFiles(setup.resources),
       docSearch(setup.resources) {
   applySettings();
@@ -73,6 +77,16 @@ void Panels::change(const Json& changes) {
   settings.write(store, before);
   if (isIdle()) applySettings();
   else settingsAreStale_ = true;
+}
+
+void Panels::watch(const std::string& folder) {
+  constexpr size_t kMostFolders = 16;
+  if (setup.watcher == nullptr || std::find(watched_.begin(), watched_.end(), folder) != watched_.end()) return;
+  if (!setup.watcher->watch(folder)) return;
+  watched_.push_back(folder);
+  if (watched_.size() <= kMostFolders) return;
+  setup.watcher->unwatch(watched_.front());
+  watched_.pop_front();
 }
 
 void Panels::applySettings() {

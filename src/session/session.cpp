@@ -1,5 +1,6 @@
 #include "session/session.h"
 
+#include "messages/alert.h"
 #include "session/methods.h"
 
 namespace kelo::session {
@@ -16,6 +17,8 @@ void Session::receive(std::string_view message, const Reply& reply) {
     if (result) reply(resultText(id, *result));
   } catch (const Refusal& refusal) {
     reply(errorText(id, refusal));
+  } catch (const Alert& raised) {
+    reply(errorText(id, alert(raised.title, raised.text)));
   } catch (const std::bad_alloc&) {
     reply(errorText(id, alert("Not enough memory")));
   }

@@ -28,6 +28,9 @@ class Session {
   /// session.
   void receive(std::string_view message, const Reply& reply);
 
+  /// A folder of the work directory has changed from outside.
+  void folderChanged(const std::string& folder) { panels_.notify("files/changed", {{"path", folder}}); }
+
   /// No further message will come: a run that waits for an answer, now or later, is stopped; others go on.
   void endOfInput() { panels_.endOfInput(); }
 

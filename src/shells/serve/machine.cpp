@@ -26,13 +26,17 @@ std::string displayText(const std::string& workDir) {
 Machine::Machine(const ServeOptions& options, const Transport& transport)
     : store(platform::native::stateDirectory(options.stateDir), report),
       files(options.workDir),
-      resources(platform::native::resourcePath("").value_or("")),
+      tree(options.workDir),
+      resources(platform::native::resourceDirectory()),
+      watcher(tree, mainQueue, [this](const std::string& folder) { session.folderChanged(folder); }),
       session({{parserQueue, mainQueue, synchronization, files, store, clock},
+               tree,
                resources,
                options.workDir,
                displayText(options.workDir),
                transport.notify,
-               transport.isCongested}) {
+               transport.isCongested,
+               &watcher}) {
   platform::native::adaptToMachine();
   platform::setParallelFor(&pool);
   parserQueue.async(warmUpParser);

@@ -6,6 +6,8 @@
 
 #include "platform/native/clock.h"
 #include "platform/native/disk.h"
+#include "platform/native/disk_tree.h"
+#include "platform/native/inotify_watcher.h"
 #include "platform/native/json_store.h"
 #include "platform/native/parallel_pool.h"
 #include "platform/native/queues.h"
@@ -34,7 +36,9 @@ class Machine {
   platform::native::ParallelPool pool;
   platform::native::JsonStore store;
   platform::native::Disk files;
+  platform::native::DiskTree tree;
   platform::native::Disk resources;
+  platform::native::InotifyWatcher watcher;
   session::Session session;
 };
 

@@ -5,6 +5,7 @@
 
 #include "platform/memory/twins.h"
 #include "platform/memory_file_system.h"
+#include "platform/memory_file_tree.h"
 #include "player/replay.h"
 #include "session/session.h"
 
@@ -41,6 +42,7 @@ class Console {
     if (!session_) {
       session_ = std::make_unique<session::Session>(session::Setup{
           {parserQueue_, mainQueue, synchronization_, files, store_, clock},
+          tree_,
           resources,
           "/work",
           "work",
@@ -63,6 +65,7 @@ class Console {
   platform::InlineQueue parserQueue_;
   platform::ScriptedSynchronization synchronization_;
   platform::MemoryStore store_;
+  platform::MemoryFileTree tree_{files};
   int lastId_ = 0;
   std::unique_ptr<session::Session> session_;  // made when the files of the case are there
 };
