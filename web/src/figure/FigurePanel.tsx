@@ -47,6 +47,9 @@ function Actions({ app, view, toggle }: { app: App; view: View; toggle(name: Vie
     { label: t.figure.exportPdf, icon: 'export', disabled: !some, onPick: () => void exportPicture(app, 'pdf') },
     { label: t.figure.exportSvg, icon: 'export', disabled: !some, onPick: () => void exportPicture(app, 'svg') },
     { label: t.figure.data, icon: 'table', disabled: !some, divided: true, onPick: () => toggle('data') },
+    ...(app.layout.mode.value === 'phone' ? [] : [
+      { label: t.figure.resize, icon: 'resize' as const, onPick: () => app.layout.resizePanel('figure') },
+    ]),
     { label: t.figure.reset, icon: 'reset', disabled: !some, onPick: () => figure.gesture({ kind: 'reset' }) },
     { label: t.figure.help, icon: 'help', onPick: () => void app.showHelpOn('plot') },
     { label: t.figure.close, icon: 'close', danger: true, divided: true, disabled: !some, onPick: () => void figure.close() },

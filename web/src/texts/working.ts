@@ -114,7 +114,7 @@ export const figure = {
   axis: (name: string) => `${name} axis`,
   limit: (name: string, end: string) => `${name}, ${end}`,
   lower: 'lower limit', upper: 'upper limit',
-  style: 'Style', width: 'Width', marker: 'Marker', name: 'Name', position: 'Position', inLegend: 'In the legend',
+  style: 'Style', color: 'Color', width: 'Width', marker: 'Marker', name: 'Name', position: 'Position', inLegend: 'In the legend',
   positions: ['Top right', 'Top left', 'Bottom left', 'Bottom right'],
   lineStyles: ['Solid', 'Dashed', 'Dotted', 'Dash-dotted', 'Hidden'],
   markers: ['Square', 'Plus', 'Triangle down', 'Triangle up', 'Triangle right', 'Triangle left', 'Asterisk',
