@@ -37,12 +37,15 @@ class FigurePanel {
     const std::lock_guard<platform::Lock> guard(*lock_);
     return reader(static_cast<const Figure&>(figure_));
   }
-  /// Calls `writer(Figure&)` under the lock and counts a change, unless it throws. Thread: any
+  /// Calls `writer(Figure&)` under the lock and counts a change, unless it throws or there is no figure before and
+  /// behind. Thread: any
   template <class F>
   void write(F&& writer) {
     {
       const std::lock_guard<platform::Lock> guard(*lock_);
+      const bool hadFigure = hasFigure();
       writer(figure_);
+      if (!hadFigure && !hasFigure()) return;
       ++revision_;
     }
     if (changed) changed();
@@ -59,6 +62,8 @@ class FigurePanel {
   void close() { show(std::monostate()); }
 
  private:
+  bool hasFigure() const { return !std::holds_alternative<std::monostate>(figure_); }
+
   std::unique_ptr<platform::Lock> lock_;
   Figure figure_;
   int64_t revision_ = 0;

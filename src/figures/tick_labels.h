@@ -34,6 +34,7 @@ struct TickLabels {
 struct LabelMeasure {
   const platform::TextMeasure& text;
   std::optional<double> lineHeight;  ///< of an axis that runs upwards, where labels stand one above the other
+  double share = 1;                  ///< how much of its part of the axis a label may fill
 };
 
 /// The labels of an axis `length` points long. Ticks outside the limits have none; two that fall on one place have one;

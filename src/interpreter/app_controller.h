@@ -38,6 +38,7 @@ class AppController {
 
   Console console;
   RunControl control;
+  figures::FigurePanel figures;
   Environment environment;
   std::string panelDir;  ///< the directory that a console command runs in, relative to the work directory
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "figures/figure_panel.h"
 #include "frontend/matlab_parser.h"
 #include "interpreter/console.h"
 #include "interpreter/random_state.h"
@@ -29,7 +30,8 @@ class Environment {
   };
 
   /// Reads the stored settings and the state of the random numbers. REQUIRES: what is given outlives this
-  Environment(const platform::Host& host, Console& console, RunControl& control, const BuiltinTable& builtins);
+  Environment(const platform::Host& host, Console& console, RunControl& control, figures::FigurePanel& figures,
+              const BuiltinTable& builtins);
 
   // ---- Showing
 
@@ -62,6 +64,9 @@ class Environment {
   AllowingPause allowPause() const { return control_.allowPause; }
   void setAllowPause(AllowingPause allowing) { control_.allowPause = allowing; }
 
+  /// Runs a block on the main thread and returns when it has ended; what it throws is thrown here.
+  void runOnMain(const platform::Block& block) { control_.runOnMain(block); }
+
   // ---- What programs work on
 
   /// What parsers of this run work with.
@@ -71,6 +76,7 @@ class Environment {
 
   platform::FileSystem& files;
   platform::Clock& clock;
+  figures::FigurePanel& figures;
   const BuiltinTable& builtins;
   Settings settings;
   RandState randState;

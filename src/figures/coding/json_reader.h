@@ -25,8 +25,6 @@ class JsonReader {
   /// Takes a null, when it is one that comes next.
   bool takeNull();
   bool nextIsString() { return peek() == '"'; }
-  /// The text up to the first place where a list of lists may end, for a guess at its length.
-  std::string_view upToEndOfLists() const;
 
   /// Calls member(key) for each member; it must read the value.
   template <class F>
