@@ -44,7 +44,9 @@ export function focusPanel(name: string, patience = 60): void {
     const panel = document.querySelector(`[data-panel="${name}"]`);
     const kinds = ['.cm-content', 'canvas', '[tabindex="0"]', 'input', 'button:not(:disabled)'];
     const found = kinds.map((kind) => panel?.querySelector<HTMLElement>(kind)).find((each) => each);
-    if (found) found.focus();
+    // Beside a keyboard a panel can be out of view: it comes back when the other field is left.
+    if (found?.offsetParent === null) (document.activeElement as HTMLElement | null)?.blur();
+    if (found?.offsetParent) found.focus();
     else if (patience > 0) focusPanel(name, patience - 1);
   });
 }
