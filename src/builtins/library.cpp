@@ -26,7 +26,7 @@ const BuiltinTable& library() {
       {"Console and workspace", consoleTable()},
       {"Time", timeTable()},
       {"Arguments of functions", callsTable()},
-      {"Figures", pendingTable()},
+      {"Figures", figuresTable()},
   });
   return *table;
 }

@@ -35,6 +35,6 @@ std::span<const Builtin> csvFilesTable();       // csv/
 std::span<const Builtin> consoleTable();
 std::span<const Builtin> timeTable();
 std::span<const Builtin> callsTable();
-std::span<const Builtin> pendingTable();  ///< names that have no handler yet
+std::span<const Builtin> figuresTable();  ///< figures/: commands that fill the current figure
 
 }  // namespace kelo::builtins

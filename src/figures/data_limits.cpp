@@ -1,4 +1,4 @@
-// Tested by tests/figures/data_limits_test.cpp.
+// Tested by tests/figures/axes_test.cpp.
 #include "figures/data_limits.h"
 
 #include <cmath>

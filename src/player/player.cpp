@@ -45,11 +45,12 @@ void Player::runEnded(const RunResult& result) {
 void Player::whileAsleep() {
   mainQueue_.drain();
   const std::optional<RunControl::Wait> wait = app_.control.wait();
-  if (wait && wait->isTimed && answers_.empty()) return mainQueue_.fireNextTimer();
+  if (!wait) return;  // what the run waited for has been done on the main queue
+  if (wait->isTimed && answers_.empty()) return mainQueue_.fireNextTimer();
   const std::string answer = answers_.empty() ? "^C" : answers_.front();
   if (!answers_.empty()) answers_.erase(answers_.begin());
   if (answer == "^C") return app_.pressStop();
-  if (wait && wait->status == RunState::Status::waitInput) app_.console.input.text = answer;
+  if (wait->status == RunState::Status::waitInput) app_.console.input.text = answer;
   app_.pressRun();
   mainQueue_.drain();
 }

@@ -123,6 +123,21 @@ TEST(CodedForm, everyCutIsRefusedAndNoneCrashes) {
   }
 }
 
+TEST(CodedForm, spoiltTextsAreReadOrRefused) {
+  const unsigned seed = 5;
+  RandomFigures random(seed);
+  const std::string plot = coded(random.plot()), surface = coded(random.surface());
+  constexpr std::string_view kSigns = "[]{}\":,0-9eE.\\u \x01\xff";
+  for (int n = 0; n < 4000; ++n) {
+    std::string text = n % 2 ? plot : surface;
+    for (uint64_t k = random.below(4); k < 4; ++k) text[random.below(text.size())] = kSigns[random.below(kSigns.size())];
+    try {
+      n % 2 ? (void)decodedPlot(text) : (void)decodedSurface(text);
+    } catch (const CodingError&) {
+    }
+  }
+}
+
 TEST(CodedForm, ofMorePointsThanAreRead) {
   Line line;
   line.points = std::vector<Point>(kMostCodedPoints / 4 + 1, Point{0, 0});

@@ -10,6 +10,7 @@
 
 #include "builtins/library.h"
 #include "builtins/text/char_rows.h"
+#include "builtins/text/number_rows.h"
 #include "display/number_format.h"
 #include "interpreter/environment.h"
 #include "interpreter/reader.h"
@@ -142,6 +143,10 @@ constexpr Builtin kTextConversion[] = {
 // clang-format on
 
 }  // namespace
+
+CharArray numbersAsText(const NumericArray& array, int nDigits) {
+  return textOf(array, {nDigits, std::nullopt, false});
+}
 
 std::span<const Builtin> textConversionTable() { return kTextConversion; }
 

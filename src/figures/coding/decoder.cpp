@@ -1,7 +1,5 @@
 #include "figures/coding/decoder.h"
 
-#include <algorithm>
-
 #include "figures/coding/keyed_archive.h"
 #include "messages/catalogue/figures.h"
 
@@ -13,17 +11,14 @@ std::string Decoder::bytes() {
   return std::move(*bytes);
 }
 
-/// Counts first, so that the list is made once and an absurd one not at all.
 template <class T>
 std::vector<T> Decoder::pointList() {
-  const std::string_view text = in_.upToEndOfLists();
-  const int64_t guess = std::count(text.begin(), text.end(), std::is_same_v<T, Point> ? '[' : '{');
   std::vector<T> points;
-  points.reserve(static_cast<size_t>(std::clamp<int64_t>(guess, 0, pointsLeft_)));
   in_.array([&] {
     if (--pointsLeft_ < 0) in_.fail("too many points");
     read(points.emplace_back());
   });
+  points.shrink_to_fit();
   return points;
 }
 

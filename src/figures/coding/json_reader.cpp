@@ -112,11 +112,6 @@ void JsonReader::appendEscape(std::string& out) {
   appendUtf8(out, codePoint);
 }
 
-std::string_view JsonReader::upToEndOfLists() const {
-  const std::string_view rest(next_, static_cast<size_t>(end_ - next_));
-  return rest.substr(0, rest.find("]]"));
-}
-
 void JsonReader::skip() {
   if (++depth_ > kDeepest) fail("nested too deeply");
   switch (peek()) {

@@ -1,6 +1,6 @@
-// Reads JSON text as it goes along, without a tree: the caller says what it expects next, and anything else is a
-// CodingError. A file of a million points is read at the speed of its numbers that way, and takes no more memory than the
-// points.
+// Reads JSON text as it goes along, without a tree: the caller says what it expects next, and
+// anything else is a CodingError. A file of a million points is read at the speed of its numbers
+// that way, and takes no more memory than the points.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,6 @@ class JsonReader {
   /// Takes a null, when it is one that comes next.
   bool takeNull();
   bool nextIsString() { return peek() == '"'; }
-  /// The text up to the first place where a list of lists may end, for a guess at its length.
-  std::string_view upToEndOfLists() const;
 
   /// Calls member(key) for each member; it must read the value.
   template <class F>

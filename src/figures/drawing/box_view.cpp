@@ -50,7 +50,7 @@ BoxView::BoxView(const figures::SurfData& surface, const Rect& room)
   const double x = room.width() / 2 / reach.x, y = room.height() / 2 / reach.y, both = std::fmin(x, y);
   const double zoom = std::clamp(finiteOr(surface.zoomFactor, 1), 0.01, 100.0);
   scale_ = Vec2{std::fmin(x, both * kMostStretch), std::fmin(y, both * kMostStretch)} * zoom;
-  const auto moved = [](float distance) { return std::clamp(finiteOr(distance, 0), -1e4, 1e4); };
+  const auto moved = [](float distance) { return std::clamp(finiteOr(distance, 0), -100.0, 100.0); };
   origin_ = {room.center().x + moved(surface.translation.x) * scale_.x,
              room.center().y - moved(surface.translation.y) * scale_.y};
 }

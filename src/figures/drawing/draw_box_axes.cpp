@@ -129,10 +129,12 @@ class BoxAxes {
     return isInside && std::none_of(taken_.begin(), taken_.end(), [&](const Rect& other) { return other.overlaps(box); });
   }
 
-  void place(Role role, Vec2 center, const std::string& text, double size, Rgba color) {
-    const double height = sheet_.measure.capHeight(size);
-    sheet_.text(role, {center.x, center.y + height / 2}, text, size, Anchor::middle, color);
-    taken_.push_back(boxOf(center, sheet_.measure.width(text, size), height).grownBy(0.3 * sheet_.em));
+  /// A text around its centre; a turned one reads upwards.
+  void place(Role role, Vec2 center, const std::string& text, double size, Rgba color, bool isTurned = false) {
+    const double width = sheet_.measure.width(text, size), height = sheet_.measure.capHeight(size);
+    const Vec2 baseline = isTurned ? Vec2{center.x + height / 2, center.y} : Vec2{center.x, center.y + height / 2};
+    sheet_.text(role, baseline, text, size, Anchor::middle, color, isTurned ? -90 : 0);
+    taken_.push_back(boxOf(center, isTurned ? height : width, isTurned ? width : height).grownBy(0.3 * sheet_.em));
   }
 
   void drawTickLabels(int axis, const Edge& edge) {
@@ -142,7 +144,7 @@ class BoxAxes {
     std::optional<double> lineHeight;
     if (isUpright) lineHeight = sheet_.measure.lineHeight(size);
     figures::TickLabels labels =
-        figures::tickLabels(surface_.axis(static_cast<Axis>(axis)), edge.length(), {measure, lineHeight});
+        figures::tickLabels(surface_.axis(static_cast<Axis>(axis)), edge.length(), {measure, lineHeight, kShareOfLabel});
     powers_[axis] = labels.power;
     if (labels.labels.size() > 2) std::rotate(labels.labels.begin() + 1, labels.labels.end() - 1, labels.labels.end());
     for (const figures::TickLabel& label : labels.labels) {  // the ends first: they are to be kept
@@ -159,36 +161,48 @@ class BoxAxes {
     return axis == 0 ? surface_.xLabelText : axis == 1 ? surface_.yLabelText : surface_.zLabelText;
   }
 
-  /// The label beside the middle of its edge, with the power of ten behind it.
+  /// The label beside the middle of its edge, with the power of ten behind it; along the axis z it is turned.
   void drawLabel(int axis, const Edge& edge) {
     const double size = sheet_.em, height = sheet_.measure.capHeight(size);
-    const double room = 0.42 * sheet_.list.size.width;
+    const bool isTurned = axis == 2 && std::fabs(edge.outward.x) > 0.8 && sheet_.options.fontSize == 0;
+    const double room = isTurned ? edge.length() : 0.42 * sheet_.list.size.width;
     const std::string power = powerText(powers_[axis]);
     const std::string label = fitted(labelOf(axis), sheet_.measure, size, room);
     const double gap = label.empty() || power.empty() ? 0 : 0.5 * size;
-    const double labelWidth = sheet_.measure.width(label, size), width = labelWidth + gap + sheet_.measure.width(power, size);
-    if (width == 0) return;
-    const double distance = reach_[axis] + 0.55 * sheet_.em + support(edge.outward, width, height);
-    const Vec2 center = freeNear(edge.at(0.5) + edge.outward * distance, edge.outward, width, height);
-    const double left = center.x - width / 2, powerWidth = width - labelWidth - gap;
-    if (!label.empty()) place({kParts[axis].label}, {left + labelWidth / 2, center.y}, label, size, sheet_.theme.label);
-    if (power.empty()) return;
-    place({kParts[axis].power}, {center.x + width / 2 - powerWidth / 2, center.y}, power, size, sheet_.theme.tickLabel);
+    const double labelLength = sheet_.measure.width(label, size), powerLength = sheet_.measure.width(power, size);
+    const double length = labelLength + gap + powerLength;
+    if (length == 0) return;
+    const Vec2 extent = isTurned ? Vec2{height, length} : Vec2{length, height};
+    const double distance = reach_[axis] + 0.55 * sheet_.em + support(edge.outward, extent.x, extent.y);
+    const std::optional<Vec2> free = freeNear(edge, distance, extent);
+    if (!free) return;
+    const Vec2 center = *free;
+    const Vec2 reading = isTurned ? Vec2{0, -1} : Vec2{1, 0};
+    const Vec2 start = center - reading * (length / 2), end = center + reading * (length / 2);
+    const auto put = [&](Part part, Vec2 at, const std::string& text, Rgba color) {
+      if (!text.empty()) place({part}, at, text, size, color, isTurned);
+    };
+    put(kParts[axis].label, start + reading * (labelLength / 2), label, sheet_.theme.label);
+    put(kParts[axis].power, end - reading * (powerLength / 2), power, sheet_.theme.tickLabel);
   }
 
-  /// The nearest place outwards, within the picture, that is free; the place itself when there is none.
-  Vec2 freeNear(Vec2 wanted, Vec2 outward, double width, double height) const {
+  /// A place in the picture that is free: beside the middle of the edge if it can be, else further along or further out.
+  std::optional<Vec2> freeNear(const Edge& edge, double distance, Vec2 extent) const {
     const Size size = sheet_.list.size;
     const double margin = 0.3 * sheet_.em;
-    Vec2 inside = wanted;
+    const auto kept = [&](double at, double half, double length) {
+      const double least = std::fmin(half + margin, length / 2);
+      return std::clamp(at, least, length - least);
+    };
+    const Vec2 half = extent * 0.5;
     for (int step = 0; step < 8; ++step) {
-      const Vec2 moved = wanted + outward * (0.4 * sheet_.em * step);
-      const Vec2 p{std::clamp(moved.x, std::fmin(width / 2 + margin, size.width / 2), std::fmax(size.width - width / 2 - margin, size.width / 2)),
-                   std::clamp(moved.y, std::fmin(height / 2 + margin, size.height / 2), std::fmax(size.height - height / 2 - margin, size.height / 2))};
-      if (step == 0) inside = p;
-      if (isFree(boxOf(p, width, height))) return p;
+      for (const double along : {0.5, 0.38, 0.62, 0.25, 0.75, 0.1, 0.9}) {
+        const Vec2 wanted = edge.at(along) + edge.outward * (distance + 0.4 * sheet_.em * step);
+        const Vec2 place{kept(wanted.x, half.x, size.width), kept(wanted.y, half.y, size.height)};
+        if (isFree(boxOf(place, extent.x, extent.y))) return place;
+      }
     }
-    return inside;
+    return std::nullopt;
   }
 
   Sheet& sheet_;

@@ -5,6 +5,7 @@
 #include "figures/drawing/drawing.h"
 #include "figures/drawing/surface_faces.h"
 #include "figures/drawing/text_fit.h"
+#include "figures/tick_labels.h"
 
 namespace kelo::drawing {
 namespace {
@@ -12,16 +13,27 @@ namespace {
 using figures::SurfData;
 
 /// Cells of a mesh that would be smaller, in points, are joined.
-constexpr double kLeastCell = 1.6;
+constexpr double kLeastCell = 2;
 /// A face is painted a little larger than it is, so that no ground shines through between two.
 constexpr double kOverlap = 0.5;
 
+/// What the texts beside the axis z take.
+double besideBox(const Sheet& sheet, const SurfData& surface) {
+  const SizedMeasure measure(sheet.measure, sheet.tickSize());
+  const double length = 0.45 * sheet.list.size.height;
+  double widest = 0;
+  for (const auto& label : figures::tickLabels(surface.axis(figures::Axis::z), length, {measure, {}, kShareOfLabel}).labels) {
+    widest = std::fmax(widest, measure.width(label.text));
+  }
+  return sheet.tickLength() + widest + (surface.zLabelText.empty() ? 1.4 : 2.7) * sheet.em;
+}
+
 /// What the box leaves for the texts around it.
-Rect roomForBox(const Sheet& sheet, size_t titleLines) {
+Rect roomForBox(const Sheet& sheet, const SurfData& surface, size_t titleLines) {
   const double em = sheet.em, title = static_cast<double>(titleLines) * sheet.measure.lineHeight(sheet.titleSize());
   const Size size = sheet.list.size;
   const bool isCells = sheet.options.fontSize > 0;
-  double side = isCells ? 6 * em : 4.6 * em, bottom = isCells ? 2.5 * em : 4.4 * em;
+  double side = isCells ? 6 * em : std::fmax(besideBox(sheet, surface), 4.4 * em), bottom = isCells ? 2.5 * em : 4.4 * em;
   double top = title + (isCells ? 0 : 1.3 * em);
   side = std::fmin(side, 0.3 * size.width);
   bottom = std::fmin(bottom, 0.3 * size.height);
@@ -94,7 +106,7 @@ DisplayList draw(const SurfData& surface, const DrawingOptions& options) {
     const double width = sheet.list.size.width - 2 * sheet.em;
     title = wrapped(*surface.title, sheet.measure, sheet.titleSize(), width, sheet.list.size.height < 14 * sheet.em ? 1 : 2);
   }
-  const Rect room = roomForBox(sheet, title.size());
+  const Rect room = roomForBox(sheet, surface, title.size());
   sheet.list.plotArea = room;
   const BoxView view(surface, room);
   drawWalls(sheet, surface, view);

@@ -93,9 +93,9 @@ class Layout {
   void chooseTickLabels() {
     const SizedMeasure measure = sized(sheet_);
     const auto& plot = plot_;
-    layout_.xTicks = figures::tickLabels(plot.axis(Axis::x), layout_.area.width(), {measure, std::nullopt});
+    layout_.xTicks = figures::tickLabels(plot.axis(Axis::x), layout_.area.width(), {measure, std::nullopt, kShareOfLabel});
     const double height = measure_.lineHeight(sheet_.tickSize());
-    layout_.yTicks = figures::tickLabels(plot.axis(Axis::y), layout_.area.height(), {measure, height});
+    layout_.yTicks = figures::tickLabels(plot.axis(Axis::y), layout_.area.height(), {measure, height, kShareOfLabel});
     dropOverlapping();
   }
 

@@ -1,6 +1,7 @@
 // Clipping after Liang and Barsky (1984).
 #include "figures/drawing/polyline.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kelo::drawing {
@@ -34,7 +35,11 @@ void ClippedPolyline::connect(Vec2 from, Vec2 to) {
     isOpen_ = false;
     return;
   }
-  put(t0 > 0 ? from + step * t0 : from, t1 < 1 ? from + step * t1 : to, t0 == 0);
+  // Far ends cost the sums their digits; the points lie on the edge all the same.
+  const auto onEdge = [&](Vec2 p) {
+    return Vec2{std::clamp(p.x, rect_.left, rect_.right), std::clamp(p.y, rect_.top, rect_.bottom)};
+  };
+  put(onEdge(t0 > 0 ? from + step * t0 : from), onEdge(t1 < 1 ? from + step * t1 : to), t0 == 0);
   if (t1 < 1) isOpen_ = false;
 }
 

@@ -5,10 +5,10 @@
 namespace kelo::drawing {
 namespace {
 
-/// Grows with the root of the smaller side, so that a thumbnail stays readable and a poster is no page of tiny print.
+/// Grows slower than the smaller side, so that a thumbnail stays readable and a poster is no page of tiny print.
 double fontSizeFor(const Size& size) {
   const double side = std::fmin(size.height, size.width * 0.8);
-  return std::fmin(std::fmax(12 * std::sqrt(std::fmax(side, 1) / 480), 8.5), 28);
+  return std::fmin(std::fmax(12 * std::pow(std::fmax(side, 1) / 480, 0.65), 8.5), 36);
 }
 
 }  // namespace

@@ -63,6 +63,9 @@ class SizedMeasure : public platform::TextMeasure {
   double size_;
 };
 
+/// Of its part of an axis a label fills no more, so that digits stay few and the eye finds its way.
+inline constexpr double kShareOfLabel = 0.55;
+
 /// The dashes of a style for a line so wide.
 Dash dashOf(figures::Line::Style style, double width);
 

@@ -15,6 +15,9 @@ using Surface = figures::SurfData::Surface;
 /// Lines of the mesh are at least so far apart, in points.
 constexpr double kMeshApart = 7;
 
+/// Cells of meshes that are cut into triangles, whose order is looked for pair by pair, are at least so large.
+constexpr double kLeastTriangle = 6;
+
 struct Corner {
   Vec3 box;
   bool isFinite = false;
@@ -71,6 +74,10 @@ Piece cutAtBox(Piece piece) {
     piece = cutAt(piece, &Vec3::x, side, 1);
     piece = cutAt(piece, &Vec3::y, side, 1);
     piece = cutAt(piece, &Vec3::z, side, BoxView::kHeight);
+  }
+  for (int i = 0; i < piece.count; ++i) {  // far corners cost the sums their digits
+    Vec3& p = piece.points[i];
+    p = {std::clamp(p.x, -1.0, 1.0), std::clamp(p.y, -1.0, 1.0), std::clamp(p.z, -BoxView::kHeight, BoxView::kHeight)};
   }
   return piece;
 }
@@ -171,7 +178,8 @@ class Mesh {
       if (k >= 0) piece.add(corners[k]->box, onMesh[k]);
     }
     if (!isInside) piece = cutAtBox(piece);
-    if (piece.count < 3) return;
+    const auto isFinite = [](Vec3 p) { return p.isFinite(); };
+    if (piece.count < 3 || !std::all_of(piece.points.begin(), piece.points.begin() + piece.count, isFinite)) return;
     Face& face = faces.emplace_back();
     face.surface = number_;
     face.height = static_cast<float>((height / BoxView::kHeight + 1) / 2);
@@ -206,12 +214,14 @@ std::vector<Face> facesOf(const figures::SurfData& figure, const BoxView& view, 
   const bool isAlone = figure.surfaces.size() == 1;
   for (size_t k = 0; k < figure.surfaces.size(); ++k) {
     const auto number = static_cast<uint32_t>(k + 1);
+    const Surface::Attributes& size = figure.surfaces[k].attributes;
+    if (size.numRows < 2 || size.numCols < 2) continue;
     Mesh mesh(figure.surfaces[k], number, view, resolution, false);
     if (isAlone && mesh.isHeightField(xFollowsRows)) {
       mesh.addInOrder(faces, xFollowsRows);
       return faces;
     }
-    Mesh(figure.surfaces[k], number, view, std::fmax(resolution, 4), true).addAll(faces);
+    Mesh(figure.surfaces[k], number, view, std::fmax(resolution, kLeastTriangle), true).addAll(faces);
   }
   return inPaintingOrder(std::move(faces));
 }

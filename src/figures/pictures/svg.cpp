@@ -4,13 +4,15 @@
 #include <algorithm>
 
 #include "figures/drawing/marker_outline.h"
-#include "figures/pictures/number_writer.h"
+#include "figures/drawing/hundredths.h"
 #include "figures/pictures/svg_path.h"
 
 namespace kelo::pictures {
 namespace {
 
 using drawing::DisplayList;
+using drawing::hundredths;
+using drawing::hundredthsText;
 using drawing::Paint;
 using drawing::Rgba;
 using drawing::Vec2;
@@ -52,7 +54,7 @@ void attribute(std::string& out, const char* name, const std::string& value) {
 void color(std::string& out, const char* name, Rgba color) {
   if (!color.isVisible()) return attribute(out, name, "none");
   attribute(out, name, hex(color));
-  if (color.alpha < 255) attribute(out, (std::string(name) + "-opacity").c_str(), numberText(color.alpha / 255.0));
+  if (color.alpha < 255) attribute(out, (std::string(name) + "-opacity").c_str(), hundredthsText(color.alpha / 255.0));
 }
 
 std::string paintAttributes(const Paint& paint) {
@@ -60,10 +62,10 @@ std::string paintAttributes(const Paint& paint) {
   color(out, "fill", paint.fill);
   if (!paint.stroke.isVisible()) return out;
   color(out, "stroke", paint.stroke);
-  if (hundredths(paint.width) != 100) attribute(out, "stroke-width", numberText(paint.width));
+  if (hundredths(paint.width) != 100) attribute(out, "stroke-width", hundredthsText(paint.width));
   if (paint.dash.count == 0) return out;
   std::string dashes;
-  for (int i = 0; i < paint.dash.count; ++i) dashes += (i ? " " : "") + numberText(paint.dash.lengths[i]);
+  for (int i = 0; i < paint.dash.count; ++i) dashes += (i ? " " : "") + hundredthsText(paint.dash.lengths[i]);
   attribute(out, "stroke-dasharray", dashes);
   return out;
 }
@@ -81,7 +83,7 @@ class Writer {
 
  private:
   void head() {
-    const std::string width = numberText(list_.size.width), height = numberText(list_.size.height);
+    const std::string width = hundredthsText(list_.size.width), height = hundredthsText(list_.size.height);
     out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height + "\" viewBox=\"0 0 " +
            width + " " + height + "\" role=\"img\" font-family=\"DejaVu Sans,Verdana,sans-serif\"" +
            " stroke-linejoin=\"round\">\n";
@@ -112,14 +114,14 @@ class Writer {
   /// A nested picture cuts what is outside of it and needs no name.
   void openClip(const Item& item) {
     const std::span<const float> p = item.points;
-    const std::string x = numberText(p[0]), y = numberText(p[1]);
-    const std::string width = numberText(p[2] - p[0]), height = numberText(p[3] - p[1]);
+    const std::string x = hundredthsText(p[0]), y = hundredthsText(p[1]);
+    const std::string width = hundredthsText(p[2] - p[0]), height = hundredthsText(p[3] - p[1]);
     out_ += "<svg x=\"" + x + "\" y=\"" + y + "\" width=\"" + width + "\" height=\"" + height + "\" viewBox=\"" + x + " " +
             y + " " + width + " " + height + "\">\n";
   }
 
   void shareText(const drawing::Text& text) {
-    attribute(out_, "font-size", numberText(text.size));
+    attribute(out_, "font-size", hundredthsText(text.size));
     if (text.anchor != drawing::Anchor::start) {
       attribute(out_, "text-anchor", text.anchor == drawing::Anchor::middle ? "middle" : "end");
     }
@@ -128,11 +130,11 @@ class Writer {
 
   size_t text(const Item& item, size_t i) {
     const drawing::Text& text = *item.text;
-    const std::string x = numberText(item.points[0]), y = numberText(item.points[1]);
+    const std::string x = hundredthsText(item.points[0]), y = hundredthsText(item.points[1]);
     if (text.angle == 0) {
       out_ += "<text x=\"" + x + "\" y=\"" + y + "\">";
     } else {
-      out_ += "<text transform=\"translate(" + x + " " + y + ")rotate(" + numberText(text.angle) + ")\">";
+      out_ += "<text transform=\"translate(" + x + " " + y + ")rotate(" + hundredthsText(text.angle) + ")\">";
     }
     out_ += escaped(text.text) + "</text>\n";
     return i + 1;

@@ -1,8 +1,11 @@
 #include "figures/pictures/svg_path.h"
 
-#include "figures/pictures/number_writer.h"
+#include "figures/drawing/hundredths.h"
 
 namespace kelo::pictures {
+
+using drawing::appendHundredths;
+using drawing::hundredths;
 
 void SvgPath::add(std::span<const float> points, bool closes) {
   bool isOpen = false;

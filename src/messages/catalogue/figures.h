@@ -11,12 +11,12 @@ namespace kelo::text {
 
 inline constexpr const char* kLimitsReversed = "Lower limit should not exceed the upper one";
 
+// Changes by a settings panel
+inline constexpr const char* kLimitsMustRise = "the lower limit should be below the upper one";
+inline constexpr const char* kSizeMustBePositive = "a width or size should be positive";
+inline constexpr const char* kNoFigure = "there is no figure";
+
 // Alerts of the panel
-inline Alert invalidFileName() {
-  return {"Invalid File Name",
-          "Only letters, numbers, and underscore are allowed in a file name. "
-          "A valid name cannot start with a number or underscore."};
-}
 inline Alert figureExists(const std::string& name) {
   return {"Failed to Save", fmt::format("Figure named \"{}\" already exists.", name)};
 }

@@ -1,6 +1,7 @@
 #include "platform/native/machine.h"
 
 #include <sys/mman.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -34,6 +35,12 @@ void adaptToMachine() {
   const int64_t memory = std::min(pages * sysconf(_SC_PAGESIZE), groupLimit());
   if (memory > 0) setArrayByteLimit(memory / 4 * 3);
   setFreshBlockHook(askForHugePages);
+}
+
+SystemVersion systemVersion() {
+  utsname system = {};
+  uname(&system);
+  return {system.sysname, system.release};
 }
 
 }  // namespace kelo::platform::native

@@ -101,7 +101,7 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
       </div>
       {!state.follow && (
         <div class="to-end">
-          <IconButton icon="down" label={t.console.toEnd} onClick={() => { state.follow = true; again(); }} />
+          <IconButton icon="down" label={t.console.toEnd} keepFocus onClick={() => { state.follow = true; again(); }} />
         </div>
       )}
     </div>

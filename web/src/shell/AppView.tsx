@@ -144,7 +144,7 @@ function Bar({ panels, rest }: { panels: Panel[]; rest: Panel[] }) {
     <nav class="bar" aria-label={t.shell.panels}>
       {panels.map((panel) => (
         <button
-          type="button" key={panel} class={layout.isShown(panel) ? 'on' : ''}
+          type="button" key={panel} class={layout.isShown(panel) ? 'on' : ''} aria-label={t.shell[panel]}
           aria-current={layout.isShown(panel) ? 'page' : undefined} onClick={() => { closeMenu(); layout.choose(panel); }}
         >
           <Icon name={iconOf(panel)} />

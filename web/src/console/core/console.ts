@@ -25,6 +25,7 @@ export class Console {
   readonly historyVersion = signal(0);
   readonly busy = computed(() => this.status.value !== 'idle');
   readonly announcement = signal('');
+  private drawPending = false;
 
   constructor(
     private readonly session: Session, private readonly dialogs: Dialogs, private readonly clock: Clock,
@@ -116,8 +117,19 @@ export class Console {
   private add(item: ConsoleItem): void {
     if (item.index < this.items.length) this.items[item.index] = item;
     else this.items.push(item);
-    if (item.contentType !== 'inputText') this.announcement.value = item.text.slice(0, 400);
-    this.version.value++;
+    this.drawSoon();
+  }
+
+  /// A burst of items is drawn, and read out, once a picture.
+  private drawSoon(): void {
+    if (this.drawPending) return;
+    this.drawPending = true;
+    this.clock.nextFrame(() => {
+      this.drawPending = false;
+      const last = this.items[this.items.length - 1];
+      if (last && last.contentType !== 'inputText') this.announcement.value = last.text.slice(0, 400);
+      this.version.value++;
+    });
   }
 
   private replace(items: ConsoleItem[]): void {

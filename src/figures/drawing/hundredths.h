@@ -1,4 +1,4 @@
-// Coordinates in hundredths of a point, as the shortest text; the same on every machine.
+// Coordinates in hundredths of a point as short texts, the same on every machine.
 #pragma once
 
 #include <charconv>
@@ -6,16 +6,16 @@
 #include <cstdint>
 #include <string>
 
-namespace kelo::pictures {
+namespace kelo::drawing {
 
 inline int64_t hundredths(double points) { return std::llround(points * 100); }
 
-/// "12.5", "-.25", "0": no zero before the point, none at the end.
-inline void appendHundredths(std::string& text, int64_t value) {
+/// "12.5", "-.25", "0": no zero at the end, and none before the point unless `leadingZero`.
+inline void appendHundredths(std::string& text, int64_t value, bool leadingZero = false) {
   if (value < 0) text += '-';
   const int64_t magnitude = value < 0 ? -value : value;
   char digits[24];
-  if (magnitude >= 100 || magnitude == 0) {
+  if (leadingZero || magnitude >= 100 || magnitude == 0) {
     text.append(digits, std::to_chars(digits, digits + sizeof digits, magnitude / 100).ptr);
   }
   const auto rest = static_cast<int>(magnitude % 100);
@@ -25,10 +25,10 @@ inline void appendHundredths(std::string& text, int64_t value) {
   if (rest % 10 != 0) text += static_cast<char>('0' + rest % 10);
 }
 
-inline std::string numberText(double points) {
+inline std::string hundredthsText(double points) {
   std::string text;
   appendHundredths(text, hundredths(points));
   return text;
 }
 
-}  // namespace kelo::pictures
+}  // namespace kelo::drawing
