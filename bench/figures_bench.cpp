@@ -1,4 +1,5 @@
-// The models of figures: what a plot command costs beside a copy of its data, files, and the nearest point.
+// The models of figures: what a plot command costs beside a copy of its data, files, and the
+// nearest point.
 #include <cmath>
 
 #include "builtin_calls.h"

@@ -1,5 +1,5 @@
-// Three lists are the whole vocabulary; their order is that of the search in a specification string.
-// Tested by tests/figures/attribute_test.cpp.
+// Three lists are the whole vocabulary; their order is that of the search in a specification
+// string. Tested by tests/figures/attribute_test.cpp.
 #include "figures/attribute.h"
 
 #include <algorithm>

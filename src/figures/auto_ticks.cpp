@@ -1,6 +1,6 @@
-// The search for a spacing. The width is split into ten parts, then nine, and so on; the size of a part, rounded up to a
-// whole number of its own power of ten, is a candidate, and the first with at most five intervals is taken.
-// Tested by tests/figures/axes_test.cpp.
+// The search for a spacing. The width is split into ten parts, then nine, and so on; the size of a
+// part, rounded up to a whole number of its own power of ten, is a candidate, and the first with at
+// most five intervals is taken. Tested by tests/figures/axes_test.cpp.
 #include "figures/auto_ticks.h"
 
 #include <cmath>

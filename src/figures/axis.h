@@ -1,4 +1,5 @@
-// What all axes have, whatever the figure: limits, ticks, and whether the two follow the data by themselves.
+// What all axes have, whatever the figure: limits, ticks, and whether the two follow the data by
+// themselves.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +9,8 @@ namespace kelo::figures {
 
 enum class Axis : uint8_t { x, y, z };
 
-/// Invariant: lower <= upper, both finite. They may be equal, where the data lies so far out that nothing else fits.
+/// Invariant: lower <= upper, both finite. They may be equal, where the data lies so far out that
+/// nothing else fits.
 struct Limits {
   double lower = 0;
   double upper = 1;

@@ -1,7 +1,8 @@
-// Colours of a figure: four channels and, for the named adaptive ones, the role by which a theme finds its own value.
+// Colours of a figure: four channels and, for the named adaptive ones, the role by which a theme
+// finds its own value.
 //
-// A role's channels here are those of the light theme; what draws asks the theme by role and takes the channels of a
-// colour that has none.
+// A role's channels here are those of the light theme; what draws asks the theme by role and takes
+// the channels of a colour that has none.
 #pragma once
 
 #include <array>
@@ -38,7 +39,8 @@ std::string_view nameOf(ColorRole role);
 /// The role of such a name; absent for any other text and for "".
 std::optional<ColorRole> roleNamed(std::string_view name);
 
-/// The default colour of the line with the running number n, from 0: eight colours in turn, blue first.
+/// The default colour of the line with the running number n, from 0: eight colours in turn, blue
+/// first.
 Color nextCycleColor(int64_t n);
 
 /// A colour that the settings of a line offer, with its text there.

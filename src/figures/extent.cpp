@@ -1,5 +1,6 @@
-// The coordinates of all points lie one behind the other: x, y, x, y, ... A lane of the vectors sees every so manieth of
-// them, always the same coordinate, and skips by a choice instead of a branch.
+// The coordinates of all points lie one behind the other: x, y, x, y, ... A lane of the vectors
+// sees every so manieth of them, always the same coordinate, and skips by a choice instead of a
+// branch.
 #include "figures/extent.h"
 
 #include <cmath>

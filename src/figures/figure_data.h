@@ -1,4 +1,5 @@
-// FigureData: a saved figure, as its file holds it: the model, a thumbnail, and where and when it was saved.
+// FigureData: a saved figure, as its file holds it: the model, a thumbnail, and where and when it
+// was saved.
 #pragma once
 
 #include <optional>
@@ -8,8 +9,8 @@
 
 namespace kelo::figures {
 
-/// The identity of a figure in a list, as the canonical upper-case text of a UUID. Not taken from the file: each reading
-/// gives a new one.
+/// The identity of a figure in a list, as the canonical upper-case text of a UUID. Not taken from
+/// the file: each reading gives a new one.
 struct FigureId {
   std::string text;
   /// A random one (RFC 9562, version 4).

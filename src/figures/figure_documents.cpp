@@ -5,6 +5,7 @@
 
 #include "figures/coding/coded_form.h"
 #include "messages/catalogue/figures.h"
+#include "messages/catalogue/files.h"
 #include "values/name.h"
 
 namespace kelo::figures {
@@ -53,7 +54,7 @@ FigureData FigureDocuments::described(const std::string& name, const Figure& fig
 }
 
 std::optional<FigureData> FigureDocuments::save(const std::string& name, const Figure& figure, std::string thumbnail) {
-  if (!followsNameRule(name)) throw text::invalidFileName();
+  if (!followsNameRule(name)) throw Alert{text::kInvalidFileName, text::kFileNameRule};
   if (std::holds_alternative<std::monostate>(figure)) return std::nullopt;
   const std::string path = pathOf(fileNameOf(name));
   if (documents_.exists(path)) throw text::figureExists(name);

@@ -25,17 +25,20 @@ class FigureDocuments {
   FigureDocuments(platform::FileSystem& documents, platform::Clock& clock, FigureOrigin origin,
                   std::function<void(const std::string&)> log);
 
-  /// Makes the folder unless it is there; an interactive shell does at its start. False: it could not.
+  /// Makes the folder unless it is there; an interactive shell does at its start. False: it could
+  /// not.
   bool makeFolder();
 
   /// A figure under a name, with its picture as PNG, as a file holds it.
   FigureData described(const std::string& name, const Figure& figure, std::string thumbnail) const;
-  /// Writes a new file and gives what it holds; nothing when there is no figure. Nothing is overwritten.
-  /// throws  Alert: no valid name, the name is taken (also by a file that is no readable figure), numbers that are not
-  ///         finite, a fault in writing
+  /// Writes a new file and gives what it holds; nothing when there is no figure. Nothing is
+  /// overwritten.
+  /// throws  Alert: no valid name, the name is taken (also by a file that is no readable figure),
+  ///         numbers that are not finite, a fault in writing
   std::optional<FigureData> save(const std::string& name, const Figure& figure, std::string thumbnail);
-  /// All figures in the order of the directory, each with a new identity and the name of its file. A file that cannot be
-  /// read is skipped with a line in the log, an older one without. throws Alert
+  /// All figures in the order of the directory, each with a new identity and the name of its file.
+  /// A file that cannot be read is skipped with a line in the log, an older one without. throws
+  /// Alert
   std::vector<FigureData> loadAll() const;
   /// Removes the file. throws Alert
   void remove(const FigureData& figure);

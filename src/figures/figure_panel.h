@@ -1,8 +1,9 @@
-// The figure panel: the current figure, which is none, a plot or a surface, and the count of its changes.
+// The figure panel: the current figure, which is none, a plot or a surface, and the count of its
+// changes.
 //
-// Commands change it from the interpreter's thread, a front end from the main thread, and drawing reads it; so it is
-// guarded by one lock, which is held for as long as a model is read or written and never while drawing: what draws takes
-// a copy, which shares the points.
+// Commands change it from the interpreter's thread, a front end from the main thread, and drawing
+// reads it; so it is guarded by one lock, which is held for as long as a model is read or written
+// and never while drawing: what draws takes a copy, which shares the points.
 #pragma once
 
 #include <functional>
@@ -22,8 +23,8 @@ class FigurePanel {
  public:
   explicit FigurePanel(platform::Synchronization& synchronization) : lock_(synchronization.makeLock()) {}
 
-  /// Called behind each change, on the thread that made it, with the lock free: the wish to be drawn anew. It should
-  /// return at once. Set before the first run.
+  /// Called behind each change, on the thread that made it, with the lock free: the wish to be
+  /// drawn anew. It should return at once. Set before the first run.
   std::function<void()> changed;
 
   /// A copy of the current figure. Thread: any
@@ -37,8 +38,8 @@ class FigurePanel {
     const std::lock_guard<platform::Lock> guard(*lock_);
     return reader(static_cast<const Figure&>(figure_));
   }
-  /// Calls `writer(Figure&)` under the lock and counts a change, unless it throws or there is no figure before and
-  /// behind. Thread: any
+  /// Calls `writer(Figure&)` under the lock and counts a change, unless it throws or there is no
+  /// figure before and behind. Thread: any
   template <class F>
   void write(F&& writer) {
     {
@@ -51,10 +52,11 @@ class FigurePanel {
     if (changed) changed();
   }
 
-  /// What `plot` and its kind end with: the figure, or more lines of a plot that is held. A surface goes away.
-  /// Thread: main
+  /// What `plot` and its kind end with: the figure, or more lines of a plot that is held. A surface
+  /// goes away. Thread: main
   void plotDataShow(PlotData plot);
-  /// What `surf` ends with: the figure, or more surfaces of one that is held. A plot goes away. Thread: main
+  /// What `surf` ends with: the figure, or more surfaces of one that is held. A plot goes away.
+  /// Thread: main
   void surfDataShow(SurfData surface);
   /// Shows a figure in place of the current one. Thread: any
   void show(Figure figure);

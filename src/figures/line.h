@@ -1,4 +1,5 @@
-// A line of a plot: its points and how they are drawn. Enumerations are stored in files by their ordinals.
+// A line of a plot: its points and how they are drawn. Enumerations are stored in files by their
+// ordinals.
 #pragma once
 
 #include <optional>
@@ -9,7 +10,8 @@
 
 namespace kelo::figures {
 
-/// In data units; either may be NaN or infinite: limits and drawing skip such a point, and it breaks the line.
+/// In data units; either may be NaN or infinite: limits and drawing skip such a point, and it
+/// breaks the line.
 struct Point {
   double x, y;
   friend bool operator==(const Point&, const Point&) = default;

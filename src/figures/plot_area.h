@@ -18,8 +18,10 @@ struct PlotArea {
   ViewPoint placeOf(const Point& point, const Limits& x, const Limits& y) const {
     return {left + shareOf(point.x, x) * width, top + (1 - shareOf(point.y, y)) * height};
   }
-  /// 0 at the lower limit, 1 at the upper one. In halves, so that no difference of doubles overflows.
+  /// 0 at the lower limit, 1 at the upper one. In halves, so that no difference of doubles
+  /// overflows.
   static double shareOf(double value, const Limits& limits) {
+    if (limits.lower == limits.upper) return 0.5;  // all stands in the middle
     return (value / 2 - limits.lower / 2) / (limits.upper / 2 - limits.lower / 2);
   }
 };

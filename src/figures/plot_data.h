@@ -1,7 +1,8 @@
 // PlotData: the whole state of a 2-D figure, as a plain value.
 //
-// Its laws: limits and ticks that are automatic follow the data by the rules of the setters here; whoever writes a limit,
-// a tick or a flag goes through them. Points are shared, so a copy costs little.
+// Its laws: limits and ticks that are automatic follow the data by the rules of the setters here;
+// whoever writes a limit, a tick or a flag goes through them. Points are shared, so a copy costs
+// little.
 #pragma once
 
 #include "figures/axis.h"
@@ -61,8 +62,9 @@ class PlotData {
 
   /// Manual limits: the axis's ticks follow when they are automatic, the other axis stays.
   void setLimits(Axis axis, Limits limits);
-  /// True: the axis's limits come from the data, inside the other axis's limits when those are manual; when both are
-  /// automatic both are computed anew. Recomputes also when the flag was true before.
+  /// True: the axis's limits come from the data, inside the other axis's limits when those are
+  /// manual; when both are automatic both are computed anew. Recomputes also when the flag was true
+  /// before.
   void setAutoLimits(Axis axis, bool isAuto);
   /// Manual ticks, as they are. REQUIRES: ascending
   void setTicks(Axis axis, std::vector<double> ticks);

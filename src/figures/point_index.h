@@ -1,6 +1,7 @@
-// An index over the points of a line: boxes around runs of neighbours, boxes around runs of boxes, and so on. Neighbours
-// in the order of a line lie near each other as a rule, so that most runs can be passed over at a glance. It takes a
-// fiftieth of the memory of the points, and one pass over them to make.
+// An index over the points of a line: boxes around runs of neighbours, boxes around runs of boxes,
+// and so on. Neighbours in the order of a line lie near each other as a rule, so that most runs can
+// be passed over at a glance. It takes a fiftieth of the memory of the points, and one pass over
+// them to make.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +18,8 @@ class PointIndex {
   const Points& points() const { return points_; }
 
   /// Visits the points of all runs that are not passed over, in no order that is promised.
-  /// passes  whether a run with such extents (empty without finite numbers) can hold nothing of interest
+  /// passes  whether a run with such extents (empty without finite numbers) can hold nothing of
+  ///         interest
   /// visit   takes a run of points: the first one's index and how many
   template <class Passes, class Visit>
   void search(Passes&& passes, Visit&& visit) const {

@@ -1,7 +1,8 @@
 // Points that never change once they are made, so that copies of a figure share them.
 //
-// A copy of a figure is cheap for that reason, whatever it holds: what draws, saves or answers takes one and works on it
-// while a run goes on. identity() tells two sets of points apart, for what is computed once per set.
+// A copy of a figure is cheap for that reason, whatever it holds: what draws, saves or answers
+// takes one and works on it while a run goes on. identity() tells two sets of points apart, for
+// what is computed once per set.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,6 @@
-// SurfData: the whole state of a 3-D figure, as a plain value: one or more meshes, three axes, and how the model is turned,
-// moved and scaled. Limits, ticks and flags are written by the setters here.
+// SurfData: the whole state of a 3-D figure, as a plain value: one or more meshes, three axes, and
+// how the model is turned, moved and scaled. Limits, ticks and flags are written by the setters
+// here.
 #pragma once
 
 #include <optional>
@@ -26,7 +27,8 @@ class SurfData {
       Types type = Types::normal;
       friend bool operator==(const Attributes&, const Attributes&) = default;
     };
-    /// Column by column: row i and column j, from 0, stand at j * numRows + i. Invariant: numRows * numCols of them.
+    /// Column by column: row i and column j, from 0, stand at j * numRows + i. Invariant: numRows *
+    /// numCols of them.
     SharedPoints<SCNVector3> points;
     Attributes attributes;
     friend bool operator==(const Surface&, const Surface&) = default;
@@ -37,8 +39,9 @@ class SurfData {
   /// Limits from the surfaces on all axes, ticks from the limits. throws Problem, an internal fault
   explicit SurfData(std::vector<Surface> surfaces = {});
 
-  /// Degrees. The box of the axes, which is a cube about its centre, is turned about z, then y, then x, where x points to
-  /// the right, y upwards and z to the viewer: with x = 0 it is seen from above, with x = -90 from the side.
+  /// Degrees. The box of the axes, which is a cube about its centre, is turned about z, then y,
+  /// then x, where x points to the right, y upwards and z to the viewer: with x = 0 it is seen from
+  /// above, with x = -90 from the side.
   SCNVector3 rotationAngles = kFirstRotation;
   SCNVector3 translation = {0, 0, 0};  ///< in parts of the view's shorter side, to the right and upwards
   double zoomFactor = 1;

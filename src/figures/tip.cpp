@@ -1,4 +1,5 @@
-// Distances are told in the view, where both axes count alike. Tested by tests/figures/interaction_test.cpp.
+// Distances are told in the view, where both axes count alike. Tested by
+// tests/figures/interaction_test.cpp.
 #include "figures/tip.h"
 
 #include <algorithm>

@@ -16,11 +16,12 @@ struct Tip {
   ViewPoint place;
 };
 
-/// Finds tips; it keeps an index of each line of more than a few points that it has seen, for as long as that line stays
-/// in the plot it is asked about. Thread: one at a time
+/// Finds tips; it keeps an index of each line of more than a few points that it has seen, for as
+/// long as that line stays in the plot it is asked about. Thread: one at a time
 class TipFinder {
  public:
-  /// The nearest of the points that lie within the limits, of two equally near the first; nothing without any.
+  /// The nearest of the points that lie within the limits, of two equally near the first; nothing
+  /// without any.
   std::optional<Tip> find(const PlotData& plot, const PlotArea& area, ViewPoint place);
 
  private:

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "figures/figure_panel.h"
 #include "interpreter/console.h"
 #include "interpreter/environment.h"
 #include "interpreter/run_control.h"

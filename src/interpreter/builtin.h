@@ -13,7 +13,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -35,14 +34,12 @@ class Handler {
  public:
   using Function = NodeValue (*)(Call& call);
 
-  constexpr Handler(std::nullptr_t = nullptr) {}
   constexpr Handler(Function function) : function_(function) {}
   template <class Selector>
     requires std::is_enum_v<Selector>
   constexpr Handler(Function function, Selector which) : function_(function), selector_(static_cast<int>(which)) {}
 
   NodeValue operator()(Call& call) const { return function_(call); }
-  bool operator==(std::nullptr_t) const { return function_ == nullptr; }
   /// REQUIRES: the enumeration that the row gives
   template <class Selector>
   Selector selector() const {
@@ -50,7 +47,7 @@ class Handler {
   }
 
  private:
-  Function function_ = nullptr;
+  Function function_;
   int selector_ = 0;
 };
 
@@ -71,16 +68,16 @@ struct OwnTexts {
   const char* failure = nullptr;  ///< the last-resort text as a whole
 };
 
-/// One row. A name alone is one that is known but not supported yet.
+/// One row.
 struct Builtin {
   const char* name;
-  Handler handler = nullptr;
-  Arity inputs = {0, kAny};
-  int outputs = kAny;          ///< at most; 0: the function gives no value
-  const char* arguments = "";  ///< names of the arguments, as the help shows them: "A, dim"
-  const char* help = "";       ///< one line, without a full stop: "Round towards plus infinity"
-  const char* example = "";    ///< a command to try
-  OwnTexts own = {};           ///< named in the row: {.inputs = text::kNoInput}
+  Handler handler;
+  Arity inputs;
+  int outputs;            ///< at most; 0: the function gives no value
+  const char* arguments;  ///< names of the arguments, as the help shows them: "A, dim"
+  const char* help;       ///< one line, without a full stop: "Round towards plus infinity"
+  const char* example;    ///< a command to try
+  OwnTexts own = {};      ///< named in the row: {.inputs = text::kNoInput}
 };
 
 /// Where a call stands in its text; copied into the messages that it gives.

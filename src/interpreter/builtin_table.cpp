@@ -10,8 +10,7 @@ BuiltinTable::BuiltinTable(std::initializer_list<Family> families) : families_(f
     for (const Builtin& row : family.rows) {
       const Name name = Name::intern(row.name);
       if (name.id() >= byNameId_.size()) byNameId_.resize(name.id() + 1);
-      const Builtin*& place = byNameId_[name.id()];
-      if (place == nullptr || place->handler == nullptr) place = &row;
+      byNameId_[name.id()] = &row;
     }
   }
 }

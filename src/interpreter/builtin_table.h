@@ -17,7 +17,7 @@ struct Family {
 
 class BuiltinTable {
  public:
-  /// Joins the families. A row with a handler takes the place of one of the same name without.
+  /// Joins the families, which share no name.
   explicit BuiltinTable(std::initializer_list<Family> families);
 
   /// The row of a name; null when the name is no built-in.

@@ -49,13 +49,9 @@ NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optiona
                       const CallSite& site, Environment& environment, Visitor* visitor) {
   Message message;
   try {
-    if (row.handler != nullptr) {
-      checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-      Call call(row, args, lhsVariableCount, site, environment, visitor);
-      return row.handler(call);
-    }
-    message = messageAt(site);
-    message.functionNotSupportedYet = std::string(row.name) + "()";
+    checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
+    Call call(row, args, lhsVariableCount, site, environment, visitor);
+    return row.handler(call);
   } catch (const Problem& problem) {
     message = messageAt(site);
     message.reason = problem.reason;

@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 
-#include "figures/figure_panel.h"
 #include "frontend/matlab_parser.h"
 #include "interpreter/console.h"
 #include "interpreter/random_state.h"
@@ -15,6 +14,10 @@
 #include "messages/message.h"
 #include "platform/host.h"
 #include "values/workspace.h"
+
+namespace kelo::figures {
+class FigurePanel;
+}
 
 namespace kelo {
 

@@ -1,10 +1,11 @@
-// Limits and ticks of the axes: asked for, set, or left to the data. Both have the same forms; they differ in what they
-// take as values and in what they say where there is no such axis.
-// Tested by tests/transcripts/figures/axes.txt.
+// Limits and ticks of the axes: asked for, set, or left to the data. Both have the same forms; they
+// differ in what they take as values and in what they say where there is no such axis. Tested by
+// tests/transcripts/figures/axes.txt.
 #include <algorithm>
 #include <cmath>
 
 #include "builtins/figures/handlers.h"
+#include "figures/figure_panel.h"
 #include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/plot_commands.h"

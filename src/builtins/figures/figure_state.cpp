@@ -3,6 +3,7 @@
 #include "builtins/figures/handlers.h"
 #include "builtins/text/char_rows.h"
 #include "builtins/text/number_rows.h"
+#include "figures/figure_panel.h"
 #include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/plot_commands.h"

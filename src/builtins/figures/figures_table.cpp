@@ -1,7 +1,8 @@
 // The commands that fill and change the current figure.
 //
-// Arguments are read and complained about first, then the figure is changed: under its lock at once, or, for the
-// commands that make one, on the main thread, while the run waits. A failed command leaves the figure as it was.
+// Arguments are read and complained about first, then the figure is changed: under its lock at
+// once, or, for the commands that make one, on the main thread, while the run waits. A failed
+// command leaves the figure as it was.
 #include "builtins/figures/handlers.h"
 #include "builtins/library.h"
 #include "messages/catalogue/plot_commands.h"
@@ -30,7 +31,7 @@ constexpr Builtin kFigures[] = {
      "Show grid lines: 'on' or 'off', without an option the other way", "grid('off')",
      {.inputs = text::kZeroOrOneInput}},
     {"legend",  legend,                           {0, kAny}, 0, "name1, name2, ...",
-     "Name the lines in a legend; 'show', 'hide', 'off' or 'toggle' it", "legend('data', 'fit')"},
+     "Name the lines in a legend; 'show', 'hide', 'off' or 'toggle' it", "plot([1 2; 3 5]); legend('data', 'fit')"},
     {"xlabel",  {label, Label::x},                {1, 1},    0, "c",
      "Label the x axis", "xlabel('Time')"},
     {"ylabel",  {label, Label::y},                {1, 1},    0, "c",
@@ -40,22 +41,22 @@ constexpr Builtin kFigures[] = {
     {"title",   {label, Label::title},            {1, 1},    0, "c",
      "Give the figure a title", "title('Damped')"},
     {"xlim",    {axisLimits, Axis::x},            {0, 1},    1, "[a, b]",
-     "Limits of the x axis: ask, set, or 'auto', 'manual', 'mode'", "xlim([0 10])",
+     "Limits of the x axis: ask, set, or 'auto', 'manual', 'mode'", "plot(0:9); xlim([2 5])",
      {.inputs = text::kLimitsInputs, .verb = "performing xlim"}},
     {"ylim",    {axisLimits, Axis::y},            {0, 1},    1, "[a, b]",
      "Limits of the y axis: ask, set, or 'auto', 'manual', 'mode'", "ylim('auto')",
      {.inputs = text::kLimitsInputs, .verb = "performing ylim"}},
     {"zlim",    {axisLimits, Axis::z},            {0, 1},    1, "[a, b]",
-     "Limits of the z axis: ask, set, or 'auto', 'manual', 'mode'", "zlim('mode')",
+     "Limits of the z axis: ask, set, or 'auto', 'manual', 'mode'", "surf([1 2; 3 4]); zlim('mode')",
      {.inputs = text::kLimitsInputs, .verb = "performing zlim"}},
     {"xticks",  {axisTicks, Axis::x},             {0, 1},    1, "ticks",
-     "Ticks of the x axis: ask, set, or 'auto', 'manual', 'mode'", "xticks(0:2:10)",
+     "Ticks of the x axis: ask, set, or 'auto', 'manual', 'mode'", "plot(0:9); xticks(0:3:9)",
      {.inputs = text::kZeroOrOneInput}},
     {"yticks",  {axisTicks, Axis::y},             {0, 1},    1, "ticks",
-     "Ticks of the y axis: ask, set, or 'auto', 'manual', 'mode'", "yticks([])",
+     "Ticks of the y axis: ask, set, or 'auto', 'manual', 'mode'", "plot(0:9); yticks([])",
      {.inputs = text::kZeroOrOneInput}},
     {"zticks",  {axisTicks, Axis::z},             {0, 1},    1, "ticks",
-     "Ticks of the z axis: ask, set, or 'auto', 'manual', 'mode'", "zticks('auto')",
+     "Ticks of the z axis: ask, set, or 'auto', 'manual', 'mode'", "surf([1 2; 3 4]); zticks('auto')",
      {.inputs = text::kZeroOrOneInput}},
 };
 // clang-format on

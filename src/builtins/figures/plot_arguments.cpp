@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "figures/attribute.h"
+#include "figures/figure_panel.h"
 #include "interpreter/environment.h"
 #include "messages/catalogue/plot_commands.h"
 #include "messages/message.h"

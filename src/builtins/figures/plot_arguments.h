@@ -1,4 +1,5 @@
-// The arguments of plot, stem, stairs and scatter: data, then specification strings, then attributes.
+// The arguments of plot, stem, stairs and scatter: data, then specification strings, then
+// attributes.
 #pragma once
 
 #include <span>
@@ -13,7 +14,8 @@ using figures::Line;
 
 class PlotArguments {
  public:
-  /// Finds where the attributes begin: at the first text that is the name of one, wherever it stands.
+  /// Finds where the attributes begin: at the first text that is the name of one, wherever it
+  /// stands.
   explicit PlotArguments(const Call& call);
 
   int64_t count() const { return static_cast<int64_t>(all_.size()); }
@@ -27,7 +29,8 @@ class PlotArguments {
   /// REQUIRES: numeric
   const NumericArray& numbers(int64_t i) const { return *(*this)[i].numeric(); }
 
-  /// The check of plot, stem and stairs. True: y stands alone; false: x and y come first. throws Problem
+  /// The check of plot, stem and stairs. True: y stands alone; false: x and y come first. throws
+  /// Problem
   bool startWithY() const;
   /// Applies the attributes to the lines. throws Problem
   void applyAttributesTo(std::span<Line> lines) const;
@@ -37,13 +40,16 @@ class PlotArguments {
   int64_t attributes_;
 };
 
-/// "filled": marker faces take the colour of the line, or of the marker's edge where the line is clear.
+/// "filled": marker faces take the colour of the line, or of the marker's edge where the line is
+/// clear.
 bool isFilled(const std::string& text);
 void fillMarkers(std::span<Line> lines);
 
-/// How many lines a plot that is held has; 0 when nothing is held. New lines take their colours behind these.
+/// How many lines a plot that is held has; 0 when nothing is held. New lines take their colours
+/// behind these.
 int64_t heldLines(const Call& call);
-/// Ends a command: the lines become a plot, which is shown or joined to the one that is held. The run waits for it.
+/// Ends a command: the lines become a plot, which is shown or joined to the one that is held. The
+/// run waits for it.
 NodeValue show(Call& call, std::vector<Line> lines);
 
 }  // namespace kelo::builtins

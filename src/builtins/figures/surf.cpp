@@ -1,5 +1,7 @@
-// surf: one surface from heights, or from three coordinates. Tested by tests/transcripts/figures/surf.txt.
+// surf: one surface from heights, or from three coordinates. Tested by
+// tests/transcripts/figures/surf.txt.
 #include "builtins/figures/handlers.h"
+#include "figures/figure_panel.h"
 #include "interpreter/environment.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/plot_commands.h"

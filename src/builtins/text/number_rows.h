@@ -5,7 +5,8 @@
 
 namespace kelo::builtins {
 
-/// Whole numbers bare, others with the digits of the console; columns two blanks apart, pages side by side.
+/// Whole numbers bare, others with the digits of the console; columns two blanks apart, pages side
+/// by side.
 CharArray numbersAsText(const NumericArray& array, int nDigits);
 
 }  // namespace kelo::builtins

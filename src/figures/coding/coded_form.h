@@ -18,8 +18,9 @@ std::string codedForm(const Figure& figure, NonFinite nonFinite);
 /// The text of a figure file. throws CodingError, also for numbers that are not finite
 std::string codedForm(const FigureData& data);
 
-/// Reads the text of a figure file. throws CodingError at the first thing that is wrong: broken text, a key missing, a
-/// type or an ordinal unknown, reversed limits, a count that does not fit, too many points, both models or none
+/// Reads the text of a figure file. throws CodingError at the first thing that is wrong: broken
+/// text, a key missing, a type or an ordinal unknown, reversed limits, a count that does not fit,
+/// too many points, both models or none
 FigureData decodedFigureData(std::string_view text);
 /// Reads the coded form of a model. throws CodingError
 PlotData decodedPlot(std::string_view text);

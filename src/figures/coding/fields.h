@@ -1,5 +1,5 @@
-// The coded form of each record: its keys and the members that they name, in order. Reading, writing and editing all go
-// by these lists.
+// The coded form of each record: its keys and the members that they name, in order. Reading,
+// writing and editing all go by these lists.
 #pragma once
 
 #include <tuple>

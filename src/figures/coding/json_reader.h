@@ -1,6 +1,6 @@
-// Reads JSON text as it goes along, without a tree: the caller says what it expects next, and anything else is a
-// CodingError. A file of a million points is read at the speed of its numbers that way, and takes no more memory than the
-// points.
+// Reads JSON text as it goes along, without a tree: the caller says what it expects next, and
+// anything else is a CodingError. A file of a million points is read at the speed of its numbers
+// that way, and takes no more memory than the points.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Writes JSON text, compactly, straight into a string. Numbers have as many digits as they need to come back the same.
+// Writes JSON text, compactly, straight into a string. Numbers have as many digits as they need to
+// come back the same.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +8,8 @@
 
 namespace kelo::figures {
 
-/// What becomes of a number that is NaN or infinite, which JSON does not know: the coding fails, or null is written.
+/// What becomes of a number that is NaN or infinite, which JSON does not know: the coding fails, or
+/// null is written.
 enum class NonFinite { refused, asNull };
 
 class JsonWriter {

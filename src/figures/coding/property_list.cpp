@@ -1,6 +1,7 @@
-// The form: a header, the objects, a table of their offsets, and 32 bytes at the end that say where the table stands and
-// how wide its entries are. An object is a marker, with its type in the upper half and a count in the lower one, and its
-// content; a count of 15 says that the true one follows as an integer.
+// The form: a header, the objects, a table of their offsets, and 32 bytes at the end that say where
+// the table stands and how wide its entries are. An object is a marker, with its type in the upper
+// half and a count in the lower one, and its content; a count of 15 says that the true one follows
+// as an integer.
 #include "figures/coding/property_list.h"
 
 #include <bit>

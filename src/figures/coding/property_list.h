@@ -1,6 +1,6 @@
-// A binary property list, read in place: an object is the number of its place in the list's table, and a question about
-// one that is of another type, or beyond the bytes, has no answer. Nothing is built, so a list that refers to itself or
-// to one object many times costs nothing.
+// A binary property list, read in place: an object is the number of its place in the list's table,
+// and a question about one that is of another type, or beyond the bytes, has no answer. Nothing is
+// built, so a list that refers to itself or to one object many times costs nothing.
 #pragma once
 
 #include <cstdint>

@@ -17,11 +17,6 @@ inline constexpr const char* kSizeMustBePositive = "a width or size should be po
 inline constexpr const char* kNoFigure = "there is no figure";
 
 // Alerts of the panel
-inline Alert invalidFileName() {
-  return {"Invalid File Name",
-          "Only letters, numbers, and underscore are allowed in a file name. "
-          "A valid name cannot start with a number or underscore."};
-}
 inline Alert figureExists(const std::string& name) {
   return {"Failed to Save", fmt::format("Figure named \"{}\" already exists.", name)};
 }

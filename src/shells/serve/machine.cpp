@@ -44,7 +44,7 @@ Machine::Machine(const ServeOptions& options, const Transport& transport)
 
 Machine::~Machine() {
   session.stop();
-  parserQueue.runAndWait([] { platform::setParallelFor(nullptr); });
+  mainQueue.serveWhileRunning(parserQueue, [] { platform::setParallelFor(nullptr); });
 }
 
 std::optional<std::string> workDirectory(const ServeOptions& options, std::string* fault) {

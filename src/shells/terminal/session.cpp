@@ -57,16 +57,8 @@ Session::Session(const Options& options, const std::string& workDir, ItemWriter:
 
 // The queue's thread is a member that goes last, so a run that is left behind is stopped here.
 Session::~Session() {
-  bool hasEnded = false;
   app.pressStop();
-  parserQueue.async([&] {
-    platform::setParallelFor(nullptr);
-    mainQueue.async([&] { hasEnded = true; });
-  });
-  while (!hasEnded) {  // the run may wait for this thread
-    waitForEvent();
-    mainQueue.runReady();
-  }
+  mainQueue.serveWhileRunning(parserQueue, [] { platform::setParallelFor(nullptr); });
 }
 
 void Session::run(const std::function<void(AppController&)>& start, const Answerer& answer) {

@@ -36,7 +36,7 @@ export function codeExtensions(app: App, options: CodeFieldOptions): Extension {
     EditorView.lineWrapping,
     inputMode.of(attributesFor(options.ownKeyboard)),
     EditorView.contentAttributes.of({
-      'aria-label': options.label, autocapitalize: 'off', autocorrect: 'off', spellcheck: 'false',
+      'aria-label': options.label, autocapitalize: 'off', autocorrect: 'off', spellcheck: 'false', tabindex: '0',
     }),
     engineColors(highlight),
     options.extra ?? [],

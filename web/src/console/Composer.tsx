@@ -19,14 +19,31 @@ let draft = '';
 
 export interface ComposerHandle { use(text: string): void; focus(): void }
 
+/// Return runs a whole command and breaks the line of one that is not. What was typed on while the
+/// engine was asked stays behind the Return.
+async function enterBySense(app: App, view: EditorView, run: () => void, breakLine: (view: EditorView) => boolean) {
+  const { doc, selection } = view.state;
+  const text = doc.toString();
+  const { head } = selection.main;
+  const complete = await app.console.isComplete(text);
+  if (view.state.doc === doc) {
+    if (complete) run(); else breakLine(view);
+  } else if (!complete) {
+    view.dispatch({ changes: { from: head, insert: '\n' }, userEvent: 'input' });
+  } else if (head === text.length && app.console.run(text)) {
+    view.dispatch({ changes: { from: 0, to: Math.min(text.length, view.state.doc.length) } });
+  }
+}
+
 function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: () => void): EditorView {
   const indenter = async (text: string, position: number) =>
     (await app.session.request('editor/indentedLine', { text, position })).line;
   const breakLine = newLine(indenter);
+  let entering = Promise.resolve();
   const enter = (view: EditorView): boolean => {
     if (app.console.status.value === 'waitInput') { run(); return true; }
     if (!app.preferences.value.value.enterRuns) return breakLine(view);
-    void app.console.isComplete(view.state.doc.toString()).then((complete) => { if (complete) run(); else breakLine(view); });
+    entering = entering.then(() => enterBySense(app, view, run, breakLine));
     return true;
   };
   const recall = (text: string | null, view: EditorView) => {

@@ -55,9 +55,10 @@ function Place({ app, item }: { app: App; item: ConsoleItem }) {
   if (!file || !line) return null;
   return (
     <button
-      type="button" class="place" aria-label={t.console.openPlace(file, line)}
+      type="button" class="place"
       onClick={() => void app.openPlace(file, line, column ?? 1)}
     >
+      <span class="visually-hidden">{t.console.openPlace} </span>
       {t.console.place(file, line)}
       <Icon name="forward" />
     </button>

@@ -13,7 +13,7 @@ import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import { isDirty, isProgram, nameOf, type OpenFile } from './core/editor';
 import {
-  dropState, editLines, keepState, makeState, nameAtCaret, openSearch, redo, selectedText, setMarks, undo,
+  dropState, editLines, runAndLook, keepState, makeState, nameAtCaret, openSearch, redo, selectedText, setMarks, undo,
 } from './fileView';
 
 export function EditorPanel() {
@@ -36,13 +36,13 @@ function Tabs({ app }: { app: App }) {
   const files = editor.files.value;
   if (!files.length) return <h2>{t.shell.editor}</h2>;
   return (
-    <div class="tabs" role="tablist" aria-label={t.editor.tabs} onKeyDown={(event) => moveTab(event, app)}>
+    <div class="tabs" role="group" aria-label={t.editor.tabs} onKeyDown={(event) => moveTab(event, app)}>
       {files.map((file) => {
         const on = file.path === editor.activePath.value;
         return (
-          <div class={`tab${on ? ' on' : ''}${isDirty(file) ? ' dirty' : ''}`} role="presentation" key={file.path}>
+          <div class={`tab${on ? ' on' : ''}${isDirty(file) ? ' dirty' : ''}`} key={file.path}>
             <button
-              type="button" role="tab" aria-selected={on} tabIndex={on ? 0 : -1} title={file.path}
+              type="button" class="tab-name" aria-current={on ? 'true' : undefined} tabIndex={on ? 0 : -1} title={file.path}
               onClick={() => void editor.open(file.path)}
             >
               {nameOf(file.path)}
@@ -69,7 +69,7 @@ function moveTab(event: KeyboardEvent, app: App): void {
   const paths = app.editor.files.value.map((file) => file.path);
   const next = paths[(paths.indexOf(app.editor.activePath.value!) + step + paths.length) % paths.length]!;
   const tabs = event.currentTarget as HTMLElement;
-  void app.editor.open(next).then(() => tabs.querySelector<HTMLElement>('.on [role=tab]')?.focus());
+  void app.editor.open(next).then(() => tabs.querySelector<HTMLElement>('.on .tab-name')?.focus());
 }
 
 function Actions({ app, file, view }: { app: App; file: OpenFile; view(): EditorView | null }) {
@@ -102,7 +102,7 @@ function Actions({ app, file, view }: { app: App; file: OpenFile; view(): Editor
       <IconButton icon="more" label={t.editor.more} onClick={more} />
       {program && (busy
         ? <IconButton icon="stop" label={t.console.stop} onClick={() => app.console.stop()} />
-        : <IconButton icon="run" label={t.editor.run} on onClick={() => void app.runFile(file.path)} />)}
+        : <IconButton icon="run" label={t.editor.run} on onClick={() => void runAndLook(app, file.path, view())} />)}
     </>
   );
 }

@@ -79,6 +79,12 @@ export function nameAtCaret(state: EditorState): string | null {
   return range ? state.doc.sliceString(range.from, range.to) : null;
 }
 
+/// Runs the file. Where the keyboard has taken the console's room, it is put away to show what comes.
+export async function runAndLook(app: App, path: string, view: EditorView | null): Promise<void> {
+  if (app.layout.mode.value === 'lying') view?.contentDOM.blur();
+  await app.runFile(path);
+}
+
 export async function openSearch(view: EditorView): Promise<void> {
   const { showSearch } = await import('./search');
   showSearch(view);
@@ -93,7 +99,7 @@ export function makeState(app: App, path: string, text: string, suggestions: Sug
   const enter = isProgram(path) ? newLine(indenter) : newLine(async () => '');
   const keys = Prec.high(keymap.of([
     { key: 'Mod-s', run: does(() => app.editor.save(path)) },
-    { key: 'Mod-Enter', run: does(() => app.runFile(path)) },
+    { key: 'Mod-Enter', run: does((view) => runAndLook(app, path, view)) },
     { key: 'Shift-Mod-Enter', run: does((view) => app.runText(selectedText(view.state))) },
     { key: 'Mod-/', run: does((view) => editLines(app, view, 'editor/comment')) },
     { key: 'Shift-Mod-/', run: does((view) => editLines(app, view, 'editor/uncomment')) },

@@ -23,20 +23,31 @@ export function listenToKeys(app: App): void {
   });
   const look = () => { editing.value = document.activeElement?.classList.contains('cm-content') ?? false; };
   document.addEventListener('focusin', look);
-  // A press elsewhere moves the focus for a moment to nothing; the bar must not jump in between.
-  document.addEventListener('focusout', () => setTimeout(look, 60));
+  // A press elsewhere takes the focus away before it is a click; what it aims at must not move until then.
+  let pressed = false;
+  const later = () => setTimeout(() => { if (!pressed) look(); }, 60);
+  document.addEventListener('pointerdown', () => { pressed = true; }, true);
+  for (const name of ['pointerup', 'pointercancel']) {
+    document.addEventListener(name, () => { pressed = false; later(); }, true);
+  }
+  document.addEventListener('focusout', later);
 }
 
 function isText(target: EventTarget | null): boolean {
   return target instanceof HTMLElement && (target.isContentEditable || /^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName));
 }
 
-/// Puts the focus into a panel: into its text field where it has one.
-export function focusPanel(name: string): void {
+/// Puts the focus into a panel: into its text field where it has one. A panel whose code is still on
+/// its way is waited for.
+export function focusPanel(name: string, patience = 60): void {
   requestAnimationFrame(() => {
     const panel = document.querySelector(`[data-panel="${name}"]`);
-    const target = panel?.querySelector<HTMLElement>('.cm-content, canvas, [tabindex="0"], button:not(:disabled), input');
-    target?.focus();
+    const kinds = ['.cm-content', 'canvas', '[tabindex="0"]', 'input', 'button:not(:disabled)'];
+    const found = kinds.map((kind) => panel?.querySelector<HTMLElement>(kind)).find((each) => each);
+    // Beside a keyboard a panel can be out of view: it comes back when the other field is left.
+    if (found?.offsetParent === null) (document.activeElement as HTMLElement | null)?.blur();
+    if (found?.offsetParent) found.focus();
+    else if (patience > 0) focusPanel(name, patience - 1);
   });
 }
 

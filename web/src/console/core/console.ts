@@ -1,5 +1,6 @@
 /// The state of the console: items as they arise, the run and what it waits for, the history. Items
-/// are kept in one array that grows in place; `version` tells views that it did.
+/// are kept in one array that grows in place, in the order of their indices, which may have gaps;
+/// `version` tells views that it did.
 
 import { computed, signal } from '@preact/signals-core';
 import type { Clock } from '../../engine/core/ports';
@@ -8,6 +9,9 @@ import type { Session } from '../../engine/core/session';
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { History } from './history';
+
+/// More items than these are not kept in the page; the older half of them goes.
+const kMostItems = 40_000;
 
 export interface Completions { from: number; items: Completion[] }
 
@@ -25,6 +29,7 @@ export class Console {
   readonly historyVersion = signal(0);
   readonly busy = computed(() => this.status.value !== 'idle');
   readonly announcement = signal('');
+  private drawPending = false;
 
   constructor(
     private readonly session: Session, private readonly dialogs: Dialogs, private readonly clock: Clock,
@@ -114,10 +119,26 @@ export class Console {
   }
 
   private add(item: ConsoleItem): void {
-    if (item.index < this.items.length) this.items[item.index] = item;
-    else this.items.push(item);
-    if (item.contentType !== 'inputText') this.announcement.value = item.text.slice(0, 400);
-    this.version.value++;
+    const last = this.items[this.items.length - 1];
+    if (!last || item.index > last.index) this.items.push(item);
+    else this.items = this.items.map((each) => (each.index === item.index ? item : each));
+    if (this.items.length > kMostItems) {
+      this.items = this.items.slice(-kMostItems / 2);
+      this.generation.value++;
+    }
+    this.drawSoon();
+  }
+
+  /// A burst of items is drawn, and read out, once a picture.
+  private drawSoon(): void {
+    if (this.drawPending) return;
+    this.drawPending = true;
+    this.clock.nextFrame(() => {
+      this.drawPending = false;
+      const last = this.items[this.items.length - 1];
+      if (last && last.contentType !== 'inputText') this.announcement.value = last.text.slice(0, 400);
+      this.version.value++;
+    });
   }
 
   private replace(items: ConsoleItem[]): void {
