@@ -86,8 +86,6 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   await show(page, 'Editor');
   await page.locator('.file-field .cm-content').focus();
   await page.keyboard.insertText('% not saved');
-  await page.waitForTimeout(600);
-  page.once('dialog', (dialog) => void dialog.accept());
   await page.reload();
   await page.getByText(/Unsaved changes of “drop.m”/).waitFor();
   await show(page, 'Editor');
