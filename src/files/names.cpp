@@ -29,11 +29,6 @@ bool isUtf8(std::string_view bytes) {
 
 }  // namespace
 
-bool followsNameRule(std::string_view name) {
-  return !name.empty() && isLetter(name[0]) &&
-         std::ranges::all_of(name, [](char c) { return isLetter(c) || isDigit(c) || c == '_'; });
-}
-
 NameParts partsOf(std::string_view path) {
   const std::string_view name = lastComponent(path);
   const size_t point = name.rfind('.');

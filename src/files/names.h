@@ -6,10 +6,6 @@
 
 namespace kelo {
 
-/// The rule for names of files, which are names of functions too, and of folders: not empty, ASCII letters, digits and
-/// underscores only, a letter first.
-bool followsNameRule(std::string_view name);
-
 struct NameParts {
   std::string_view base;
   std::string_view extension;  ///< without the point; empty when there is none

@@ -7,6 +7,7 @@
 #include "files/file_panel.h"
 #include "files/names.h"
 #include "messages/catalogue/files.h"
+#include "values/name.h"
 
 namespace kelo {
 namespace {

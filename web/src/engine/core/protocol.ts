@@ -80,9 +80,16 @@ export interface DrawingItem {
   baseline?: string;
   angle?: number;
   color?: string;
+  /// Of markers: the pieces of the outline around a point.
+  outline?: number[][];
+  closed?: boolean;
 }
-export interface Box { x: number; y: number; width: number; height: number }
-export interface Drawing { width: number; height: number; plotArea: Box; items: DrawingItem[] }
+/// `plotArea` holds left, top, right and bottom; `title` and `description` are for whoever cannot see.
+export interface Drawing {
+  width: number; height: number; title: string; description: string;
+  plotArea: [number, number, number, number];
+  items: DrawingItem[];
+}
 export interface FigureTip { line: number; index: number; x: number; y: number; px: number; py: number }
 export interface Mesh {
   surfaces: { numRows: number; numCols: number; points: string }[];
