@@ -77,6 +77,7 @@ test('everything by keys: run, recall, leave the field, reach each panel, the li
   await page.getByRole('heading', { name: 'Keyboard shortcuts' }).waitFor();
   await page.keyboard.press('Escape');
   await expect.poll(() => page.locator('dialog').count()).toBe(0);
+  await page.keyboard.press('Alt+Digit3');
   await page.locator('canvas').focus();
   await page.keyboard.press('ArrowRight');
   await page.locator('.figure-tip span').waitFor();

@@ -24,7 +24,7 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   // The tap on an error leads to its place; the corrected file runs.
   await show(page, 'Files');
   await page.locator('.file-row', { hasText: 'drop.m' }).getByRole('button').first().click();
-  await page.getByRole('button', { name: 'Run', exact: true }).first().click();
+  await page.locator('[data-panel="editor"]').getByRole('button', { name: 'Run', exact: true }).click();
   await show(page, 'Console');
   await page.getByRole('button', { name: 'Open drop.m, line 2' }).click();
   await page.locator('.file-field .cm-activeLine', { hasText: 'nosuch' }).waitFor();
