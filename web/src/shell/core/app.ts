@@ -86,15 +86,24 @@ export class App {
     if (await this.help.openName(name)) this.layout.show('help');
   }
 
+  /// Loads one panel; what it throws is shown, and the other panels load all the same.
+  private async load(work: () => Promise<void>): Promise<void> {
+    try {
+      await work();
+    } catch (error) {
+      if (error instanceof ConnectionLost) throw error;
+      this.dialogs.fail(error);
+    }
+  }
+
   private async opened(): Promise<void> {
     try {
       const answer = await this.session.request('session/open', {});
       this.settings.opened(answer);
       await Promise.all([
-        this.console.refresh(answer.runState), this.files.reload(), this.workspace.refresh(), this.figure.refresh(),
-        this.keyboard.load(),
-      ]);
-      await this.editor.restore();
+        () => this.console.refresh(answer.runState), () => this.files.reload(), () => this.workspace.refresh(),
+        () => this.figure.refresh(), () => this.keyboard.load(), () => this.editor.restore(),
+      ].map((load) => this.load(load)));
     } catch (error) {
       if (!(error instanceof ConnectionLost)) this.dialogs.fail(error);
       return;
