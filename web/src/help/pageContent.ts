@@ -4,12 +4,12 @@
 const kAllowed = new Set(['A', 'ARTICLE', 'B', 'BLOCKQUOTE', 'BR', 'CODE', 'DD', 'DEL', 'DIV', 'DL', 'DT', 'EM', 'FIGCAPTION',
   'FIGURE', 'FOOTER', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'HR', 'I', 'IMG', 'KBD', 'LI', 'MAIN', 'OL', 'P', 'PRE', 'S', 'SECTION',
   'SPAN', 'STRONG', 'SUB', 'SUP', 'TABLE', 'TBODY', 'TD', 'TH', 'THEAD', 'TR', 'UL', 'VAR']);
-const kAttributes: Record<string, string[]> = { A: ['href'], IMG: ['src', 'alt'], TD: ['align'], TH: ['align'], OL: ['start'] };
+const kAttributes: Record<string, string[]> = { A: ['href'], IMG: ['alt'], TD: ['align'], TH: ['align'], OL: ['start'] };
 const kEverywhere = ['id', 'class'];
 
 export interface PageLinks {
-  /// The address of a picture that a page names; null leaves the picture out.
-  picture(source: string): string | null;
+  /// The SVG text of a picture that a page names; null leaves the picture out.
+  picture(source: string): Promise<string | null>;
 }
 
 export function pageNodes(html: string, links: PageLinks): DocumentFragment {
@@ -36,11 +36,9 @@ function append(parent: Node, node: Node, links: PageLinks): void {
     if (value !== null) element.setAttribute(attribute, value);
   }
   if (element instanceof HTMLImageElement) {
-    const address = links.picture(node.getAttribute('src') ?? '');
-    if (!address) return;
-    element.src = address;
-    element.loading = 'lazy';
-    element.addEventListener('error', () => element.remove());
+    void links.picture(node.getAttribute('src') ?? '').then((svg) => {
+      if (svg) element.src = `data:image/svg+xml;charset=utf-8,${encodeURIComponent(svg)}`; else element.remove();
+    });
   }
   if (element instanceof HTMLAnchorElement && /^\s*(javascript|data|vbscript):/i.test(element.getAttribute('href') ?? '')) {
     element.removeAttribute('href');

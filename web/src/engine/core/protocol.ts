@@ -163,6 +163,7 @@ export interface Methods {
   'figures/delete': [{ id: string }, Empty];
   'docs/tree': [Empty, { files: DocFile[] }];
   'docs/page': [{ relativePath: string; style: 'auto' | 'dark' | 'light'; textSize: number }, { html: string }];
+  'docs/picture': [{ relativePath: string }, { svg: string } | null];
   'docs/search': [{ scope: 'title' | 'content'; text: string }, { items: DocHit[] }];
   'docs/name': [{ name: string }, { relativePath: string } | null];
 }
