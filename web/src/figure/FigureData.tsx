@@ -10,7 +10,7 @@ const kShown = 1000;
 /// The data of the figure as a table: for screen readers and for whoever wants the numbers.
 export default function FigureData({ app }: { app: App }) {
   const at = useSignal(0);
-  useEffect(() => { void app.figure.loadModel(); }, []);
+  useEffect(() => app.figure.watchModel(), []);
   const model = app.figure.model.value;
   const surface = app.figure.kind.value === 'surface';
   const sets = surface

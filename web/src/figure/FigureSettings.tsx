@@ -12,7 +12,7 @@ import { limitsOf, linesOf, short, textOf, type PlotLine } from './core/model';
 export default function FigureSettings({ app, onClose }: { app: App; onClose(): void }) {
   const { figure } = app;
   const model = figure.model.value;
-  useEffect(() => { if (!model) void figure.loadModel(); }, []);
+  useEffect(() => figure.watchModel(), []);
   if (!model) return <div class="figure-settings loading" aria-busy="true" />;
   const surface = figure.kind.value === 'surface';
   const set = (key: string, value: unknown) => void figure.edit({ [key]: value });

@@ -73,3 +73,21 @@ test('a colour goes into its coded form and back', () => {
   expect(colorOf(Buffer.from('{"rgba":[0,0,0,1]}').toString('base64'))?.name).toBe('Black');
   for (const other of ['', '!!', Buffer.from('{"rgba":[0.1,0,0,1]}').toString('base64')]) expect(colorOf(other)).toBeNull();
 });
+
+test('the model, which holds all points, is read only while somebody looks at it', async () => {
+  const { app, session } = startApp(({ state }) => { state.model = { lines: [] }; });
+  await settle();
+  const reads = () => session.requests.filter(({ method }) => method === 'figure/get').length;
+  const before = reads();
+  session.changeFigure();
+  await settle();
+  expect([reads(), app.figure.model.value]).toEqual([before, null]);
+  const stop = app.figure.watchModel();
+  await settle();
+  session.changeFigure();
+  await settle();
+  expect(reads()).toBe(before + 2);
+  expect(app.figure.model.value).toEqual({ lines: [] });
+  stop();
+  expect(app.figure.model.value).toBeNull();
+});

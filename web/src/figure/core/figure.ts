@@ -26,12 +26,15 @@ export class Figure {
   private gestureUnderWay = false;
   private pending: PendingGesture[] = [];
   private tips = 0;
+  private watchers = 0;
+  private modelUnderWay = false;
 
   constructor(private readonly session: Session, private readonly dialogs: Dialogs) {
     session.on('figure/changed', (change) => this.changed(change.kind, change.revision));
   }
 
   async refresh(): Promise<void> {
+    this.revision = -1;  // a server that was started anew counts anew
     this.take(await this.session.request('figure/get', {}));
   }
 
@@ -66,10 +69,12 @@ export class Figure {
     if (answer) this.take(answer);
   }
 
-  /// The model, read again when the figure has changed since.
-  async loadModel(): Promise<void> {
-    const answer = await this.dialogs.guard(() => this.session.request('figure/get', {}));
-    if (answer) this.take(answer);
+  /// Keeps the model up to date until the way given back is called. Without a watcher it is not read,
+  /// since it holds all points.
+  watchModel(): () => void {
+    this.watchers++;
+    void this.loadModel();
+    return () => { if (--this.watchers === 0) this.model.value = null; };
   }
 
   async save(): Promise<void> {
@@ -119,14 +124,25 @@ export class Figure {
   private changed(kind: FigureKind, revision: number): void {
     this.kind.value = kind;
     this.revision = revision;
-    if (this.model.value) void this.loadModel();
+    if (this.watchers) void this.loadModel();
     void this.draw();
+  }
+
+  private async loadModel(): Promise<void> {
+    if (this.modelUnderWay) return;
+    this.modelUnderWay = true;
+    const answer = await this.dialogs.guard(() => this.session.request('figure/get', {}));
+    this.modelUnderWay = false;
+    if (!answer) return;
+    const newest = this.revision;
+    this.take(answer);
+    if (this.watchers && answer.revision < newest) void this.loadModel();
   }
 
   private take(answer: FigureAnswer): void {
     this.kind.value = answer.kind;
-    this.revision = answer.revision;
-    this.model.value = answer.model;
+    this.revision = Math.max(this.revision, answer.revision);
+    if (this.watchers) this.model.value = answer.model;
     void this.draw();
   }
 
@@ -160,8 +176,7 @@ export class Figure {
       for (let next = this.pending.shift(); next; next = this.pending.shift()) {
         const { width, height } = this.view;
         const answer = await this.session.request('figure/gesture', { ...next, width, height } as Gesture);
-        this.kind.value = answer.kind;
-        this.revision = answer.revision;
+        this.take(answer);
         await this.draw();
       }
     } catch (error) {
