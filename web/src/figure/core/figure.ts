@@ -4,14 +4,26 @@
 
 import { signal } from '@preact/signals-core';
 import type {
-  Drawing, FigureAnswer, FigureKind, FigureModel, FigureTip, Gesture, PictureFormat, SavedFigure, Theme,
+  Drawing,
+  FigureAnswer,
+  FigureKind,
+  FigureModel,
+  FigureTip,
+  Gesture,
+  PictureFormat,
+  SavedFigure,
+  Theme,
 } from '../../engine/core/protocol';
 import { ConnectionLost, type Session } from '../../engine/core/session';
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { type PendingGesture, mergeGesture } from './gestures';
 
-export interface ViewSize { width: number; height: number; theme: Theme }
+export interface ViewSize {
+  width: number;
+  height: number;
+  theme: Theme;
+}
 
 export class Figure {
   readonly kind = signal<FigureKind>('none');
@@ -29,12 +41,15 @@ export class Figure {
   private watchers = 0;
   private modelUnderWay = false;
 
-  constructor(private readonly session: Session, private readonly dialogs: Dialogs) {
+  constructor(
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+  ) {
     session.on('figure/changed', (change) => this.changed(change.kind, change.revision));
   }
 
   async refresh(): Promise<void> {
-    this.revision = -1;  // a server that was started anew counts anew
+    this.revision = -1; // a server that was started anew counts anew
     this.take(await this.session.request('figure/get', {}));
   }
 
@@ -56,7 +71,9 @@ export class Figure {
       const { width, height } = this.view;
       const tip = await this.session.request('figure/tip', { x, y, width, height });
       if (mine === this.tips) this.tip.value = tip;
-    } catch { /* a tip that fails shows nothing */ }
+    } catch {
+      /* a tip that fails shows nothing */
+    }
   }
 
   hideTip(): void {
@@ -74,7 +91,9 @@ export class Figure {
   watchModel(): () => void {
     this.watchers++;
     void this.loadModel();
-    return () => { if (--this.watchers === 0) this.model.value = null; };
+    return () => {
+      if (--this.watchers === 0) this.model.value = null;
+    };
   }
 
   async save(): Promise<void> {
@@ -87,7 +106,7 @@ export class Figure {
   }
 
   async close(): Promise<void> {
-    if (!await this.dialogs.confirm(t.figure.closeTitle, t.figure.closeText, t.figure.close, true)) return;
+    if (!(await this.dialogs.confirm(t.figure.closeTitle, t.figure.closeText, t.figure.close, true))) return;
     await this.dialogs.guard(() => this.session.request('figure/close', {}));
   }
 
@@ -116,7 +135,7 @@ export class Figure {
 
   async remove(figure: SavedFigure): Promise<void> {
     const question = t.figure.deleteText(figure.name);
-    if (!await this.dialogs.confirm(t.figure.deleteTitle, question, t.figure.delete, true)) return;
+    if (!(await this.dialogs.confirm(t.figure.deleteTitle, question, t.figure.delete, true))) return;
     const done = await this.dialogs.guard(() => this.session.request('figures/delete', { id: figure.id }));
     if (done) this.saved.value = this.saved.value?.filter((each) => each.id !== figure.id) ?? null;
   }
