@@ -1,5 +1,7 @@
 // The console: running, answering, stopping, what was shown and what was typed.
+#include "files/names.h"
 #include "frontend/matlab_parser.h"
+#include "messages/catalogue/run_control.h"
 #include "messages/utf16.h"
 #include "session/completion.h"
 #include "session/methods.h"
@@ -8,12 +10,16 @@
 namespace kelo::session {
 namespace {
 
-/// REQUIRES: a path that names a folder of the work directory, or is refused
+/// What stands at a path of the work directory, for one who goes by no link and sees no hidden name.
+std::optional<platform::FileTree::Status> statusOf(const Call& call, const std::string& path) {
+  if (!path.empty() && !isVisiblePath(path)) return std::nullopt;
+  return call.panels.setup.tree.status(path);
+}
+
 std::string folderOf(const Call& call) {
   const std::string folder = call.textOr("folder", "");
-  if (!call.panels.app.environment.files.isDirectory(folder)) {
-    throw wrongParameter("folder", "a folder of the work directory");
-  }
+  const auto status = statusOf(call, folder);
+  if (!status || !status->isFolder) throw wrongParameter("folder", "a folder of the work directory");
   return folder;
 }
 
@@ -31,7 +37,8 @@ std::optional<Json> run(const Call& call) {
 std::optional<Json> runFile(const Call& call) {
   AppController& app = call.panels.app;
   const std::string path = call.text("path");
-  if (!app.environment.files.isRegularFile(path)) throw alert("Failed to load \"" + path + "\"");
+  const auto status = statusOf(call, path);
+  if (!status || status->isFolder) throw alert(text::failedToLoad(path));
   call.panels.startRun(call.answer, [&] {
     const size_t slash = path.find_last_of('/');
     const bool hasFolder = slash != std::string::npos;

@@ -64,7 +64,7 @@ void Panels::endOfInput() {
 
 void Panels::runEnded(const RunResult& result) {
   variablesAreStale_ = true;
-  if (std::exchange(settingsAreStale_, false)) applySettings();
+  if (std::exchange(settingsAreStale_, false) && applySettings()) showItemsAnew();
   notify("workspace/changed", Json::object());
   const char* status = result.fatalFault ? "fault" : result.failed ? "failed" : "done";
   const double seconds = host.clock.monotonicSeconds() - runBegan_;
@@ -75,8 +75,8 @@ void Panels::change(const Json& changes) {
   const AppSettings before = settings;
   settings.change(changes);
   settings.write(store, before);
-  if (isIdle()) applySettings();
-  else settingsAreStale_ = true;
+  settingsAreStale_ = !isIdle();
+  if (isIdle() && applySettings()) showItemsAnew();
 }
 
 void Panels::watch(const std::string& folder) {
@@ -89,14 +89,17 @@ void Panels::watch(const std::string& folder) {
   watched_.pop_front();
 }
 
-void Panels::applySettings() {
+bool Panels::applySettings() {
   Environment::Settings& display = app.environment.settings;
   const bool isReformatted =
       display.numDigitIndex != settings.numDigitIndex || display.consoleCells != settings.consoleCells;
   display.showWarning = settings.showWarning;
   display.numDigitIndex = static_cast<int>(settings.numDigitIndex);
   display.consoleCells = static_cast<int>(settings.consoleCells);
-  if (!isReformatted) return;
+  return isReformatted;
+}
+
+void Panels::showItemsAnew() {
   variablesAreStale_ = true;
   app.console.output.setParameters(app.environment.displayParameters());
   feed.flush();

@@ -68,7 +68,9 @@ struct Panels {
  private:
   void runStateChanged(RunState::Status status);
   void runEnded(const RunResult& result);
-  void applySettings();
+  /// True when items are formatted otherwise from now on.
+  bool applySettings();
+  void showItemsAnew();
 
   std::vector<Variable> variables_;
   bool variablesAreStale_ = true;

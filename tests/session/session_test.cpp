@@ -101,7 +101,7 @@ TEST_F(SessionTest, NoPathOfAnyMethodLeadsOutside) {
 
 const char* const kSeeds[] = {
     R"({"jsonrpc":"2.0","id":1,"method":"console/run","params":{"text":"x = 1:3"}})",
-    R"({"jsonrpc":"2.0","id":"a","method":"console/run","params":{"text":"pause; disp('é')","folder":"sub"}})",
+    R"~({"jsonrpc":"2.0","id":"a","method":"console/run","params":{"text":"pause; disp('é')","folder":"sub"}})~",
     R"({"jsonrpc":"2.0","id":2,"method":"console/complete","params":{"text":"si","position":2}})",
     R"({"jsonrpc":"2.0","id":3,"method":"console/isComplete","params":{"text":"if [1, 2"}})",
     R"({"jsonrpc":"2.0","id":4,"method":"settings/set","params":{"numDigitIndex":1,"consoleCells":40}})",

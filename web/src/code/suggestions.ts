@@ -23,6 +23,7 @@ export class Suggestions {
 
   extension(): Extension {
     return EditorView.updateListener.of((update) => {
+      if (update.focusChanged && !update.view.hasFocus) this.clear();
       if (update.docChanged && update.transactions.some((each) => each.isUserEvent('complete'))) return;
       if (!update.docChanged && !update.selectionSet) return;
       this.clear();

@@ -14,19 +14,22 @@ import { Welcome } from './Welcome';
 const kMargin = 600;
 const kNearEnd = 48;
 const kPadding = 12;
+const kMoveTime = 1000;
 
 export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): void }) {
   const { console } = app;
   const list = useRef(new VirtualList()).current;
   const metrics = useRef({ cells: 80, line: 20 }).current;
-  const state = useRef({ generation: -1, follow: true, last: -1, top: 0 }).current;
+  const state = useRef({ generation: -1, follow: true, last: -1, moved: -1e9 }).current;
   const [, redraw] = useState(0);
   const rows = useRef<HTMLDivElement>(null);
   const probe = useRef<HTMLSpanElement>(null);
   const again = () => redraw((count) => count + 1);
 
-  const estimate = (index: number) =>
-    rowsOf(shownPart(console.items[index]!.text, limitOf(index, kFirstPart)), metrics.cells) * metrics.line + kPadding;
+  const estimate = (row: number) => {
+    const { index, text } = console.items[row]!;
+    return rowsOf(shownPart(text, limitOf(index, kFirstPart)), metrics.cells) * metrics.line + kPadding;
+  };
 
   const measureWidth = (width: number) => {
     const box = probe.current?.getBoundingClientRect();
@@ -35,7 +38,7 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
     const cells = Math.max(10, Math.floor((width - 44) / (box.width / 10)));
     if (cells !== metrics.cells) {
       metrics.cells = cells;
-      list.reset(console.items.map((_, index) => estimate(index)));
+      list.reset(console.items.map((_, row) => estimate(row)));
     }
     app.settings.setCells(cells);
     again();
@@ -58,20 +61,19 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
   useLayoutEffect(() => {
     let changed = false;
     for (const element of rows.current?.children ?? []) {
-      const index = Number((element as HTMLElement).dataset.index);
-      if (Number.isInteger(index)) changed = list.setHeight(index, (element as HTMLElement).offsetHeight) || changed;
+      const row = Number((element as HTMLElement).dataset.row);
+      changed = list.setHeight(row, (element as HTMLElement).offsetHeight) || changed;
     }
     const scroller = view.current!;
-    if (state.follow) scroller.scrollTop = scroller.scrollHeight;
+    if (state.follow) scroller.scrollTop = console.items.length ? scroller.scrollHeight : 0;
     if (changed) again();
   });
 
   const onScroll = () => {
     const scroller = view.current!;
     const atEnd = scroller.scrollHeight - scroller.scrollTop - scroller.clientHeight < kNearEnd;
-    // Content that grows leaves the view behind for a moment; only a scroll upwards means to stay there.
-    const follow = atEnd || (state.follow && scroller.scrollTop >= state.top);
-    state.top = scroller.scrollTop;
+    // Content that grows or shrinks moves the view too; only a person's move means to stay there.
+    const follow = atEnd || (state.follow && app.clock.now() - state.moved > kMoveTime);
     const first = list.rowAt(scroller.scrollTop);
     if (follow === state.follow && first === state.last) return;
     state.follow = follow;
@@ -79,6 +81,7 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
     again();
   };
 
+  const byHand = () => { state.moved = app.clock.now(); };
   watchLimits();
   const scroller = view.current;
   const height = scroller?.clientHeight ?? 600;
@@ -86,13 +89,16 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
   const { first, end, before, total } = list.window(top, height, kMargin);
   return (
     <div class="items-frame">
-      <div class="items" ref={view} onScroll={onScroll} tabIndex={0} role="log" aria-live="off" aria-label={t.console.output}>
+      <div
+        class="items" ref={view} onScroll={onScroll} onWheel={byHand} onTouchMove={byHand} onKeyDown={byHand}
+        onPointerDown={byHand} tabIndex={0} role="log" aria-live="off" aria-label={t.console.output}
+      >
         <span class="cell-probe" ref={probe} aria-hidden="true">0000000000</span>
         {console.items.length === 0 && <Welcome app={app} onUse={onReuse} />}
         <div class="items-space" style={{ height: `${total}px` }}>
           <div class="items-rows" ref={rows} style={{ transform: `translateY(${before}px)` }}>
             {console.items.slice(first, end).map((item, k) => (
-              <div key={item.index} data-index={first + k}>
+              <div key={item.index} data-row={first + k}>
                 <Item app={app} item={item} limit={limitOf(item.index, kFirstPart)} onReuse={onReuse} />
               </div>
             ))}

@@ -29,7 +29,10 @@ test('an unsaved text becomes a draft, comes back after a crash, and can be drop
 
 test('a saved text leaves no draft; a full store costs nothing but the draft', async () => {
   const parts = await opened(memoryStore(60));
+  parts.app.editor.changed('f.m', 'y');
+  expect(parts.app.editor.keepAll()).toBe(true);
   parts.app.editor.changed('f.m', 'x'.repeat(200));
+  expect(parts.app.editor.keepAll()).toBe(false);
   parts.clock.pass(1000);
   expect(await parts.app.editor.save('f.m')).toBe(true);
   expect(parts.session.state.files.get('f.m')).toBe('x'.repeat(200));

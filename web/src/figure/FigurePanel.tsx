@@ -1,4 +1,3 @@
-import { useEffect } from 'preact/hooks';
 import { useSignal } from '@preact/signals';
 import { useApp } from '../shell/context';
 import { Panel } from '../shell/Panel';
@@ -8,12 +7,14 @@ import { lazy } from '../design/lazy';
 import { bytesOf, handOver } from '../design/clipboard';
 import { Empty, IconButton, showMenu } from '../design/widgets';
 import { text as t } from '../texts/texts';
-import { limitsOf, linesOf, short, summarize, surfacesOf, textOf } from './core/model';
 import { FigureCanvas } from './FigureCanvas';
 
 const Configure = lazy(() => import('./FigureSettings'));
 const Saved = lazy(() => import('./FigureList'));
 const Data = lazy(() => import('./FigureData'));
+
+/// The figure in words, by the engine, and what the keys do.
+const summaryOf = (app: App) => [app.figure.drawing.value?.description, t.figure.canvasHelp].filter(Boolean).join(' ');
 
 type View = 'figure' | 'configure' | 'list' | 'data';
 
@@ -31,7 +32,7 @@ export function FigurePanel() {
             <div class={`figure-body${view.value === 'configure' ? ' configuring' : ''}`}>
               <FigureCanvas app={app} describedBy="figure-summary" />
               {view.value === 'configure' && <Configure app={app} onClose={() => { view.value = 'figure'; }} />}
-              <p class="visually-hidden" id="figure-summary"><Summary app={app} /></p>
+              <p class="visually-hidden" id="figure-summary">{summaryOf(app)}</p>
             </div>
           ) : <NoFigure app={app} />}
     </Panel>
@@ -46,6 +47,9 @@ function Actions({ app, view, toggle }: { app: App; view: View; toggle(name: Vie
     { label: t.figure.exportPdf, icon: 'export', disabled: !some, onPick: () => void exportPicture(app, 'pdf') },
     { label: t.figure.exportSvg, icon: 'export', disabled: !some, onPick: () => void exportPicture(app, 'svg') },
     { label: t.figure.data, icon: 'table', disabled: !some, divided: true, onPick: () => toggle('data') },
+    ...(app.layout.mode.value === 'phone' ? [] : [
+      { label: t.figure.resize, icon: 'resize' as const, onPick: () => app.layout.resizePanel('figure') },
+    ]),
     { label: t.figure.reset, icon: 'reset', disabled: !some, onPick: () => figure.gesture({ kind: 'reset' }) },
     { label: t.figure.help, icon: 'help', onPick: () => void app.showHelpOn('plot') },
     { label: t.figure.close, icon: 'close', danger: true, divided: true, disabled: !some, onPick: () => void figure.close() },
@@ -65,7 +69,7 @@ const kTypes: Record<PictureFormat, string> = { png: 'image/png', svg: 'image/sv
 async function exportPicture(app: App, format: PictureFormat): Promise<void> {
   const base64 = await app.figure.picture(format);
   if (base64 === null) return;
-  const name = textOf(app.figure.model.value, 'title').replace(/[^A-Za-z0-9]+/g, '_').replace(/^_+|_+$/g, '') || 'figure';
+  const name = (app.figure.drawing.value?.title ?? '').replace(/[^A-Za-z0-9]+/g, '_').replace(/^_+|_+$/g, '') || 'figure';
   await handOver(`${name}.${format}`, kTypes[format], bytesOf(base64));
 }
 
@@ -79,27 +83,4 @@ function NoFigure({ app }: { app: App }) {
       </button>
     </Empty>
   );
-}
-
-/// The figure in words.
-function Summary({ app }: { app: App }) {
-  const model = app.figure.model.value;
-  useEffect(() => { if (!model) void app.figure.loadModel(); }, [model]);
-  if (!model) return null;
-  const title = textOf(model, 'title');
-  const range = (from: number, to: number) => t.figure.range(short(from), short(to));
-  const axes = ['x', 'y'].map((axis) => {
-    const { lower, upper } = limitsOf(model, axis);
-    return `${t.figure.axis(axis)} ${range(lower, upper)}.`;
-  });
-  const parts = app.figure.kind.value === 'surface'
-    ? [t.figure.summarySurface(surfacesOf(model).length, title),
-      ...surfacesOf(model).map(({ attributes }) => t.figure.summaryMesh(attributes.numRows, attributes.numCols))]
-    : [t.figure.summaryPlot(linesOf(model).length, title), ...axes, ...linesOf(model).map((line, k) => {
-      const name = line.attribute.name || t.figure.lineName(k + 1);
-      const found = summarize(line.points);
-      return found ? t.figure.summaryLine(name, found.count, range(found.xMin, found.xMax), range(found.yMin, found.yMax))
-        : t.figure.summaryEmptyLine(name);
-    })];
-  return <>{[...parts, t.figure.canvasHelp].join(' ')}</>;
 }

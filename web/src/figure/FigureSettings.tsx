@@ -6,6 +6,7 @@ import { useEffect } from 'preact/hooks';
 import type { App } from '../shell/core/app';
 import { IconButton, Select, Switch } from '../design/widgets';
 import { text as t } from '../texts/texts';
+import { codedColor, colorOf, kLineColors } from './core/colors';
 import { limitsOf, linesOf, short, textOf, type PlotLine } from './core/model';
 
 export default function FigureSettings({ app, onClose }: { app: App; onClose(): void }) {
@@ -110,6 +111,15 @@ function LineSettings({ line, at, set }: { line: PlotLine; at: number; set: Set 
           onChange={change('lineStyle')}
         />
       </Row>
+      <div class="swatches" role="radiogroup" aria-label={`${name}, ${t.figure.color}`}>
+        {kLineColors.map((color) => (
+          <button
+            type="button" role="radio" key={color.role} class={`swatch tone-${color.tone}`} title={color.name}
+            aria-label={color.name} aria-checked={colorOf(attribute.lineColor)?.role === color.role}
+            onClick={() => change('lineColor')(codedColor(color))}
+          />
+        ))}
+      </div>
       <Row label={t.figure.width}>
         <Select
           label={`${name}, ${t.figure.width}`} value={attribute.lineWidth}

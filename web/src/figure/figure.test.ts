@@ -1,7 +1,9 @@
 import { expect, test } from 'vitest';
 import { settle, startApp } from '../../tests/unit/twins';
 import { Fingers, mergeGesture, wheelGesture } from './core/gestures';
-import { short, summarize } from './core/model';
+import { readFileSync } from 'node:fs';
+import { codedColor, colorOf, kLineColors } from './core/colors';
+import { short } from './core/model';
 
 test('two fingers pan with their middle and pinch along the axis on which they lie', () => {
   const fingers = new Fingers(() => 'plot');
@@ -46,8 +48,28 @@ test('a slow engine gets the touches in few gestures, and pictures only of what 
   expect(sent.reduce((sum, { dx }) => sum + dx, 0)).toBe(100);
 });
 
-test('summaries leave out what is not finite', () => {
-  expect(summarize([[1, 2], [null, 9], [3, -4], [5, null]])).toEqual({ count: 2, xMin: 1, xMax: 3, yMin: -4, yMax: 2 });
-  expect(summarize([[null, null]])).toBeNull();
+test('numbers stand in few digits, and what is not finite as a dash', () => {
   expect([short(1 / 3), short(null), short(1e-9), short(1e6)]).toEqual(['0.333333', '–', '1e-9', '1000000']);
+});
+
+test('the colours of lines are those of the engine, in the settings and in the tokens', () => {
+  const read = (path: string) => readFileSync(new URL(path, import.meta.url), 'utf8');
+  const engine = read('../../../src/figures/color.cpp');
+  const offered = engine.slice(engine.indexOf('kDefaultColors'));
+  const tokens = read('../design/tokens.css');
+  expect([...offered.matchAll(/\{"(\w+)", ColorRole/g)].map((match) => match[1])).toEqual(kLineColors.map((color) => color.name));
+  for (const { role, rgba, tone } of kLineColors.filter((each) => each.role.startsWith('system'))) {
+    const code = rgba.slice(0, 3).map((value) => Math.round(value * 255).toString(16).padStart(2, '0')).join('');
+    expect(engine).toContain(`{"${role}", rgb(0x${code})}`);
+    expect(tokens).toContain(`--figure-${tone}: #${code};`);
+  }
+});
+
+test('a colour goes into its coded form and back', () => {
+  for (const color of kLineColors) {
+    expect(JSON.parse(Buffer.from(codedColor(color), 'base64').toString())).toEqual({ role: color.role, rgba: color.rgba });
+    expect(colorOf(codedColor(color))).toBe(color);
+  }
+  expect(colorOf(Buffer.from('{"rgba":[0,0,0,1]}').toString('base64'))?.name).toBe('Black');
+  for (const other of ['', '!!', Buffer.from('{"rgba":[0.1,0,0,1]}').toString('base64')]) expect(colorOf(other)).toBeNull();
 });

@@ -2,7 +2,6 @@
 /// same surface as the panel around them.
 
 import type { Drawing, DrawingItem } from '../engine/core/protocol';
-import { traceMarker } from './markers';
 
 const kGround = new Set(['background']);
 
@@ -65,6 +64,16 @@ function paintShape(context: CanvasRenderingContext2D, item: DrawingItem): void 
     context.lineWidth = item.width ?? 1;
     context.setLineDash(item.dash ?? []);
     context.stroke();
+  }
+}
+
+/// The outline of a marker, moved to its point.
+function traceMarker(context: CanvasRenderingContext2D, item: DrawingItem, x: number, y: number): void {
+  for (const piece of item.outline ?? []) {
+    for (let k = 0; k + 1 < piece.length; k += 2) {
+      if (k) context.lineTo(x + piece[k]!, y + piece[k + 1]!); else context.moveTo(x + piece[0]!, y + piece[1]!);
+    }
+    if (item.closed) context.closePath();
   }
 }
 

@@ -45,6 +45,9 @@ function FolderActions({ app }: { app: App }) {
       { label: t.files.addFolder, icon: 'newFolder', onPick: () => void files.newFolder() },
       { label: t.files.import, icon: 'save', onPick: () => void pickFiles().then((picked) => files.import(picked)) },
       { label: t.files.sort, icon: 'sort', divided: true, onPick: () => sort({ x, y }) },
+      ...(app.layout.mode.value === 'phone' ? [] : [
+        { label: t.files.resize, icon: 'resize' as const, onPick: () => app.layout.resizePanel('files') },
+      ]),
       { label: t.files.select, icon: 'select', disabled: !files.items.value?.length, onPick: () => files.select([], true) },
     ]);
   };

@@ -19,7 +19,7 @@ export function HelpPage({ app, path }: { app: App; path: string }) {
   useEffect(() => {
     const root = article.current!;
     root.replaceChildren(pageNodes(html, {
-      picture: (source) => { const target = resolveLink(path, source); return target && `/docs/${target}`; },
+      picture: (source) => app.help.picture(resolveLink(path, source)),
     }));
     dressCode(app, root);
     void setFormulas(root);

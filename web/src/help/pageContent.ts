@@ -4,16 +4,23 @@
 const kAllowed = new Set(['A', 'ARTICLE', 'B', 'BLOCKQUOTE', 'BR', 'CODE', 'DD', 'DEL', 'DIV', 'DL', 'DT', 'EM', 'FIGCAPTION',
   'FIGURE', 'FOOTER', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'HR', 'I', 'IMG', 'KBD', 'LI', 'MAIN', 'OL', 'P', 'PRE', 'S', 'SECTION',
   'SPAN', 'STRONG', 'SUB', 'SUP', 'TABLE', 'TBODY', 'TD', 'TH', 'THEAD', 'TR', 'UL', 'VAR']);
-const kAttributes: Record<string, string[]> = { A: ['href'], IMG: ['src', 'alt'], TD: ['align'], TH: ['align'], OL: ['start'] };
+const kAttributes: Record<string, string[]> = { A: ['href'], IMG: ['alt'], TD: ['align'], TH: ['align'], OL: ['start'] };
 const kEverywhere = ['id', 'class'];
 
 export interface PageLinks {
-  /// The address of a picture that a page names; null leaves the picture out.
-  picture(source: string): string | null;
+  /// The SVG text of a picture that a page names; null leaves the picture out.
+  picture(source: string): Promise<string | null>;
+}
+
+/// What is left out later all the same is taken away before, since the policy would note it at parsing.
+function parsed(html: string): Document {
+  const plain = html.replace(/<(style|script)\b[^]*?<\/\1>/gi, '')
+    .replace(/<\w[^>]*>/g, (tag) => tag.replace(/\s(?:style|on\w+)\s*=\s*(?:"[^"]*"|'[^']*'|[^\s>]+)/gi, ''));
+  return new DOMParser().parseFromString(plain, 'text/html');
 }
 
 export function pageNodes(html: string, links: PageLinks): DocumentFragment {
-  const page = new DOMParser().parseFromString(html, 'text/html');
+  const page = parsed(html);
   const content = document.createDocumentFragment();
   for (const node of page.body.childNodes) append(content, node, links);
   return content;
@@ -36,11 +43,9 @@ function append(parent: Node, node: Node, links: PageLinks): void {
     if (value !== null) element.setAttribute(attribute, value);
   }
   if (element instanceof HTMLImageElement) {
-    const address = links.picture(node.getAttribute('src') ?? '');
-    if (!address) return;
-    element.src = address;
-    element.loading = 'lazy';
-    element.addEventListener('error', () => element.remove());
+    void links.picture(node.getAttribute('src') ?? '').then((svg) => {
+      if (svg) element.src = `data:image/svg+xml;charset=utf-8,${encodeURIComponent(svg)}`; else element.remove();
+    });
   }
   if (element instanceof HTMLAnchorElement && /^\s*(javascript|data|vbscript):/i.test(element.getAttribute('href') ?? '')) {
     element.removeAttribute('href');
@@ -63,7 +68,7 @@ export async function setFormulas(root: HTMLElement): Promise<void> {
       if (!/^\\[([]/.test(part)) { holder.append(part); continue; }
       const displayMode = part.startsWith('\\[');
       const html = renderToString(part.slice(2, -2), { output: 'mathml', displayMode, throwOnError: false });
-      const math = new DOMParser().parseFromString(html, 'text/html').querySelector('math');
+      const math = parsed(html).querySelector('math');
       const span = document.createElement('span');
       span.className = displayMode ? 'formula display' : 'formula';
       if (math) span.append(document.importNode(math, true)); else span.textContent = part.slice(2, -2);

@@ -25,7 +25,7 @@ export function AppView({ app }: { app: App }) {
     <AppContext.Provider value={app}>
       <div class={`app ${mode}${editing.value ? ' editing' : ''}${keyboard ? ' with-keyboard' : ''}`}>
         <ConnectionBar />
-        {mode === 'desk' ? <Desk /> : mode === 'phone' ? <Phone /> : <TwoPanels />}
+        {app.layout.maximized.value && mode !== 'phone' ? <One name={app.layout.maximized.value} /> : mode === 'desk' ? <Desk /> : mode === 'phone' ? <Phone /> : <TwoPanels />}
         {keyboard && <KeyboardView />}
       </div>
       <Toast />
@@ -43,6 +43,16 @@ function Phone() {
     <>
       <main class="stage"><PanelView name={layout.front.value} /></main>
       <Bar panels={['console', 'editor', 'figure', 'files']} rest={['workspace', 'help', 'settings']} />
+    </>
+  );
+}
+
+function One({ name }: { name: Panel }) {
+  const { layout } = useApp();
+  return (
+    <>
+      {layout.mode.value === 'desk' ? <TopBar /> : <Bar panels={kOrder} rest={[]} />}
+      <main class="stage desk-stage one"><PanelView name={name} /></main>
     </>
   );
 }

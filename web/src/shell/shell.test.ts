@@ -24,6 +24,18 @@ test('panels come into view at every size, and the console can have all the room
   expect(layout.visible.value).toEqual(['files', 'workspace', 'editor', 'console', 'help']);
 });
 
+test('a panel that is resized has all the room until it or another is asked for', () => {
+  const layout = new Layout(memoryStore());
+  layout.resize(1440, 900);
+  layout.resizePanel('figure');
+  expect(layout.visible.value).toEqual(['figure']);
+  layout.show('console');
+  expect(layout.isShown('console')).toBe(true);
+  layout.resizePanel('files');
+  layout.resizePanel('files');
+  expect(layout.visible.value).toHaveLength(5);
+});
+
 test('dividers stay within reach and are remembered; a spoilt memory counts as none', () => {
   const store = memoryStore();
   const layout = new Layout(store);

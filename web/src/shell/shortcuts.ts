@@ -34,7 +34,8 @@ export function listenToKeys(app: App): void {
 }
 
 function isText(target: EventTarget | null): boolean {
-  return target instanceof HTMLElement && (target.isContentEditable || /^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName));
+  return target instanceof HTMLElement && (
+    target.isContentEditable || target.matches('textarea, select, input:not([type=radio]):not([type=checkbox])'));
 }
 
 /// Puts the focus into a panel: into its text field where it has one. A panel whose code is still on
@@ -44,7 +45,9 @@ export function focusPanel(name: string, patience = 60): void {
     const panel = document.querySelector(`[data-panel="${name}"]`);
     const kinds = ['.cm-content', 'canvas', '[tabindex="0"]', 'input', 'button:not(:disabled)'];
     const found = kinds.map((kind) => panel?.querySelector<HTMLElement>(kind)).find((each) => each);
-    if (found) found.focus();
+    // Beside a keyboard a panel can be out of view: it comes back when the other field is left.
+    if (found?.offsetParent === null) (document.activeElement as HTMLElement | null)?.blur();
+    if (found?.offsetParent) found.focus();
     else if (patience > 0) focusPanel(name, patience - 1);
   });
 }

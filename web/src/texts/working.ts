@@ -107,14 +107,6 @@ export const figure = {
   back: 'Back to the figure',
   index: 'No.',
   lineName: (k: number) => `Line ${k}`,
-  summaryPlot: (lines: number, title: string) =>
-    `Plot${title ? ` “${title}”` : ''} with ${lines} ${lines === 1 ? 'line' : 'lines'}.`,
-  summaryLine: (name: string, count: number, x: string, y: string) => `${name}: ${count} points, x from ${x}, y from ${y}.`,
-  summaryEmptyLine: (name: string) => `${name}: no points.`,
-  summarySurface: (count: number, title: string) =>
-    `Surface${title ? ` “${title}”` : ''} of ${count} ${count === 1 ? 'mesh' : 'meshes'}.`,
-  summaryMesh: (rows: number, columns: number) => `${rows} by ${columns} points.`,
-  range: (from: string, to: string) => `${from} to ${to}`,
   tip: (x: string, y: string) => `x ${x}, y ${y}`,
   rowsShown: (shown: number, all: number) => `The first ${shown} of ${all} points`,
   titleLabel: 'Title', axes: 'Axes', lines: 'Lines', legend: 'Legend', grid: 'Grid', hold: 'Hold',
@@ -122,7 +114,7 @@ export const figure = {
   axis: (name: string) => `${name} axis`,
   limit: (name: string, end: string) => `${name}, ${end}`,
   lower: 'lower limit', upper: 'upper limit',
-  style: 'Style', width: 'Width', marker: 'Marker', name: 'Name', position: 'Position', inLegend: 'In the legend',
+  style: 'Style', color: 'Color', width: 'Width', marker: 'Marker', name: 'Name', position: 'Position', inLegend: 'In the legend',
   positions: ['Top right', 'Top left', 'Bottom left', 'Bottom right'],
   lineStyles: ['Solid', 'Dashed', 'Dotted', 'Dash-dotted', 'Hidden'],
   markers: ['Square', 'Plus', 'Triangle down', 'Triangle up', 'Triangle right', 'Triangle left', 'Asterisk',

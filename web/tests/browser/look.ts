@@ -41,7 +41,7 @@ for (const [size, [width, height, touch]] of Object.entries(kSizes)) {
       if (wanted.length && !wanted.some((word) => names[k]!.includes(word))) continue;
       await page.keyboard.press(`Alt+Digit${k + 1}`);
       await page.evaluate(() => (document.activeElement as HTMLElement | null)?.blur());
-      if (panel === 'help') await page.locator('.help-row').first().click();
+      if (panel === "help") await page.locator(".help-row").first().click();
       await shoot(page, names[k]!);
     }
     await context.close();

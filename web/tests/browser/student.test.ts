@@ -77,6 +77,7 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   await page.locator('[data-panel="help"]').getByRole('searchbox').fill('mean');
   await page.locator('.help-row', { hasText: 'mean' }).first().click();
   await page.locator('.help-page math').first().waitFor();
+  await expect.poll(() => page.locator('.help-page img').evaluateAll((all) => all.map((each) => (each as HTMLImageElement).naturalWidth))).toEqual([60]);
   expect(await page.evaluate(() => 'harmed' in window)).toBe(false);
   await page.getByRole('button', { name: 'Try it' }).click();
   await expect.poll(() => session.state.history.join()).toContain('mean(A)');
@@ -85,8 +86,6 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   await show(page, 'Editor');
   await page.locator('.file-field .cm-content').focus();
   await page.keyboard.insertText('% not saved');
-  await page.waitForTimeout(600);
-  page.once('dialog', (dialog) => void dialog.accept());
   await page.reload();
   await page.getByText(/Unsaved changes of “drop.m”/).waitFor();
   await show(page, 'Editor');

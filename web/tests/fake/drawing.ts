@@ -44,5 +44,8 @@ export function drawingOf(_: unknown, width: number, height: number, theme: Them
     points: Array.from({ length: kCount }, (_, i) => -3 + (6 * i) / (kCount - 1)).flatMap((x) => place(x, wave(x, k))),
   }));
   items.push({ kind: 'restore', role: 'plot area' });
-  return { width, height, plotArea: area, items };
+  return {
+    width, height, plotArea: [area.x, area.y, area.x + area.width, area.y + area.height], items, title: 'Wave packet',
+    description: 'Plot “Wave packet” with 2 lines.',
+  };
 }

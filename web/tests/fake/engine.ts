@@ -204,6 +204,7 @@ export class FakeSession {
     'figures/delete': ({ id }) => { this.state.saved = this.state.saved.filter((each) => each.id !== id); return {}; },
     'docs/tree': () => ({ files: kDocs }),
     'docs/page': ({ relativePath }) => ({ html: docPage(relativePath) }),
+    'docs/picture': ({ relativePath }) => (relativePath === 'functions/curve.svg' ? { svg: '<svg xmlns="http://www.w3.org/2000/svg" width="60" height="20"><path d="M0 20L60 0"/></svg>' } : null),
     'docs/search': ({ text }) => ({ items: kDocs.filter((file) => !file.isDir && file.displayName.includes(text)) }),
     'docs/name': ({ name }) => (kDocs.some((file) => file.displayName === name) ? { relativePath: `functions/${name}.html` } : null),
   };

@@ -1,5 +1,6 @@
 /// The state of the console: items as they arise, the run and what it waits for, the history. Items
-/// are kept in one array that grows in place; `version` tells views that it did.
+/// are kept in one array that grows in place, in the order of their indices, which may have gaps;
+/// `version` tells views that it did.
 
 import { computed, signal } from '@preact/signals-core';
 import type { Clock } from '../../engine/core/ports';
@@ -8,6 +9,9 @@ import type { Session } from '../../engine/core/session';
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { History } from './history';
+
+/// More items than these are not kept in the page; the older half of them goes.
+const kMostItems = 40_000;
 
 export interface Completions { from: number; items: Completion[] }
 
@@ -115,8 +119,13 @@ export class Console {
   }
 
   private add(item: ConsoleItem): void {
-    if (item.index < this.items.length) this.items[item.index] = item;
-    else this.items.push(item);
+    const last = this.items[this.items.length - 1];
+    if (!last || item.index > last.index) this.items.push(item);
+    else this.items = this.items.map((each) => (each.index === item.index ? item : each));
+    if (this.items.length > kMostItems) {
+      this.items = this.items.slice(-kMostItems / 2);
+      this.generation.value++;
+    }
     this.drawSoon();
   }
 

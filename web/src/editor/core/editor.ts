@@ -122,7 +122,8 @@ export class Editor {
     this.remember();
   }
 
-  get anyDirty(): boolean { return this.files.value.some(isDirty); }
+  /// Keeps all drafts now, since the page may end. False when one could not be kept.
+  keepAll(): boolean { return this.files.value.map((file) => this.keepDraft(file.path)).every((kept) => kept); }
 
   private find(path: string): OpenFile | undefined { return this.files.value.find((file) => file.path === path); }
 
@@ -194,12 +195,14 @@ export class Editor {
     if (file && isDirty(file)) this.keepDraft(path); else this.drafts.remove(path);
   }
 
-  private keepDraft(path: string): void {
+  private keepDraft(path: string): boolean {
     const file = this.find(path);
-    if (!file) return;
+    if (!file) return true;
+    this.pendingDrafts.get(path)?.();
     this.pendingDrafts.delete(path);
-    if (isDirty(file)) this.drafts.put(path, { text: file.text, revision: file.revision });
-    else this.drafts.remove(path);
+    if (isDirty(file)) return this.drafts.put(path, { text: file.text, revision: file.revision });
+    this.drafts.remove(path);
+    return true;
   }
 
   private forget(path: string): void {

@@ -80,9 +80,16 @@ export interface DrawingItem {
   baseline?: string;
   angle?: number;
   color?: string;
+  /// Of markers: the pieces of the outline around a point.
+  outline?: number[][];
+  closed?: boolean;
 }
-export interface Box { x: number; y: number; width: number; height: number }
-export interface Drawing { width: number; height: number; plotArea: Box; items: DrawingItem[] }
+/// `plotArea` holds left, top, right and bottom; `title` and `description` are for whoever cannot see.
+export interface Drawing {
+  width: number; height: number; title: string; description: string;
+  plotArea: [number, number, number, number];
+  items: DrawingItem[];
+}
 export interface FigureTip { line: number; index: number; x: number; y: number; px: number; py: number }
 export interface Mesh {
   surfaces: { numRows: number; numCols: number; points: string }[];
@@ -156,6 +163,7 @@ export interface Methods {
   'figures/delete': [{ id: string }, Empty];
   'docs/tree': [Empty, { files: DocFile[] }];
   'docs/page': [{ relativePath: string; style: 'auto' | 'dark' | 'light'; textSize: number }, { html: string }];
+  'docs/picture': [{ relativePath: string }, { svg: string } | null];
   'docs/search': [{ scope: 'title' | 'content'; text: string }, { items: DocHit[] }];
   'docs/name': [{ name: string }, { relativePath: string } | null];
 }

@@ -1,5 +1,4 @@
-/// Readings of the coded figure model: what the settings panel, the summary and the table of values
-/// need. A number that is not finite stands as null.
+/// Readings of the coded figure model: what the settings panel and the table of values need. A number that is not finite stands as null.
 
 import type { FigureModel } from '../../engine/core/protocol';
 
@@ -22,21 +21,4 @@ export const textOf = (model: FigureModel | null, key: string) => (model?.[key] 
 export function short(value: number | null | undefined): string {
   if (value === null || value === undefined) return '–';
   return String(Number(value.toPrecision(6)));
-}
-
-export interface LineSummary { count: number; xMin: number; xMax: number; yMin: number; yMax: number }
-
-/// Extremes over the finite points; null when there is none.
-export function summarize(points: [number | null, number | null][]): LineSummary | null {
-  let summary: LineSummary | null = null;
-  for (const [x, y] of points) {
-    if (x === null || y === null) continue;
-    if (!summary) summary = { count: 0, xMin: x, xMax: x, yMin: y, yMax: y };
-    summary.count++;
-    summary.xMin = Math.min(summary.xMin, x);
-    summary.xMax = Math.max(summary.xMax, x);
-    summary.yMin = Math.min(summary.yMin, y);
-    summary.yMax = Math.max(summary.yMax, y);
-  }
-  return summary;
 }

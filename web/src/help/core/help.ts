@@ -42,6 +42,12 @@ export class Help {
     return true;
   }
 
+  /// The SVG text of a picture of a page; null for one that cannot be had.
+  async picture(relativePath: string | null): Promise<string | null> {
+    if (relativePath === null) return null;
+    return (await this.session.request('docs/picture', { relativePath }).catch(() => null))?.svg ?? null;
+  }
+
   back(): void {
     const previous = this.trail.pop();
     this.path.value = null;

@@ -4,7 +4,7 @@
 import { effect, untracked } from '@preact/signals-core';
 import type { Clock, Store } from '../../engine/core/ports';
 import type { Engine } from '../../engine/core/engine';
-import { ConnectionLost, Session } from '../../engine/core/session';
+import { ConnectionLost, EngineError, Session } from '../../engine/core/session';
 import { Console } from '../../console/core/console';
 import { Dialogs } from '../../dialogs/core/dialogs';
 import { Editor, isDirty, isProgram } from '../../editor/core/editor';
@@ -18,6 +18,8 @@ import { Tour } from '../../tour/core/tour';
 import { Workspace } from '../../workspace/core/workspace';
 import { text as t } from '../../texts/texts';
 import { Layout } from './layout';
+
+const kNoMethod = -32601;
 
 export class App {
   readonly session: Session;
@@ -86,15 +88,26 @@ export class App {
     if (await this.help.openName(name)) this.layout.show('help');
   }
 
+  /// Loads one panel; what it throws is shown, and the other panels load all the same.
+  private async load(work: () => Promise<void>): Promise<void> {
+    try {
+      await work();
+    } catch (error) {
+      if (error instanceof ConnectionLost) throw error;
+      // An engine of another version may lack a method; the panel stays empty then.
+      if (error instanceof EngineError && error.code === kNoMethod) this.dialogs.note(error.message);
+      else this.dialogs.fail(error);
+    }
+  }
+
   private async opened(): Promise<void> {
     try {
       const answer = await this.session.request('session/open', {});
       this.settings.opened(answer);
       await Promise.all([
-        this.console.refresh(answer.runState), this.files.reload(), this.workspace.refresh(), this.figure.refresh(),
-        this.keyboard.load(),
-      ]);
-      await this.editor.restore();
+        () => this.console.refresh(answer.runState), () => this.files.reload(), () => this.workspace.refresh(),
+        () => this.figure.refresh(), () => this.keyboard.load(), () => this.editor.restore(),
+      ].map((load) => this.load(load)));
     } catch (error) {
       if (!(error instanceof ConnectionLost)) this.dialogs.fail(error);
       return;

@@ -29,10 +29,13 @@ export class Layout {
   readonly companion = signal<Panel>('editor');
   /// Two-panel sizes only: the console takes all the room.
   readonly alone = signal(false);
+  /// A panel that has taken all the room, until it is resized again.
+  readonly maximized = signal<Panel | null>(null);
   readonly sidebarShown = signal(true);
   readonly shares = signal<Record<Divider, number>>({ ...kShares });
 
   readonly visible = computed<Panel[]>(() => {
+    if (this.maximized.value && this.mode.value !== 'phone') return [this.maximized.value];
     switch (this.mode.value) {
       case 'phone': return [this.front.value];
       case 'desk': return [...(this.sidebarShown.value ? ['files', 'workspace'] as Panel[] : []),
@@ -55,6 +58,7 @@ export class Layout {
 
   /// Brings the panel into view.
   show(panel: Panel): void {
+    if (panel !== this.maximized.value) this.maximized.value = null;
     this.front.value = panel;
     if (kSidePanels.includes(panel)) this.side.value = panel;
     if (panel !== 'console') {
@@ -63,6 +67,9 @@ export class Layout {
     }
     if (this.mode.value === 'desk' && (panel === 'files' || panel === 'workspace')) this.toggleSidebar(true);
   }
+
+  /// The Resize button: the panel takes all the room, or gives it back.
+  resizePanel(panel: Panel): void { this.maximized.value = this.maximized.value === panel ? null : panel; }
 
   /// A tap in the bar: shows the panel; a tap on the console beside another gives it all the room.
   choose(panel: Panel): void {
