@@ -12,8 +12,15 @@ export interface PageLinks {
   picture(source: string): Promise<string | null>;
 }
 
+/// What is left out later all the same is taken away before, since the policy would note it at parsing.
+function parsed(html: string): Document {
+  const plain = html.replace(/<(style|script)\b[^]*?<\/\1>/gi, '')
+    .replace(/<\w[^>]*>/g, (tag) => tag.replace(/\s(?:style|on\w+)\s*=\s*(?:"[^"]*"|'[^']*'|[^\s>]+)/gi, ''));
+  return new DOMParser().parseFromString(plain, 'text/html');
+}
+
 export function pageNodes(html: string, links: PageLinks): DocumentFragment {
-  const page = new DOMParser().parseFromString(html, 'text/html');
+  const page = parsed(html);
   const content = document.createDocumentFragment();
   for (const node of page.body.childNodes) append(content, node, links);
   return content;
@@ -61,7 +68,7 @@ export async function setFormulas(root: HTMLElement): Promise<void> {
       if (!/^\\[([]/.test(part)) { holder.append(part); continue; }
       const displayMode = part.startsWith('\\[');
       const html = renderToString(part.slice(2, -2), { output: 'mathml', displayMode, throwOnError: false });
-      const math = new DOMParser().parseFromString(html, 'text/html').querySelector('math');
+      const math = parsed(html).querySelector('math');
       const span = document.createElement('span');
       span.className = displayMode ? 'formula display' : 'formula';
       if (math) span.append(document.importNode(math, true)); else span.textContent = part.slice(2, -2);

@@ -4,7 +4,7 @@
 import { effect, untracked } from '@preact/signals-core';
 import type { Clock, Store } from '../../engine/core/ports';
 import type { Engine } from '../../engine/core/engine';
-import { ConnectionLost, Session } from '../../engine/core/session';
+import { ConnectionLost, EngineError, Session } from '../../engine/core/session';
 import { Console } from '../../console/core/console';
 import { Dialogs } from '../../dialogs/core/dialogs';
 import { Editor, isDirty, isProgram } from '../../editor/core/editor';
@@ -18,6 +18,8 @@ import { Tour } from '../../tour/core/tour';
 import { Workspace } from '../../workspace/core/workspace';
 import { text as t } from '../../texts/texts';
 import { Layout } from './layout';
+
+const kNoMethod = -32601;
 
 export class App {
   readonly session: Session;
@@ -92,7 +94,9 @@ export class App {
       await work();
     } catch (error) {
       if (error instanceof ConnectionLost) throw error;
-      this.dialogs.fail(error);
+      // An engine of another version may lack a method; the panel stays empty then.
+      if (error instanceof EngineError && error.code === kNoMethod) this.dialogs.note(error.message);
+      else this.dialogs.fail(error);
     }
   }
 
