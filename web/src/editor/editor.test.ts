@@ -3,7 +3,9 @@ import { memoryStore, settle, startApp } from '../../tests/unit/twins';
 import type { FakeSession } from '../../tests/fake/engine';
 import { isDirty } from './core/editor';
 
-const withFile = ({ state }: FakeSession) => { state.files.set('f.m', 'a = 1\nb = nosuch\n'); };
+const withFile = ({ state }: FakeSession) => {
+  state.files.set('f.m', 'a = 1\nb = nosuch\n');
+};
 
 async function opened(store = memoryStore()) {
   const parts = startApp(withFile, store);
@@ -40,7 +42,10 @@ test('a saved text leaves no draft; a full store costs nothing but the draft', a
   expect(parts.store.keys()).not.toContain('draft:f.m');
 });
 
-test.each([[0, 'mine'], [1, 'theirs, which is longer']])('a conflict shows both texts and keeps the chosen one', async (action, kept) => {
+test.each([
+  [0, 'mine'],
+  [1, 'theirs, which is longer'],
+])('a conflict shows both texts and keeps the chosen one', async (action, kept) => {
   const parts = await opened();
   parts.session.state.files.set('f.m', 'theirs, which is longer');
   parts.app.editor.changed('f.m', 'mine');

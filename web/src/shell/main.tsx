@@ -18,7 +18,9 @@ listenToKeys(app);
 addEventListener('error', (event) => app.dialogs.note(`${event.message} (${event.filename}:${event.lineno})`));
 addEventListener('unhandledrejection', (event) => app.dialogs.note(String(event.reason?.stack ?? event.reason)));
 addEventListener('pagehide', () => app.editor.keepAll());
-addEventListener('beforeunload', (event) => { if (!app.editor.keepAll()) event.preventDefault(); });
+addEventListener('beforeunload', (event) => {
+  if (!app.editor.keepAll()) event.preventDefault();
+});
 render(<AppView app={app} />, document.getElementById('app')!);
 void exchangeToken().then(() => app.start());
 registerWorker(app.dialogs);

@@ -22,16 +22,36 @@ describe.skipIf(!existsSync(program))('the real engine', () => {
 
   beforeAll(async () => {
     folder = mkdtempSync(join(tmpdir(), 'kelo-web-'));
-    const [work, state, documents] = ['work', 'state', 'documents'].map((name) => join(folder, name)) as [string, string, string];
+    const [work, state, documents] = ['work', 'state', 'documents'].map((name) => join(folder, name)) as [
+      string,
+      string,
+      string,
+    ];
     for (const each of [work, state, documents]) mkdirSync(each);
-    server = spawn(program, ['serve', '--port', '0', '--no-open', '--workdir', work, '--state', state, '--documents', documents]);
+    server = spawn(program, [
+      'serve',
+      '--port',
+      '0',
+      '--no-open',
+      '--workdir',
+      work,
+      '--state',
+      state,
+      '--documents',
+      documents,
+    ]);
     address = await new Promise<string>((resolve, reject) => {
       createInterface({ input: server.stdout! }).once('line', resolve);
       server.once('exit', () => reject(new Error('the server ended')));
     });
-    browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium', args: ['--no-sandbox'] });
+    browser = await chromium.launch({
+      executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
+      args: ['--no-sandbox'],
+    });
     page = await (await browser.newContext({ viewport: { width: 1440, height: 900 } })).newPage();
-    page.on('console', (message) => { if (message.type() === 'error') faults.push(message.text()); });
+    page.on('console', (message) => {
+      if (message.type() === 'error') faults.push(`${message.text()} ${JSON.stringify(message.location())}`);
+    });
     page.on('pageerror', (error) => faults.push(String(error.stack ?? error)));
     await page.goto(address);
     await page.getByRole('button', { name: 'Leave the tour' }).click();
@@ -87,6 +107,7 @@ describe.skipIf(!existsSync(program))('the real engine', () => {
     await text.waitFor();
     await text.focus();
     await page.keyboard.press('Control+a');
+    await page.keyboard.press('Delete'); // else the browser itself edits lines, with styles of its own
     await page.keyboard.insertText('v = 20;\ny = 2*nosuch');
     await page.keyboard.press('Control+Enter');
     await page.getByRole('button', { name: 'Open broken.m, line 2' }).click();

@@ -5,8 +5,11 @@ const folder = (relativePath: string, displayName: string) => ({ relativePath, d
 const page = (relativePath: string, displayName: string) => ({ relativePath, displayName, isDir: false, ext: 'html' });
 
 export const kDocs = [
-  folder('guide', 'Guide'), page('guide/first-steps.html', 'First steps'), page('guide/figures.html', 'Figures'),
-  folder('functions', 'Functions'), ...names.map((name) => page(`functions/${name}.html`, name)),
+  folder('guide', 'Guide'),
+  page('guide/first-steps.html', 'First steps'),
+  page('guide/figures.html', 'Figures'),
+  folder('functions', 'Functions'),
+  ...names.map((name) => page(`functions/${name}.html`, name)),
 ];
 
 export function docPage(path: string): string {

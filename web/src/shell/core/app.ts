@@ -37,8 +37,12 @@ export class App {
   readonly tour: Tour;
   private openedBefore = false;
 
-  constructor(engine: Engine, store: Store, readonly clock: Clock) {
-    const session = this.session = new Session(engine, () => clock.now());
+  constructor(
+    engine: Engine,
+    store: Store,
+    readonly clock: Clock,
+  ) {
+    const session = (this.session = new Session(engine, () => clock.now()));
     this.layout = new Layout(store);
     this.preferences = new PreferenceStore(store);
     this.settings = new Settings(session, this.dialogs);
@@ -49,13 +53,21 @@ export class App {
     this.workspace = new Workspace(session, this.dialogs, (text) => this.console.run(text));
     this.help = new Help(session, this.dialogs);
     this.keyboard = new Keyboard(session);
-    this.tour = new Tour((panel) => this.layout.show(panel), () => this.preferences.set({ tourSeen: true }));
+    this.tour = new Tour(
+      (panel) => this.layout.show(panel),
+      () => this.preferences.set({ tourSeen: true }),
+    );
     effect(() => {
-      if (session.state.value === 'open') untracked(() => { void this.opened(); });
+      if (session.state.value === 'open')
+        untracked(() => {
+          void this.opened();
+        });
     });
   }
 
-  start(): void { this.session.open(); }
+  start(): void {
+    this.session.open();
+  }
 
   /// Opens the place of an error: the file at its line.
   async openPlace(file: string, line: number, column: number): Promise<void> {
@@ -72,7 +84,7 @@ export class App {
   /// Saves what is unsaved of the file and runs it.
   async runFile(path: string): Promise<void> {
     const file = this.editor.files.value.find((each) => each.path === path);
-    if (file && isDirty(file) && !await this.editor.save(path)) return;
+    if (file && isDirty(file) && !(await this.editor.save(path))) return;
     if (!isProgram(path)) return;
     if (!this.layout.isShown('console')) this.layout.show('console');
     await this.console.runFile(path);
@@ -104,10 +116,16 @@ export class App {
     try {
       const answer = await this.session.request('session/open', {});
       this.settings.opened(answer);
-      await Promise.all([
-        () => this.console.refresh(answer.runState), () => this.files.reload(), () => this.workspace.refresh(),
-        () => this.figure.refresh(), () => this.keyboard.load(), () => this.editor.restore(),
-      ].map((load) => this.load(load)));
+      await Promise.all(
+        [
+          () => this.console.refresh(answer.runState),
+          () => this.files.reload(),
+          () => this.workspace.refresh(),
+          () => this.figure.refresh(),
+          () => this.keyboard.load(),
+          () => this.editor.restore(),
+        ].map((load) => this.load(load)),
+      );
     } catch (error) {
       if (!(error instanceof ConnectionLost)) this.dialogs.fail(error);
       return;
