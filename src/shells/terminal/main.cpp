@@ -9,6 +9,7 @@
 #include "shells/terminal/interactive.h"
 #include "shells/terminal/options.h"
 #include "shells/terminal/terminal.h"
+#include "shells/web/web_shell.h"
 
 namespace {
 
@@ -26,8 +27,7 @@ int serve(int argc, char** argv) {
   }
   options.workDir = *workDir;
   if (options.stdio) return serveStdio(options);
-  std::fprintf(stderr, "kelo serve: only --stdio is there so far\n");
-  return 2;
+  return kelo::web::serveWeb(options);
 }
 
 }  // namespace

@@ -7,11 +7,11 @@ export async function addExamples(app: App): Promise<void> {
   await app.dialogs.guard(async () => {
     const answer = await fetch('/examples.json');
     if (!answer.ok) return;
-    const examples = await answer.json() as Record<string, string>;
+    const examples = (await answer.json()) as Record<string, string>;
     for (const [name, text] of Object.entries(examples)) {
       await app.session.request('files/import', { folder: '', name, text });
     }
     await app.files.enter('');
-    app.dialogs.say(t.tour.copied);
+    if (!app.tour.step.value) app.dialogs.say(t.tour.copied);
   });
 }
