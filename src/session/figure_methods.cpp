@@ -109,6 +109,25 @@ std::optional<Json> tip(const Call& call) {
               {"y", found->y},       {"px", found->px},       {"py", found->py}};
 }
 
+size_t numPointsOf(const Figure& figure) {
+  size_t count = 0;
+  if (const auto* plot = std::get_if<figures::PlotData>(&figure)) {
+    for (const auto& line : plot->lines) count += line.points.size();
+  } else if (const auto* surface = std::get_if<SurfData>(&figure)) {
+    for (const auto& part : surface->surfaces) count += part.points.size();
+  }
+  return count;
+}
+
+/// As `figureJson`, but without the model of a large figure: gestures come many times a second.
+Json movedJson(const Call& call) {
+  constexpr size_t kMostPointsOfModel = 2000;
+  const figures::FigurePanel& panel = call.panels.app.figures;
+  const Figure figure = panel.figure();
+  if (numPointsOf(figure) <= kMostPointsOfModel) return figureJson(call);
+  return {{"kind", kindOf(figure)}, {"model", nullptr}, {"revision", panel.revision()}};
+}
+
 /// A number that its kind of gesture needs.
 double needed(const Call& call, const char* name) {
   if (!call.has(name)) throw wrongParameter(name, "a number");
@@ -145,7 +164,7 @@ Gesture gestureOf(const Call& call) {
 std::optional<Json> gesture(const Call& call) {
   const Gesture gesture = gestureOf(call);
   change(call, [&](const Figure& figure) { return moved(figure, gesture); });
-  return figureJson(call);
+  return movedJson(call);
 }
 
 pictures::Renderer& rendererOf(const Call& call) {
@@ -250,7 +269,8 @@ std::vector<Method> figureMethods() {
       {"figure/gesture",
        {{"kind", Kind::text, true, "pan|pinch|rotate|zoom|reset"}, width, height, optional("dx"), optional("dy"),
         optional("x"), optional("y"), optional("scaleX"), optional("scaleY"), optional("scale")},
-       gesture, figure, "pan and rotate with dx, dy; pinch with x, y, scaleX, scaleY; zoom with scale"},
+       gesture, figure,
+       "pan and rotate with dx, dy; pinch with x, y, scaleX, scaleY; zoom with scale; model null above 2000 points"},
       {"figure/picture",
        {{"format", Kind::text, true, "png|svg|pdf"}, optional("width"), optional("height"),
         {"theme", Kind::text, false, "light|dark"}, optional("scale")},

@@ -162,6 +162,17 @@ TEST_F(SessionTest, ALoopThatShowsMuchIsSentInBoundedPieces) {
   EXPECT_LE(session.call("console/items", Json::object())["result"]["items"].size(), 1000u);
 }
 
+TEST_F(SessionTest, AGestureSendsTheModelOfASmallFigureOnly) {
+  TestSession session((root / "work").string());
+  for (const auto& [command, isSmall] : {std::pair("plot(1:2000)", true), std::pair("plot(1:2001)", false)}) {
+    session.call("console/run", {{"text", command}});
+    const Json moved = session.call("figure/gesture", {{"kind", "zoom"}, {"scale", 2}, {"width", 640}, {"height", 480}});
+    EXPECT_EQ(moved.at("result").at("kind"), "plot");
+    EXPECT_EQ(moved.at("result").at("model").is_object(), isSmall);
+    EXPECT_EQ(session.call("figure/get", Json::object()).at("result").at("revision"), moved.at("result").at("revision"));
+  }
+}
+
 TEST(JsonRpc, RefusesWhatIsTooLongOrTooDeep) {
   const auto codeOf = [](const std::string& message) {
     Json id;

@@ -1,6 +1,6 @@
 import { expect, test } from 'vitest';
 import { settle, startApp } from '../../tests/unit/twins';
-import { Fingers, mergeGesture, wheelGesture } from './core/gestures';
+import { Fingers, mergeGesture, type PendingGesture, wheelGesture } from './core/gestures';
 import { readFileSync } from 'node:fs';
 import { codedColor, colorOf, kLineColors } from './core/colors';
 import { short } from './core/model';
@@ -35,6 +35,12 @@ test('gestures that wait are added up, and a reset takes their place', () => {
     { kind: 'zoom', scale: 6 },
   ]);
   expect(mergeGesture(waiting, { kind: 'reset' })).toEqual([{ kind: 'reset' }]);
+  const pinch = { kind: 'pinch', x: 9, y: 9, scaleX: 2, scaleY: 1 } as const;
+  const pan = { kind: 'pan', dx: 1, dy: 0 } as const;
+  expect([pan, pinch, pan, pinch].reduce<PendingGesture[]>(mergeGesture, [])).toEqual([
+    { kind: 'pan', dx: 2, dy: 0 },
+    { ...pinch, scaleX: 4 },
+  ]);
   expect(wheelGesture('surface', { x: 0, y: 0 }, -1e9)).toEqual({ kind: 'zoom', scale: 4 });
 });
 

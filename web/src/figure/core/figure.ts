@@ -195,7 +195,7 @@ export class Figure {
       for (let next = this.pending.shift(); next; next = this.pending.shift()) {
         const { width, height } = this.view;
         const answer = await this.session.request('figure/gesture', { ...next, width, height } as Gesture);
-        this.take(answer);
+        this.changed(answer.kind, Math.max(this.revision, answer.revision)); // its model may be left out
         await this.draw();
       }
     } catch (error) {

@@ -12,12 +12,14 @@ export interface Point {
   y: number;
 }
 
-/// Adds a gesture to those that wait; the last of the same kind takes it up.
+/// Adds a gesture to those that wait; the last of the same kind takes it up. Two fingers pan and pinch
+/// by turns, so a pinch in between does not keep two pans apart.
 export function mergeGesture(waiting: PendingGesture[], next: PendingGesture): PendingGesture[] {
-  const last = waiting[waiting.length - 1];
   if (next.kind === 'reset') return [next];
-  if (!last || last.kind !== next.kind) return [...waiting, next];
-  return [...waiting.slice(0, -1), combined(last, next)];
+  const at = waiting.map(({ kind }) => kind).lastIndexOf(next.kind);
+  const between = waiting.slice(at + 1);
+  if (at < 0 || !between.every(({ kind }) => kind === 'pan' || kind === 'pinch')) return [...waiting, next];
+  return [...waiting.slice(0, at), combined(waiting[at]!, next), ...between];
 }
 
 function combined(a: PendingGesture, b: PendingGesture): PendingGesture {
