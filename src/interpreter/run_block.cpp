@@ -5,7 +5,7 @@
 #include <new>
 
 #include "interpreter/environment.h"
-#include "interpreter/visitor.h"
+#include "interpreter/machine.h"
 #include "messages/catalogue/values.h"
 #include "messages/catalogue/run_control.h"
 #include "messages/fatal_fault.h"
@@ -24,7 +24,7 @@ void showError(Environment& environment, std::string reason, std::optional<std::
 void runText(Environment& environment, const std::string& text, const std::string& path = "") {
   const ProgTree tree = parseText(environment.parserSetting(), text, path);
   if (tree) {
-    Visitor(environment).runProgram(*tree);
+    Machine(environment).runProgram(*tree);
   } else if (environment.messagesShown() == 0) {
     showError(environment, text::kUnexpectedError);
   }
@@ -41,7 +41,7 @@ RunResult runBlock(Environment& environment, Body body) {
     body();
   } catch (const FatalFault& fault) {
     result.fatalFault = fault.what;
-  } catch (...) {  // no visit lets anything else through; if one does, the run ends and not the program
+  } catch (...) {  // no operation lets anything else through; if one does, the run ends and not the program
     showError(environment, text::kUnexpectedError);
   }
   environment.workspaces.base().removeLocalFunctions();

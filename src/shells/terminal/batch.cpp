@@ -8,6 +8,8 @@
 #include <cstdio>
 
 #include "figures/pictures/native/cairo_renderer.h"
+#include "frontend/matlab_parser.h"
+#include "interpreter/code_listing.h"
 #include "shells/terminal/figure_commands.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
@@ -50,6 +52,16 @@ ExitStatus endOf(Session& session, const Options& options) {
   return std::max(status, kCommandFailed);
 }
 
+/// `--code`: what the text becomes, in place of what it does.
+ExitStatus printCode(Session& session, const std::string& text, const std::string& path) {
+  Environment& environment = session.app.environment;
+  const ProgTree tree = parseText(environment.parserSetting(), text, path);
+  if (!tree) return kCommandFailed;
+  const std::string code = listing(*tree, text, environment.builtins);
+  std::fwrite(code.data(), 1, code.size(), stdout);
+  return kAllRan;
+}
+
 }  // namespace
 
 ExitStatus runBatch(const Options& options) {
@@ -62,6 +74,11 @@ ExitStatus runBatch(const Options& options) {
   Session session(options, place->workDir, styleOf(options));
   if (!options.width) session.app.environment.settings.consoleCells = terminalWidth();
 
+  if (!place->fileName.empty() && options.code) {
+    const std::string path = (place->directory.empty() ? "" : place->directory + "/") + place->fileName;
+    const std::optional<std::string> text = session.app.environment.files.readFile(path);
+    return text ? printCode(session, *text, path) : kCommandFailed;
+  }
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");
     session.run([&](AppController& app) { app.startFile(place->directory, place->fileName); });
@@ -76,6 +93,10 @@ ExitStatus runBatch(const Options& options) {
     commands.push_back(*text);
   }
   for (const std::string& command : commands) {
+    if (options.code) {
+      if (printCode(session, command, "") != kAllRan) return kCommandFailed;
+      continue;
+    }
     session.writer.continueWith(command);
     session.run([&](AppController& app) { app.startCommand(command); });
     if (session.wasStopped() || session.lastStatus() == kFatalFault) break;

@@ -22,6 +22,7 @@ struct Options {
   std::optional<std::string> stateDir;
   std::optional<std::string> documentsDir;
   bool json = false;
+  bool code = false;  ///< prints the register code of the texts and runs nothing
   std::vector<std::string> figureFiles;  ///< of --figure, written at the end
   drawing::Size figureSize;              ///< points
   std::string theme = "light";           ///< or "dark"
