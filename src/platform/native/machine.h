@@ -1,9 +1,19 @@
-// What the machine can hold, told to the value model.
+// What the machine can hold, told to the engine.
 #pragma once
+
+#include <cstdint>
 
 namespace kelo::platform::native {
 
 /// Limits one array to 3/4 of the machine's memory and asks for huge pages for large blocks.
 void adaptToMachine();
+
+/// The bytes of address space that the process may have; the greatest number when nobody limits them.
+int64_t addressSpaceLimit();
+
+/// The library of matrix products reserves much address space for each of its threads when it is loaded, and waits for
+/// ever when there is too little. Where the space is limited, this starts the program anew with as few threads as fit;
+/// it returns when there is nothing to change. To be called first of all.
+void fitMatrixThreads(char** argv);
 
 }  // namespace kelo::platform::native

@@ -1,6 +1,7 @@
 // The terminal program.
 #include <unistd.h>
 
+#include "platform/native/machine.h"
 #include "shells/terminal/batch.h"
 #include "shells/terminal/interactive.h"
 #include "shells/terminal/options.h"
@@ -8,6 +9,7 @@
 
 int main(int argc, char** argv) {
   using namespace kelo::terminal;
+  kelo::platform::native::fitMatrixThreads(argv);
   holdStandardStreams();
   const std::variant<Options, ExitStatus> parsed = parseOptions(argc, argv);
   if (const ExitStatus* status = std::get_if<ExitStatus>(&parsed)) return *status;
