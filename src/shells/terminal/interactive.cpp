@@ -51,7 +51,8 @@ class InteractiveConsole {
       session_.parserQueue.runAndWait([&] { names = completions(session_.app, before, wordLength); });
       return names;
     };
-    hooks.interrupted = [this] { return session_.stopSignal.take(); };
+    hooks.interrupted = [this] { return session_.stopSignal.take() > 0; };
+    hooks.input = &session_.input;
     hooks.serve = [this] { session_.mainQueue.runReady(); };
     hooks.descriptors = {session_.mainQueue.wakeDescriptor(), session_.stopSignal.descriptor()};
     return hooks;
@@ -68,13 +69,16 @@ class InteractiveConsole {
     return incomplete;
   }
 
-  /// Nothing at the end of the input. Ctrl-C throws away what was typed; an empty line ends a text that stays
-  /// incomplete.
+  /// Nothing at the end of the input. Ctrl-C and, behind a first line, the end throw away what was typed; an empty line
+  /// ends a text that stays incomplete.
   std::optional<std::string> readCommand() {
     std::string text, line;
     while (true) {
       switch (editor_.readLine(text.empty() ? kPrompt : kContinuation, &line)) {
-        case LineEditor::Outcome::ended: return std::nullopt;
+        case LineEditor::Outcome::ended:
+          if (text.empty()) return std::nullopt;
+          std::fputs("\n", stdout);
+          [[fallthrough]];
         case LineEditor::Outcome::interrupted: text.clear(); continue;
         case LineEditor::Outcome::line: break;
       }

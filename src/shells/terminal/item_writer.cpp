@@ -31,8 +31,13 @@ std::string jsonLine(const Display& display) {
 }  // namespace
 
 void ItemWriter::beginCommand(std::string text) {
-  commandText_ = std::move(text);
+  continueWith(std::move(text));
   hasWritten_ = false;
+}
+
+void ItemWriter::continueWith(std::string text) {
+  commandText_ = std::move(text);
+  answerText_.reset();
 }
 
 void ItemWriter::item(const Display& display) {
@@ -55,6 +60,10 @@ void ItemWriter::prompt(const Display& display) {
   }
   write(STDOUT_FILENO, text);
   hasWritten_ = true;
+}
+
+void ItemWriter::evaluatesAnswer(const std::string* answer) {
+  answerText_ = answer ? std::optional(*answer) : std::nullopt;
 }
 
 void ItemWriter::cleared() {
@@ -97,7 +106,9 @@ std::string ItemWriter::errorText(const Display& display) const {
 
 std::string ItemWriter::excerpt(const Message& message) const {
   if (!message.lineNum || !message.charPos || message.customMsg) return "";
-  if (!message.relativePath) return caretExcerpt(commandText_, *message.lineNum, *message.charPos);
+  if (!message.relativePath) {
+    return caretExcerpt(answerText_.value_or(commandText_), *message.lineNum, *message.charPos);
+  }
   const std::optional<std::string> text = files_.readFile(*message.relativePath);
   return text ? caretExcerpt(*text, *message.lineNum, *message.charPos) : "";
 }

@@ -27,12 +27,13 @@ class ItemWriter : public ConsoleView {
   /// main, with no run going on.
   void beginCommand(std::string text);
   /// The same, but items before it are set off by a blank line.
-  void continueWith(std::string text) { commandText_ = std::move(text); }
+  void continueWith(std::string text);
   bool hasWritten() const { return hasWritten_; }
   std::string takeOpenPrompt() { return std::exchange(openPrompt_, ""); }
 
   void item(const Display& display) override;
   void prompt(const Display& display) override;
+  void evaluatesAnswer(const std::string* answer) override;
   void cleared() override;
   void progress(const std::string& line) override;
   void runEnded(const RunResult& result) override;
@@ -52,6 +53,7 @@ class ItemWriter : public ConsoleView {
   Style style_;
   platform::FileSystem& files_;
   std::string commandText_;
+  std::optional<std::string> answerText_;  // of `input`, while it is evaluated
   std::string openPrompt_;
   std::string fault_;
   bool hasWritten_ = false;
