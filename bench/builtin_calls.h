@@ -32,7 +32,7 @@ inline void callOver(benchmark::State& state, const char* name, const std::vecto
   const CallSite site;
   for (auto _ : state) {
     std::vector<Storable> args = values;
-    Call call(*row, args, outputs, site, test.app, nullptr);
+    Call call(*row, args, outputs, site, test.app.environment, nullptr);
     benchmark::DoNotOptimize(row->handler(call));
   }
 }

@@ -51,7 +51,7 @@ void parse(benchmark::State& state, const char* ending, size_t messages) {
   warmUpParser();
   for (auto _ : state) {
     shown = 0;
-    benchmark::DoNotOptimize(MatlabParser(setting).parseText(script));
+    benchmark::DoNotOptimize(parseText(setting, script));
   }
   if (shown != messages) state.SkipWithError("an unexpected number of messages");
   state.counters["lines"] =

@@ -1,5 +1,5 @@
-// nargin and nargout: what the running function was given and asked for, or what a function declares. Tested by
-// tests/transcripts/builtins/calls.txt.
+// nargin and nargout: what the running function was given and asked for, or what a function
+// declares. Tested by tests/transcripts/builtins/calls.txt.
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "interpreter/visitor.h"
@@ -16,12 +16,12 @@ std::optional<Visitor::Signature> runningCall(const Call& call) {
 }
 
 std::optional<Visitor::Signature> declared(const Call& call) {
-  const Storable& function = call.args[0];
+  const Storable& function = call.arg(0);
   if (call.visitor == nullptr) return std::nullopt;
   if (const FunctionHandle* handle = function.funcHandle()) return call.visitor->signatureOf(*handle);
   if (!read::isText(function)) return std::nullopt;
   const std::string name = toUtf8(function.numeric()->asChar());
-  if (!read::isName(name)) return std::nullopt;
+  if (!followsNameRule(name)) return std::nullopt;
   return call.visitor->signatureOf(Name::intern(name));
 }
 
@@ -35,12 +35,14 @@ NodeValue countOfArguments(Call& call) {
   return NodeValue(static_cast<double>(ofInputs ? signature->inputs : signature->outputs));
 }
 
+// clang-format off
 constexpr Builtin kCalls[] = {
-    {"nargin", countOfArguments, int(Side::inputs), {0, 1}, 1, "f",
+    {"nargin",  {countOfArguments, Side::inputs},  {0, 1}, 1, "f",
      "How many arguments the running function was given, or a function declares", "nargin('sin')"},
-    {"nargout", countOfArguments, int(Side::outputs), {0, 1}, 1, "f",
+    {"nargout", {countOfArguments, Side::outputs}, {0, 1}, 1, "f",
      "How many outputs the running function was asked for, or a function declares", "nargout('size')"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces and the sleep of a
-// run are the Environment's. Tested by tests/transcripts/builtins/console.txt.
+// What talks to the user: disp, clc, who, clear, error, input, pause. The console, the workspaces
+// and the sleep of a run are the Environment's. Tested by tests/transcripts/builtins/console.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace kelo::builtins {
 namespace {
 
 NodeValue disp(Call& call) {
-  call.environment.show(Display::dispValue(call.args[0], call.environment.displayParameters()));
+  call.environment.show(Display::dispValue(call.arg(0), call.environment.displayParameters()));
   return NodeValue::nothing();
 }
 
@@ -76,7 +76,7 @@ NodeValue error(Call& call) {
 // ---- input
 
 const CharArray& promptOf(const Call& call) {
-  const NumericArray* prompt = call.args[0].numeric();
+  const NumericArray* prompt = call.arg(0).numeric();
   if (!prompt || !prompt->is(Kind::Char) || !prompt->size().isMatrix()) {
     throw problem(text::kFirstInputInvalid, text::kCharacterArrayExpected);
   }
@@ -124,7 +124,7 @@ NodeValue pauseState(Call& call) {
 }
 
 double secondsOf(const Call& call) {
-  const NumericArray* array = call.args[0].numeric();
+  const NumericArray* array = call.arg(0).numeric();
   if (!array || array->is(Kind::Char) || !array->isScalar()) throw Wording::sentence(text::kPauseInput).complaint(call);
   constexpr Wording words{"n", "n", text::kPauseSeconds};
   const double seconds = read::realScalar(call, 0, words);
@@ -133,28 +133,31 @@ double secondsOf(const Call& call) {
 }
 
 NodeValue pause(Call& call) {
-  if (call.count() == 1 && read::isText(call.args[0])) return pauseState(call);
+  if (call.count() == 1 && read::isText(call.arg(0))) return pauseState(call);
   call.environment.pauseFor(call.count() == 1 ? std::optional(secondsOf(call)) : std::nullopt);
   return NodeValue::nothing();
 }
 
-constexpr CountTexts kClc{text::kClcInputs, text::kClcOutputs};
-constexpr CountTexts kWho{text::kWhoInputs};
-constexpr CountTexts kClear{nullptr, text::kClearOutputs};
-constexpr CountTexts kPause{text::kPauseCount};
-
+// clang-format off
 constexpr Builtin kConsole[] = {
-    {"clc", clc, 0, {0, 0}, 0, "", "Clear the console", "clc", &kClc},
-    {"clear", clear, 0, {0, kAny}, 0, "name, ...", "Remove variables, all of them unless some are named",
-     "clear('x', 'y')", &kClear, "clearing variables"},
-    {"disp", disp, 0, {1, 1}, 0, "x", "Show a value without its name", "disp('Hello')"},
-    {"error", error, 0, {1, 1}, 0, "msg", "End the run with a message", "error('No data')"},
-    {"input", input, 0, {1, 2}, 1, "prompt, s", "Ask the user for an expression, or with 's' for a text",
-     "n = input('How many? ')"},
-    {"pause", pause, 0, {0, 1}, 1, "n", "Wait for a key or for n seconds; 'on', 'off' and 'query' rule whether to wait",
-     "pause(0.5)", &kPause},
-    {"who", who, 0, {0, 0}, 1, "", "Show the names of the variables", "who", &kWho},
+    {"clc",   clc,   {0, 0},    0, "",
+     "Clear the console", "clc", {.inputs = text::kClcInputs, .outputs = text::kClcOutputs}},
+    {"clear", clear, {0, kAny}, 0, "name, ...",
+     "Remove variables, all of them unless some are named", "clear('x', 'y')",
+     {.outputs = text::kClearOutputs, .verb = "clearing variables"}},
+    {"disp",  disp,  {1, 1},    0, "x",
+     "Show a value without its name", "disp('Hello')"},
+    {"error", error, {1, 1},    0, "msg",
+     "End the run with a message", "error('No data')"},
+    {"input", input, {1, 2},    1, "prompt, s",
+     "Ask the user for an expression, or with 's' for a text", "n = input('How many? ')"},
+    {"pause", pause, {0, 1},    1, "n",
+     "Wait for a key or for n seconds; 'on', 'off' and 'query' rule whether to wait", "pause(0.5)",
+     {.inputs = text::kPauseCount}},
+    {"who",   who,   {0, 0},    1, "",
+     "Show the names of the variables", "who", {.inputs = text::kWhoInputs}},
 };
+// clang-format on
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Questions about the kind and shape of a value, and the conversions `double` and `logical`. A handle or a structure
-// answers by its kind, and "no" where a question makes no sense for it.
+// Questions about the kind and shape of a value, and the conversions `double` and `logical`. A
+// handle or a structure answers by its kind, and "no" where a question makes no sense for it.
 #include <cmath>
 
 #include <utf8proc.h>
@@ -11,8 +11,6 @@
 
 namespace kelo::builtins {
 namespace {
-
-using Question = bool (*)(const Storable& value);
 
 bool isKind(const Storable& value, Kind kind) { return value.isNumeric() && value.numeric()->is(kind); }
 
@@ -26,20 +24,20 @@ bool isScalar(const Storable& v) { return v.isArray() && v.size().isScalar(); }
 bool isRow(const Storable& v) { return v.isArray() && v.size().isRow(); }
 bool isColumn(const Storable& v) { return v.isArray() && v.size().isColumn(); }
 bool isMatrix(const Storable& v) { return v.isArray() && v.size().isMatrix(); }
-/// One dimension of length 1 or more, the other of length 1: 1 x 0 is a row, but no vector. NOTE: intended.
+/// One dimension of length 1 or more, the other of length 1: 1 x 0 is a row, but no vector. NOTE:
+/// intended.
 bool isVector(const Storable& v) { return v.isArray() && v.size().isVector() && v.numElements() >= 1; }
 
-// In the order of the selectors of `question`.
-constexpr Question kQuestions[] = {isChar, isColumn, isEmpty,  isLogical, isMatrix, isNumericKind,
-                                   isReal, isRow,    isScalar, isStruct,  isVector};
-
-NodeValue question(Call& call) { return LogicalArray(kQuestions[call.builtin.selector](call.args[0])); }
+template <bool (*kAnswer)(const Storable& value)>
+NodeValue question(Call& call) {
+  return LogicalArray(kAnswer(call.arg(0)));
+}
 
 // Questions to each element.
 
 template <class OfDouble, class OfComplex, class OfCharacter>
 NodeValue eachElement(const Call& call, OfDouble ofDouble, OfComplex ofComplex, OfCharacter ofCharacter) {
-  const NumericArray* a = call.args[0].numeric();
+  const NumericArray* a = call.arg(0).numeric();
   if (!a) return LogicalArray(false);
   switch (a->kind()) {
     case Kind::Double: return unaryLoop(a->asDouble(), ofDouble);
@@ -90,33 +88,46 @@ NodeValue toDouble(Call& call) {
 
 NodeValue toLogical(Call& call) { return read::numeric(call, 0, kNumeric).toLogicalArray(); }
 
-constexpr CountTexts kExactlyOne = {text::kOneInputExactly, nullptr};
-
-constexpr Builtin asks(const char* name, Handler handler, int selector, const char* help, const char* example) {
-  return {name, handler, selector, {1, 1}, 1, "A", help, example, &kExactlyOne};
-}
-
+// clang-format off
 constexpr Builtin kKinds[] = {
-    asks("ischar", question, 0, "Whether a value is a character array", "ischar('a')"),
-    asks("iscolumn", question, 1, "Whether an array is a column", "iscolumn([1; 2])"),
-    asks("isempty", question, 2, "Whether an array has no elements", "isempty([])"),
-    asks("islogical", question, 3, "Whether a value is a logical array", "islogical(1 > 0)"),
-    asks("ismatrix", question, 4, "Whether an array has two dimensions", "ismatrix([1 2; 3 4])"),
-    asks("isnumeric", question, 5, "Whether a value is an array of numbers, neither characters nor logicals",
-         "isnumeric(5)"),
-    asks("isreal", question, 6, "Whether an array is not complex", "isreal(1+2i)"),
-    asks("isrow", question, 7, "Whether an array is a row", "isrow([1 2])"),
-    asks("isscalar", question, 8, "Whether an array has exactly one element", "isscalar(5)"),
-    asks("isstruct", question, 9, "Whether a value is a structure array", "isstruct(struct())"),
-    asks("isvector", question, 10, "Whether an array is a row or a column", "isvector([1 2])"),
-    asks("isinf", isInf, 0, "Which elements are infinite", "isinf([1 Inf])"),
-    asks("isnan", isNan, 0, "Which elements are not a number", "isnan([1 NaN])"),
-    asks("isletter", isLetter, 0, "Which characters are letters", "isletter('a1')"),
-    asks("isspace", isSpace, 0, "Which characters are spaces", "isspace('a b')"),
+    {"ischar",    question<isChar>,        {1, 1}, 1, "A",
+     "Whether a value is a character array", "ischar('a')", {.inputs = text::kOneInputExactly}},
+    {"iscolumn",  question<isColumn>,      {1, 1}, 1, "A",
+     "Whether an array is a column", "iscolumn([1; 2])", {.inputs = text::kOneInputExactly}},
+    {"isempty",   question<isEmpty>,       {1, 1}, 1, "A",
+     "Whether an array has no elements", "isempty([])", {.inputs = text::kOneInputExactly}},
+    {"islogical", question<isLogical>,     {1, 1}, 1, "A",
+     "Whether a value is a logical array", "islogical(1 > 0)", {.inputs = text::kOneInputExactly}},
+    {"ismatrix",  question<isMatrix>,      {1, 1}, 1, "A",
+     "Whether an array has two dimensions", "ismatrix([1 2; 3 4])", {.inputs = text::kOneInputExactly}},
+    {"isnumeric", question<isNumericKind>, {1, 1}, 1, "A",
+     "Whether a value is an array of numbers, neither characters nor logicals", "isnumeric(5)",
+     {.inputs = text::kOneInputExactly}},
+    {"isreal",    question<isReal>,        {1, 1}, 1, "A",
+     "Whether an array is not complex", "isreal(1+2i)", {.inputs = text::kOneInputExactly}},
+    {"isrow",     question<isRow>,         {1, 1}, 1, "A",
+     "Whether an array is a row", "isrow([1 2])", {.inputs = text::kOneInputExactly}},
+    {"isscalar",  question<isScalar>,      {1, 1}, 1, "A",
+     "Whether an array has exactly one element", "isscalar(5)", {.inputs = text::kOneInputExactly}},
+    {"isstruct",  question<isStruct>,      {1, 1}, 1, "A",
+     "Whether a value is a structure array", "isstruct(struct())", {.inputs = text::kOneInputExactly}},
+    {"isvector",  question<isVector>,      {1, 1}, 1, "A",
+     "Whether an array is a row or a column", "isvector([1 2])", {.inputs = text::kOneInputExactly}},
+    {"isinf",     isInf,                   {1, 1}, 1, "A",
+     "Which elements are infinite", "isinf([1 Inf])", {.inputs = text::kOneInputExactly}},
+    {"isnan",     isNan,                   {1, 1}, 1, "A",
+     "Which elements are not a number", "isnan([1 NaN])", {.inputs = text::kOneInputExactly}},
+    {"isletter",  isLetter,                {1, 1}, 1, "A",
+     "Which characters are letters", "isletter('a1')", {.inputs = text::kOneInputExactly}},
+    {"isspace",   isSpace,                 {1, 1}, 1, "A",
+     "Which characters are spaces", "isspace('a b')", {.inputs = text::kOneInputExactly}},
 
-    {"double", toDouble, 0, {1, 1}, 1, "A", "Converts logicals and characters to numbers", "double('abc')"},
-    {"logical", toLogical, 0, {1, 1}, 1, "A", "Converts numbers to logicals, true where not 0", "logical([2 0])"},
+    {"double",    toDouble,                {1, 1}, 1, "A",
+     "Converts logicals and characters to numbers", "double('abc')"},
+    {"logical",   toLogical,               {1, 1}, 1, "A",
+     "Converts numbers to logicals, true where not 0", "logical([2 0])"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -13,9 +13,9 @@ constexpr Wording kStructure{"S, field", "S", text::kStructureArray};
 constexpr Wording kField{"S, field", "field", predicate::kCharacterVector};
 
 std::string fieldNameAt(const Call& call, int position) {
-  const Storable& value = call.args[static_cast<size_t>(position)];
+  const Storable& value = call.arg(position);
   const std::string name = read::isText(value) ? toUtf8(value.numeric()->asChar()) : "";
-  if (!read::isName(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
+  if (!followsNameRule(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
   return name;
 }
 
@@ -26,7 +26,7 @@ NodeValue structOf(Call& call) {
     if (k + 1 == call.count()) throw expectation(fmt::format(text::kFieldWithoutValue, name));
     const Name field = Name::intern(name);
     if (result.hasField(field)) throw expectation(fmt::format(text::kDuplicatedField, name));
-    result.writableValue(0, result.ensureField(field)) = std::move(call.args[static_cast<size_t>(k + 1)]);
+    result.writableValue(0, result.ensureField(field)) = std::move(call.arg(k + 1));
   }
   return NodeValue(std::move(result));
 }
@@ -39,21 +39,23 @@ NodeValue isfield(Call& call) {
 NodeValue rmfield(Call& call) {
   read::structure(call, 0, kStructure);
   const std::string name = read::text(call, 1, kField);
-  StructArray structure = std::move(*call.args[0].structure());
+  StructArray structure = std::move(*call.arg(0).structure());
   const Name field = Name::intern(name);
   if (!structure.hasField(field)) throw expectation(fmt::format(text::kFieldNotFound, name));
   structure.removeField(field);
   return NodeValue(std::move(structure));
 }
 
+// clang-format off
 constexpr Builtin kStructures[] = {
-    {"isfield", isfield, 0, {2, 2}, 1, "S, field", "Whether structures have a field of this name",
-     "isfield(struct('a', 1), 'a')"},
-    {"rmfield", rmfield, 0, {2, 2}, 1, "S, field", "Remove a field from structures",
-     "rmfield(struct('a', 1, 'b', 2), 'a')"},
-    {"struct", structOf, 0, {0, kAny}, 1, "name, value, ...", "Make a structure from names and values of fields",
-     "struct('name', 'Kelo', 'size', 3)"},
+    {"isfield", isfield,  {2, 2},    1, "S, field",
+     "Whether structures have a field of this name", "isfield(struct('a', 1), 'a')"},
+    {"rmfield", rmfield,  {2, 2},    1, "S, field",
+     "Remove a field from structures", "rmfield(struct('a', 1, 'b', 2), 'a')"},
+    {"struct",  structOf, {0, kAny}, 1, "name, value, ...",
+     "Make a structure from names and values of fields", "struct('name', 'Kelo', 'size', 3)"},
 };
+// clang-format on
 
 }  // namespace
 

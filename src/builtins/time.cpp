@@ -52,15 +52,18 @@ NodeValue date(Call& call) {
   return charRow(fmt::format("{:02}-{}-{:04}", time.day, kMonths[time.month - 1], time.year));
 }
 
-constexpr CountTexts kTic{text::kTicInputs};
-constexpr CountTexts kTimeOfDay{text::kTimeInputs};
-
+// clang-format off
 constexpr Builtin kTime[] = {
-    {"clock", clock, 0, {0, 0}, 1, "", "The time as year, month, day, hour, minute and seconds", "clock", &kTimeOfDay},
-    {"date", date, 0, {0, 0}, 1, "", "The day as text", "date", &kTimeOfDay},
-    {"tic", tic, 0, {0, 0}, 1, "", "Start to take the time", "tic", &kTic},
-    {"toc", toc, 0, {0, 1}, 1, "t", "The seconds since tic, or since t = tic", "tic; sum(rand(1000)); toc"},
+    {"clock", clock, {0, 0}, 1, "",
+     "The time as year, month, day, hour, minute and seconds", "clock", {.inputs = text::kTimeInputs}},
+    {"date",  date,  {0, 0}, 1, "",
+     "The day as text", "date", {.inputs = text::kTimeInputs}},
+    {"tic",   tic,   {0, 0}, 1, "",
+     "Start to take the time", "tic", {.inputs = text::kTicInputs}},
+    {"toc",   toc,   {0, 1}, 1, "t",
+     "The seconds since tic, or since t = tic", "tic; sum(rand(1000)); toc"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -1,5 +1,8 @@
-// Arrays as text. The walk over pages, blocks and rows is the same for all kinds; they differ in how one element is
-// appended and in what stands between two. Only the shown tail is walked.
+// Arrays as text: pages, in them blocks of columns that fit side by side, in them rows.
+//
+// ArrayWriter goes through these for every kind of array. What the kinds differ in comes from
+// outside: an ElementAppender, which writes one element, and the text between two elements. Of a
+// long array only the end is written; ArrayLayout says where it begins.
 #include "display/array_text.h"
 
 #include <fmt/format.h>
@@ -44,7 +47,7 @@ std::string blockHeader(int64_t firstColumn, int64_t endColumn) {
                                       : fmt::format("Columns {} to {}:", firstColumn + 1, endColumn);
 }
 
-// One array on its way to text. Append is called with the text and the position of an element.
+// Writes one array. append(text, i) adds the element at position i.
 template <class Append>
 class ArrayWriter {
  public:
@@ -145,7 +148,7 @@ int scaleOf(const TypedArray<T>& array, int nDigits) {
     return scaleExponent(array.values(), nDigits);
 }
 
-// Columns in a block; what a single column needs not be measured for.
+// Columns in a block. A single column fits in any case, so its texts are not measured.
 template <class T>
 int64_t columnsOf(const TypedArray<T>& array, const DisplayParameters& parameters) {
   if (array.size().columns() == 1) return 1;

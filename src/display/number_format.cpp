@@ -5,26 +5,24 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <limits>
 
+#include "values/powers_of_ten.h"
+
 namespace kelo {
 
 namespace {
-
-// All powers of ten that are exact doubles.
-constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                            1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // Divisions by ten until the magnitude is below 1. Below 1e22 the comparison gives the same count: a rounded quotient
 // never reaches the next power of ten.
 int integerDigits(double magnitude) {
   if (magnitude < 1) return 1;
-  if (magnitude < kPowers.back()) {
-    return static_cast<int>(std::upper_bound(kPowers.begin(), kPowers.end(), magnitude) - kPowers.begin());
+  if (magnitude < kPowersOfTen.back()) {
+    const auto above = std::upper_bound(kPowersOfTen.begin(), kPowersOfTen.end(), magnitude);
+    return static_cast<int>(above - kPowersOfTen.begin());
   }
   int divisions = 0;
   for (; magnitude >= 1; ++divisions) magnitude /= 10;
@@ -48,7 +46,8 @@ constexpr double kUndecided = 1e-3;
 // A finite x as printf's "%#W.Pf" gives it, with or without the blank flag.
 void appendFixed(std::string& out, double x, int width, int precision, Sign sign) {
   const double magnitude = std::fabs(x);
-  const double shifted = precision < static_cast<int>(kPowers.size()) ? magnitude * kPowers[precision] : kExactLimit;
+  const bool isExact = precision < static_cast<int>(kPowersOfTen.size());
+  const double shifted = isExact ? magnitude * kPowersOfTen[precision] : kExactLimit;
   if (!(shifted < kExactLimit)) return appendWithPrintf(out, x, width, precision, sign);
   auto whole = static_cast<uint64_t>(shifted);
   const double fraction = shifted - static_cast<double>(whole);
@@ -107,7 +106,13 @@ double largestFiniteMagnitude(const double* values, int64_t count) {
   return std::max({lanes[0], lanes[1], lanes[2], lanes[3]});
 }
 
-// e of a magnitude m x 10^e with 1 <= m < 10, as far as the rounding of the logarithm allows.
+int scaleOfLargest(double magnitude, int nDigits) {
+  const int exponent = decimalExponent(magnitude);
+  return exponent >= 0 && exponent < nDigits ? 0 : -exponent;
+}
+
+}  // namespace
+
 int decimalExponent(double magnitude) {
   if (magnitude == 0) return 0;
   const double logarithm = std::log10(magnitude);
@@ -115,13 +120,6 @@ int decimalExponent(double magnitude) {
   const double mantissa = std::pow(10.0, logarithm - exponent);
   return static_cast<int>(exponent) - (mantissa < 1 ? 1 : 0);
 }
-
-int scaleOfLargest(double magnitude, int nDigits) {
-  const int exponent = decimalExponent(magnitude);
-  return exponent >= 0 && exponent < nDigits ? 0 : -exponent;
-}
-
-}  // namespace
 
 int precisionFor(int nDigits, double x) {
   const int digits = integerDigits(std::fabs(x));

@@ -21,6 +21,9 @@ inline constexpr int kMaxDigits = 64;
 /// A number of digits brought into the range that the functions here ask for.
 constexpr int boundedDigits(int nDigits) { return nDigits < 1 ? 1 : nDigits > kMaxDigits ? kMaxDigits : nDigits; }
 
+/// The e of a magnitude m x 10^e with 1 <= m < 10, as far as the rounding of the logarithm allows; 0 of 0.
+int decimalExponent(double magnitude);
+
 /// Digits behind the point. With c digits before it (one for |x| < 1): nDigits - c from two on, else nDigits - 1; never
 /// below 0. It comes from the value before rounding, so 9.99999 prints as " 10.0000". NOTE: intended.
 int precisionFor(int nDigits, double x);

@@ -64,7 +64,9 @@ std::string numericText(const NumericArray& array, int nDigits) {
   return doubleText(array.asDouble(), nDigits);
 }
 
-std::string valueText(const Storable& value, int nDigits) {
+}  // namespace
+
+std::string summaryText(const Storable& value, int nDigits) {
   if (const FunctionHandle* handle = value.funcHandle()) return handle->text();
   if (!value.isArray()) return "";
   if (value.isEmpty()) {
@@ -73,6 +75,8 @@ std::string valueText(const Storable& value, int nDigits) {
   if (value.isStructure()) return fmt::format("Struct [{}]", value.size().description());
   return numericText(*value.numeric(), nDigits);
 }
+
+namespace {
 
 void appendFieldLines(std::string& text, const StructArray& array, const DisplayParameters& parameters) {
   const platform::TextMeasure& font = *parameters.font;
@@ -83,7 +87,7 @@ void appendFieldLines(std::string& text, const StructArray& array, const Display
     const std::string& field = array.fields()[static_cast<size_t>(k)].text();
     const double blanks = kFieldIndent + (blank > 0 ? std::round((widest - font.width(field)) / blank) : 0);
     text.append(static_cast<size_t>(blanks), ' ').append(field).append(": ");
-    text.append(valueText(array.value(0, k), boundedDigits(parameters.nDigits))).append("\n");
+    text.append(summaryText(array.value(0, k), boundedDigits(parameters.nDigits))).append("\n");
   }
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "messages/utf16.h"
+
 namespace kelo {
 
 enum class TextAttribute : uint8_t { foregroundColor };
@@ -25,9 +27,6 @@ struct ConsoleTextAttributes {
 
   friend bool operator==(const ConsoleTextAttributes&, const ConsoleTextAttributes&) = default;
 };
-
-/// Length of a text in UTF-16 units.
-int64_t utf16Length(std::string_view utf8);
 
 class StyledText {
  public:

@@ -1,3 +1,6 @@
+// Stopping at the first problem. The runtime would rather repair a text and go on, which suits a
+// compiler that lists many errors; a console shows one and runs nothing. Tested by
+// tests/frontend/matlab_parser_test.cpp.
 #include "frontend/bail_strategy.h"
 
 namespace kelo {
@@ -17,7 +20,5 @@ antlr4::Token* BailKeloStrategy::recoverInline(antlr4::Parser* recognizer) {
     std::throw_with_nested(ParseCancellationException());
   }
 }
-
-void BailKeloLexer::recover(const antlr4::LexerNoViableAltException&) { throw ParseCancellationException(); }
 
 }  // namespace kelo

@@ -1,3 +1,6 @@
+// From the runtime's report of a wrong token to the message that the user reads. The runtime's own
+// wording is left aside: the message quotes the token, or says that the line ends. Tested by
+// tests/frontend/matlab_parser_test.cpp.
 #include "frontend/error_listener.h"
 
 #include <utf8proc.h>

@@ -1,4 +1,9 @@
+// One function per decision. Each looks at the tokens from the present one on, jumps over brackets
+// by their partners, and answers with an alternative by name, or with kAskRuntime where a token or
+// two do not decide. Tested against the grammar and the runtime by tests/frontend/parse_test.cpp.
 #include "frontend/fast_prediction.h"
+
+#include <optional>
 
 #include "KeloParser.h"
 
@@ -8,39 +13,46 @@ namespace {
 using T = KeloParser;
 
 constexpr size_t kAskRuntime = 0;
-constexpr size_t kGoOn = 1;  // in a loop: once more
+constexpr size_t kGoOn = 1;  // in a loop: once more; of what may be left out: it is there
 constexpr size_t kLeave = 2;
 
-// Precedence of a binary or postfix operator, and its alternative among them; 0 for other tokens.
-struct Operator {
-  int precedence;
-  size_t alternative;
-};
+using Stat = StatAlternative;
+using VarAssign = VarAssignAlternative;
+using FuncHandle = FuncHandleAlternative;
+using BuiltInFun = BuiltInFunAlternative;
+using Expr = ExprAlternative;
 
-constexpr Operator operatorOf(size_t type) {
+template <class Alternative>
+constexpr size_t number(Alternative alternative) {
+  return static_cast<size_t>(alternative);
+}
+
+/// The alternative that a token makes of the expression before it; of a colon the looser one of its
+/// two.
+constexpr std::optional<Expr> operatorOf(size_t type) {
   switch (type) {
     case T::POWER:
-    case T::DPOWER: return {11, 1};
+    case T::DPOWER: return Expr::BinaryOps_power;
     case T::MULT:
     case T::DMULT:
     case T::MRDIVIDE:
     case T::RDIVIDE:
     case T::MLDIVIDE:
-    case T::LDIVIDE: return {10, 2};
+    case T::LDIVIDE: return Expr::BinaryOps_product;
     case T::PLUS:
-    case T::MINUS: return {9, 3};
-    case T::COLON: return {7, 4};  // or 5, and the precedence of either
+    case T::MINUS: return Expr::BinaryOps_sum;
+    case T::COLON: return Expr::Matrix_colon_two;
     case T::EQEQ:
     case T::LE:
     case T::GE:
     case T::LT:
     case T::GT:
-    case T::NEQ: return {6, 6};
-    case T::AND: return {5, 7};
-    case T::OR: return {4, 8};
+    case T::NEQ: return Expr::BinaryOps_comparison;
+    case T::AND: return Expr::BinaryOps_and;
+    case T::OR: return Expr::BinaryOps_or;
     case T::TPD:
-    case T::TP: return {22, 9};
-    default: return {0, 0};
+    case T::TP: return Expr::Transpose;
+    default: return std::nullopt;
   }
 }
 
@@ -69,36 +81,25 @@ size_t FastPrediction::behindPartner(size_t open) const { return tokens_.partner
 size_t FastPrediction::alternative(size_t decision, const KeloParserBase& parser) {
   const size_t i = tokens_.position();
   if (i >= limit_) return kAskRuntime;
-  switch (decision) {
-    case 14:  // separators behind a statement
-    case 17:
-    case 18:
-    case 19:
-    case 20:
-    case 23:
-    case 27:
-    case 28:
-    case 29: return isSeparator(type(i)) ? kGoOn : kLeave;
-    case 30: return statement(i);
-    case 41:  // arguments of calls and subscripts
-    case 46:
-    case 61:
-    case 65: return moreArguments(i);
-    case 44: return type(i) == T::LPAR ? 1 : 2;
-    case 45:  // names with commas between them
-    case 50: return type(i + 1) == T::COMMA ? kGoOn : kLeave;
-    case 49: return assignment(i);
-    case 51: return functionHandle(i);
-    case 63: return type(i) == T::ID ? kGoOn : kLeave;
-    case 64: return builtin(i);
-    case 69: return moreElements(i);
-    case 72: return type(i) == T::T__0 ? kGoOn : kLeave;
-    case 73: return operand(i);
-    case 74: return type(i) == T::TP || type(i) == T::TPD ? kGoOn : kLeave;
-    case 75: return operatorKind(i, parser);
-    case 76: return moreOperators(i, parser);
-    default: return kAskRuntime;
+  switch (decisions_[decision]) {
+    case Decision::unknown: return kAskRuntime;
+    case Decision::separators: return isSeparator(type(i)) ? kGoOn : kLeave;
+    case Decision::statement: return statement(i);
+    case Decision::arguments: return moreArguments(i);
+    case Decision::fieldIndices: return type(i) == T::LPAR ? kGoOn : kLeave;
+    case Decision::names: return type(i + 1) == T::COMMA ? kGoOn : kLeave;
+    case Decision::assignment: return number(assignment(i));
+    case Decision::functionHandle: return number(functionHandle(i));
+    case Decision::commandWords: return type(i) == T::ID ? kGoOn : kLeave;
+    case Decision::builtin: return number(builtin(i));
+    case Decision::elements: return moreElements(i);
+    case Decision::fields: return type(i) == T::T__0 ? kGoOn : kLeave;
+    case Decision::operand: return operand(i);
+    case Decision::quotes: return type(i) == T::TP || type(i) == T::TPD ? kGoOn : kLeave;
+    case Decision::operatorKind: return operatorKind(i, parser);
+    case Decision::operators: return moreOperators(i, parser);
   }
+  return kAskRuntime;
 }
 
 // Behind ".name", ".name(...)" and ".(...)", as often as they follow.
@@ -111,71 +112,75 @@ size_t FastPrediction::behindFields(size_t i) const {
 }
 
 size_t FastPrediction::statement(size_t i) const {
-  constexpr size_t kExpression = 8;
-  constexpr size_t kAssignment = 9;
   size_t behind = i;
   switch (type(i)) {
-    case T::FOR: return 1;
-    case T::WHILE: return 2;
-    case T::BREAK: return 3;
-    case T::CONTINUE: return 4;
-    case T::RETURN: return 5;
-    case T::IF: return 6;
-    case T::SWITCH: return 7;
+    case T::FOR: return number(Stat::ForLoop);
+    case T::WHILE: return number(Stat::WhileLoop);
+    case T::BREAK: return number(Stat::Break);
+    case T::CONTINUE: return number(Stat::Continue);
+    case T::RETURN: return number(Stat::Return);
+    case T::IF: return number(Stat::If);
+    case T::SWITCH: return number(Stat::Switch);
     case T::LSQB: behind = behindPartner(i); break;
     case T::ID:
       behind = type(i + 1) == T::LPAR ? behindPartner(i + 1) : i + 1;
       behind = behindFields(behind);
       break;
-    default: return kExpression;
+    default: return number(Stat::Expression);
   }
-  return type(behind) == T::EQ ? kAssignment : kExpression;
+  return number(type(behind) == T::EQ ? Stat::Assignment : Stat::Expression);
 }
 
-size_t FastPrediction::assignment(size_t i) const {
-  if (type(i) == T::LSQB) return 1;
-  if (type(i + 1) == T::EQ) return 2;
-  return type(i + 1) == T::LPAR && type(behindPartner(i + 1)) == T::EQ ? 3 : 4;
+VarAssign FastPrediction::assignment(size_t i) const {
+  if (type(i) == T::LSQB) return VarAssign::Var_list_assignment;
+  if (type(i + 1) == T::EQ) return VarAssign::Var_assignment;
+  const bool isSubarray = type(i + 1) == T::LPAR && type(behindPartner(i + 1)) == T::EQ;
+  return isSubarray ? VarAssign::Subarray_assignment : VarAssign::Structure_assignment2;
 }
 
-size_t FastPrediction::functionHandle(size_t i) const {
-  if (type(i + 1) == T::LPAR) return type(i + 2) == T::RPAR ? 2 : 1;
-  return type(i + 1) == T::ID ? 3 : 4;
+FuncHandle FastPrediction::functionHandle(size_t i) const {
+  if (type(i + 1) == T::LPAR) {
+    return type(i + 2) == T::RPAR ? FuncHandle::withoutParameters : FuncHandle::withParameters;
+  }
+  return type(i + 1) == T::ID ? FuncHandle::ofName : FuncHandle::ofBuiltin;
 }
 
 // A name behind a built-in is a command in a statement and the next element in a matrix.
-size_t FastPrediction::builtin(size_t i) const {
-  if (type(i + 1) == T::LPAR) return 1;
-  return type(i + 1) == T::ID && !tokens_.isInSquare(i) ? 3 : 2;
+BuiltInFun FastPrediction::builtin(size_t i) const {
+  if (type(i + 1) == T::LPAR) return BuiltInFun::call;
+  return type(i + 1) == T::ID && !tokens_.isInSquare(i) ? BuiltInFun::command : BuiltInFun::name;
 }
 
 size_t FastPrediction::operand(size_t i) const {
   switch (type(i)) {
-    case T::INT: return 1;
-    case T::DOUBLE: return 2;
-    case T::CHAR: return 3;
-    case T::I: return 4;
-    case T::ID:
-      if (type(i + 1) == T::LPAR) return type(behindPartner(i + 1)) == T::T__0 ? 14 : 5;
-      return type(i + 1) == T::T__0 ? 14 : 6;
-    case T::AT: return 7;
-    case T::LSQB: return type(i + 1) == T::RSQB ? 9 : 8;
-    case T::BUILT_IN_FUNC: return 10;
-    case T::LPAR: return 11;
+    case T::INT: return operandNumber(Expr::Int);
+    case T::DOUBLE: return operandNumber(Expr::Double);
+    case T::CHAR: return operandNumber(Expr::Char);
+    case T::I: return operandNumber(Expr::Imaginary);
+    case T::ID: {
+      const bool isCall = type(i + 1) == T::LPAR;
+      if (type(isCall ? behindPartner(i + 1) : i + 1) == T::T__0) return operandNumber(Expr::Structure2);
+      return isCall ? operandNumber(Expr::Subarray_or_func) : operandNumber(Expr::Id);
+    }
+    case T::AT: return operandNumber(Expr::FuncHandle);
+    case T::LSQB: return type(i + 1) == T::RSQB ? operandNumber(Expr::Empty_mat) : operandNumber(Expr::Matrix_cat);
+    case T::BUILT_IN_FUNC: return operandNumber(Expr::Built_in_func);
+    case T::LPAR: return operandNumber(Expr::Parenthesis);
     case T::PLUS:
-    case T::MINUS: return 12;
-    case T::NOT: return 13;
-    case T::END: return 15;
-    case T::COLON: return 16;
+    case T::MINUS: return operandNumber(Expr::UnaryOps_sign);
+    case T::NOT: return operandNumber(Expr::UnaryOps_not);
+    case T::END: return operandNumber(Expr::End_expr);
+    case T::COLON: return operandNumber(Expr::Colon_expr);
     default: return kAskRuntime;
   }
 }
 
-// Whether a colon could as well be the second one of a range further out, as "1:2 == 3:4" is "1:(2 == 3):4". At
-// precedence 8 "a:b:c" could start there and "a:b" could not.
+// Whether a colon could as well be the second one of a range further out, as "1:2 == 3:4" is "1:(2
+// == 3):4". Where only what binds as tightly as "a:b:c" may stand, that could start and "a:b" could
+// not.
 bool FastPrediction::colonIsOpen(const KeloParserBase& parser) {
   const int precedence = parser.getPrecedence();
-  return precedence > 0 ? precedence <= 8 : parser.isInHandleBody();
+  return precedence > 0 ? precedence <= precedenceOf(Expr::Matrix_colon_three) : parser.isInHandleBody();
 }
 
 size_t FastPrediction::moreOperators(size_t i, const KeloParserBase& parser) const {
@@ -185,20 +190,24 @@ size_t FastPrediction::moreOperators(size_t i, const KeloParserBase& parser) con
     if (!parser.mayStartRange()) return kLeave;
     if (colonIsOpen(parser)) return kAskRuntime;
   }
-  return operatorOf(token).precedence >= precedence && operatorOf(token).precedence > 0 ? kGoOn : kLeave;
+  const std::optional<Expr> found = operatorOf(token);
+  return found && precedenceOf(*found) >= precedence ? kGoOn : kLeave;
 }
 
 size_t FastPrediction::operatorKind(size_t i, const KeloParserBase& parser) const {
-  if (type(i) != T::COLON) return operatorOf(type(i)).alternative;
+  if (type(i) != T::COLON) {
+    const std::optional<Expr> found = operatorOf(type(i));
+    return found ? operatorNumber(*found) : kAskRuntime;
+  }
   return colonIsOpen(parser) ? kAskRuntime : range(i);
 }
 
-// "a:b:c" or "a:b": whether another colon follows one whole operand, at the same level of brackets. Operands that are
-// not plain (comparisons, handles, a ":" of their own) are left to the runtime.
+// "a:b:c" or "a:b": whether another colon follows one whole operand, at the same level of brackets.
+// Operands that are not plain (comparisons, handles, a ":" of their own) are left to the runtime.
 size_t FastPrediction::range(size_t colon) const {
-  constexpr size_t kThree = 4;
-  constexpr size_t kTwo = 5;
-  bool operandEnds = false;  // whether a whole operand stands to the left, so that a further one is no part of it
+  constexpr size_t kThree = operatorNumber(Expr::Matrix_colon_three);
+  constexpr size_t kTwo = operatorNumber(Expr::Matrix_colon_two);
+  bool operandEnds = false;  // a whole operand stands to the left: a further one is no part of it
   bool comparison = false;
   for (size_t i = colon + 1;;) {
     const size_t token = type(i);
@@ -217,10 +226,10 @@ size_t FastPrediction::range(size_t colon) const {
       }
       continue;
     }
-    const Operator found = operatorOf(token);
-    if (found.precedence == 0 && (token != T::NOT || operandEnds)) return comparison ? kAskRuntime : kTwo;
-    if (found.precedence != 22) operandEnds = false;
-    comparison = comparison || (found.precedence != 0 && found.precedence < 7);
+    const std::optional<Expr> found = operatorOf(token);
+    if (!found && (token != T::NOT || operandEnds)) return comparison ? kAskRuntime : kTwo;
+    if (found != Expr::Transpose) operandEnds = false;
+    comparison = comparison || (found && precedenceOf(*found) < precedenceOf(Expr::Matrix_colon_two));
     ++i;
   }
 }

@@ -1,3 +1,6 @@
+// Text is decoded, made a ParsedText and parsed there. What goes wrong on the way becomes one
+// message, or a Problem where it is a file that a program asks for. Tested by
+// tests/frontend/matlab_parser_test.cpp.
 #include "frontend/matlab_parser.h"
 
 #include "messages/catalogue/frontend.h"
@@ -6,6 +9,7 @@
 namespace kelo {
 namespace {
 
+using Origin = ParsedText::Origin;
 using Outcome = ParsedText::Outcome;
 using StartRule = ParsedText::StartRule;
 
@@ -24,98 +28,81 @@ class EndListener final : public antlr4::BaseErrorListener {
   bool failedAtEnd = false;
 };
 
-}  // namespace
-
-MatlabParser::MatlabParser(const ParserSetting& setting, std::optional<std::string> dirRelativePath,
-                           std::optional<std::string> filenameWithExt)
-    : setting_(setting), dirRelativePath_(std::move(dirRelativePath)), filenameWithExt_(std::move(filenameWithExt)) {}
-
-std::string MatlabParser::path() const {
-  if (dirRelativePath_->empty()) return *filenameWithExt_;
-  return *dirRelativePath_ + (dirRelativePath_->back() == '/' ? "" : "/") + *filenameWithExt_;
-}
-
-Name MatlabParser::relativePath() const {
-  return dirRelativePath_ && filenameWithExt_ ? Name::intern(path()) : Name();
-}
-
 // Null when there is no tree; what is wrong has been shown by then.
-std::shared_ptr<ParsedText> MatlabParser::parsed(std::u32string text, StartRule rule,
-                                                 ParsedText::Origin origin) const {
+std::shared_ptr<ParsedText> parsed(std::u32string text, StartRule rule, const Origin& origin, const MessageSink& show) {
   auto parse = std::make_shared<ParsedText>(std::move(text), origin);
-  ErrorListener listener(setting_.show);
+  ErrorListener listener(show);
   const Outcome outcome = parse->parse(rule, listener);
   if (outcome == Outcome::tooDeep || outcome == Outcome::tooLong) {
     const antlr4::Token& token = parse->stoppedAt();
     Message message = syntaxErrorAt(origin.relativePath, token.getLine(), token.getCharPositionInLine());
     message.reason = outcome == Outcome::tooDeep ? text::kNestedTooDeeply : text::kTextTooLong;
-    setting_.show(message);
+    show(message);
   }
   return outcome == Outcome::parsed ? parse : nullptr;
 }
 
-std::shared_ptr<ParsedText> MatlabParser::parsedOrNull(std::string_view text, StartRule rule,
-                                                       ParsedText::Origin origin) const {
+// The same from bytes; what is no text is complained of in the same way.
+std::shared_ptr<ParsedText> decodedAndParsed(std::string_view text, StartRule rule, const Origin& origin,
+                                             const MessageSink& show) {
   std::optional<std::u32string> codePoints = decodeUtf8(text);
-  if (codePoints) return parsed(std::move(*codePoints), rule, origin);
+  if (codePoints) return parsed(std::move(*codePoints), rule, origin, show);
   Message message = syntaxErrorAt(origin.relativePath, origin.line, origin.charPositionInLine);
   message.reason = text::kNotUtf8;
-  setting_.show(message);
+  show(message);
   return nullptr;
 }
 
-ProgTree MatlabParser::parseText(std::string_view text) {
-  setting_.buffer.clear();
-  return rootOf<KeloParser::ProgContext>(parsedOrNull(text, StartRule::prog, {relativePath()}));
+/// "" for a file of the work directory itself.
+std::string directoryOf(const std::string& path) {
+  const size_t slash = path.find_last_of('/');
+  return slash == std::string::npos ? "" : path.substr(0, slash);
 }
+std::string fileNameOf(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
 
-ExprOnlyTree MatlabParser::parseExpression(std::string_view text, std::optional<int> line,
-                                           std::optional<int> charPos) {
-  const ParsedText::Origin origin{relativePath(), static_cast<size_t>(line.value_or(1)),
-                                  static_cast<size_t>(charPos.value_or(0))};
-  return rootOf<KeloParser::ExprOnlyContext>(parsedOrNull(text, StartRule::exprOnly, origin));
-}
-
-std::string MatlabParser::loadText() const {
-  if (!dirRelativePath_ || !filenameWithExt_) throw problem(text::kUnexpectedError);
-  const std::string file = path();
-  if (setting_.files.isRegularFile(file)) {
-    if (std::optional<std::string> bytes = setting_.files.readFile(file)) return std::move(*bytes);
+std::string loadText(const platform::FileSystem& files, const std::string& path) {
+  if (files.isRegularFile(path)) {
+    if (std::optional<std::string> bytes = files.readFile(path)) return std::move(*bytes);
   }
-  throw problem(text::fileNotFound(*filenameWithExt_, *dirRelativePath_));
+  throw problem(text::fileNotFound(fileNameOf(path), directoryOf(path)));
 }
 
-ProgTree MatlabParser::parseFile() {
-  std::optional<std::u32string> codePoints = decodeUtf8(loadText());
+ProgTree readAndParsed(const ParserSetting& setting, const std::string& path) {
+  std::optional<std::u32string> codePoints = decodeUtf8(loadText(setting.files, path));
   if (!codePoints) throw problem(text::kNotUtf8);
+  ProgTree program;
   try {
-    prog_ = rootOf<KeloParser::ProgContext>(parsed(std::move(*codePoints), StartRule::prog, {relativePath()}));
+    program = rootOf<KeloParser::ProgContext>(
+        parsed(std::move(*codePoints), StartRule::prog, {Name::intern(path)}, setting.show));
   } catch (const std::exception&) {
-    throw problem(text::errorWhileParsingFile(*filenameWithExt_));
+    throw problem(text::errorWhileParsingFile(fileNameOf(path)));
   }
-  if (prog_ == nullptr) throw problem(text::syntaxErrorInFile(*filenameWithExt_));
-  setting_.buffer.add({*dirRelativePath_, *filenameWithExt_, shared_from_this()});
-  return prog_;
-}
-
-ProgFunctionTree MatlabParser::programFunction() {
-  auto program = std::dynamic_pointer_cast<KeloParser::Prog_functionContext>(parseFile());
-  if (program == nullptr) throw problem(text::noFunctionDeclaration(*filenameWithExt_));
+  if (program == nullptr) throw problem(text::syntaxErrorInFile(fileNameOf(path)));
   return program;
 }
 
-UserFunctionTree MatlabParser::mainFunction() {
-  const ProgFunctionTree program = programFunction();
-  auto* function = dynamic_cast<KeloParser::User_functionContext*>(program->function_declare(0));
-  if (function == nullptr) throw problem(text::noFunctionDeclaration(*filenameWithExt_));
-  return {program, function};
+}  // namespace
+
+ProgTree parseText(const ParserSetting& setting, std::string_view text, const std::string& path) {
+  const Name file = path.empty() ? Name() : Name::intern(path);
+  return rootOf<KeloParser::ProgContext>(decodedAndParsed(text, StartRule::prog, {file}, setting.show));
+}
+
+ExprOnlyTree parseExpression(const ParserSetting& setting, std::string_view text, const Origin& origin) {
+  return rootOf<KeloParser::ExprOnlyContext>(decodedAndParsed(text, StartRule::exprOnly, origin, setting.show));
+}
+
+ProgTree parseFile(const ParserSetting& setting, const std::string& path) {
+  const auto known = setting.buffer.find(path);
+  if (known != setting.buffer.end()) return known->second;
+  return setting.buffer[path] = readAndParsed(setting, path);
 }
 
 bool isIncomplete(std::string_view text) {
   std::optional<std::u32string> codePoints = decodeUtf8(text);
   if (!codePoints) return false;
   EndListener listener;
-  const auto parse = std::make_shared<ParsedText>(std::move(*codePoints), ParsedText::Origin{});
+  const auto parse = std::make_shared<ParsedText>(std::move(*codePoints), Origin{});
   return parse->parse(StartRule::prog, listener) == Outcome::syntaxError && listener.failedAtEnd;
 }
 

@@ -1,3 +1,6 @@
+// Two walks over the tokens: the first finds which brackets belong together, the second puts the
+// commas. Both know tokens only, so a text that does not parse goes through them as well. Tested by
+// tests/frontend/matrix_separators_test.cpp.
 #include "frontend/matrix_separators.h"
 
 #include <cstdint>
@@ -11,8 +14,8 @@ using Tokens = std::vector<ScannedToken>;
 
 enum class Bracket : uint8_t { none, open, close };
 
-// For each token, whether it is one half of a matched pair of brackets. Square brackets match among themselves over the
-// whole text, round ones inside the tightest pair of square ones.
+// For each token, whether it is one half of a matched pair of brackets. Square brackets match among
+// themselves over the whole text, round ones inside the tightest pair of square ones.
 class MatchedBrackets {
  public:
   explicit MatchedBrackets(const Tokens& tokens) : halves_(tokens.size(), Bracket::none) {
@@ -25,7 +28,7 @@ class MatchedBrackets {
  private:
   void match(const Tokens& tokens, size_t openType, size_t closeType) {
     std::vector<size_t> open;
-    std::vector<size_t> bases{0};  // where the round brackets of the square pair in hand begin in `open`
+    std::vector<size_t> bases{0};  // in `open`, where the round brackets of each square pair begin
     for (size_t i = 0; i < tokens.size(); ++i) {
       const size_t type = tokens[i].type;
       if (type == openType) {
@@ -53,7 +56,8 @@ bool startsElementAnyway(size_t typeBefore) {
          typeBefore == KeloLexer::COMMA;
 }
 
-// A sign with a blank before it, none behind it, and something before the blank that it could be subtracted from.
+// A sign with a blank before it, none behind it, and something before the blank that it could be
+// subtracted from.
 bool signAfterBlank(const Tokens& tokens, size_t i) {
   return isSign(tokens[i].type) && i >= 2 && i + 1 < tokens.size() && tokens[i - 1].isHidden() &&
          !tokens[i + 1].isHidden() && !startsElementAnyway(tokens[i - 2].type);

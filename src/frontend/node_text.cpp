@@ -1,3 +1,5 @@
+// A node knows its first and its last token, a token its text, and a text its parse; all questions
+// are answered along this path. Tested by tests/frontend/parse_test.cpp and matlab_parser_test.cpp.
 #include "frontend/node_text.h"
 
 #include "frontend/parsed_text.h"
@@ -24,13 +26,6 @@ TextPosition positionOf(const KeloNode& node) { return positionOf(*node.start); 
 std::string sourceText(const KeloNode& node) {
   if (node.stop == nullptr) return {};
   return sourceOf(*node.start).slice(node.start->getStartIndex(), node.stop->getStopIndex());
-}
-
-bool startsBehindBlank(const KeloNode& node) {
-  const size_t first = node.start->getStartIndex();
-  if (first == 0) return false;
-  const char32_t before = sourceOf(*node.start).text()[first - 1];
-  return before == U' ' || before == U'\t';
 }
 
 }  // namespace kelo

@@ -26,7 +26,4 @@ TextPosition positionOf(const antlr4::Token& token);
 /// The text of a node as the user typed it, with blanks and comments between its tokens.
 std::string sourceText(const KeloNode& node);
 
-/// Whether the user left a blank right before a node.
-bool startsBehindBlank(const KeloNode& node);
-
 }  // namespace kelo

@@ -1,3 +1,13 @@
+// The stages of a parse. Nearly every text passes the first one; the others exist to say exactly
+// where a text is wrong.
+//
+// 1. fast      predictions by hand, the runtime in its simpler mode (SLL), silent
+// 2. careful   the same up to some lines before the failure, from there on the runtime in its
+//              complete mode (LL), silent; a text that only the simpler mode refused passes here
+// 3. exact     as stage 2, and around the failure StrictPrediction; tells the listener of the first
+//              wrong token
+//
+// Tested by tests/frontend/parse_test.cpp and matlab_parser_test.cpp.
 #include "frontend/parsed_text.h"
 
 #include "frontend/bail_strategy.h"
@@ -15,11 +25,12 @@ std::vector<ScannedToken> separatedTokens(const std::u32string& text, const Pars
   return tokens;
 }
 
-// How far before the token that a stage stopped at the cause may lie.
+// How far before the place where a stage stopped the cause may lie, in lines and in tokens.
 constexpr size_t kCarefulLines = 4;
 constexpr size_t kCarefulTokens = 2000;
 constexpr size_t kExactTokens = 200;
 
+// Keeps the token that a parse complained of.
 class PlaceOfFailure final : public antlr4::BaseErrorListener {
  public:
   void syntaxError(antlr4::Recognizer*, antlr4::Token* token, size_t, size_t, const std::string&,
@@ -29,6 +40,12 @@ class PlaceOfFailure final : public antlr4::BaseErrorListener {
   antlr4::Token* token = nullptr;
 };
 
+// All parsers have the same decisions.
+const std::vector<Decision>& decisionsOf(const KeloParser& parser) {
+  static const std::vector<Decision> decisions = kelo::decisionsOf(parser.getATN());
+  return decisions;
+}
+
 }  // namespace
 
 using antlr4::atn::PredictionMode;
@@ -37,8 +54,8 @@ using antlr4::atn::PredictionMode;
 ParsedText::ParsedText(std::u32string text, Origin origin)
     : source_(std::move(text) + U'\n', this),
       tokens_(source_, separatedTokens(source_.text(), origin)),
-      prediction_(tokens_),
       parser_(&tokens_),
+      prediction_(tokens_, decisionsOf(parser_)),
       strict_(new StrictPrediction(&parser_, *parser_.runtime())) {
   parser_.prediction = &prediction_;
   parser_.relativePath = origin.relativePath;
@@ -60,10 +77,10 @@ ParsedText::Outcome ParsedText::parse(StartRule rule, antlr4::ANTLRErrorListener
   return root_ == nullptr ? Outcome::syntaxError : Outcome::parsed;
 }
 
-// What was parsed up to the lines around the failure was parsed rightly and is parsed again in the same way. Where this
-// stage fails too, it is run once more and told to the listener, exact around the place where it stopped: the position
-// that the parser had reached, from which the token that it complains of may lie far ahead. Where that takes too long,
-// the token has to do.
+// Stages 2 and 3. The text up to some lines before the failure was parsed rightly, so the fast
+// predictions serve there again. The place of a failure is the position that the parser had
+// reached; the token that it complained of may lie far ahead of it. Where stage 3 takes too long,
+// that token has to do.
 KeloNode* ParsedText::runCarefulStage(StartRule rule, antlr4::ANTLRErrorListener& listener) {
   prediction_.setLimit(tokens_.startOfLines(tokens_.position(), kCarefulLines, kCarefulTokens));
   PlaceOfFailure place;

@@ -1,9 +1,10 @@
-// One text and everything that its parse tree needs to live: the code points, the tokens and the recognisers, which own
-// the nodes. It neither copies nor moves; a tree is handed out as a shared pointer that holds the whole of it, so that
-// handles and local functions keep the trees that they need.
+// One text and everything that its parse tree needs to live: the code points, the tokens and the
+// recognisers, which own the nodes. It neither copies nor moves; a tree is handed out as a shared
+// pointer that holds the whole of it, so that handles and local functions keep the trees that they
+// need.
 //
-// Invariant: a node of a tree is valid as long as some shared pointer to its ParsedText, or to any node of it that was
-// made by treeOf, is held.
+// Invariant: a node of a tree is valid as long as some shared pointer to its ParsedText, or to its
+// tree, is held.
 #pragma once
 
 #include <memory>
@@ -40,8 +41,8 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
   ParsedText(const ParsedText&) = delete;
   ParsedText& operator=(const ParsedText&) = delete;
 
-  /// Parses in two stages: one that is fast and silent, and where that fails one that is careful and tells the listener
-  /// of the first token with which the text stops being the beginning of a valid one.
+  /// Parses fast and silently first. Where that fails, parses again with care and tells the
+  /// listener of the first token with which the text stops being the beginning of a valid one.
   Outcome parse(StartRule rule, antlr4::ANTLRErrorListener& listener);
 
   KeloNode* root() const { return root_; }  ///< null before a parse that succeeds
@@ -56,8 +57,8 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
 
   SourceText source_;
   TokenList tokens_;
-  FastPrediction prediction_;
   KeloParser parser_;
+  FastPrediction prediction_;
   StrictPrediction* strict_;
   KeloNode* root_ = nullptr;
   const antlr4::Token* stoppedAt_ = nullptr;

@@ -1,33 +1,20 @@
-// The files that were parsed in one run, so that a function called in a loop is parsed once. It belongs to whoever runs
-// programs and is passed by reference; each parse of a console command empties it.
+// The files that were parsed in one run, so that a function called in a loop is parsed once.
+// Whoever starts a run empties it, so that each run reads the files as they are by then.
 #pragma once
 
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
+
+#include "KeloParser.h"
 
 namespace kelo {
 
-class MatlabParser;
+/// A node and, with it, the whole parse that it belongs to.
+template <class Context>
+using Tree = std::shared_ptr<Context>;
 
-struct ParserBufferItem {
-  std::string dirRelPath;
-  std::string fileNameWithExt;
-  std::shared_ptr<MatlabParser> parser;
-};
-
-class ParserBuffer {
- public:
-  /// Takes the place of an item for the same file.
-  void add(ParserBufferItem item);
-  /// The item for a file, or null. The pointer is good until the buffer changes.
-  const ParserBufferItem* find(const std::string& dirRelPath, const std::string& fileNameWithExt) const;
-  void clear() { items_.clear(); }
-  size_t size() const { return items_.size(); }
-
- private:
-  std::map<std::pair<std::string, std::string>, ParserBufferItem> items_;
-};
+/// From the path of a file, relative to the work directory, to its tree.
+using ParserBuffer = std::map<std::string, Tree<KeloParser::ProgContext>>;
 
 }  // namespace kelo

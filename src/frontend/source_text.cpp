@@ -1,3 +1,5 @@
+// UTF-8 to code points and back, and the stream of code points that the runtime's tokens refer to.
+// Tested by tests/frontend/matlab_parser_test.cpp.
 #include "frontend/source_text.h"
 
 #include <utf8proc.h>

@@ -11,7 +11,8 @@ namespace kelo {
 
 class ParsedText;
 
-/// The code points of UTF-8 text without its byte order mark, or nothing when the bytes are no valid UTF-8.
+/// The code points of UTF-8 text without its byte order mark, or nothing when the bytes are no
+/// valid UTF-8.
 std::optional<std::u32string> decodeUtf8(std::string_view bytes);
 
 /// The other way; REQUIRES: code points that decodeUtf8 gave.

@@ -1,3 +1,6 @@
+// Two changes to the runtime's simulation: with the rules that are really open from the first token
+// on, and with limits to the work, since that way of looking ahead can take time without end.
+// Tested by tests/frontend/parse_test.cpp.
 #include "frontend/strict_prediction.h"
 
 #include "grammar/kelo_parser_base.h"

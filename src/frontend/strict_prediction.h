@@ -1,8 +1,9 @@
 // The runtime's prediction, made exact about where a text goes wrong.
 //
-// The runtime looks ahead as if a rule could be followed by all that follows it anywhere, and where no alternative goes
-// on it may pick one that ended early. Both are right for valid text. For other text the parser then stops some tokens
-// before or behind the first one that fits nowhere, and that one is what the user is told.
+// The runtime looks ahead as if a rule could be followed by all that follows it anywhere, and where
+// no alternative goes on it may pick one that ended early. Both are right for valid text. For other
+// text the parser then stops some tokens before or behind the first one that fits nowhere, and that
+// one is what the message is to name.
 #pragma once
 
 #include <memory>
@@ -19,7 +20,8 @@ class StrictPrediction final : public antlr4::atn::ParserATNSimulator {
   StrictPrediction(antlr4::Parser* parser, antlr4::atn::ParserATNSimulator& runtime)
       : ParserATNSimulator(parser, runtime.atn, runtime.decisionToDFA, runtime.getSharedContextCache()) {}
 
-  /// The first token from which on it looks ahead with the rules that are really open. Costs some 100 us a token.
+  /// The first token from which on it looks ahead with the rules that are really open. Costs some
+  /// 100 us a token.
   void setExactFrom(size_t tokenIndex) { exactFrom_ = tokenIndex; }
 
   size_t adaptivePredict(antlr4::TokenStream* input, size_t decision,
@@ -36,8 +38,8 @@ class StrictPrediction final : public antlr4::atn::ParserATNSimulator {
   }
 
  private:
-  // Looking ahead through deep nesting takes time that grows with a power of the depth. These limits, some 2 s of it
-  // for one text, are far from what a user writes.
+  // Looking ahead through deep nesting takes time that grows with a power of the depth. These
+  // limits, some 2 s of it for one text, are far from what a user writes.
   static constexpr size_t kMaxWork = 3'000'000;
   static constexpr int kMaxDepth = 400;
 

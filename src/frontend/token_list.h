@@ -1,7 +1,8 @@
-// The tokens of one text as the parser reads them: all at hand from the start, without the hidden ones.
+// The tokens of one text as the parser reads them: all at hand from the start, without the hidden
+// ones.
 //
-// OPTIMIZATION: the runtime's own stream keeps each token in a block of its own and looks for the next visible one at
-// each step.
+// OPTIMIZATION: the runtime's own stream keeps each token in a block of its own and looks for the
+// next visible one at each step.
 #pragma once
 
 #include <string>
@@ -28,7 +29,8 @@ class TokenList final : public antlr4::TokenStream {
   size_t size() override { return tokens_.size(); }
   antlr4::Token* get(size_t index) const override { return &tokens_.at(index); }
 
-  /// For looking ahead at no cost. Positions behind the last token count as the last, the end of the file.
+  /// For looking ahead at no cost. Positions behind the last token count as the last, the end of
+  /// the file.
   size_t position() const { return position_; }
   size_t typeAt(size_t index) const { return types_[std::min(index, types_.size() - 1)]; }
   static constexpr size_t kEndOfFile = 0;  ///< what typeAt gives for the last token
@@ -36,10 +38,11 @@ class TokenList final : public antlr4::TokenStream {
   size_t partnerOf(size_t open) const { return partners_[open]; }
   /// Whether the innermost bracket that is open at a position is a square one.
   bool isInSquare(size_t index) const { return inSquare_[index]; }
-  /// The first token of the line that lies so many lines before a token, but at most so many tokens before it.
+  /// The first token of the line that lies so many lines before a token, but at most so many tokens
+  /// before it.
   size_t startOfLines(size_t index, size_t lines, size_t atMost) const;
 
-  antlr4::TokenSource* getTokenSource() const override { return nullptr; }  // nothing comes after these tokens
+  antlr4::TokenSource* getTokenSource() const override { return nullptr; }  // no more tokens come
   std::string getSourceName() const override { return source_.getSourceName(); }
   std::string getText() override { return source_.toString(); }
   std::string getText(const antlr4::misc::Interval& interval) override;

@@ -1,10 +1,15 @@
-// The language in one combined grammar. Rule names, labels, the order of the alternatives and the order of the tokens
-// are a contract: the evaluator has one visit per label, the order of the alternatives of `expr` is its precedence and
-// the order of the tokens breaks ties between matches of equal length.
+// The language in one combined grammar. Rule names, labels, the order of the alternatives and the
+// order of the tokens are a contract: the evaluator has one visit per label, the order of the
+// alternatives of `expr` is its precedence and the order of the tokens breaks ties between matches of
+// equal length.
 //
-// What the rules cannot say stands in C++: KeloParserBase gives each node its file and its depth and answers the
-// predicate of the ranges, LexerPredicates answers the three predicates of the lexer.
+// What the rules cannot say stands in C++: KeloParserBase gives each node its file and its depth and
+// answers the predicate of the ranges, LexerPredicates answers the three predicates of the lexer. The
+// names of the built-in functions stand in builtin_names.txt, from which the build makes the grammar
+// that is imported here.
 grammar Kelo;
+
+import BuiltInNames;  // the fragment BUILT_IN_NAME
 
 options {
   superClass = KeloParserBase;
@@ -37,13 +42,12 @@ exprOnly
   ;
 
 stat_list
-locals [bool allowsBreakContinue = false]
   : stat+
   ;
 
-// NOTE: intended: the "end" of a block must be followed by a line end, and a statement needs a separator of its own.
+// NOTE: intended: the "end" of a block must be followed by a line end, and a statement needs a
+// separator of its own.
 stat
-locals [bool needsShowOutput = true]
   : FOR id_names EQ expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+  # ForLoop
   | WHILE expr (COMMA | SEMICOLON | NEWLINE)+ stat_list? GP_TERM NEWLINE+            # WhileLoop
   | BREAK stat_separator+                                                            # Break
@@ -129,18 +133,17 @@ function_declare
 
 // The third alternative exists to be refused when it is evaluated.
 built_in_fun
-locals [OptionalCount lhsVariableCount]
   : BUILT_IN_FUNC LPAR ((expr COMMA)* expr)? RPAR
   | BUILT_IN_FUNC
   | BUILT_IN_FUNC ID+
   ;
 
-// Expressions. The predicate of the ranges keeps the middle of "a:b:c" from being read as a range of its own.
+// Expressions. The predicate of the ranges keeps the middle of "a:b:c" from being read as a range of
+// its own.
 //
 // NOTE: intended: prefix operators bind tighter than power, so "-2^2" is "(-2)^2".
 
 expr
-locals [OptionalCount lhsVariableCount]
   : INT                                                                              # Int
   | DOUBLE                                                                           # Double
   | CHAR                                                                             # Char
@@ -228,8 +231,8 @@ I
   | '.'? DIGITS EXPONENT? [i-j]
   ;
 
-// OPTIMIZATION: the predicate asks about what stands before the quote, but comes behind it: at the left edge it would
-// keep the lexer from remembering its start state.
+// OPTIMIZATION: the predicate asks about what stands before the quote, but comes behind it: at the
+// left edge it would keep the lexer from remembering its start state.
 CHAR : '\'' {predicates.quoteOpensText(_input)}? ('\'\'' | ~[\n\r'])* '\'';
 
 COMMENT : '%' ~[\n]* -> skip;
@@ -237,34 +240,7 @@ WS : [\t ]+ -> channel(1);
 TPD : '.\'';
 TP : '\'';
 
-BUILT_IN_FUNC
-  : 'Inf' | 'NaN' | 'Nan' | 'abs' | 'acos' | 'acosd' | 'acosh' | 'acot' | 'acotd' | 'acoth' | 'acsc' | 'acscd'
-    | 'acsch' | 'all' | 'and' | 'angle' | 'any' | 'asec' | 'asecd' | 'asech' | 'asin' | 'asind' | 'asinh' | 'atan'
-    | 'atand' | 'atanh' | 'bandwidth' | 'blanks' | 'ceil' | 'char' | 'clc' | 'clear' | 'clock' | 'compan'
-    | 'complex' | 'conj' | 'conv' | 'corrcoef' | 'cos' | 'cosd' | 'cosh' | 'cot' | 'cotd' | 'coth' | 'cov'
-    | 'cplxpair' | 'cross' | 'csc' | 'cscd' | 'csch' | 'csvread' | 'csvwrite' | 'ctranspose' | 'cummax' | 'cummin'
-    | 'cumprod' | 'cumsum' | 'date' | 'deconv' | 'deg2rad' | 'degtorad' | 'det' | 'diag' | 'diff' | 'disp' | 'dot'
-    | 'double' | 'eig' | 'eps' | 'eq' | 'erf' | 'erfc' | 'erfcinv' | 'erfinv' | 'error' | 'exp' | 'expcdf'
-    | 'expinv' | 'exppdf' | 'exprnd' | 'eye' | 'factorial' | 'false' | 'fibonacci' | 'filter' | 'find' | 'fix'
-    | 'flip' | 'flipdim' | 'fliplr' | 'flipud' | 'floor' | 'ge' | 'gradient' | 'grid' | 'gt' | 'hold' | 'imag'
-    | 'ind2sub' | 'inf' | 'input' | 'int2str' | 'inv' | 'ipermute' | 'isbanded' | 'ischar' | 'iscolumn' | 'isdiag'
-    | 'isempty' | 'isfield' | 'ishermitian' | 'isinf' | 'isletter' | 'islogical' | 'ismatrix' | 'isnan'
-    | 'isnumeric' | 'isreal' | 'isrow' | 'isscalar' | 'isspace' | 'isstruct' | 'issymmetric' | 'istril' | 'istriu'
-    | 'isvector' | 'ldivide' | 'le' | 'legend' | 'length' | 'linsolve' | 'linspace' | 'log' | 'log10' | 'log2'
-    | 'logical' | 'lower' | 'lt' | 'lu' | 'max' | 'mean' | 'median' | 'meshgrid' | 'min' | 'mldivide' | 'mod'
-    | 'mode' | 'mpower' | 'mrdivide' | 'mtimes' | 'nan' | 'nargin' | 'nargout' | 'ndgrid' | 'ndims' | 'ne'
-    | 'newline' | 'norm' | 'normcdf' | 'norminv' | 'normpdf' | 'normrnd' | 'not' | 'num2str' | 'numel' | 'ones'
-    | 'or' | 'pause' | 'permute' | 'pi' | 'pinv' | 'plot' | 'poisscdf' | 'poissinv' | 'poisspdf' | 'poissrnd'
-    | 'poly' | 'polyder' | 'polyfit' | 'polyint' | 'polyval' | 'power' | 'prctile' | 'prod' | 'qr' | 'quantile'
-    | 'rad2deg' | 'radtodeg' | 'rand' | 'randi' | 'randn' | 'randperm' | 'rank' | 'rcond' | 'rdivide' | 'real'
-    | 'reallog' | 'realpow' | 'realsqrt' | 'rem' | 'repmat' | 'reshape' | 'rmfield' | 'rms' | 'rng' | 'roots'
-    | 'rot90' | 'round' | 'rref' | 'scatter' | 'sec' | 'secd' | 'sech' | 'shiftdim' | 'sign' | 'sin' | 'sind'
-    | 'sinh' | 'size' | 'sort' | 'sqrt' | 'stairs' | 'std' | 'stem' | 'strcat' | 'strcmp' | 'strcmpi' | 'strncmp'
-    | 'strncmpi' | 'struct' | 'sub2ind' | 'sum' | 'surf' | 'svd' | 'tan' | 'tand' | 'tanh' | 'tic' | 'times'
-    | 'title' | 'toc' | 'trace' | 'transpose' | 'tril' | 'triu' | 'true' | 'upper' | 'var' | 'who' | 'xlabel'
-    | 'xlim' | 'xor' | 'xticks' | 'ylabel' | 'ylim' | 'yticks' | 'zeros' | 'zlabel' | 'zlim' | 'zticks'
-  ;
-
+BUILT_IN_FUNC : BUILT_IN_NAME;
 FUNC : 'function';
 ID : [a-zA-Z_] [a-zA-Z_0-9]*;
 UNKNOWN : .;

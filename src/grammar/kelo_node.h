@@ -1,11 +1,11 @@
-// The base of all nodes of the parse tree: the runtime's rule context with the few things that every node knows.
+// The base of all nodes of the parse tree: the runtime's rule context with the few things that
+// every node knows.
 //
-// A node belongs to the parse that made it and lives as long as that does (see ParsedText in the front end); it never
-// moves, so plain pointers to nodes are good for as long as the parse is held.
+// A node belongs to the parse that made it and lives as long as that does (see ParsedText in the
+// front end); it never moves, so plain pointers to nodes are good for as long as the parse is held.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 #include "antlr4-runtime.h"
 #include "grammar/node_cache.h"
@@ -13,16 +13,14 @@
 
 namespace kelo {
 
-/// Number of variables on the left of the assignment whose right side a node is; empty when there is none.
-using OptionalCount = std::optional<int64_t>;
-
 class KeloNode : public antlr4::ParserRuleContext {
  public:
   KeloNode() = default;
   KeloNode(antlr4::ParserRuleContext* parent, size_t invokingState)
       : antlr4::ParserRuleContext(parent, invokingState) {}
 
-  /// Called when a rule has found out which of its labelled alternatives it is, and a node of that class takes over.
+  /// Called when a rule has found out which of its labelled alternatives it is, and a node of that
+  /// class takes over.
   using antlr4::ParserRuleContext::copyFrom;
   void copyFrom(antlr4::ParserRuleContext* other) override {
     antlr4::ParserRuleContext::copyFrom(other);
@@ -31,7 +29,7 @@ class KeloNode : public antlr4::ParserRuleContext {
     depth = node->depth;
   }
 
-  Name relativePath;   ///< the file, relative to the work directory; the empty name for text of the console
+  Name relativePath;   ///< the file, from the work directory; the empty name for the console
   int32_t depth = 0;   ///< rules that enclosed this one when it was parsed
   NodeCache cache;
 };

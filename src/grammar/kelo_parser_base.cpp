@@ -4,7 +4,8 @@
 
 namespace kelo {
 
-// A node's parent is the rule that called it, so the depth of the parse is known without counting down on the way out.
+// A node's parent is the rule that called it, so the depth of the parse is known without counting
+// down on the way out.
 void KeloParserBase::enter(antlr4::ParserRuleContext* node) {
   auto* entered = static_cast<KeloNode*>(node);
   const auto* parent = static_cast<const KeloNode*>(node->parent);
@@ -29,8 +30,9 @@ void KeloParserBase::pushNewRecursionContext(antlr4::ParserRuleContext* node, si
   antlr4::Parser::pushNewRecursionContext(node, state, ruleIndex);
 }
 
-// Only the middle of a range is parsed at precedence 0 below a range. The node in hand is the expression so far; its
-// parent is the range, which has its left operand and its first colon by then.
+// Only the middle of a range is parsed at precedence 0 below a range. The node in hand is the
+// expression so far; its parent is the range, which has its left operand and its first colon by
+// then.
 bool KeloParserBase::mayStartRange() const {
   if (getPrecedence() != 0 || _ctx == nullptr) return true;
   return dynamic_cast<const KeloParser::Matrix_colonContext*>(_ctx->parent) == nullptr;

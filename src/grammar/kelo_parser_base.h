@@ -1,5 +1,5 @@
-// The part of the parser that is written by hand: what each node gets on entry, the limit of nesting, and the predicate
-// of the ranges. The generated KeloParser derives from it.
+// The part of the parser that is written by hand: what each node gets on entry, the limit of
+// nesting, and the predicate of the ranges. The generated KeloParser derives from it.
 #pragma once
 
 #include "antlr4-runtime.h"
@@ -8,7 +8,8 @@
 
 namespace kelo {
 
-/// Thrown by a parse whose rules are nested more deeply than the stack is sure to hold, at the token reached.
+/// Thrown by a parse whose rules are nested more deeply than the stack is sure to hold, at the
+/// token reached.
 struct NestingTooDeep {
   antlr4::Token* token;
 };
@@ -19,13 +20,15 @@ class KeloParserBase;
 class Prediction {
  public:
   virtual ~Prediction() = default;
-  /// The alternative, from 1, that a decision of the generated parser takes, or 0 to leave the answer to the runtime.
+  /// The alternative, from 1, that a decision of the generated parser takes, or 0 to leave the
+  /// answer to the runtime.
   virtual size_t alternative(size_t decision, const KeloParserBase& parser) = 0;
 };
 
 class KeloParserBase : public antlr4::Parser {
  public:
-  /// Rules that may enclose one another. A rule takes up to 700 bytes of stack, of which the thread must have 8 MiB.
+  /// Rules that may enclose one another. A rule takes up to 700 bytes of stack, of which the thread
+  /// must have 8 MiB.
   static constexpr int32_t kMaxDepth = 6000;
 
   explicit KeloParserBase(antlr4::TokenStream* input) : antlr4::Parser(input) {}
@@ -40,7 +43,8 @@ class KeloParserBase : public antlr4::Parser {
   void enterRecursionRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex, int precedence) override;
   void pushNewRecursionContext(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex) override;
 
-  /// The generated code asks its interpreter for alternatives. It finds this one before the runtime's.
+  /// The generated code asks its interpreter for alternatives. It finds this one before the
+  /// runtime's.
   template <class Interpreter>
   KeloParserBase* getInterpreter() {
     return this;
@@ -55,7 +59,8 @@ class KeloParserBase : public antlr4::Parser {
     return static_cast<antlr4::atn::ParserATNSimulator*>(_interpreter);
   }
 
-  /// Whether a range may start behind the expression just parsed: not directly inside the middle of "a:b:c".
+  /// Whether a range may start behind the expression just parsed: not directly inside the middle of
+  /// "a:b:c".
   bool mayStartRange() const;
   /// Whether the expression just parsed is the body of a handle, so far.
   bool isInHandleBody() const;

@@ -1,5 +1,6 @@
-// The three questions that the token rules ask about the text around the point that was reached. Characters are code
-// points; the end of the text is kEndOfText, and counts as the other case of each question.
+// The three questions that the token rules ask about the text around the point that was reached.
+// Characters are code points; the end of the text is kEndOfText, and counts as the other case of
+// each question.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +14,8 @@ namespace kelo {
 
 inline constexpr size_t kEndOfText = SIZE_MAX;
 
-/// Whether the point of "1." belongs to the number, and not to an operator such as "./". `next` stands behind it.
+/// Whether the point of "1." belongs to the number, and not to an operator such as "./". `next`
+/// stands behind it.
 bool pointIsDecimal(size_t next);
 
 /// Whether a quote opens a text; otherwise it is a transpose. `before` stands before the quote.
@@ -26,7 +28,8 @@ bool isEndOfLine(size_t c);
 
 /// Tells the "end" of a block, which has no ")" further on its line, from the "end" of an index.
 ///
-/// NOTE: intended: neither "(" nor brackets are looked at, and a ")" in a comment or a string counts.
+/// NOTE: intended: neither "(" nor brackets are looked at, and a ")" in a comment or a string
+/// counts.
 class BlockEnds {
  public:
   /// here        position right behind "end"; asked for in rising order
@@ -45,8 +48,8 @@ class BlockEnds {
   }
 
  private:
-  // From scanBegin_ on, the first ")" or line end stands at scanEnd_. This spares a long line with many "end" from
-  // being read anew for each.
+  // From scanBegin_ on, the first ")" or line end stands at scanEnd_. This spares a long line with
+  // many "end" from being read anew for each.
   size_t scanBegin_ = 1;
   size_t scanEnd_ = 0;
   bool foundNone_ = false;

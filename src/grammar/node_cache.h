@@ -1,8 +1,8 @@
-// What the evaluator finds once per node and keeps with it: the kind of the node, its operator, name, literal and
-// operands.
+// What the evaluator finds once per node and keeps with it: the kind of the node, its operator,
+// name, literal and operands.
 //
-// Nodes are made by the parser without any of this; the first visit fills it in (see resolve.h in the interpreter).
-// Later visits neither ask for the class of a node nor read the text of a token.
+// Nodes are made by the parser without any of this; the first visit fills it in (see resolve.h in
+// the interpreter). Later visits neither ask for the class of a node nor read the text of a token.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,8 @@ namespace kelo {
 
 class KeloNode;
 
-/// What a node is to the evaluator. `unresolved`: not visited yet; `none`: nothing that can be evaluated.
+/// What a node is to the evaluator. `unresolved`: not visited yet; `none`: nothing that can be
+/// evaluated.
 enum class NodeKind : uint8_t {
   unresolved, none,
   number, imaginary, charText, emptyMat, parenthesis,

@@ -11,21 +11,36 @@
 namespace kelo {
 namespace {
 
-using Words = std::unordered_map<std::string_view, uint32_t>;
-
-constexpr size_t kLongestWord = 16;  // no reserved word is longer
-
 bool isDigit(size_t c) { return c >= '0' && c <= '9'; }
 bool isBlank(size_t c) { return c == ' ' || c == '\t'; }
 bool startsWord(size_t c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
+struct Keyword {
+  std::string_view text;
+  uint32_t type;
+};
+constexpr Keyword kKeywords[] = {
+    {"else", KeloLexer::ELSE},         {"elseif", KeloLexer::ELSEIF},       {"switch", KeloLexer::SWITCH},
+    {"case", KeloLexer::CASE},         {"otherwise", KeloLexer::OTHERWISE}, {"if", KeloLexer::IF},
+    {"for", KeloLexer::FOR},           {"while", KeloLexer::WHILE},         {"end", KeloLexer::END},
+    {"break", KeloLexer::BREAK},       {"continue", KeloLexer::CONTINUE},   {"return", KeloLexer::RETURN},
+    {"function", KeloLexer::FUNC},
+};
+
+constexpr size_t lengthOfLongestWord() {
+  size_t longest = 0;
+  for (const Keyword& keyword : kKeywords) longest = std::max(longest, keyword.text.size());
+  for (const std::string_view name : kBuiltinNames) longest = std::max(longest, name.size());
+  return longest;
+}
+constexpr size_t kLongestWord = lengthOfLongestWord();
+
+using Words = std::unordered_map<std::string_view, uint32_t>;
+
 Words makeReservedWords() {
-  Words words{{"else", KeloLexer::ELSE},         {"elseif", KeloLexer::ELSEIF},     {"switch", KeloLexer::SWITCH},
-              {"case", KeloLexer::CASE},         {"otherwise", KeloLexer::OTHERWISE}, {"if", KeloLexer::IF},
-              {"for", KeloLexer::FOR},           {"while", KeloLexer::WHILE},       {"end", KeloLexer::END},
-              {"break", KeloLexer::BREAK},       {"continue", KeloLexer::CONTINUE}, {"return", KeloLexer::RETURN},
-              {"function", KeloLexer::FUNC}};
-  for (const std::string_view name : builtinNames()) words.emplace(name, KeloLexer::BUILT_IN_FUNC);
+  Words words;
+  for (const Keyword& keyword : kKeywords) words.emplace(keyword.text, keyword.type);
+  for (const std::string_view name : kBuiltinNames) words.emplace(name, KeloLexer::BUILT_IN_FUNC);
   return words;
 }
 

@@ -1,8 +1,8 @@
 // Cuts a text into tokens, by the token rules of the grammar but by hand.
 //
-// OPTIMIZATION: the generated lexer walks the same rules as a state machine, at some 400 ns a token, thirty times what
-// this takes, and without remembering anything for characters beyond ASCII. Both give the same tokens for every text; a
-// test compares them on random ones.
+// OPTIMIZATION: the generated lexer walks the same rules as a state machine, at some 400 ns a
+// token, thirty times what this takes, and without remembering anything for characters beyond
+// ASCII. Both give the same tokens for every text; a test compares them on random ones.
 #pragma once
 
 #include <cstddef>
@@ -22,8 +22,8 @@ struct ScannedToken {
   bool isHidden() const;
 };
 
-/// The tokens of a text but the comments, the hidden ones included, with the end of the file behind them. The end
-/// stands behind the last character, or where the text was given up.
+/// The tokens of a text but the comments, the hidden ones included, with the end of the file behind
+/// them. The end stands behind the last character, or where the text was given up.
 ///
 /// text                       fewer than 2^32 code points
 /// atMost                     tokens after which it is given up

@@ -9,7 +9,8 @@ namespace kelo {
 AppController::AppController(const platform::Host& host, ConsoleView& view, const BuiltinTable& builtins)
     : console(view, host.store),
       control(host, console),
-      environment(host, console, control, builtins),
+      figures(host.synchronization),
+      environment(host, console, control, figures, builtins),
       store_(host.store),
       parserQueue_(host.parserQueue),
       mainQueue_(host.mainQueue) {

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "figures/figure_panel.h"
 #include "interpreter/console.h"
 #include "interpreter/environment.h"
 #include "interpreter/run_control.h"
@@ -38,6 +39,7 @@ class AppController {
 
   Console console;
   RunControl control;
+  figures::FigurePanel figures;
   Environment environment;
   std::string panelDir;  ///< the directory that a console command runs in, relative to the work directory
 

@@ -1,10 +1,15 @@
-// What a built-in function is: one row of a table. All that is known of a name stands in its row; dispatch, complaints,
-// completion, colouring and help read it.
+// What a built-in function is: one row of a table, in which all stands that is known of a name.
+// Dispatch, complaints, completion, colouring and help read the row and know nothing else.
 //
-// A family of built-ins is one source (or folder): small static handlers and, at the foot, its table. A handler begins
-// with its argument readers (reader.h), which own the wording of complaints, throws a Problem for what it refuses, and
-// returns its value or `call.outputs({...})`. Counting of arguments, catching and placing of errors happen once, in
-// dispatch.cpp.
+// A family of built-ins is one source (or folder): small static handlers and, at the foot, the
+// table. A handler is called with a Call: the row, the arguments, what is asked for. It
+//
+//   1. reads its arguments with the readers of reader.h, which own the wording of complaints,
+//   2. throws a Problem for what it refuses,
+//   3. returns its value, or call.outputs({...}) where there may be several.
+//
+// What all handlers would have to do stands once, in dispatch.cpp: the counts of arguments are
+// checked before, and what is thrown is caught, gets the place of the call and is shown.
 #pragma once
 
 #include <algorithm>
@@ -12,6 +17,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "values/node_value.h"
@@ -22,7 +28,28 @@ class Call;
 class Environment;
 class Visitor;
 
-using Handler = NodeValue (*)(Call& call);
+/// What a row calls: a function and, where several names share it, which of them is meant:
+/// {reduction, Reduction::sum}.
+class Handler {
+ public:
+  using Function = NodeValue (*)(Call& call);
+
+  constexpr Handler(Function function) : function_(function) {}
+  template <class Selector>
+    requires std::is_enum_v<Selector>
+  constexpr Handler(Function function, Selector which) : function_(function), selector_(static_cast<int>(which)) {}
+
+  NodeValue operator()(Call& call) const { return function_(call); }
+  /// REQUIRES: the enumeration that the row gives
+  template <class Selector>
+  Selector selector() const {
+    return static_cast<Selector>(selector_);
+  }
+
+ private:
+  Function function_;
+  int selector_ = 0;
+};
 
 /// Fewest and most arguments. kAny: no upper bound.
 struct Arity {
@@ -31,25 +58,26 @@ struct Arity {
 };
 inline constexpr int kAny = 1 << 30;
 
-/// A family's own sentences for a wrong count; "{0}" stands for the function's name, "{1}" for the count given. Null:
-/// the standard sentences of complaints.h. An own sentence for outputs is also said of one output where there is none.
-struct CountTexts {
+/// A function's own sentences, where it does not use the standard ones.
+struct OwnTexts {
+  /// Wrong counts; "{0}" stands for the function's name, "{1}" for the count given. That for
+  /// outputs is also said of one output where there is none.
   const char* inputs = nullptr;
   const char* outputs = nullptr;
+  const char* verb = nullptr;     ///< the last-resort text is "Unexpected error occurred while VERB"
+  const char* failure = nullptr;  ///< the last-resort text as a whole
 };
 
+/// One row.
 struct Builtin {
   const char* name;
-  Handler handler;        ///< null: the name is known but not supported yet
-  int selector;           ///< which of a family's functions, for handlers that serve several names
+  Handler handler;
   Arity inputs;
   int outputs;            ///< at most; 0: the function gives no value
   const char* arguments;  ///< names of the arguments, as the help shows them: "A, dim"
   const char* help;       ///< one line, without a full stop: "Round towards plus infinity"
   const char* example;    ///< a command to try
-  const CountTexts* countTexts = nullptr;
-  const char* verb = nullptr;     ///< the last-resort text is "Unexpected error occurred while VERB"
-  const char* failure = nullptr;  ///< the last-resort text as a whole, of a function with one of its own
+  OwnTexts own = {};      ///< named in the row: {.inputs = text::kNoInput}
 };
 
 /// Where a call stands in its text; copied into the messages that it gives.
@@ -76,14 +104,22 @@ class Call {
   Visitor* visitor;  ///< the evaluator of the run; null when there is none
 
   int count() const { return static_cast<int>(args.size()); }
+  /// Argument k, from 0.
+  Storable& arg(int k) { return args[static_cast<size_t>(k)]; }
+  const Storable& arg(int k) const { return args[static_cast<size_t>(k)]; }
   std::string name() const { return builtin.name; }
-  template <class Selector> Selector selector() const { return static_cast<Selector>(builtin.selector); }
+  /// Which of the names that share the handler was called.
+  template <class Selector>
+  Selector selector() const {
+    return builtin.handler.selector<Selector>();
+  }
   /// How many outputs are worth computing: at least 1.
   int outputCount() const { return std::max(1, lhsVariableCount.value_or(1)); }
   /// Whether the call is a statement by itself, so that nobody asks for its value.
   bool isStatement() const { return lhsVariableCount == 0; }
 
-  /// The result of a call with several outputs: the first alone, or as many of them as were asked for.
+  /// The result of a call with several outputs: the first alone, or as many of them as were asked
+  /// for.
   NodeValue outputs(std::vector<Storable> values) const;
   /// Shows a warning with the place of the call; `expected` is the sentence.
   void warn(const std::string& sentence) const;

@@ -5,13 +5,12 @@
 
 namespace kelo {
 
-BuiltinTable::BuiltinTable(std::initializer_list<std::span<const Builtin>> families) {
-  for (const auto family : families) {
-    for (const Builtin& row : family) {
+BuiltinTable::BuiltinTable(std::initializer_list<Family> families) : families_(families) {
+  for (const Family& family : families) {
+    for (const Builtin& row : family.rows) {
       const Name name = Name::intern(row.name);
       if (name.id() >= byNameId_.size()) byNameId_.resize(name.id() + 1);
-      const Builtin*& place = byNameId_[name.id()];
-      if (place == nullptr || place->handler == nullptr) place = &row;
+      byNameId_[name.id()] = &row;
     }
   }
 }

@@ -9,18 +9,25 @@
 
 namespace kelo {
 
+/// Functions that belong together, in the order of their table.
+struct Family {
+  const char* title;  ///< as the help shows it: "Linear algebra"
+  std::span<const Builtin> rows;
+};
+
 class BuiltinTable {
  public:
-  /// Joins the tables of the families, in order. A row with a handler takes the place of an earlier row of the same
-  /// name without one.
-  explicit BuiltinTable(std::initializer_list<std::span<const Builtin>> families);
+  /// Joins the families, which share no name.
+  explicit BuiltinTable(std::initializer_list<Family> families);
 
   /// The row of a name; null when the name is no built-in.
   const Builtin* find(Name name) const { return name.id() < byNameId_.size() ? byNameId_[name.id()] : nullptr; }
   /// All rows, sorted by name.
   std::vector<const Builtin*> rows() const;
+  std::span<const Family> families() const { return families_; }
 
  private:
+  std::vector<Family> families_;
   std::vector<const Builtin*> byNameId_;  // null where a name is no built-in
 };
 

@@ -23,6 +23,14 @@ void Console::Output::keep(Display display) {
   items_.erase(items_.begin(), items_.begin() + static_cast<std::ptrdiff_t>(first));
 }
 
+void Console::Output::setParameters(const Display::Parameters& parameters) {
+  numOfLines_ = 0;
+  for (Display& display : items_) {
+    display.setParameters(parameters);
+    numOfLines_ += display.numOfLines();
+  }
+}
+
 void Console::Output::clear() {
   items_.clear();
   numOfLines_ = 0;

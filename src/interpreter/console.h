@@ -57,6 +57,8 @@ struct Console {
     void append(Display display);
     void appendPrompt(Display display);
     void clear();
+    /// Formats the items again. REQUIRES: no run is going on
+    void setParameters(const Display::Parameters& parameters);
     const std::vector<Display>& items() const { return items_; }
     ConsoleView& view() const { return view_; }
 

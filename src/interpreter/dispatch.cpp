@@ -24,7 +24,7 @@ Message messageAt(const CallSite& site) {
 namespace {
 
 void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
-  const CountTexts texts = row.countTexts ? *row.countTexts : CountTexts{};
+  const OwnTexts& texts = row.own;
   const auto ownWords = [&](const char* text, int given) {
     return expectation(fmt::format(fmt::runtime(text), row.name, given));
   };
@@ -39,8 +39,8 @@ void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
 }
 
 std::string lastResort(const Builtin& row) {
-  if (row.failure) return row.failure;
-  return row.verb ? std::string(text::kUnexpectedError) + " while " + row.verb : text::kUnexpectedError;
+  if (row.own.failure) return row.own.failure;
+  return row.own.verb ? std::string(text::kUnexpectedError) + " while " + row.own.verb : text::kUnexpectedError;
 }
 
 }  // namespace
@@ -49,13 +49,9 @@ NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optiona
                       const CallSite& site, Environment& environment, Visitor* visitor) {
   Message message;
   try {
-    if (row.handler != nullptr) {
-      checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-      Call call(row, args, lhsVariableCount, site, environment, visitor);
-      return row.handler(call);
-    }
-    message = messageAt(site);
-    message.functionNotSupportedYet = std::string(row.name) + "()";
+    checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
+    Call call(row, args, lhsVariableCount, site, environment, visitor);
+    return row.handler(call);
   } catch (const Problem& problem) {
     message = messageAt(site);
     message.reason = problem.reason;

@@ -10,9 +10,10 @@ constexpr int kDigits[] = {5, 8, 12, 16};
 }  // namespace
 
 Environment::Environment(const platform::Host& host, Console& console, RunControl& control,
-                         const BuiltinTable& builtins)
+                         figures::FigurePanel& figures, const BuiltinTable& builtins)
     : files(host.files),
       clock(host.clock),
+      figures(figures),
       builtins(builtins),
       store_(host.store),
       console_(console),

@@ -15,6 +15,10 @@
 #include "platform/host.h"
 #include "values/workspace.h"
 
+namespace kelo::figures {
+class FigurePanel;
+}
+
 namespace kelo {
 
 class BuiltinTable;
@@ -29,7 +33,8 @@ class Environment {
   };
 
   /// Reads the stored settings and the state of the random numbers. REQUIRES: what is given outlives this
-  Environment(const platform::Host& host, Console& console, RunControl& control, const BuiltinTable& builtins);
+  Environment(const platform::Host& host, Console& console, RunControl& control, figures::FigurePanel& figures,
+              const BuiltinTable& builtins);
 
   // ---- Showing
 
@@ -64,6 +69,9 @@ class Environment {
   AllowingPause allowPause() const { return control_.allowPause; }
   void setAllowPause(AllowingPause allowing) { control_.allowPause = allowing; }
 
+  /// Runs a block on the main thread and returns when it has ended; what it throws is thrown here.
+  void runOnMain(const platform::Block& block) { control_.runOnMain(block); }
+
   // ---- What programs work on
 
   /// What parsers of this run work with.
@@ -73,6 +81,7 @@ class Environment {
 
   platform::FileSystem& files;
   platform::Clock& clock;
+  figures::FigurePanel& figures;
   const BuiltinTable& builtins;
   Settings settings;
   RandState randState;

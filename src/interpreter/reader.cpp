@@ -6,7 +6,7 @@
 namespace kelo::read {
 namespace {
 
-const Storable& at(const Call& call, int position) { return call.args[static_cast<size_t>(position)]; }
+const Storable& at(const Call& call, int position) { return call.arg(position); }
 
 std::optional<int64_t> wholeNumber(double x) {
   if (!(std::abs(x) < 9223372036854775808.0) || x != std::trunc(x)) return std::nullopt;
@@ -21,12 +21,6 @@ std::string lowered(std::string word) {
 }  // namespace
 
 bool isNumeric(const Storable& value) { return value.isNumeric(); }
-
-bool isName(std::string_view word) {
-  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-  const auto isPart = [&](char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '_'; };
-  return !word.empty() && isLetter(word[0]) && std::all_of(word.begin(), word.end(), isPart);
-}
 
 bool isText(const Storable& value) {
   const NumericArray* array = value.numeric();
@@ -62,7 +56,7 @@ const NumericArray& numeric(const Call& call, int position, const Wording& words
 
 NumericArray takeNumeric(Call& call, int position, const Wording& words) {
   numeric(call, position, words);
-  return std::move(*call.args[static_cast<size_t>(position)].numeric());
+  return std::move(*call.arg(position).numeric());
 }
 
 const NumericArray& nonChar(const Call& call, int position, const Wording& words) {

@@ -39,8 +39,6 @@ std::string text(const Call& call, int position, const Wording& words);
 /// One of the given words, compared without regard to case; gives its index.
 int option(const Call& call, int position, const Wording& words, std::initializer_list<const char*> choices);
 
-/// The rule for names of variables, fields and files: ASCII letters, digits and underscores, a letter first.
-bool isName(std::string_view word);
 bool isText(const Storable& value);     ///< a char array that is a row or empty
 bool isNumeric(const Storable& value);  ///< any numeric array, text included
 /// One whole number without fraction, imaginary part, Inf or NaN; absent for anything else.

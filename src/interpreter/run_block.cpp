@@ -23,8 +23,8 @@ void showError(Environment& environment, std::string reason, std::optional<std::
 }
 
 /// A parse that fails has shown its error; if it has shown nothing, there is one line at least.
-void runText(Environment& environment, MatlabParser& parser, const std::string& text) {
-  const ProgTree tree = parser.parseText(text);
+void runText(Environment& environment, const std::string& text, const std::string& path = "") {
+  const ProgTree tree = parseText(environment.parserSetting(), text, path);
   if (tree) {
     Visitor(environment).runProgram(*tree);
   } else if (environment.messagesShown() == 0) {
@@ -78,6 +78,7 @@ template <class Body>
 RunResult runBlock(Environment& environment, Body body) {
   environment.beginCount();
   environment.workspaces.popToBase();
+  environment.parserBuffer.clear();
   RunResult result;
   MemoryReserve reserve;
   guarded(environment, reserve, result, body);
@@ -93,10 +94,7 @@ RunResult runBlock(Environment& environment, Body body) {
 }  // namespace
 
 RunResult runCommand(Environment& environment, const std::string& text) {
-  return runBlock(environment, [&] {
-    MatlabParser parser(environment.parserSetting());
-    runText(environment, parser, text);
-  });
+  return runBlock(environment, [&] { runText(environment, text); });
 }
 
 RunResult runFile(Environment& environment, const std::string& directory, const std::string& fileName) {
@@ -105,8 +103,7 @@ RunResult runFile(Environment& environment, const std::string& directory, const 
     const std::optional<std::string> text = environment.files.readFile(path);
     if (!text) return showError(environment, text::failedToLoad(fileName), path);
     environment.runInDir = directory;
-    MatlabParser parser(environment.parserSetting(), directory, fileName);
-    runText(environment, parser, *text);
+    runText(environment, *text, path);
   });
 }
 

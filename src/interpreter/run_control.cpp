@@ -3,6 +3,7 @@
 // which sets the state itself, so from that moment on nobody there takes the run for one that waits.
 #include "interpreter/run_control.h"
 
+#include <exception>
 #include <mutex>
 #include <utility>
 
@@ -44,6 +45,22 @@ void RunControl::sleep(Wait wait, std::optional<double> seconds) {
 RunControl::SemaphoreRef RunControl::takeSemaphore() {
   const std::lock_guard<platform::Lock> guard(*lock_);
   return std::exchange(sleep_.semaphore, nullptr);
+}
+
+/// The wait has a semaphore of its own and no limit: nothing but the end of the block ends it.
+void RunControl::runOnMain(const platform::Block& block) {
+  const SemaphoreRef done = synchronization_.makeSemaphore();
+  std::exception_ptr thrown;
+  mainQueue_.async([&block, &thrown, done] {
+    try {
+      block();
+    } catch (...) {
+      thrown = std::current_exception();
+    }
+    done->signal();
+  });
+  done->wait();
+  if (thrown) std::rethrow_exception(thrown);
 }
 
 // ---- The main thread's side

@@ -40,6 +40,9 @@ class RunControl {
   /// Sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is off.
   void pauseFor(std::optional<double> seconds);
 
+  /// Runs a block on the main thread and returns when it has ended; what it throws is thrown here.
+  void runOnMain(const platform::Block& block);
+
   // ---- Thread: main
 
   RunState::Status status() const { return console_.runState.status; }

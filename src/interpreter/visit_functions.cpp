@@ -89,14 +89,22 @@ NodeValue Visitor::visitProg_function(KeloNode& program, std::span<Storable> arg
   return collectOutputs(function.outputs, missing, *function.node);
 }
 
+namespace {
+
+std::string fileOf(Name function, const std::string& directory) {
+  return (directory.empty() ? "" : directory + "/") + function.text() + ".m";
+}
+
+}  // namespace
+
 // The program of a name, null when there is none. A file that cannot be loaded has been reported, and so has one that
 // is missing where parentheses ask for a function.
 KeloNode* Visitor::programOf(Name name, KeloNode& place, CallForm form, bool* failed) {
   const auto found = programs_.find(name.id());
   if (found != programs_.end() && (found->second || form == CallForm::bare)) return found->second;
-  const std::string fileName = name.text() + ".m";
-  const std::string path = app_.runInDir.empty() ? fileName : app_.runInDir + "/" + fileName;
-  if (form == CallForm::bare && !app_.files.isRegularFile(path)) return programs_[name.id()] = nullptr;
+  if (form == CallForm::bare && !app_.files.isRegularFile(fileOf(name, app_.runInDir))) {
+    return programs_[name.id()] = nullptr;
+  }
   const NodeValue loaded = guarded(place, text::kUnexpectedError, [&] {
     loadProgram(name);
     return NodeValue::nothing();
@@ -107,13 +115,7 @@ KeloNode* Visitor::programOf(Name name, KeloNode& place, CallForm form, bool* fa
 
 // From the buffer or the disk. Throws a Problem for what cannot be loaded.
 KeloNode& Visitor::loadProgram(Name name) {
-  const std::string fileName = name.text() + ".m";
-  const ParserBufferItem* item = app_.parserBuffer.find(app_.runInDir, fileName);
-  const auto buffered = item ? item->parser->prog() : nullptr;
-  const auto program =
-      buffered ? buffered
-               : std::make_shared<MatlabParser>(app_.parserSetting(), app_.runInDir, fileName)->parseFile();
-  return *(programs_[name.id()] = program.get());
+  return *(programs_[name.id()] = parseFile(app_.parserSetting(), fileOf(name, app_.runInDir)).get());
 }
 
 NodeValue Visitor::callFile(Name name, std::span<Storable> args, Outputs outputs, KeloNode& place, CallForm form) {
@@ -172,13 +174,9 @@ NodeValue Visitor::callHandle(const FunctionHandle& handle, std::span<Storable> 
 // The body is parsed at the first call. Its text stands where it was written, so errors in it name that place.
 KeloNode* Visitor::bodyOf(AnonymousFunction& function, KeloNode& place) {
   if (function.tree) return function.tree;
-  const std::string path = function.relativePath.text();
-  const size_t slash = path.find_last_of('/');
-  const std::string directory = slash == std::string::npos ? "" : path.substr(0, slash);
-  auto parser = path.empty() ? MatlabParser(app_.parserSetting())
-                             : MatlabParser(app_.parserSetting(), directory,
-                                            path.substr(slash == std::string::npos ? 0 : slash + 1));
-  const ExprOnlyTree tree = parser.parseExpression(function.expression, function.exprLineNum, function.exprCharPos);
+  const ParsedText::Origin origin{function.relativePath, static_cast<size_t>(function.exprLineNum.value_or(1)),
+                                  static_cast<size_t>(function.exprCharPos.value_or(0))};
+  const ExprOnlyTree tree = parseExpression(app_.parserSetting(), function.expression, origin);
   if (!tree) {
     fail(place, text::kUnexpectedHandle);
     return nullptr;
@@ -249,8 +247,7 @@ Visitor::Signature Visitor::signatureOfFile(Name name) {
 // The tree lives as long as its evaluation: a handle that is made in it keeps its own text.
 NodeValue Visitor::evaluateText(const std::string& text) {
   if (text.find_first_not_of(" \t\r\n") == std::string::npos) return DoubleArray();
-  MatlabParser parser(app_.parserSetting());
-  const ExprOnlyTree tree = parser.parseExpression(text);
+  const ExprOnlyTree tree = parseExpression(app_.parserSetting(), text);
   if (!tree) return NodeValue::failure();
   const FrameScope scope(*this, {frame_.funName, frame_.call, -1});
   return visit(*expressionOf(*tree));

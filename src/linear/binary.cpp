@@ -1,4 +1,5 @@
-// The road of every binary operator: the four of matrices here, the others to the element-wise ones.
+// The road of every binary operator: the four of matrices here, the others to the element-wise
+// ones.
 #include "linear/linear.h"
 
 namespace kelo {

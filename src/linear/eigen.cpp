@@ -1,7 +1,7 @@
 #include "linear/eigen.h"
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 
 namespace kelo {
@@ -13,7 +13,8 @@ NumericArray realParts(const ComplexDoubleArray& values) {
   return result;
 }
 
-// The library packs the vectors of a complex pair as two real columns, the real and the imaginary parts of the first.
+// The library packs the vectors of a complex pair as two real columns, the real and the imaginary
+// parts of the first.
 NumericArray unpacked(const DoubleArray& packed, const ComplexDoubleArray& values) {
   const int64_t n = values.numElements();
   if (packed.isEmpty()) return packed;
@@ -67,7 +68,7 @@ NumericArray Eigen::diagonal() const {
 
 Eigen eigen(NumericArray a, EigenVectors vectors) {
   if (!a.has(Property::squareMatrixInNumbers)) throw problem(text::kFirstInvalid, text::kShouldBeSquareMatrix);
-  return realOrComplex(std::move(a), [vectors](auto matrix) { return computed(std::move(matrix), vectors); });
+  return inCommonKind([vectors](auto matrix) { return computed(std::move(matrix), vectors); }, std::move(a));
 }
 
 }  // namespace kelo

@@ -5,9 +5,9 @@
 
 namespace kelo {
 
-/// a * right = right * diag(values), left' * a = diag(values) * left'. Each vector has the Euclidean norm 1. A real
-/// matrix whose eigenvalues are all real gives real arrays, any other complex ones, where complex pairs stand side by
-/// side.
+/// a * right = right * diag(values), left' * a = diag(values) * left'. Each vector has the
+/// Euclidean norm 1. A real matrix whose eigenvalues are all real gives real arrays, any other
+/// complex ones, where complex pairs stand side by side.
 struct Eigen {
   NumericArray values;  ///< a column
   NumericArray right;   ///< n x n
@@ -18,7 +18,8 @@ struct Eigen {
 
 enum class EigenVectors { none, right, both };
 
-/// What is not asked for stays empty. throws Problem unless `a` is square, and when the iteration does not end
+/// What is not asked for stays empty. throws Problem unless `a` is square, and when the iteration
+/// does not end
 /// REQUIRES: no NaN and no Inf
 Eigen eigen(NumericArray a, EigenVectors vectors);
 

@@ -4,7 +4,7 @@
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/rcond.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -41,7 +41,8 @@ NumericArray inverted(TypedArray<T> a, const Warn& warn) {
   return a;
 }
 
-// By repeated squaring: as many products as the exponent has binary digits, and one more for each that is 1.
+// By repeated squaring: as many products as the exponent has binary digits, and one more for each
+// that is 1.
 NumericArray wholePower(NumericArray base, uint64_t exponent) {
   if (exponent == 0) return identityMatrix<double>(base.size().rows(), base.size().columns());
   while (exponent % 2 == 0) {
@@ -61,13 +62,13 @@ NumericArray wholePower(NumericArray base, uint64_t exponent) {
 NumericArray inverse(NumericArray a, const Warn& warn) {
   if (!isSquare(a) || a.is(Kind::Char)) throw problem(text::kInverseOfNonSquare);
   if (a.isEmpty()) return a;
-  return realOrComplex(std::move(a), [&warn](auto matrix) { return inverted(std::move(matrix), warn); });
+  return inCommonKind([&warn](auto matrix) { return inverted(std::move(matrix), warn); }, std::move(a));
 }
 
 double rcond(NumericArray a) {
   if (!isSquare(a)) throw problem(text::kRcondUnexpected);
-  if (a.isEmpty()) return std::numeric_limits<double>::infinity();
-  return realOrComplex(std::move(a), [](auto matrix) { return factor(matrix, text::kRcondUnexpected).rcond; });
+  if (a.isEmpty()) return kInf;
+  return inCommonKind([](auto matrix) { return factor(matrix, text::kRcondUnexpected).rcond; }, std::move(a));
 }
 
 NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn) {

@@ -149,8 +149,9 @@ int gecon(int n, const ComplexDouble* factors, double norm, double* rcond) {
 
 }  // namespace kelo::lapack
 
-// The library calls this with the name of a routine and the number of its bad argument. Its own form ends the process
-// or prints; ours takes a note. Being defined in the program, it stands before the shared library's.
+// The library calls this with the name of a routine and the number of its bad argument. Its own
+// form ends the process or prints; ours takes a note. Being defined in the program, it stands
+// before the shared library's.
 extern "C" void xerbla_(const char* name, const int* argument, int nameLength) {
   kelo::lapack::g_lastComplaint.assign(name, static_cast<size_t>(nameLength))
       .append(" ")

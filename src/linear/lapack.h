@@ -1,11 +1,13 @@
-// The library's routines as overloads for real and complex data, so that one template carries out the steps for both.
+// The library's routines as overloads for real and complex data, so that one template carries out
+// the steps for both.
 //
-// Each overload returns `info`: 0 done; above 0 the singular or not converged state of the routine; below 0 a faulty
-// call, which is our own mistake. Workspace is asked for (lwork -1) and held here. Sizes are checked against 32 bits by
-// int32 at the call; a leading dimension is never below 1. Arguments are named where they are not plain.
+// Each overload returns `info`: 0 done; above 0 the singular or not converged state of the routine;
+// below 0 a faulty call, which is our own mistake. Workspace is asked for (lwork -1) and held here.
+// Sizes are checked against 32 bits by int32 at the call; a leading dimension is never below 1.
+// Arguments are named where they are not plain.
 //
-// Thread: the interpreter's thread. Products below kThreadedWork run on it alone: waking the library's threads costs
-// more.
+// Thread: the interpreter's thread. Products below kThreadedWork run on it alone: waking the
+// library's threads costs more.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +26,8 @@ inline constexpr double kThreadedWork = 1e7;
 /// Allows the library's threads for as much work as this, or not. Cheap when nothing changes.
 void chooseThreads(double multiplications);
 
-/// The name of the routine that last complained of a faulty call; the process goes on. For tests and the log.
+/// The name of the routine that last complained of a faulty call; the process goes on. For tests
+/// and the log.
 const std::string& lastComplaint();
 
 inline int leading(int rows) { return std::max(rows, 1); }
@@ -32,7 +35,8 @@ inline int leading(int rows) { return std::max(rows, 1); }
 /// c = a * b, m x k times k x n.
 void gemm(int m, int n, int k, const double* a, const double* b, double* c);
 void gemm(int m, int n, int k, const ComplexDouble* a, const ComplexDouble* b, ComplexDouble* c);
-/// c = a' * b', m x k times k x n, where a is k x m and b is n x k, with leading dimensions lda and ldb.
+/// c = a' * b', m x k times k x n, where a is k x m and b is n x k, with leading dimensions lda and
+/// ldb.
 void gemmOfAdjoints(int m, int n, int k, const double* a, int lda, const double* b, int ldb, double* c);
 void gemmOfAdjoints(int m, int n, int k, const ComplexDouble* a, int lda, const ComplexDouble* b, int ldb,
                     ComplexDouble* c);
@@ -64,20 +68,23 @@ int geqp3(int m, int n, double* a, int* permutation, double* tau);
 int geqp3(int m, int n, ComplexDouble* a, int* permutation, ComplexDouble* tau);
 int geqrf(int m, int n, double* a, double* tau);
 int geqrf(int m, int n, ComplexDouble* a, ComplexDouble* tau);
-/// c = Q' * c (conjugated == true) or Q * c from the left, Q of k reflectors in the m x k matrix `a`, c of m x n; ld is
-/// the leading dimension of both.
+/// c = Q' * c (conjugated == true) or Q * c from the left, Q of k reflectors in the m x k matrix
+/// `a`, c of m x n; ld is the leading dimension of both.
 int multiplyByQ(bool conjugated, int m, int n, int k, const double* a, const double* tau, double* c, int ld);
 int multiplyByQ(bool conjugated, int m, int n, int k, const ComplexDouble* a, const ComplexDouble* tau,
                 ComplexDouble* c, int ld);
-/// Solves the upper triangle r (n x n, leading dimension ldr) times x = b (leading dimension ldb), in place of b.
+/// Solves the upper triangle r (n x n, leading dimension ldr) times x = b (leading dimension ldb),
+/// in place of b.
 int trtrs(int n, int nrhs, const double* r, int ldr, double* b, int ldb);
 int trtrs(int n, int nrhs, const ComplexDouble* r, int ldr, ComplexDouble* b, int ldb);
 
-/// Eigenvalues w; left and right vectors n x n each, or null for none. a is destroyed. The real form gives the vectors
-/// in the packing of LAPACK: a complex pair as two columns, real and imaginary parts.
+/// Eigenvalues w; left and right vectors n x n each, or null for none. a is destroyed. The real
+/// form gives the vectors in the packing of LAPACK: a complex pair as two columns, real and
+/// imaginary parts.
 int geev(int n, double* a, ComplexDouble* w, double* left, double* right);
 int geev(int n, ComplexDouble* a, ComplexDouble* w, ComplexDouble* left, ComplexDouble* right);
-/// Singular values s, min(m, n) of them; job 'A' all of u and vt, 'S' the leading columns and rows, 'N' neither.
+/// Singular values s, min(m, n) of them; job 'A' all of u and vt, 'S' the leading columns and rows,
+/// 'N' neither.
 int gesvd(char job, int m, int n, double* a, double* s, double* u, double* vt);
 int gesvd(char job, int m, int n, ComplexDouble* a, double* s, ComplexDouble* u, ComplexDouble* vt);
 

@@ -6,7 +6,8 @@
 namespace kelo::lapack {
 namespace {
 
-// Multiplications of a reduction of an m x n matrix by reflectors, about; a complex one counts as four.
+// Multiplications of a reduction of an m x n matrix by reflectors, about; a complex one counts as
+// four.
 double reductionWork(int m, int n) { return static_cast<double>(m) * n * std::min(m, n); }
 
 }  // namespace

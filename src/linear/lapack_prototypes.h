@@ -1,5 +1,6 @@
-// The routines of BLAS and LAPACK that the project uses, and no others. All integers have 32 bits; matrices are
-// column-major; a complex number is two doubles, which is ComplexDouble. Only lapack.h includes this.
+// The routines of BLAS and LAPACK that the project uses, and no others. All integers have 32 bits;
+// matrices are column-major; a complex number is two doubles, which is ComplexDouble. Only lapack.h
+// includes this.
 #pragma once
 
 #include <cstdint>

@@ -4,7 +4,7 @@
 #include <numeric>
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "platform/parallel.h"
 
@@ -46,11 +46,6 @@ TypedArray<T> lowerTriangle(const TypedArray<T>& packed, const Place& placeOf) {
   return result;
 }
 
-template <class F>
-NumericArray ofEitherKind(const NumericArray& packed, F&& f) {
-  return packed.is(Kind::Complex) ? NumericArray(f(packed.asComplex())) : NumericArray(f(packed.asDouble()));
-}
-
 template <class T>
 NumericArray signedProduct(const TypedArray<T>& factors, const std::vector<int>& pivots) {
   const int64_t n = factors.size().rows();
@@ -65,18 +60,18 @@ NumericArray signedProduct(const TypedArray<T>& factors, const std::vector<int>&
 }  // namespace
 
 NumericArray Lu::lower() const {
-  return ofEitherKind(packed, [](const auto& p) { return lowerTriangle(p, [](int64_t i) { return i; }); });
+  return inOwnKind(
+      [](const auto& p) { return NumericArray(lowerTriangle(p, [](int64_t i) { return i; })); }, packed);
 }
 
 NumericArray Lu::permutedLower() const {
-  return ofEitherKind(packed, [this](const auto& p) {
-    return lowerTriangle(p, [this](int64_t i) { return order[static_cast<size_t>(i)]; });
-  });
+  const auto place = [this](int64_t i) { return order[static_cast<size_t>(i)]; };
+  return inOwnKind([&](const auto& p) { return NumericArray(lowerTriangle(p, place)); }, packed);
 }
 
 NumericArray Lu::upper() const {
   const int64_t rows = std::min(packed.size().rows(), packed.size().columns());
-  return ofEitherKind(packed, [rows](const auto& p) { return upperTriangle(p, rows); });
+  return inOwnKind([rows](const auto& p) { return NumericArray(upperTriangle(p, rows)); }, packed);
 }
 
 DoubleArray Lu::permutationMatrix() const {
@@ -95,21 +90,22 @@ DoubleArray Lu::permutationVector() const {
 }
 
 Lu lu(NumericArray a) {
-  return realOrComplex(std::move(a), [](auto matrix) {
+  return inCommonKind([](auto matrix) {
     std::vector<int> pivots;
-    factorInPlace(matrix, pivots, text::kLuFailed);  // a zero pivot is no failure: U is singular, and that is all
+    // A zero pivot is no failure: U is singular, and that is all.
+    factorInPlace(matrix, pivots, text::kLuFailed);
     const int64_t m = matrix.size().rows();
     return Lu{std::move(matrix), orderOfRows(m, pivots)};
-  });
+  }, std::move(a));
 }
 
 NumericArray determinant(NumericArray a) {
-  return realOrComplex(std::move(a), [](auto matrix) {
+  return inCommonKind([](auto matrix) {
     using T = typename decltype(matrix)::Element;
     std::vector<int> pivots;
     const bool isSingular = factorInPlace(matrix, pivots, text::kDeterminantFailed) > 0;
     return isSingular ? NumericArray(0.0) : signedProduct<T>(matrix, pivots);
-  });
+  }, std::move(a));
 }
 
 }  // namespace kelo

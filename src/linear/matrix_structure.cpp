@@ -1,6 +1,6 @@
 #include "linear/matrix_structure.h"
 
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 
 namespace kelo {
 namespace {
@@ -37,7 +37,7 @@ bool mirrors(const TypedArray<T>& a, Mirror mirror, double tolerance) {
     for (int64_t top = 0; top <= left; top += kBlock) {
       for (int64_t j = left; j < std::min(n, left + kBlock); ++j) {
         for (int64_t i = top; i < std::min(j + 1, top + kBlock); ++i) {
-          const T opposite = mirror == Mirror::conjugated ? conjugateOf(x[i * n + j]) : x[i * n + j];
+          const T opposite = mirror == Mirror::conjugated ? conj(x[i * n + j]) : x[i * n + j];
           if (differ(x[j * n + i], opposite, tolerance)) return false;
         }
       }
@@ -59,7 +59,7 @@ Bandwidth bandwidthOf(const NumericArray& a) {
 
 bool isMirrored(const NumericArray& a, Mirror mirror, double tolerance) {
   if (!a.size().isMatrix() || a.size().rows() != a.size().columns()) return false;
-  return realOrComplex(a, [&](const auto& matrix) { return mirrors(matrix, mirror, tolerance); });
+  return inCommonKind([&](const auto& matrix) { return mirrors(matrix, mirror, tolerance); }, a);
 }
 
 }  // namespace kelo

@@ -1,4 +1,5 @@
-// Where a matrix has its nonzero elements, and whether it mirrors itself. NaN is not zero, and equals nothing.
+// Where a matrix has its nonzero elements, and whether it mirrors itself. NaN is not zero, and
+// equals nothing.
 #pragma once
 
 #include "values/numeric_array.h"
@@ -16,7 +17,8 @@ Bandwidth bandwidthOf(const NumericArray& a);
 
 enum class Mirror { plain, conjugated };
 
-/// Whether the matrix is square and differs from its (conjugated) transpose nowhere by more than the tolerance.
+/// Whether the matrix is square and differs from its (conjugated) transpose nowhere by more than
+/// the tolerance.
 bool isMirrored(const NumericArray& a, Mirror mirror, double tolerance);
 
 }  // namespace kelo

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "linear/svd.h"
 #include "messages/catalogue/linear_algebra.h"
 
@@ -51,7 +51,7 @@ double vectorNorm(const NumericArray& x, double p) {
   if (x.isEmpty()) return 0;
   if (x.has(Property::hasSomeNaNs)) return NAN;
   if (p > 0 && x.has(Property::hasSomeInfs)) return INFINITY;
-  return realOrComplex(x, [p](const auto& elements) { return normOf(elements, p); });
+  return inCommonKind([p](const auto& elements) { return normOf(elements, p); }, x);
 }
 
 double matrixNorm(NumericArray a, double p) {
@@ -59,10 +59,10 @@ double matrixNorm(NumericArray a, double p) {
   if (a.has(Property::hasSomeNaNs)) return NAN;
   if (a.has(Property::hasSomeInfs)) return INFINITY;
   if (p == 2) return singularValues(std::move(a), text::kMatrixNormFailed)[0];
-  return realOrComplex(std::move(a), [p](const auto& matrix) {
+  return inCommonKind([p](const auto& matrix) {
     if (p != 1) return greatestRowSum(matrix);
     return lapack::norm1(checkedInt32(matrix.size().rows()), checkedInt32(matrix.size().columns()), matrix.data());
-  });
+  }, std::move(a));
 }
 
 }  // namespace kelo

@@ -1,4 +1,5 @@
-// The matrix product. Small products are plain loops, since a call of the library costs more than they do.
+// The matrix product. Small products are plain loops, since a call of the library costs more than
+// they do.
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "messages/catalogue/operators.h"
@@ -7,7 +8,7 @@
 namespace kelo {
 namespace {
 
-constexpr double kSmallWork = 512;  // multiplications; measured: about where the library becomes the faster one
+constexpr double kSmallWork = 512;  // multiplications; from about here the library is faster
 
 template <class T>
 void smallProduct(int64_t m, int64_t n, int64_t k, const T* a, const T* b, T* c) {

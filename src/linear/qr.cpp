@@ -1,7 +1,7 @@
 #include "linear/qr.h"
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 
 namespace kelo {
@@ -29,8 +29,8 @@ class Reflected {
 
   // The reflections of the identity.
   //
-  // OPTIMIZATION: a panel of reflectors at a time, the last first: the reflectors from p on leave the first p rows and
-  // columns as they are, which saves a third of the work.
+  // OPTIMIZATION: a panel of reflectors at a time, the last first: the reflectors from p on leave
+  // the first p rows and columns as they are, which saves a third of the work.
   NumericArray q(QrSize size) const {
     constexpr int kPanel = 64;
     const int columns = rows(size);
@@ -73,27 +73,27 @@ DoubleArray Qr::permutationVector() const {
 }
 
 NumericArray triangleOfQr(NumericArray a, QrSize size) {
-  return realOrComplex(std::move(a), [size](auto matrix) {
+  return inCommonKind([size](auto matrix) {
     Reflected reflected(std::move(matrix));
     reflected.reduce();
     return reflected.r(size);
-  });
+  }, std::move(a));
 }
 
 Qr qr(NumericArray a, QrSize size) {
-  return realOrComplex(std::move(a), [size](auto matrix) {
+  return inCommonKind([size](auto matrix) {
     Reflected reflected(std::move(matrix));
     reflected.reduce();
     return Qr{reflected.q(size), reflected.r(size), {}};
-  });
+  }, std::move(a));
 }
 
 Qr qrWithExchanges(NumericArray a, QrSize size) {
-  return realOrComplex(std::move(a), [size](auto matrix) {
+  return inCommonKind([size](auto matrix) {
     Reflected reflected(std::move(matrix));
     std::vector<int> permutation = reflected.reduceWithExchanges();
     return Qr{reflected.q(size), reflected.r(size), std::move(permutation)};
-  });
+  }, std::move(a));
 }
 
 }  // namespace kelo

@@ -9,7 +9,8 @@
 
 namespace kelo {
 
-/// norm: the 1-norm of the matrix. A norm of NaN gives NaN and one of Inf gives 0, which the library does not promise.
+/// norm: the 1-norm of the matrix. A norm of NaN gives NaN and one of Inf gives 0, which the
+/// library does not promise.
 template <class T>
 double rcondOfFactors(int n, const T* factors, double norm) {
   if (std::isnan(norm)) return norm;

@@ -1,7 +1,7 @@
 #include "linear/rref.h"
 
 #include "linear/norm.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "linear/svd.h"
 
 namespace kelo {
@@ -30,7 +30,8 @@ class Elimination {
  private:
   T* column_(int64_t j) { return x_ + j * m_; }
 
-  // The row, from `row` on, of the greatest magnitude in the column; a NaN is passed over while there is a number.
+  // The row, from `row` on, of the greatest magnitude in the column; a NaN is passed over while
+  // there is a number.
   int64_t greatestFrom(int64_t row, int64_t column) {
     int64_t result = row;
     for (int64_t i = row + 1; i < m_; ++i) {
@@ -40,7 +41,8 @@ class Elimination {
     return result;
   }
 
-  // Exchanges rows, divides the pivot row and takes its multiples from all others, column by column.
+  // Exchanges rows, divides the pivot row and takes its multiples from all others, column by
+  // column.
   void eliminate(int64_t row, int64_t column, int64_t greatest) {
     T* own = column_(column);
     std::swap(own[row], own[greatest]);
@@ -67,7 +69,7 @@ class Elimination {
 
 Rref rref(NumericArray a, std::optional<double> tolerance) {
   const double limit = tolerance ? *tolerance : rankTolerance(a.size(), matrixNorm(a, INFINITY));
-  return realOrComplex(std::move(a), [limit](auto matrix) { return Elimination(std::move(matrix)).run(limit); });
+  return inCommonKind([limit](auto matrix) { return Elimination(std::move(matrix)).run(limit); }, std::move(a));
 }
 
 }  // namespace kelo

@@ -1,12 +1,13 @@
-// Division of matrices. A square system goes through LU with row exchanges, any other through QR with column exchanges,
-// which gives a least squares solution with as few nonzero rows as the rank says. `b / a` is the transposed problem.
+// Division of matrices. A square system goes through LU with row exchanges, any other through QR
+// with column exchanges, which gives a least squares solution with as few nonzero rows as the rank
+// says. `b / a` is the transposed problem.
 #include <cmath>
 #include <limits>
 
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/rcond.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -30,8 +31,7 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
   const double norm = lapack::norm1(n, n, a.data());
   const int info = lapack::gesv(n, columns, a.writable(), pivots.data(), b.writable());
   checkInfo(info, text::kUnexpectedError);
-  solution.isSingular = info > 0;
-  if (solution.isSingular) {
+  if (info > 0) {
     solution.rcond = 0;
     return solution;
   }
@@ -43,7 +43,7 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
 }
 
 template <class T>
-Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
+Solution solveByColumns(TypedArray<T> a, TypedArray<T> b) {
   const int m = checkedInt32(a.size().rows());
   const int n = checkedInt32(a.size().columns());
   const int columns = checkedInt32(b.size().columns());
@@ -61,7 +61,8 @@ Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
             text::kLeastSquaresFailed);
   const int info = lapack::trtrs(rank, columns, r, m, b.writable(), m);
   checkInfo(info, text::kLeastSquaresFailed);
-  if (info > 0) throw problem(text::kLeastSquaresSingular);  // the tolerance was NaN, or so small that it became 0
+  // The tolerance was NaN, or so small that it became 0.
+  if (info > 0) throw problem(text::kLeastSquaresSingular);
   TypedArray<T> x(SizeVector(n, columns), T{});
   T* out = x.writable();
   for (int64_t j = 0; j < columns; ++j) {
@@ -71,16 +72,10 @@ Solution solveLeastSquares(TypedArray<T> a, TypedArray<T> b) {
   return solution;
 }
 
-template <class T>
-Solution solveIn(TypedArray<T> a, TypedArray<T> b) {
-  const bool square = a.size().rows() == a.size().columns();
-  return square ? solveSquare(std::move(a), std::move(b)) : solveLeastSquares(std::move(a), std::move(b));
-}
-
 NumericArray solved(const NumericArray& a, const NumericArray& b, const char* equation, const Warn& warn) {
   Solution solution = solve(a, b);
   report(solution, a.size(), equation, warn);
-  return std::move(solution.x);
+  return std::move(*solution.x);
 }
 
 // The words of one of the two divisions.
@@ -112,18 +107,21 @@ bool isElementwise(const NumericArray& a, const NumericArray& b, int64_t dimensi
 
 NumericArray flipped(NumericArray a) { return std::move(*transpose(std::move(a), /*conjugate*/ false).numeric()); }
 
-NumericArray charsToNumbers(NumericArray a) { return a.is(Kind::Char) ? std::move(a).toKind(Kind::Double) : a; }
-
 }  // namespace
 
 Solution solve(const NumericArray& a, const NumericArray& b) {
   if (a.size().rows() != b.size().rows()) throw problem(text::kSolveSizes);
-  if (a.has(Property::allReals) && b.has(Property::allReals)) return solveIn(a.toDoubleArray(), b.toDoubleArray());
-  return solveIn(a.toComplexArray(), b.toComplexArray());
+  const bool isSquare = a.size().rows() == a.size().columns();
+  if (!isSquare) return solveLeastSquares(a, b);
+  return inCommonKind([](auto x, auto y) { return solveSquare(std::move(x), std::move(y)); }, a, b);
+}
+
+Solution solveLeastSquares(const NumericArray& a, const NumericArray& b) {
+  return inCommonKind([](auto x, auto y) { return solveByColumns(std::move(x), std::move(y)); }, a, b);
 }
 
 void report(const Solution& solution, const SizeVector& size, const char* equation, const Warn& warn) {
-  if (solution.isSingular) throw problem(text::solveSingular(equation));
+  if (!solution.x) throw problem(text::solveSingular(equation));
   if (solution.isNearlySingular) warn(text::solveNearlySingular(equation, solution.rcond));
   if (size.rows() != size.columns() && solution.rank < std::min(size.rows(), size.columns())) {
     warn(text::solveRankDeficient(equation, solution.rank, solution.tolerance));

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "linear/lapack.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "values/operators.h"
 
@@ -60,24 +60,24 @@ NumericArray pseudoInverted(TypedArray<T> a, std::optional<double> tolerance) {
 }  // namespace
 
 DoubleArray singularValues(NumericArray a, const char* failed) {
-  return realOrComplex(std::move(a), [failed](auto matrix) {
+  return inCommonKind([failed](auto matrix) {
     const int m = checkedInt32(matrix.size().rows()), n = checkedInt32(matrix.size().columns());
     auto s = DoubleArray::uninitialized(SizeVector(std::min(m, n), 1));
     typename decltype(matrix)::Element none{};  // vectors that are not asked for
     if (!s.isEmpty()) requireDone(lapack::gesvd('N', m, n, matrix.writable(), s.writable(), &none, &none), failed);
     return s;
-  });
+  }, std::move(a));
 }
 
 Svd svd(NumericArray a, SvdSize size) {
   const int64_t m = a.size().rows(), n = a.size().columns();
   const int64_t least = std::min(m, n);
   const bool full = size == SvdSize::full;
-  return realOrComplex(std::move(a), [&](auto matrix) {
+  return inCommonKind([&](auto matrix) {
     auto parts = decompose(std::move(matrix), size, text::kSvdFailed);
     return Svd{std::move(parts.u), diagonalMatrix(full ? m : least, full ? n : least, parts.s),
                adjoint(std::move(parts.vt))};
-  });
+  }, std::move(a));
 }
 
 double rankTolerance(const SizeVector& size, double norm) {
@@ -85,7 +85,7 @@ double rankTolerance(const SizeVector& size, double norm) {
 }
 
 NumericArray pseudoInverse(NumericArray a, std::optional<double> tolerance) {
-  return realOrComplex(std::move(a), [tolerance](auto matrix) { return pseudoInverted(std::move(matrix), tolerance); });
+  return inCommonKind([tolerance](auto matrix) { return pseudoInverted(std::move(matrix), tolerance); }, std::move(a));
 }
 
 }  // namespace kelo

@@ -9,8 +9,8 @@
 
 namespace kelo {
 
-/// How many singular vectors. full: u is m x m, s is m x n, v is n x n. economy: u is m x k, s is k x k, v is n x k,
-/// k = min(m, n).
+/// How many singular vectors. full: u is m x m, s is m x n, v is n x n. economy: u is m x k, s is k
+/// x k, v is n x k, k = min(m, n).
 enum class SvdSize { full, economy };
 
 /// a = u * s * v'.
@@ -25,8 +25,8 @@ DoubleArray singularValues(NumericArray a, const char* failed);
 /// throws Problem
 Svd svd(NumericArray a, SvdSize size);
 
-/// Below it a singular value of a matrix of this size counts as 0: max(size) times the distance from `norm`, the
-/// greatest singular value, to the next number.
+/// Below it a singular value of a matrix of this size counts as 0: max(size) times the distance
+/// from `norm`, the greatest singular value, to the next number.
 double rankTolerance(const SizeVector& size, double norm);
 
 /// v * s^+ * u', n x m. A singular value up to the tolerance counts as 0. throws Problem

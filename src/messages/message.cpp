@@ -1,4 +1,5 @@
-// Renders a Message. The label and the place come first, then each of the texts with a full stop of its own.
+// Renders a Message. The label and the place come first, then each of the texts with a full stop of
+// its own.
 #include "messages/message.h"
 
 #include <fmt/format.h>

@@ -1,9 +1,10 @@
-// The records that carry every error and warning: Problem, which library code throws and which knows no place, and
-// Message, which is a Problem with its place, ready to be shown.
+// The records that carry every error and warning: Problem, which library code throws and which
+// knows no place, and Message, which is a Problem with its place, ready to be shown.
 //
-// The rule of the house: nothing thrown crosses a NodeValue. Library code throws a Problem (or a FileError); the
-// evaluator or the dispatcher that called it catches it, adds the place of the node it is working on, shows the Message
-// and returns the failure value, which travels up without further text.
+// The rule of the house: nothing thrown crosses a NodeValue. Library code throws a Problem (or a
+// FileError); the evaluator or the dispatcher that called it catches it, adds the place of the node
+// it is working on, shows the Message and returns the failure value, which travels up without
+// further text.
 #pragma once
 
 #include <optional>
@@ -14,7 +15,8 @@ namespace kelo {
 struct Message {
   enum class MsgType { generalError, syntaxError, warning };
 
-  /// What library code throws. Both texts are sentences without a final full stop; the renderer adds it.
+  /// What library code throws. Both texts are sentences without a final full stop; the renderer
+  /// adds it.
   struct Problem {
     std::optional<std::string> reason;    ///< what went wrong
     std::optional<std::string> expected;  ///< what should have been given
@@ -25,13 +27,13 @@ struct Message {
   std::optional<std::string> expected;
   std::optional<int> lineNum;               ///< line of the text, from 1
   std::optional<int> charPos;               ///< code point in the line, from 0
-  std::optional<std::string> relativePath;  ///< file, relative to the work directory; absent for console text
+  std::optional<std::string> relativePath;  ///< file, from the work directory; absent: the console
   std::optional<std::string> funName;       ///< the user function that is running
   std::optional<std::string> customMsg;     ///< a whole message that replaces everything else
   std::optional<std::string> functionNotSupportedYet;
 
-  /// The text of the console, one line: "LABEL at Line N(C) of FILE. REASON. EXPECTED." with the parts that are
-  /// present.
+  /// The text of the console, one line: "LABEL at Line N(C) of FILE. REASON. EXPECTED." with the
+  /// parts that are present.
   std::string text() const;
 };
 

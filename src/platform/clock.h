@@ -12,6 +12,7 @@ class Clock {
  public:
   virtual ~Clock() = default;
   virtual CalendarTime localTime() = 0;
+  virtual double unixSeconds() = 0;       ///< since 1970-01-01 00:00:00 UTC, with the fraction
   virtual double monotonicSeconds() = 0;  ///< never goes back; from an arbitrary moment
 };
 

@@ -22,6 +22,10 @@ class FileSystem {
   /// Replaces or makes a file, whole or not at all: a reader sees the old bytes or the new ones. False: nothing
   /// changed.
   virtual bool writeFile(const std::string& path, std::string_view bytes) = 0;
+  /// Makes a directory, and those above it, unless it is there. False: it is not there afterwards.
+  virtual bool makeDirectory(const std::string& path) = 0;
+  /// Removes a regular file. False: nothing changed.
+  virtual bool removeFile(const std::string& path) = 0;
   /// Names of a directory's entries, sorted by their bytes, without "." and ".."; nothing when it is no directory.
   virtual std::optional<std::vector<std::string>> listDirectory(const std::string& path) const = 0;
 };

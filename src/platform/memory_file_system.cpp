@@ -33,12 +33,16 @@ std::string nameOf(const std::string& path) {
 
 }  // namespace
 
-void MemoryFileSystem::makeDirectory(const std::string& path) {
+bool MemoryFileSystem::makeDirectory(const std::string& path) {
+  if (isRegularFile(path)) return false;
   for (std::string at = normalized(path); directories_.insert(at).second; at = parentOf(at)) {
   }
+  return true;
 }
 
-void MemoryFileSystem::removeFile(const std::string& path) { files_.erase(normalized(path)); }
+bool MemoryFileSystem::removeFile(const std::string& path) { return files_.erase(normalized(path)) > 0; }
+
+void MemoryFileSystem::removeDirectory(const std::string& path) { directories_.erase(normalized(path)); }
 
 bool MemoryFileSystem::exists(const std::string& path) const { return isRegularFile(path) || isDirectory(path); }
 

@@ -1,8 +1,10 @@
-// Concatenation. The rule is a fold from the left, two arrays at a time; the work is done in one pass: lengths are
-// compared with those of the first piece, kinds are folded, and every piece is copied once into one block.
+// Concatenation. The rule is a fold from the left, two arrays at a time; the work is done in one
+// pass: lengths are compared with those of the first piece, kinds are folded, and every piece is
+// copied once into one block.
 //
-// Only text needs care. A character may give two numbers, and all columns of a text must give the same count, so text
-// that numbers follow is joined first and converted as a whole, as the fold would.
+// Only text needs care. A character may give two numbers, and all columns of a text must give the
+// same count, so text that numbers follow is joined first and converted as a whole, as the fold
+// would.
 #include <algorithm>
 #include <cstring>
 
@@ -35,8 +37,8 @@ class JoinedSize {
   int64_t length_;
 };
 
-// Runs of elements that stand together in both a piece and the result, in the order of the result: of each slab, one
-// run of each piece.
+// Runs of elements that stand together in both a piece and the result, in the order of the result:
+// of each slab, one run of each piece.
 template <class Piece>
 class JoinedRuns {
  public:

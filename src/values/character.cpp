@@ -1,8 +1,9 @@
-// Text elements: the table of interned clusters, canonical equality, segmentation and the two encodings.
+// Text elements: the table of interned clusters, canonical equality, segmentation and the two
+// encodings.
 //
-// ASCII text takes none of this: its characters are its bytes. Clusters are interned by their spelling, since a
-// spelling tells the number of UTF-16 units; beside it stands the canonical decomposition, which is what equality
-// compares.
+// ASCII text takes none of this: its characters are its bytes. Clusters are interned by their
+// spelling, since a spelling tells the number of UTF-16 units; beside it stands the canonical
+// decomposition, which is what equality compares.
 #include "values/character.h"
 
 #include <utf8proc.h>
@@ -49,8 +50,8 @@ void appendDecomposed(char32_t c, std::u32string& out) {
   }
 }
 
-// The canonical decomposition: every code point taken apart, and runs of combining marks brought into the order of
-// their classes.
+// The canonical decomposition: every code point taken apart, and runs of combining marks brought
+// into the order of their classes.
 std::u32string decomposed(std::u32string_view text) {
   std::u32string result;
   for (const char32_t c : text) appendDecomposed(c, result);

@@ -1,9 +1,10 @@
 // One element of text: a user-perceived character, that is a grapheme cluster.
 //
-// It is one 32-bit word. A cluster that is a single code point is that code point; any other cluster is an entry in a
-// table of interned clusters, marked by the top bit. Plain text is therefore as cheap as integers. Two characters are
-// equal when they are canonically equivalent (a composed letter equals its decomposed spelling); two ASCII characters
-// never need the table for that. A lone surrogate, which a number may give, is kept as its code and printed as U+FFFD.
+// It is one 32-bit word. A cluster that is a single code point is that code point; any other
+// cluster is an entry in a table of interned clusters, marked by the top bit. Plain text is
+// therefore as cheap as integers. Two characters are equal when they are canonically equivalent (a
+// composed letter equals its decomposed spelling); two ASCII characters never need the table for
+// that. A lone surrogate, which a number may give, is kept as its code and printed as U+FFFD.
 //
 // Thread: the table belongs to the interpreter's thread; its entries are never freed.
 #pragma once

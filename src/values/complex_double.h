@@ -1,11 +1,9 @@
-// A complex number and its plain arithmetic. Products and quotients are the textbook formulas, without the recovery of
-// infinities that compilers add. Order comparisons look at the real parts only; a NaN part makes every comparison but
-// != false.
+// A complex number and its plain arithmetic. Products and quotients are the textbook formulas,
+// without the recovery of infinities that compilers add. Order comparisons look at the real parts
+// only; a NaN part makes every comparison but != false.
 #pragma once
 
 #include <cmath>
-#include <cstddef>
-#include <functional>
 
 namespace kelo {
 
@@ -40,11 +38,5 @@ inline bool operator<(ComplexDouble a, ComplexDouble b) { return !a.hasNaN() && 
 inline bool operator<=(ComplexDouble a, ComplexDouble b) { return !a.hasNaN() && !b.hasNaN() && a.real <= b.real; }
 inline bool operator>(ComplexDouble a, ComplexDouble b) { return b < a; }
 inline bool operator>=(ComplexDouble a, ComplexDouble b) { return b <= a; }
-
-/// Combines the two parts; -0 hashes as +0.
-inline size_t hashOf(ComplexDouble z) {
-  const std::hash<double> hash;
-  return hash(z.real + 0.0) * 31 + hash(z.imaginary + 0.0);
-}
 
 }  // namespace kelo

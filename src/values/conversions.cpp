@@ -1,8 +1,8 @@
 // Conversions among the five kinds.
 //
-// Each is one loop over contiguous elements with a function for the element. Text is the exception: its characters give
-// as many numbers as they have UTF-16 units, so its size may change; plain text, with one unit a character, takes the
-// same loop.
+// Each is one loop over contiguous elements with a function for the element. Text is the exception:
+// its characters give as many numbers as they have UTF-16 units, so its size may change; plain
+// text, with one unit a character, takes the same loop.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -56,7 +56,8 @@ Character characterOf(int64_t n) {
 
 // Text as numbers.
 
-// Whether every character is one UTF-16 unit. The words of clusters and of higher code points lie above those units.
+// Whether every character is one UTF-16 unit. The words of clusters and of higher code points lie
+// above those units.
 bool isPlain(const CharArray& text) {
   uint32_t all = 0;
   for (const Character c : text.values()) all |= c.word();
@@ -126,7 +127,8 @@ IntArray NumericArray::toIntArray() const {
 LogicalArray NumericArray::toLogicalArray() const {
   switch (kind_) {
     case Kind::Double:
-      if (has(Property::hasSomeNaNs)) throw problem(text::kNaNToLogical);  // before the loop, which is branch-free then
+      // Before the loop, which is branch-free then.
+      if (has(Property::hasSomeNaNs)) throw problem(text::kNaNToLogical);
       return mapped<bool>(asDouble(), [](double x) { return x != 0; });
     case Kind::Int: return mapped<bool>(asInt(), [](int64_t n) { return n != 0; });
     case Kind::Logical: break;

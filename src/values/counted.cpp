@@ -4,7 +4,8 @@
 
 namespace kelo {
 
-/// Works off the list of bodies that wait to be destroyed. Destroying one may add others to the list.
+/// Works off the list of bodies that wait to be destroyed. Destroying one may add others to the
+/// list.
 class Destroyer {
  public:
   static void add(Counted* body) {

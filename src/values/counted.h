@@ -1,9 +1,10 @@
 // Shared bodies: what several values hold together until one of them is written.
 //
-// A body counts its holders. A value that is about to write asks whether it is the only holder and takes a copy if not;
-// that is the whole of copy on write. When the last holder goes, the body is destroyed; bodies that hold further bodies
-// (structures in structures, handles that captured handles) are destroyed from a list, not by recursion, so that a
-// chain of a million links does not need a million stack frames.
+// A body counts its holders. A value that is about to write asks whether it is the only holder and
+// takes a copy if not; that is the whole of copy on write. When the last holder goes, the body is
+// destroyed; bodies that hold further bodies (structures in structures, handles that captured
+// handles) are destroyed from a list, not by recursion, so that a chain of a million links does not
+// need a million stack frames.
 //
 // Thread: counts are plain integers; values belong to the interpreter's thread.
 #pragma once
@@ -33,7 +34,8 @@ class Counted {
 
  private:
   friend class Destroyer;
-  static void destroyLater(Counted* body);  // at once, unless a destruction is going on: then when that one has ended
+  // At once, unless a destruction is going on: then when that one has ended.
+  static void destroyLater(Counted* body);
 
   int64_t references_ = 1;
   Counted* next_ = nullptr;  // in the list of bodies that wait to be destroyed

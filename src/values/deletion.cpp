@@ -1,5 +1,6 @@
-// Deletes elements. What is deleted is turned round into what is kept, and that is read as any subscript reads. A
-// range of a vector is closed up in place, so that taking elements off the end costs nothing.
+// Deletes elements. What is deleted is turned round into what is kept, and that is read as any
+// subscript reads. A range of a vector is closed up in place, so that taking elements off the end
+// costs nothing.
 #include <algorithm>
 
 #include "messages/catalogue/indexing.h"
@@ -50,11 +51,13 @@ void deleteByOneIndex(Storable& target, const Index& index) {
   if (target.isNumeric() && size.isVector() && index.form() == Index::Form::range) {
     return closeUp(*target.numeric(), index);
   }
-  const Index kept = complementOf(index, size.numElements());  // a row of positions, so that a matrix becomes a row
+  // A row of positions, so that a matrix becomes a row.
+  const Index kept = complementOf(index, size.numElements());
   target = readElements(target, {&kept, 1});
 }
 
-// Which of the subscripts does not select its whole dimension; the first that is no bare colon when all do.
+// Which of the subscripts does not select its whole dimension; the first that is no bare colon when
+// all do.
 size_t partialSubscript(std::span<const Index> indices, const std::vector<Index>& kept) {
   const auto isPartial = [](const Index& rest) { return rest.count() > 0; };
   const auto partial = std::find_if(kept.begin(), kept.end(), isPartial);

@@ -1,9 +1,10 @@
 // The copying of views.
 //
-// Dimensions of length 1 drop out, and neighbours that walk on as one are joined; what is left are a few levels of
-// loops. The innermost level is a plain run: a copy, a fill, or elements at a distance. Where the innermost reads at a
-// distance but another level reads along memory, the two are copied in tiles together, so that neither reads nor writes
-// jump from line to line. A level that repeats is copied from its own first piece, which is still in the cache.
+// Dimensions of length 1 drop out, and neighbours that walk on as one are joined; what is left are
+// a few levels of loops. The innermost level is a plain run: a copy, a fill, or elements at a
+// distance. Where the innermost reads at a distance but another level reads along memory, the two
+// are copied in tiles together, so that neither reads nor writes jump from line to line. A level
+// that repeats is copied from its own first piece, which is still in the cache.
 #include "values/element_view.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ namespace {
 
 struct Level {
   int64_t length, in, out;     // strides
-  bool outIsContiguous = true;  // whether one step writes all that lies before the next step's place
+  bool outIsContiguous = true;  // whether one step writes all before the next step's place
 };
 
 using Axes = std::vector<ViewAxis>;
@@ -102,7 +103,8 @@ class ViewCopier {
     }
   }
 
-  // OPTIMIZATION: the result never overlaps the source, which lets the compiler work on several elements at once.
+  // OPTIMIZATION: the result never overlaps the source, which lets the compiler work on several
+  // elements at once.
   static void copyRun(T* __restrict out, const T* __restrict in, int64_t n, int64_t stride) {
     if (stride == 1 && n >= kShortRun) {
       std::memcpy(static_cast<void*>(out), in, static_cast<size_t>(n) * sizeof(T));

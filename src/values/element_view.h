@@ -1,9 +1,9 @@
 // Rearranging elements: every array whose elements are those of another one at regular distances.
 //
-// A view names, for each dimension of the result, its length and how far apart its neighbours stand in the source: a
-// stride of 0 repeats, a negative one runs backwards. Transposes and permutations, flips and rotations, repetitions,
-// grids and diagonals are all views, so that one copying loop, over the element's type, serves them and all kinds of
-// array.
+// A view names, for each dimension of the result, its length and how far apart its neighbours stand
+// in the source: a stride of 0 repeats, a negative one runs backwards. Transposes and permutations,
+// flips and rotations, repetitions, grids and diagonals are all views, so that one copying loop,
+// over the element's type, serves them and all kinds of array.
 #pragma once
 
 #include <vector>
@@ -27,8 +27,10 @@ void copyView(T* out, const T* in, std::vector<ViewAxis> axes);
 /// The array of the given size that shows `source` through a view.
 ///
 /// first  position from 0 of the element that the result begins with
-/// A view of all elements in their order copies nothing that is not shared. Works for structure arrays, too.
-/// REQUIRES: source.isArray(); size.numElements() == product of the lengths; all positions lie within the source
+/// A view of all elements in their order copies nothing that is not shared. Works for structure
+/// arrays, too.
+/// REQUIRES: source.isArray(); size.numElements() == product of the lengths; all positions lie
+/// within the source
 Storable viewed(Storable source, const SizeVector& size, const std::vector<ViewAxis>& axes, int64_t first = 0);
 
 /// The axes of an array as it stands, brought to at least n dimensions.

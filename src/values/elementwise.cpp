@@ -1,4 +1,5 @@
-// Implicit expansion: the size of the result, and the strides with which two operands of different sizes are read.
+// Implicit expansion: the size of the result, and the strides with which two operands of different
+// sizes are read.
 #include "values/elementwise.h"
 
 #include <algorithm>

@@ -1,13 +1,14 @@
 // Loops over the elements of one or two arrays: the one shape that every element-wise function has.
 //
-// Three things are kept apart: a scalar function f, the loop here, and the operation that picks kinds and calls it. The
-// loop pairs the operands by implicit expansion, never replicating: an operand whose length is 1 where the other's is
-// more is read with stride 0. Every run along memory is then one of three plain loops (array with array, scalar with
-// array, array with scalar), which the compiler vectorises. An operand that is a temporary (given by value, its block
-// held by nobody else) and has the element type and the size of the result receives the result.
+// Three things are kept apart: a scalar function f, the loop here, and the operation that picks
+// kinds and calls it. The loop pairs the operands by implicit expansion, never replicating: an
+// operand whose length is 1 where the other's is more is read with stride 0. Every run along memory
+// is then one of three plain loops (array with array, scalar with array, array with scalar), which
+// the compiler vectorises. An operand that is a temporary (given by value, its block held by nobody
+// else) and has the element type and the size of the result receives the result.
 //
-// A function that is noexcept may run on several cores for large arrays; one that may throw runs on the caller's
-// thread, in storage order, so that the first failing element decides the error.
+// A function that is noexcept may run on several cores for large arrays; one that may throw runs on
+// the caller's thread, in storage order, so that the first failing element decides the error.
 #pragma once
 
 #include <optional>
@@ -19,10 +20,12 @@
 
 namespace kelo {
 
-/// Size of the result of an element-wise operation on operands of these sizes: that of the expanded left one.
+/// Size of the result of an element-wise operation on operands of these sizes: that of the expanded
+/// left one.
 ///
-/// An empty operand goes with a scalar or with another empty. NOTE: intended: an empty left operand keeps its size, a
-/// scalar left of an empty right operand gives 0 x 0, and two empties of different sizes give the left one's.
+/// An empty operand goes with a scalar or with another empty. NOTE: intended: an empty left operand
+/// keeps its size, a scalar left of an empty right operand gives 0 x 0, and two empties of
+/// different sizes give the left one's.
 /// throws Problem "Incompatible array sizes"
 SizeVector expandedSize(const SizeVector& a, const SizeVector& b);
 /// The same; absent where that throws.
@@ -30,8 +33,10 @@ std::optional<SizeVector> expandedSizeIfAny(const SizeVector& a, const SizeVecto
 
 namespace loops {
 
-/// How two operands of different sizes, neither a scalar, pair off: runs of equal stride along memory.
-/// Invariant: stride[k] is 0 where the operand repeats; dimensions that both walk alike are joined into one.
+/// How two operands of different sizes, neither a scalar, pair off: runs of equal stride along
+/// memory.
+/// Invariant: stride[k] is 0 where the operand repeats; dimensions that both walk alike are joined
+/// into one.
 class Broadcast {
  public:
   /// REQUIRES: the sizes expand to `size`, which is not empty
@@ -79,8 +84,8 @@ void forPieces(int64_t count, Body&& body) {
     body(int64_t{0}, count);
 }
 
-// The three plain loops. `out` may be the very array that is read, element by element, which is no dependence between
-// iterations: the pragma says so. A scalar operand is passed by value.
+// The three plain loops. `out` may be the very array that is read, element by element, which is no
+// dependence between iterations: the pragma says so. A scalar operand is passed by value.
 template <class R, class A, class B, class F>
 inline void loopBoth(R* out, const A* a, const B* b, int64_t n, F& f) {
 #pragma GCC ivdep
@@ -116,8 +121,8 @@ void runBroadcast(R* out, const A* a, const B* b, const Broadcast& plan, F& f) {
     runs(int64_t{0}, plan.runCount());
 }
 
-/// Fills `out`, whose size is the expanded one and not empty. REQUIRES: out is neither operand, or that operand's size
-/// is the result's
+/// Fills `out`, whose size is the expanded one and not empty. REQUIRES: out is neither operand, or
+/// that operand's size is the result's
 template <class R, class A, class B, class F>
 void fillBinary(R* out, const SizeVector& size, const TypedArray<A>& a, const TypedArray<B>& b, F& f) {
   constexpr bool kParallel = std::is_nothrow_invocable_v<F&, A, B>;
@@ -143,7 +148,8 @@ bool canHoldResult(const TypedArray<T>& operand, const SizeVector& size) {
 
 }  // namespace loops
 
-/// f applied to the pairs of elements of two arrays, with implicit expansion. The kind of the result is f's.
+/// f applied to the pairs of elements of two arrays, with implicit expansion. The kind of the
+/// result is f's.
 ///
 /// throws Problem "Incompatible array sizes", and what f throws
 template <class A, class B, class F>

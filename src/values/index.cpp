@@ -1,5 +1,6 @@
-// Checks subscripts and finds their cheapest form. The test of a whole number and the search for the greatest position
-// are one pass; an array that counts up by one is found by a pass of its own, which gives up at the first gap.
+// Checks subscripts and finds their cheapest form. The test of a whole number and the search for
+// the greatest position are one pass; an array that counts up by one is found by a pass of its own,
+// which gives up at the first gap.
 #include "values/index.h"
 
 #include <algorithm>
@@ -43,11 +44,12 @@ IntArray positionsOf(const TypedArray<T>& subscripts) {
   return positions;
 }
 
-/// out[k] = subscripts[k] - 1. False where a subscript is not a whole number from 1 to 2^52 - 1; the rest is then
-/// unspecified. *needed receives the greatest subscript.
+/// out[k] = subscripts[k] - 1. False where a subscript is not a whole number from 1 to 2^52 - 1;
+/// the rest is then unspecified. *needed receives the greatest subscript.
 ///
-/// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the sum, and beyond, for
-/// negatives and for NaN the bits are out of that range. So tests and conversion are one loop without branches.
+/// OPTIMIZATION: below 2^52, adding 2^52 leaves the whole part of a number in the low bits of the
+/// sum, and beyond, for negatives and for NaN the bits are out of that range. So tests and
+/// conversion are one loop without branches.
 KELO_VECTOR_CLONES
 bool convertPlainly(const double* subscripts, int64_t n, int64_t* out, int64_t* needed) {
   constexpr double kShift = 0x1p52;

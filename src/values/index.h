@@ -1,9 +1,10 @@
 // Index: one subscript of an index expression, checked and prepared.
 //
-// Positions count from 0 here. A subscript takes the cheapest of three forms: a range of neighbouring positions (a
-// single position, a bare colon, and any array that happens to count up by one, such as that of `2:5`), a list of
-// positions, or a logical mask. Only a list needs memory of its own. The shape is that of the subscript's array, for it
-// decides the shape of what is read; a mask has the shape of its positions: a row if the mask is a row, else a column.
+// Positions count from 0 here. A subscript takes the cheapest of three forms: a range of
+// neighbouring positions (a single position, a bare colon, and any array that happens to count up
+// by one, such as that of `2:5`), a list of positions, or a logical mask. Only a list needs memory
+// of its own. The shape is that of the subscript's array, for it decides the shape of what is read;
+// a mask has the shape of its positions: a row if the mask is a row, else a column.
 //
 // Invariant: needed() is the greatest position plus 1, and 0 when nothing is selected.
 #pragma once
@@ -22,12 +23,13 @@ class Index {
   static Index one(int64_t position) { return Index(position, 1, SizeVector(1, 1)); }
   /// `count` neighbouring positions as a row.
   static Index range(int64_t first, int64_t count) { return Index(first, count, SizeVector(1, count)); }
-  /// ":" over a dimension, or over all elements, of this length: a row of positions, 0 x 0 when there are none.
+  /// ":" over a dimension, or over all elements, of this length: a row of positions, 0 x 0 when
+  /// there are none.
   static Index colon(int64_t extent);
   /// Positions from 0, in the shape of the array. REQUIRES: none is negative
   static Index list(IntArray positions);
-  /// Any value as a subscript, counted from 1. throws Problem when it is no numeric array, or when an element is not a
-  /// positive whole number; FatalFault for a finite element past 64 bits
+  /// Any value as a subscript, counted from 1. throws Problem when it is no numeric array, or when
+  /// an element is not a positive whole number; FatalFault for a finite element past 64 bits
   static Index from(const Storable& subscript);
 
   Form form() const { return form_; }
@@ -42,7 +44,8 @@ class Index {
   /// The positions; null for a range. A mask becomes a list.
   const int64_t* positions() const;
   const SizeVector& shape() const { return shape_; }
-  /// Whether the selection is a vector in the sense of the reading rule: its first or its second length is 1.
+  /// Whether the selection is a vector in the sense of the reading rule: its first or its second
+  /// length is 1.
   bool isVector() const { return shape_.rows() == 1 || shape_.columns() == 1; }
 
  private:

@@ -1,9 +1,9 @@
 // IndexWalk: the positions that subscripts select in an array, as runs along one axis.
 //
-// Subscripts of one position only shift the start. Neighbouring ranges join where the earlier one takes its whole
-// dimension, so that A(:, :, k) or A(:, 2:5) is one run of contiguous elements. What is left are the axes: the
-// innermost is the run, and the others are stepped through like the wheels of a counter. Reading, writing, growth and
-// deletion all walk so.
+// Subscripts of one position only shift the start. Neighbouring ranges join where the earlier one
+// takes its whole dimension, so that A(:, :, k) or A(:, 2:5) is one run of contiguous elements.
+// What is left are the axes: the innermost is the run, and the others are stepped through like the
+// wheels of a counter. Reading, writing, growth and deletion all walk so.
 #pragma once
 
 #include <span>
@@ -28,13 +28,15 @@ class IndexWalk {
   /// REQUIRES: each subscript is within its length; the indices outlive the walk
   IndexWalk(std::span<const int64_t> lengths, std::span<const Index> indices);
 
-  /// The elements of an array of size `part` where they stand in a larger one. REQUIRES: no length is greater
+  /// The elements of an array of size `part` where they stand in a larger one. REQUIRES: no length
+  /// is greater
   IndexWalk(const SizeVector& whole, const SizeVector& part);
 
   int64_t count() const { return count_; }
   const IndexAxis& run() const { return axes_.front(); }
 
-  /// Calls f(start, done) for each run: where it starts in the array, and how many positions came before it.
+  /// Calls f(start, done) for each run: where it starts in the array, and how many positions came
+  /// before it.
   template <class F>
   void forEachRun(F&& f) const;
 
@@ -44,7 +46,7 @@ class IndexWalk {
   std::vector<IndexAxis> axes_;
   int64_t start_ = 0;
   int64_t count_ = 1;
-  bool whole_ = true;  // whether the last axis is a range that takes all positions of its dimensions
+  bool whole_ = true;  // whether the last axis is a range over all of its dimensions
 };
 
 inline IndexWalk::IndexWalk(std::span<const int64_t> lengths, std::span<const Index> indices) {
@@ -74,7 +76,7 @@ inline void IndexWalk::add(int64_t stride, int64_t length, const Index& index) {
   const bool isSingle = index.count() == 1 && length != 1;
   const int64_t first = list ? 0 : index.first();
   if (index.count() == 1 && length == 1) return;
-  if (list == nullptr && whole_ && !axes_.empty() && !isSingle) {  // joins the whole dimensions before it
+  if (list == nullptr && whole_ && !axes_.empty() && !isSingle) {  // joins whole ones before it
     IndexAxis& last = axes_.back();
     last.first = first * last.count;
     last.count *= index.count();

@@ -1,10 +1,12 @@
 // Reading, writing and deleting elements of arrays: A(i), A(i, j) = v, A(:, k) = [].
 //
-// The evaluator evaluates the subscripts, tells each its extent for `end` and ":", and makes an Index of each; the work
-// is done here, alike for the five numeric records and for structure arrays. The plain case of one element of a double
-// array has inline helpers that say false when anything is unusual; what they do is what the general operations do.
+// The evaluator evaluates the subscripts, tells each its extent for `end` and ":", and makes an
+// Index of each; the work is done here, alike for the five numeric records and for structure
+// arrays. The plain case of one element of a double array has inline helpers that say false when
+// anything is unusual; what they do is what the general operations do.
 //
-// With fewer subscripts than dimensions the last one runs over all dimensions that are left, taken as one.
+// With fewer subscripts than dimensions the last one runs over all dimensions that are left, taken
+// as one.
 #pragma once
 
 #include <span>
@@ -14,33 +16,39 @@
 
 namespace kelo {
 
-/// A(I) or A(I1, I2, ...). With one subscript the result has the shape of the index array, unless that is a vector and
-/// A is one: then it lies as A does, a row first. With several, one dimension per subscript.
+/// A(I) or A(I1, I2, ...). With one subscript the result has the shape of the index array, unless
+/// that is a vector and A is one: then it lies as A does, a row first. With several, one dimension
+/// per subscript.
 ///
 /// throws  Problem: no subscript, `array` is no array, a subscript past its length
 Storable readElements(const Storable& array, std::span<const Index> indices);
 
-/// The positions, from 0, of the elements that a read selects, in its order, as a row. throws as readElements
+/// The positions, from 0, of the elements that a read selects, in its order, as a row. throws as
+/// readElements
 IntArray selectedPositions(const SizeVector& size, std::span<const Index> indices);
 
-/// A(I) = B or A(I1, I2, ...) = B on the variable A itself, which is changed in place when nobody else holds its
-/// elements. Numeric kinds are brought together first; an index past the end makes A larger; a scalar B goes
-/// everywhere.
+/// A(I) = B or A(I1, I2, ...) = B on the variable A itself, which is changed in place when nobody
+/// else holds its elements. Numeric kinds are brought together first; an index past the end makes A
+/// larger; a scalar B goes everywhere.
 ///
-/// A grows by one subscript as a row when it is 0 x 0, a scalar or a row, as a column when it is a column.
-/// throws  Problem, and A is as it was: B or A is no array, kinds, fields or sizes do not agree, A cannot grow so
+/// A grows by one subscript as a row when it is 0 x 0, a scalar or a row, as a column when it is a
+/// column.
+/// throws  Problem, and A is as it was: B or A is no array, kinds, fields or sizes do not agree, A
+///         cannot grow so
 void writeElements(Storable& target, std::span<const Index> indices, const Storable& value);
 
-/// A(I) = [] or A(I1, I2, ...) = []. With one subscript a matrix becomes a row. With several, all but one must select
-/// their whole dimension.
+/// A(I) = [] or A(I1, I2, ...) = []. With one subscript a matrix becomes a row. With several, all
+/// but one must select their whole dimension.
 ///
 /// throws  Problem, and A is as it was
 void deleteElements(Storable& target, std::span<const Index> indices);
 
-/// The lengths that `count` subscripts see, and so the extent of `end` and ":" in each: the number of elements for one.
+/// The lengths that `count` subscripts see, and so the extent of `end` and ":" in each: the number
+/// of elements for one.
 inline std::vector<int64_t> indexExtents(const SizeVector& size, int64_t count) { return size.broughtTo(count); }
 
-/// Position from 0 of a subscript from 1 in a dimension of this length; -1 when it is outside or not whole.
+/// Position from 0 of a subscript from 1 in a dimension of this length; -1 when it is outside or
+/// not whole.
 inline int64_t plainPosition(double subscript, int64_t length) {
   if (!(subscript >= 1 && subscript <= static_cast<double>(length))) return -1;
   const auto whole = static_cast<int64_t>(subscript);
@@ -56,8 +64,9 @@ inline int64_t plainPosition(const SizeVector& size, double i, double j) {
 /// x(end + 1) = v on an unshared double vector of two elements or more; false in every other case.
 bool appendScalar(NumericArray& a, double value);
 
-/// One element of a double array by one or two scalar subscripts. False, and nothing is done, in every other case, a
-/// write to shared elements and a subscript out of range included. A write just past the end of a vector appends.
+/// One element of a double array by one or two scalar subscripts. False, and nothing is done, in
+/// every other case, a write to shared elements and a subscript out of range included. A write just
+/// past the end of a vector appends.
 inline bool readScalar(const NumericArray& a, double i, double* out) {
   const int64_t position = a.is(Kind::Double) ? plainPosition(i, a.numElements()) : -1;
   if (position < 0) return false;

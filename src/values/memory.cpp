@@ -1,6 +1,6 @@
-// The store of large blocks. Small blocks go straight to the C library, which is quick for them. A large request is
-// rounded up so that neighbouring sizes share blocks, and is served by the best fitting kept block that wastes less
-// than a quarter.
+// The store of large blocks. Small blocks go straight to the C library, which is quick for them. A
+// large request is rounded up so that neighbouring sizes share blocks, and is served by the best
+// fitting kept block that wastes less than a quarter.
 #include "values/memory.h"
 
 #include <cstdlib>
@@ -20,7 +20,8 @@ struct Kept {
   int64_t capacity;
 };
 
-// Plain data, so that freeing never allocates and arrays of static objects may still be freed when the program ends.
+// Plain data, so that freeing never allocates and arrays of static objects may still be freed when
+// the program ends.
 Kept g_kept[kKeptBlocksAtMost];
 int g_keptCount = 0;
 int64_t g_keptBytes = 0;

@@ -1,6 +1,7 @@
-// Memory for array elements: one limit for a single array, checked before asking the system, and a bounded store of
-// large freed blocks. Pages that the system has just handed out are the dearest thing in a large computation; reused
-// ones are several times faster to write, so a freed large block waits here for the next array.
+// Memory for array elements: one limit for a single array, checked before asking the system, and a
+// bounded store of large freed blocks. Pages that the system has just handed out are the dearest
+// thing in a large computation; reused ones are several times faster to write, so a freed large
+// block waits here for the next array.
 //
 // Thread: the interpreter's thread only.
 #pragma once
@@ -18,7 +19,8 @@ struct OutOfMemory : std::bad_alloc {
   const char* what() const noexcept override { return "out of memory"; }
 };
 
-/// A block of at least `bytes` bytes, aligned to 16, a large one to 64. *capacity receives its true size in bytes.
+/// A block of at least `bytes` bytes, aligned to 16, a large one to 64. *capacity receives its true
+/// size in bytes.
 /// throws OutOfMemory beyond the limit or when the system has none
 void* allocateBlock(int64_t bytes, int64_t* capacity);
 void freeBlock(void* block, int64_t capacity) noexcept;

@@ -1,5 +1,6 @@
 #include "values/name.h"
 
+#include <algorithm>
 #include <deque>
 #include <unordered_map>
 
@@ -28,5 +29,11 @@ Name Name::intern(std::string_view text) {
 }
 
 const std::string& Name::text() const { return table().texts[id_]; }
+
+bool followsNameRule(std::string_view word) {
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  const auto isPart = [&](char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '_'; };
+  return !word.empty() && isLetter(word[0]) && std::all_of(word.begin(), word.end(), isPart);
+}
 
 }  // namespace kelo

@@ -1,11 +1,12 @@
-// Element-wise operators: each picks the kind of the work by commonKind, converts both operands to it and hands one
-// scalar function to the loop. Characters become numbers before sizes are compared, since one character may give two
-// numbers.
+// Element-wise operators: each picks the kind of the work by commonKind, converts both operands to
+// it and hands one scalar function to the loop. Characters become numbers before sizes are
+// compared, since one character may give two numbers.
 #include "values/operators.h"
 
 #include <algorithm>
 
 #include "messages/fatal_fault.h"
+#include "values/numbers.h"
 
 namespace kelo {
 namespace {
@@ -23,7 +24,8 @@ struct Operands {
   NumericArray in(F f) {
     return binaryLoop(converted<T>(std::move(a)), converted<T>(std::move(b)), f);
   }
-  /// The kind in which `+`, `-`, `.*` and the order comparisons work: logical and char count as doubles.
+  /// The kind in which `+`, `-`, `.*` and the order comparisons work: logical and char count as
+  /// doubles.
   Kind arithmeticKind() const {
     const Kind kind = commonKind(a, b);
     return kind == Kind::Logical || kind == Kind::Char ? Kind::Double : kind;
@@ -62,10 +64,6 @@ NumericArray equality(Operands& ab, F f) {
   return ab.in<double>(f);
 }
 
-NumericArray charsToNumbers(NumericArray array) {
-  return array.is(Kind::Char) ? NumericArray(std::move(array).toDoubleArray()) : array;
-}
-
 // Sizes come first: an element that drops out beside an empty array need not be convertible.
 template <class F>
 NumericArray logic(Operands& ab, F f) {
@@ -75,8 +73,8 @@ NumericArray logic(Operands& ab, F f) {
   return size.hasZeroLength() ? LogicalArray::uninitialized(size) : ab.in<bool>(f);
 }
 
-// One element outside the real domain makes the whole result complex. The pairs matter, not the operands alone, but
-// only where there is a negative base and a fraction at all.
+// One element outside the real domain makes the whole result complex. The pairs matter, not the
+// operands alone, but only where there is a negative base and a fraction at all.
 bool allPowersReal(const DoubleArray& a, const DoubleArray& b) {
   const auto some = [](const DoubleArray& array, auto test) {
     return std::any_of(array.values().begin(), array.values().end(), test);

@@ -1,9 +1,9 @@
 // The operators on whole arrays.
 //
-// Which operand's kind rules is one matrix (commonKind); the size of a result is one rule (expandedSize in
-// elementwise.h). Operands are taken by value: a temporary of the right kind and size that nobody else holds receives
-// the result, so a chain such as a.*b + c./d - e on large arrays needs two blocks. The operators of matrices (* / \ ^)
-// live in linear/.
+// Which operand's kind rules is one matrix (commonKind); the size of a result is one rule
+// (expandedSize in elementwise.h). Operands are taken by value: a temporary of the right kind and
+// size that nobody else holds receives the result, so a chain such as a.*b + c./d - e on large
+// arrays needs two blocks. The operators of matrices (* / \ ^) live in linear/.
 #pragma once
 
 #include <cmath>
@@ -20,7 +20,8 @@ enum class BinaryOp : uint8_t {
 };
 enum class UnaryOp : uint8_t { plus, minus, not_ };
 
-/// Complex beats double beats int beats char beats logical. The entry tells whether A (rows) rules over B (columns).
+/// Complex beats double beats int beats char beats logical. The entry tells whether A (rows) rules
+/// over B (columns).
 inline constexpr bool kLeftRules[kKindCount][kKindCount] = {
     // B:       double int    logical complex char       A:
     /*double*/  {true,  true,  true,  false, true},
@@ -45,19 +46,21 @@ static_assert([] {  // the ruling kind does not depend on the order, and a kind 
   return true;
 }());
 
-/// Whether the kind of the left operand rules. Beside an empty operand the other one rules; of two empties the right
-/// one.
+/// Whether the kind of the left operand rules. Beside an empty operand the other one rules; of two
+/// empties the right one.
 bool leftRules(const NumericArray& a, const NumericArray& b);
 Kind commonKind(const NumericArray& a, const NumericArray& b);
 
 /// An element-wise operation. `*`, `^`, `\` and `/` act as their dotted forms.
-/// throws Problem for sizes that do not go together and for what cannot be converted; FatalFault for integer overflow
+/// throws Problem for sizes that do not go together and for what cannot be converted; FatalFault
+/// for integer overflow
 NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b);
 
 /// `+` gives the operand itself, `-` a number, `~` a logical.
 NumericArray unary(UnaryOp op, NumericArray a);
 
-/// A scalar, vector or matrix with rows and columns exchanged; `conjugate` changes complex elements only.
+/// A scalar, vector or matrix with rows and columns exchanged; `conjugate` changes complex elements
+/// only.
 /// throws Problem for what is no array and for more than two dimensions
 Storable transpose(Storable value, bool conjugate);
 
@@ -71,25 +74,26 @@ struct Range {
   DoubleArray elements() const;
 };
 
-/// The range of three operands, without elements when one of them is empty. `step` null: 1. The last element may stand
-/// a rounding error beyond `last`. throws Problem unless all are real finite scalars; FatalFault for a count past 64
-/// bits
+/// The range of three operands, without elements when one of them is empty. `step` null: 1. The
+/// last element may stand a rounding error beyond `last`. throws Problem unless all are real finite
+/// scalars; FatalFault for a count past 64 bits
 Range rangeOf(const NumericArray& first, const NumericArray* step, const NumericArray& last);
 
-/// Joins arrays along dimension `dim`, counted from 1. Empty arrays drop out; nothing left gives a double 0 x 0. The
-/// kind is that of joining from the left, two at a time. The pieces are consumed. throws Problem for lengths that
-/// differ elsewhere, for numbers beside structures
+/// Joins arrays along dimension `dim`, counted from 1. Empty arrays drop out; nothing left gives a
+/// double 0 x 0. The kind is that of joining from the left, two at a time. The pieces are consumed.
+/// throws Problem for lengths that differ elsewhere, for numbers beside structures
 Storable catenate(std::span<Storable> list, int64_t dim);
 inline Storable catenate(std::vector<Storable> list, int64_t dim) { return catenate(std::span<Storable>(list), dim); }
 
 // Scalars of doubles, for the evaluator: nothing is allocated or looked up.
 
-/// Whether a to the power b is real: not so for a negative base with an exponent that is no whole number.
+/// Whether a to the power b is real: not so for a negative base with an exponent that is no whole
+/// number.
 inline bool isRealPower(double a, double b) { return !(a < 0) || b == std::floor(b) || std::isnan(b); }
 /// REQUIRES: isRealPower(a, b)
 inline double realPower(double a, double b) { return b == 2 ? a * a : std::pow(a, b); }
-/// Two numbers under an arithmetic operator. False, and nothing is done, for the other operators and where the result
-/// is complex.
+/// Two numbers under an arithmetic operator. False, and nothing is done, for the other operators
+/// and where the result is complex.
 inline bool scalarArithmetic(BinaryOp op, double a, double b, double* result) {
   switch (op) {
     case BinaryOp::plus: *result = a + b; return true;
@@ -118,8 +122,8 @@ inline bool scalarComparison(BinaryOp op, double a, double b, bool* result) {
   }
 }
 
-/// Principal value. Real where both operands are and isRealPower; whole exponents by products; 0 to a negative power is
-/// Inf.
+/// Principal value. Real where both operands are and isRealPower; whole exponents by products; 0 to
+/// a negative power is Inf.
 ComplexDouble complexPower(ComplexDouble a, ComplexDouble b);
 
 }  // namespace kelo

@@ -1,7 +1,8 @@
-// The properties of arrays: one loop over the elements for each, ended by the first element that decides.
+// The properties of arrays: one loop over the elements for each, ended by the first element that
+// decides.
 //
-// The finite-only rows are written as the search for a finite element that breaks the rule, each as two comparisons, so
-// that Inf and NaN need no test of their own.
+// The finite-only rows are written as the search for a finite element that breaks the rule, each as
+// two comparisons, so that Inf and NaN need no test of their own.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -23,7 +24,8 @@ bool none(std::span<const T, N> values, F breaks) {
 bool isFinite(double x) { return std::fabs(x) <= kGreatest; }
 bool isFinite(ComplexDouble z) { return isFinite(z.real) && isFinite(z.imaginary); }
 
-// NOTE: intended. The test is a cast to 64 bits and back, and a number that has no place there is a fault.
+// NOTE: intended. The test is a cast to 64 bits and back, and a number that has no place there is a
+// fault.
 bool hasFraction(double x) {
   if (!isFinite(x)) return false;
   if (std::fabs(x) >= kTwoTo63) throwFatalFault("whole-number test beyond 64-bit integers");
@@ -99,8 +101,8 @@ bool holds(std::span<const Character> text, Property property) {
   }
 }
 
-// The shapes stand in the enumeration behind the other properties: for each the plain case, the case in numbers and the
-// case in characters. The last shape has no plain case.
+// The shapes stand in the enumeration behind the other properties: for each the plain case, the
+// case in numbers and the case in characters. The last shape has no plain case.
 
 bool isInChars(Property shape) {
   switch (shape) {
@@ -125,8 +127,8 @@ bool hasShape(const SizeVector& size, Property shape) {
 
 }  // namespace
 
-// A number by itself has every shape. A conversion of numbers to characters never fails and keeps the size, so the
-// variants of a shape differ for text only.
+// A number by itself has every shape. A conversion of numbers to characters never fails and keeps
+// the size, so the variants of a shape differ for text only.
 bool NumericArray::has(Property property) const {
   if (isDoubleScalar()) {
     const double x = asDouble().scalar();

@@ -1,6 +1,6 @@
-// Ranges. The elements are those of a walk: first + k*step for k = 0, 1, ... until one has passed `last` by more than a
-// rounding error. Whether the k-th is still counted is monotone in k, so the count is found by bisection around the
-// quotient.
+// Ranges. The elements are those of a walk: first + k*step for k = 0, 1, ... until one has passed
+// `last` by more than a rounding error. Whether the k-th is still counted is monotone in k, so the
+// count is found by bisection around the quotient.
 #include <cmath>
 
 #include "messages/catalogue/operators.h"

@@ -1,6 +1,6 @@
-// Reads elements. Every read is a walk over the selected positions that copies run by run; what differs is the bounds
-// check and the shape of the result. A logical mask as the only subscript is read without making a list of its
-// positions.
+// Reads elements. Every read is a walk over the selected positions that copies run by run; what
+// differs is the bounds check and the shape of the result. A logical mask as the only subscript is
+// read without making a list of its positions.
 #include <algorithm>
 
 #include "messages/catalogue/indexing.h"
@@ -14,7 +14,8 @@ namespace {
 
 SizeVector shapeOfOneIndex(const SizeVector& array, const Index& index) {
   if (!index.isVector()) return index.shape();
-  // NOTE: intended: a scalar counts as a row, and ":" is a row of positions, so that A(:) of a matrix is a row.
+  // NOTE: intended: a scalar counts as a row, and ":" is a row of positions, so that A(:) of a
+  // matrix is a row.
   if (array.isRow()) return SizeVector(1, index.count());
   if (array.isColumn()) return SizeVector(index.count(), 1);
   return index.shape();
@@ -58,7 +59,8 @@ TypedArray<T> readWalk(const TypedArray<T>& array, const IndexWalk& walk, const 
   return result;
 }
 
-// Writes every element up to the last selected one to the place of the next selected one, so that there is no branch.
+// Writes every element up to the last selected one to the place of the next selected one, so that
+// there is no branch.
 template <class T>
 TypedArray<T> readMask(const TypedArray<T>& array, const Index& index, const SizeVector& shape) {
   auto result = TypedArray<T>::uninitialized(shape);

@@ -66,13 +66,6 @@ SizeVector& SizeVector::operator=(SizeVector other) noexcept {
   return *this;
 }
 
-std::optional<int64_t> SizeVector::firstNonSingletonDimension() const {
-  const auto lengths = vec();
-  const auto found = std::find_if(lengths.begin(), lengths.end(), [](int64_t n) { return n > 1; });
-  if (found == lengths.end()) return std::nullopt;
-  return found - lengths.begin() + 1;
-}
-
 int64_t SizeVector::defaultDimension() const {
   const auto lengths = vec();
   const auto found = std::find_if(lengths.begin(), lengths.end(), [](int64_t n) { return n != 1; });
@@ -100,44 +93,6 @@ std::vector<int64_t> SizeVector::broughtTo(int64_t n) const {
   }
   if (count() > n) result.back() = productOf(lengths.data() + n - 1, count() - n + 1);
   return result;
-}
-
-std::vector<int64_t> SizeVector::subscriptsFromLinearIndex(int64_t i) const {
-  if (i >= numElements_) throw problem(text::linearIndexExceeds(i + 1, numElements_));
-  std::vector<int64_t> subscripts;
-  for (const int64_t length : vec()) {
-    subscripts.push_back(i % length);
-    i /= length;
-  }
-  return subscripts;
-}
-
-int64_t SizeVector::linearIndexFromSubscripts(std::span<const int64_t> subscripts) const {
-  const auto given = static_cast<int64_t>(subscripts.size());
-  for (int64_t d = 1; d <= given; ++d) {
-    const int64_t subscript = subscripts[static_cast<size_t>(d - 1)];
-    if (subscript < 0 || subscript >= dimensionLength(d)) throw problem(text::subscriptExceeds(d));
-  }
-  int64_t index = 0;
-  for (int64_t d = given; d >= 1; --d) {
-    index = checkedAdd(checkedMultiply(index, dimensionLength(d)), subscripts[static_cast<size_t>(d - 1)]);
-  }
-  return index;
-}
-
-std::optional<int64_t> SizeVector::remappedLinearIndex(int64_t i, const SizeVector& larger) const {
-  for (int64_t d = 1; d <= std::max(count(), larger.count()); ++d) {
-    if (dimensionLength(d) > larger.dimensionLength(d)) return std::nullopt;
-  }
-  if (i < 0 || i >= numElements_) return std::nullopt;
-  return larger.linearIndexFromSubscripts(subscriptsFromLinearIndex(i));
-}
-
-SizeVector SizeVector::rotatedLeft(int64_t n) const {
-  if (n < 0) throw problem(text::kUnexpectedError);
-  std::vector<int64_t> lengths(vec().begin(), vec().end());
-  std::rotate(lengths.begin(), lengths.begin() + n % count(), lengths.end());
-  return SizeVector(lengths);
 }
 
 std::string SizeVector::description() const {

@@ -1,9 +1,10 @@
 // The lengths of an array's dimensions.
 //
-// At least two lengths are held. They are kept as given, so they may end in 1s; `ndim` says how many of them count: up
-// to the last one that is not 1, and never fewer than two. "Empty" means throughout the system that some length is 0.
-// Two sizes are equal when the lengths that count are equal. Element (s1, s2, ...) of an array, counted from 0, stands
-// at s1 + s2*d1 + s3*d1*d2 + ...: column-major order.
+// At least two lengths are held. They are kept as given, so they may end in 1s; `ndim` says how
+// many of them count: up to the last one that is not 1, and never fewer than two. "Empty" means
+// throughout the system that some length is 0. Two sizes are equal when the lengths that count are
+// equal. Element (s1, s2, ...) of an array, counted from 0, stands at s1 + s2*d1 + s3*d1*d2 + ...:
+// column-major order.
 //
 // Two lengths are held inline; more are held on the heap, so that a matrix's size never allocates.
 // Invariant: numElements() == product of vec(); 2 <= ndim() <= count().
@@ -11,7 +12,6 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -25,7 +25,8 @@ class SizeVector {
   SizeVector() noexcept : SizeVector(0, 0) {}
   /// rows x columns. throws FatalFault when the product passes 64 bits
   SizeVector(int64_t rows, int64_t columns);
-  /// Any number of lengths. throws Problem for fewer than two; FatalFault when the product passes 64 bits
+  /// Any number of lengths. throws Problem for fewer than two; FatalFault when the product passes
+  /// 64 bits
   explicit SizeVector(std::span<const int64_t> vec);
   SizeVector(std::initializer_list<int64_t> vec) : SizeVector(std::span<const int64_t>(vec.begin(), vec.size())) {}
 
@@ -52,9 +53,8 @@ class SizeVector {
 
   /// Length of the dimension d, counted from 1; 1 past the last entry.
   int64_t dimensionLength(int64_t d) const { return d <= count_ ? vec()[static_cast<size_t>(d - 1)] : 1; }
-  /// Position from 1 of the first length greater than 1; a zero length does not count.
-  std::optional<int64_t> firstNonSingletonDimension() const;
-  /// The dimension that reductions run along unless one is given: the first whose length is not 1, else 1.
+  /// The dimension that reductions run along unless one is given: the first whose length is not 1,
+  /// else 1.
   int64_t defaultDimension() const;
   /// Elements between neighbours along dimension d (from 1): the product of the lengths before it.
   int64_t strideOf(int64_t d) const;
@@ -63,17 +63,9 @@ class SizeVector {
   SizeVector trimmed() const;
   /// The same lengths with dimension d (from 1) set to `length`; shorter sizes are filled with 1s.
   SizeVector withDimension(int64_t d, int64_t length) const;
-  /// The lengths brought to exactly n >= 1 entries: filled with 1s, or the trailing ones multiplied into the last.
+  /// The lengths brought to exactly n >= 1 entries: filled with 1s, or the trailing ones multiplied
+  /// into the last.
   std::vector<int64_t> broughtTo(int64_t n) const;
-
-  /// Subscripts from 0, one per entry, of the position i from 0. throws Problem at or past numElements
-  std::vector<int64_t> subscriptsFromLinearIndex(int64_t i) const;
-  /// Position of the subscripts, all from 0. Missing ones count as 0, extra ones must be 0. throws Problem
-  int64_t linearIndexFromSubscripts(std::span<const int64_t> subscripts) const;
-  /// Where the element at i of this size stands in an array of size `larger`; absent when it does not fit.
-  std::optional<int64_t> remappedLinearIndex(int64_t i, const SizeVector& larger) const;
-  /// The lengths rotated left by n modulo their number. throws Problem for a negative n
-  SizeVector rotatedLeft(int64_t n) const;
 
   /// "2 x 3", of the lengths that count.
   std::string description() const;

@@ -10,7 +10,8 @@ namespace kelo {
 
 namespace {
 
-// The number of values that so many elements hold. throws OutOfMemory where they pass the limit for one array
+// The number of values that so many elements hold. throws OutOfMemory where they pass the limit for
+// one array
 size_t valueCount(int64_t elements, size_t fields) {
   const auto elementBytes = static_cast<int64_t>(std::max<size_t>(fields, 1) * sizeof(Storable));
   if (fields > 0 && elements > arrayByteLimit() / elementBytes) throw OutOfMemory();

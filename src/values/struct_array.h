@@ -1,9 +1,9 @@
 // StructArray: an array of structures that all have the same fields.
 //
-// One shared body holds the size, the field names in the order in which they were made, and the values of all elements:
-// those of an element stand together, in field order. A copy shares the body; a write takes a body of its own first.
-// An array without elements has no field names. A scalar structure is the 1 x 1 case. What was moved from may only be
-// assigned to or destroyed.
+// One shared body holds the size, the field names in the order in which they were made, and the
+// values of all elements: those of an element stand together, in field order. A copy shares the
+// body; a write takes a body of its own first. An array without elements has no field names. A
+// scalar structure is the 1 x 1 case. What was moved from may only be assigned to or destroyed.
 #pragma once
 
 #include <span>
@@ -21,7 +21,8 @@ class StructArray {
  public:
   /// 1 x 1 without fields.
   StructArray();
-  /// `size` with the given fields, each value an empty double. Without elements there are no fields.
+  /// `size` with the given fields, each value an empty double. Without elements there are no
+  /// fields.
   StructArray(const SizeVector& size, std::vector<Name> fields);
   StructArray(const StructArray&);
   StructArray(StructArray&&) noexcept;
@@ -43,19 +44,22 @@ class StructArray {
   const Storable& value(int64_t element, int64_t field) const;
   /// The same for writing; the body is made this array's own first.
   Storable& writableValue(int64_t element, int64_t field);
-  /// Adds a field, if it is missing, with an empty double in each element, and gives its index. REQUIRES: not empty
+  /// Adds a field, if it is missing, with an empty double in each element, and gives its index.
+  /// REQUIRES: not empty
   int64_t ensureField(Name field);
   void removeField(Name field);
 
-  /// The elements at positions from 0, in the given shape; position -1 gives an element of empty doubles.
+  /// The elements at positions from 0, in the given shape; position -1 gives an element of empty
+  /// doubles.
   /// REQUIRES: size.numElements() == positions.size()
   StructArray gathered(std::span<const int64_t> positions, const SizeVector& size) const;
   /// One element as a 1 x 1 array.
   StructArray element(int64_t position) const;
   /// Overwrites the element at a position with one of another array. REQUIRES: hasSameFields(from)
   void setElement(int64_t position, const StructArray& from, int64_t fromPosition);
-  /// Makes the array larger, with elements of empty doubles behind the old ones, in place where it may and with spare
-  /// room, so that appending is cheap on average. REQUIRES: not empty; the old elements keep their linear positions
+  /// Makes the array larger, with elements of empty doubles behind the old ones, in place where it
+  /// may and with spare room, so that appending is cheap on average. REQUIRES: not empty; the old
+  /// elements keep their linear positions
   void extend(const SizeVector& size);
   /// The same elements in another shape. REQUIRES: as many elements
   StructArray reshaped(const SizeVector& size) const;

@@ -1,5 +1,5 @@
-// Transposition: an exchange of the two dimensions, and for complex numbers, where asked for, of the signs of the
-// imaginary parts.
+// Transposition: an exchange of the two dimensions, and for complex numbers, where asked for, of
+// the signs of the imaginary parts.
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 #include "values/element_view.h"

@@ -14,7 +14,8 @@ const SizeVector ArrayCell::kScalarSize{1, 1};
 ArrayBlock* ArrayBlock::create(SizeVector size, int64_t elementBytes) {
   static_assert(sizeof(ArrayBlock) <= kHeaderBytes && kHeaderBytes % 16 == 0);
   if (size.numElements() < 0) throwFatalFault("negative array size");
-  if (size.numElements() > arrayByteLimit() / elementBytes) throw OutOfMemory();  // also where the bytes pass 64 bits
+  // Also where the bytes pass 64 bits.
+  if (size.numElements() > arrayByteLimit() / elementBytes) throw OutOfMemory();
   const int64_t bytes = checkedAdd(size.numElements() * elementBytes, kHeaderBytes);
   int64_t capacity = 0;
   void* memory = allocateBlock(bytes, &capacity);

@@ -1,14 +1,17 @@
-// TypedArray<T>: an array of one element kind, in column-major order; the record behind every numeric value.
+// TypedArray<T>: an array of one element kind, in column-major order; the record behind every
+// numeric value.
 //
-// Storage. A 1 x 1 array holds its element inline and never allocates. Any other array is one counted block that
-// holds size and elements together. A copy shares the block; writable() makes it this array's own first. An array whose
-// block nobody else holds is therefore written in place: results of operators reuse the blocks of their temporaries.
-// What was moved from is some scalar: it may be read, and says nothing.
+// Storage. A 1 x 1 array holds its element inline and never allocates. Any other array is one
+// counted block that holds size and elements together. A copy shares the block; writable() makes it
+// this array's own first. An array whose block nobody else holds is therefore written in place:
+// results of operators reuse the blocks of their temporaries. What was moved from is some scalar:
+// it may be read, and says nothing.
 //
-// "Empty" means that some length is 0; a default-made array is 0 x 0. Trailing 1s behind ndim are dropped from the size
-// when an array is made.
+// "Empty" means that some length is 0; a default-made array is 0 x 0. Trailing 1s behind ndim are
+// dropped from the size when an array is made.
 //
-// Invariant: numElements() == size().numElements(); the size is 1 x 1 exactly when no block is held.
+// Invariant: numElements() == size().numElements(); the size is 1 x 1 exactly when no block is
+// held.
 #pragma once
 
 #include <algorithm>
@@ -24,8 +27,8 @@
 
 namespace kelo {
 
-/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes, those of large blocks
-/// to 64.
+/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes, those
+/// of large blocks to 64.
 class ArrayBlock : public Counted {
  public:
   /// throws OutOfMemory; FatalFault for a negative size, which is a defect of the caller
@@ -68,7 +71,8 @@ class ArrayCell {
     return *this;
   }
   ArrayCell& operator=(ArrayCell&& other) noexcept {
-    ArrayBlock* taken = std::exchange(other.block_, nullptr);  // first, so that a move to itself changes nothing
+    // First, so that a move to itself changes nothing.
+    ArrayBlock* taken = std::exchange(other.block_, nullptr);
     ArrayBlock* old = std::exchange(block_, taken);
     std::memcpy(scalar_, other.scalar_, sizeof scalar_);
     if (old) old->release();
@@ -89,8 +93,8 @@ class ArrayCell {
 
  protected:
   explicit ArrayCell(ArrayBlock* block) : block_(block), scalar_{} {}
-  /// An inline element. OPTIMIZATION: all 16 bytes are written at once, for they are read at once when the cell moves,
-  /// and a read that spans two recent writes waits for both.
+  /// An inline element. OPTIMIZATION: all 16 bytes are written at once, for they are read at once
+  /// when the cell moves, and a read that spans two recent writes waits for both.
   template <class T>
     requires(sizeof(T) <= sizeof(double))
   ArrayCell(std::in_place_t, T element) : block_(nullptr) {
@@ -125,7 +129,8 @@ class TypedArray : public ArrayCell {
   TypedArray(const SizeVector& size, T fill) : TypedArray(uninitialized(size)) {
     std::fill_n(writable(), numElements(), fill);
   }
-  /// `size` with the given elements. throws Problem in the record's own words when the counts differ
+  /// `size` with the given elements. throws Problem in the record's own words when the counts
+  /// differ
   TypedArray(const SizeVector& size, std::span<const T> elements);
   template <std::same_as<T> U>
     requires(!std::is_same_v<U, bool>)
@@ -160,12 +165,14 @@ class TypedArray : public ArrayCell {
     return static_cast<T*>(block_->elements());
   }
 
-  /// The same elements in another shape; moves where it may. REQUIRES: size.numElements() == numElements()
+  /// The same elements in another shape; moves where it may. REQUIRES: size.numElements() ==
+  /// numElements()
   TypedArray reshaped(const SizeVector& size) &&;
   TypedArray reshaped(const SizeVector& size) const& { return TypedArray(*this).reshaped(size); }
 
-  /// Makes a vector (or an empty array or a scalar) longer or shorter along the dimension that it extends in, in place
-  /// where it may, with spare room, so that appending is cheap on average. New elements are yet to be written.
+  /// Makes a vector (or an empty array or a scalar) longer or shorter along the dimension that it
+  /// extends in, in place where it may, with spare room, so that appending is cheap on average. New
+  /// elements are yet to be written.
   /// REQUIRES: newSize has one dimension that is not 1, at the place where this array's is
   void resizeVector(const SizeVector& newSize);
 

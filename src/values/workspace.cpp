@@ -145,11 +145,6 @@ bool Workspace::erase(Name name) {
   return table_->erase(name);
 }
 
-void Workspace::clearVariables() {
-  table_ = newTable();
-  captured_ = {};
-}
-
 void Workspace::removeLocalFunctions() {
   for (const Name name : names()) {
     const Storable* value = find(name);

@@ -69,7 +69,6 @@ class Workspace {
   }
   void set(Name name, Storable value);
   bool erase(Name name);
-  void clearVariables();
   /// Removes every local function that was entered as a variable.
   void removeLocalFunctions();
   /// The names of all variables that can be read here, in no particular order; local functions included.

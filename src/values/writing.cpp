@@ -1,6 +1,7 @@
-// Writes elements. All that can fail comes first: kinds, sizes and growth are settled before the variable is touched,
-// so that a failed write leaves it as it was. Then the array is made larger if need be, in place where the old elements
-// keep their positions and nobody else holds them, and the value is written run by run.
+// Writes elements. All that can fail comes first: kinds, sizes and growth are settled before the
+// variable is touched, so that a failed write leaves it as it was. Then the array is made larger if
+// need be, in place where the old elements keep their positions and nobody else holds them, and the
+// value is written run by run.
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -88,8 +89,8 @@ void fillRun(T* to, const IndexAxis& run, T value) {
   }
 }
 
-// OPTIMIZATION: the choice between old and new is made on the bits, without a branch that a random mask would
-// mispredict.
+// OPTIMIZATION: the choice between old and new is made on the bits, without a branch that a random
+// mask would mispredict.
 template <class T>
 void fillMask(T* to, const Index& index, T value) {
   using Word = std::conditional_t<sizeof(T) % 8 == 0, uint64_t, std::conditional_t<sizeof(T) == 4, uint32_t, uint8_t>>;
@@ -106,7 +107,8 @@ void fillMask(T* to, const Index& index, T value) {
   }
 }
 
-// REQUIRES: the sizes agree. The value is held by the caller beside the array, so that A(I) = A reads the old elements.
+// REQUIRES: the sizes agree. The value is held by the caller beside the array, so that A(I) = A
+// reads the old elements.
 template <class T>
 void writeRecord(TypedArray<T>& array, std::span<const Index> indices, const TypedArray<T>& value) {
   const SizeVector size = grownSize(array.size(), indices);

@@ -7,7 +7,7 @@
 
 #include "builtins/calls.h"
 #include "builtins/reductions/column_kernels.h"
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "builtins/special/gamma.h"
 
 namespace kelo::testing {

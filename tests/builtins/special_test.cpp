@@ -97,8 +97,8 @@ TEST(Distributions, methodsOfTheIncompleteGammaFunctionAgree) {
   for (const double a : {100.0, 150.0, 1000.0}) {
     for (const double x : {a - 2 * std::sqrt(a), a, a + 3 * std::sqrt(a)}) {
       const double q = x < a + 1 ? 1 - special::gser(a, x) : special::gcf(a, x);
-      EXPECT_NEAR(special::gammpapprox(a, x, false), q, 1e-12) << a << " " << x;
-      EXPECT_NEAR(special::gammpapprox(a, x, true), 1 - q, 1e-12) << a << " " << x;
+      EXPECT_NEAR(special::gammpapprox(a, x, special::Tail::upper), q, 1e-12) << a << " " << x;
+      EXPECT_NEAR(special::gammpapprox(a, x, special::Tail::lower), 1 - q, 1e-12) << a << " " << x;
     }
   }
 }

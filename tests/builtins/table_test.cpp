@@ -22,16 +22,13 @@ std::vector<std::string> shownBy(const Builtin& row, int inputs, std::optional<i
 }
 
 TEST(Table, HasEachReservedNameOnce) {
-  std::set<std::string_view> reserved(builtinNames().begin(), builtinNames().end());
-  EXPECT_EQ(reserved.size(), 260u);
-  const auto rows = builtins::library().rows();
-  EXPECT_EQ(rows.size(), reserved.size());
-  for (const Builtin* row : rows) EXPECT_TRUE(reserved.contains(row->name)) << row->name;
+  std::vector<std::string_view> names;
+  for (const Builtin* row : builtins::library().rows()) names.push_back(row->name);
+  EXPECT_EQ(names, std::vector<std::string_view>(std::begin(kBuiltinNames), std::end(kBuiltinNames)));
 }
 
 TEST(Table, TellsWhatEachFunctionIsFor) {
   for (const Builtin* row : builtins::library().rows()) {
-    if (row->handler == nullptr) continue;
     EXPECT_GT(std::string_view(row->help).size(), 5u) << row->name;
     EXPECT_NE(std::string_view(row->help).back(), '.') << row->name;
     EXPECT_NE(std::string_view(row->example).find(row->name), std::string_view::npos) << row->name;
@@ -43,7 +40,7 @@ TEST(Table, TellsWhatEachFunctionIsFor) {
 TEST(Table, GivesExamplesThatRun) {
   const std::set<std::string_view> waiting = {"input", "pause"};
   for (const Builtin* row : builtins::library().rows()) {
-    if (row->handler == nullptr || waiting.contains(row->name)) continue;
+    if (waiting.contains(row->name)) continue;
     TestApp test(builtins::library());
     test.app.startCommand(row->example);
     test.mainQueue.drain();
@@ -55,7 +52,6 @@ TEST(Table, GivesExamplesThatRun) {
 
 TEST(Table, RefusesWrongCountsWithOneSentence) {
   for (const Builtin* row : builtins::library().rows()) {
-    if (row->handler == nullptr) continue;
     if (row->inputs.least > 0) {
       EXPECT_EQ(shownBy(*row, row->inputs.least - 1, 1).size(), 1u) << row->name;
     }
@@ -66,14 +62,6 @@ TEST(Table, RefusesWrongCountsWithOneSentence) {
     if (row->outputs < kAny) {
       EXPECT_EQ(shownBy(*row, row->inputs.least, tooMany).size(), 1u) << row->name;
     }
-  }
-}
-
-TEST(Table, RefusesWhatIsNotSupportedYet) {
-  for (const Builtin* row : builtins::library().rows()) {
-    if (row->handler != nullptr) continue;
-    const std::string expected = "Error in the console. " + std::string(row->name) + "() not supported yet.";
-    EXPECT_EQ(shownBy(*row, 1, std::nullopt), std::vector<std::string>{expected});
   }
 }
 

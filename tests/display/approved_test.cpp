@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "display/display.h"
+#include "places.h"
 #include "values/arrays.h"
 
 namespace kelo {
@@ -19,7 +20,7 @@ namespace {
 
 using namespace testing;
 
-const std::string kFolder = std::string(KELO_TESTS_DIR) + "/display/approved/";
+const std::string kFolder = test::testsDir() + "/display/approved/";
 
 void expectApproved(const std::string& name, const std::string& text) {
   const std::string path = kFolder + name + ".txt", received = kFolder + name + ".received";

@@ -14,6 +14,7 @@
 
 #include "KeloParser.h"
 #include "grammar/corpus.h"
+#include "places.h"
 
 namespace kelo {
 
@@ -28,7 +29,7 @@ class GrammarOracle {
     for (size_t type = 1; type <= vocabulary.getMaxTokenType(); ++type) {
       symbols_.emplace(vocabulary.getSymbolicName(type), type);
     }
-    const std::string file = corpus::contentOf(KELO_TESTS_DIR "/../src/grammar/Kelo.g4");
+    const std::string file = corpus::contentOf(test::testsDir() + "/../src/grammar/Kelo.g4");
     const std::regex word(R"re(//.*|\{[^}]*\}\?|\[[^\]]*\]|#\s*\w+|locals|('[^']*'|\w+|\*\?|[:;|()*+?]))re");
     const auto begin = file.begin() + static_cast<ptrdiff_t>(file.find("\nprog\n"));
     for (std::sregex_iterator at(begin, file.end(), word), end; at != end; ++at) {

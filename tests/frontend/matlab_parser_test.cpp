@@ -7,6 +7,7 @@
 
 #include <functional>
 
+#include "frontend/node_text.h"
 #include "platform/memory_file_system.h"
 #include "values/expect_failure.h"
 
@@ -17,15 +18,10 @@ class MatlabParserTest : public testing::Test {
  protected:
   std::vector<std::string> complaintsOf(const std::string& text) {
     shown.clear();
-    const ProgTree tree = std::make_shared<MatlabParser>(setting)->parseText(text);
+    const ProgTree tree = parseText(setting, text);
     EXPECT_EQ(tree == nullptr, !shown.empty()) << text.substr(0, 100);
     return shown;
   }
-  std::shared_ptr<MatlabParser> file(const std::string& directory, const std::string& name) {
-    shown.clear();
-    return std::make_shared<MatlabParser>(setting, directory, name);
-  }
-
   ParserBuffer buffer;
   platform::MemoryFileSystem files;
   std::vector<std::string> shown;
@@ -79,10 +75,10 @@ TEST_F(MatlabParserTest, TellsTheFirstWrongToken) {
 }
 
 TEST_F(MatlabParserTest, PlacesAnExpressionWhereItStandsInItsFile) {
-  const auto parser = file("lib", "f.m");
-  EXPECT_EQ(parser->parseExpression("x +\n)", 7, 10), nullptr);
+  const ParsedText::Origin origin{Name::intern("lib/f.m"), 7, 10};
+  EXPECT_EQ(parseExpression(setting, "x +\n)", origin), nullptr);
   EXPECT_EQ(shown, std::vector<std::string>{"Syntax error at Line 7(14) of f.m. The line ends unexpectedly."});
-  const ExprOnlyTree tree = parser->parseExpression("x + f(1)", 7, 10);
+  const ExprOnlyTree tree = parseExpression(setting, "x + f(1)", origin);
   auto* sum = dynamic_cast<KeloParser::BinaryOpsContext*>(tree->children.at(0));
   ASSERT_NE(sum, nullptr);
   const KeloNode& call = *sum->expr(1);
@@ -177,47 +173,32 @@ TEST_F(MatlabParserTest, RefusesWhatIsTooLongOrNoText) {
 TEST_F(MatlabParserTest, RefusesAFile) {
   files.writeFile("my lib/deep/wrong.m", "x = 1\ny = )");
   files.writeFile("bytes.m", "x = '\xff'");
-  files.writeFile("script.m", "x = 1");
-  files.writeFile("empty.m", "");
   files.makeDirectory("folder.m");
-  const auto refusal = [this](const std::string& directory, const std::string& name) {
-    return problemOf([&] { file(directory, name)->mainFunction(); });
-  };
-  EXPECT_EQ(refusal("", "none.m"), "File named \"none.m\" not found in Home");
-  EXPECT_EQ(refusal("my lib/deep", "none.m"), "File named \"none.m\" not found in Home・my lib・deep");
-  EXPECT_EQ(refusal("", "folder.m"), "File named \"folder.m\" not found in Home");
-  EXPECT_EQ(refusal("", "bytes.m"), "The text is not valid UTF-8");
+  const auto refusal = [this](const std::string& path) { return problemOf([&] { parseFile(setting, path); }); };
+  EXPECT_EQ(refusal("none.m"), "File named \"none.m\" not found in Home");
+  EXPECT_EQ(refusal("my lib/deep/none.m"), "File named \"none.m\" not found in Home・my lib・deep");
+  EXPECT_EQ(refusal("folder.m"), "File named \"folder.m\" not found in Home");
+  EXPECT_EQ(refusal("bytes.m"), "The text is not valid UTF-8");
   EXPECT_EQ(shown, std::vector<std::string>{});
-  EXPECT_EQ(refusal("my lib/deep", "wrong.m"), "Syntax error found in wrong.m");
+  EXPECT_EQ(refusal("my lib/deep/wrong.m"), "Syntax error found in wrong.m");
   EXPECT_EQ(shown, std::vector<std::string>{"Syntax error at Line 2(5) of wrong.m. Unexpected character \")\"."});
   EXPECT_EQ(buffer.size(), 0U);
-  EXPECT_EQ(refusal("", "script.m"), "No function declaration found in \"script.m\"");
-  EXPECT_EQ(refusal("", "empty.m"), "No function declaration found in \"empty.m\"");
-  EXPECT_EQ(problemOf([&] { std::make_shared<MatlabParser>(setting)->parseFile(); }), "Unexpected error occurred");
 }
 
-TEST_F(MatlabParserTest, KeepsFilesUntilTheNextText) {
+TEST_F(MatlabParserTest, KeepsFilesUntilTheBufferIsEmptied) {
   files.writeFile("f.m", "function y = f(x)\ny = x;\nend\n\nfunction g\nend\n");
   files.writeFile("lib/f.m", "function h\nend");
-  const UserFunctionTree function = file("", "f.m")->mainFunction();
-  file("lib", "f.m")->mainFunction();
-  ASSERT_EQ(buffer.size(), 2U);
-  ASSERT_NE(buffer.find("lib", "f.m"), nullptr);
-  EXPECT_EQ(sourceText(*buffer.find("lib", "f.m")->parser->prog()).substr(0, 10), "function h");
-  EXPECT_EQ(buffer.find("lib", "F.m"), nullptr);
-
+  const ProgTree program = parseFile(setting, "f.m");
+  EXPECT_NE(parseFile(setting, "lib/f.m"), program);
   files.writeFile("lib/f.m", "function k\nend");
-  file("lib", "f.m")->parseFile();  // takes the place of the first
-  EXPECT_EQ(buffer.size(), 2U);
-  EXPECT_EQ(sourceText(*buffer.find("lib", "f.m")->parser->prog()).substr(0, 10), "function k");
+  EXPECT_EQ(sourceText(*parseFile(setting, "lib/f.m")).substr(0, 10), "function h");
+  EXPECT_EQ(parseFile(setting, "f.m"), program);
 
-  file("", "f.m")->parseExpression("x + 1");
-  EXPECT_EQ(buffer.size(), 2U);
-  complaintsOf("x = )");
-  EXPECT_EQ(buffer.size(), 0U);
+  buffer.clear();
+  EXPECT_EQ(sourceText(*parseFile(setting, "lib/f.m")).substr(0, 10), "function k");
   // A tree that is held outlives its place in the buffer.
-  EXPECT_EQ(sourceText(*function->function_inputs()), "function y = f(x)");
-  EXPECT_EQ(function->relativePath.text(), "f.m");
+  EXPECT_EQ(sourceText(*program).substr(0, 17), "function y = f(x)");
+  EXPECT_EQ(program->relativePath.text(), "f.m");
 }
 
 TEST(IsIncomplete, AsksForALineThatCouldComplete) {

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "places.h"
+
 namespace kelo::corpus {
 
 using Random = std::mt19937;
@@ -30,11 +32,11 @@ inline std::vector<std::string> contentsOf(const std::string& directory, std::st
   return contents;
 }
 
-inline std::vector<std::string> transcripts() { return contentsOf(KELO_TESTS_DIR "/transcripts", ".txt"); }
+inline std::vector<std::string> transcripts() { return contentsOf(test::testsDir() + "/transcripts", ".txt"); }
 
 /// The example programs and each command and file of each transcript.
 inline std::vector<std::string> programs() {
-  std::vector<std::string> texts = contentsOf(KELO_TESTS_DIR "/../examples", ".m");
+  std::vector<std::string> texts = contentsOf(test::testsDir() + "/../examples", ".m");
   for (const std::string& transcript : transcripts()) {
     bool inFile = false;
     for (size_t at = 0; at < transcript.size();) {

@@ -99,5 +99,21 @@ TEST(RunControl, TimerEndsItsPauseAndNoOther) {
   EXPECT_EQ(wakes, 3);  // the first timer went off during the second pause and did nothing
 }
 
+TEST(RunControl, RunOnMainWaitsForTheBlockAndBringsBackWhatItThrows) {
+  TestApp test;
+  bool isDone = false;
+  std::optional<std::string> thrown;
+  test.duringRun([&] {
+    test.app.environment.runOnMain([&] { isDone = true; });
+    EXPECT_TRUE(isDone);
+    try {
+      test.app.environment.runOnMain([] { throw problem("no place"); });
+    } catch (const Problem& problem) {
+      thrown = problem.reason;
+    }
+  });
+  EXPECT_EQ(thrown, "no place");
+}
+
 }  // namespace
 }  // namespace kelo

@@ -15,7 +15,9 @@ struct TestApp : ConsoleView {
   /// Without built-ins, or with a table of them.
   TestApp() : TestApp(noBuiltins()) {}
   explicit TestApp(const BuiltinTable& builtins)
-      : app({parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins) {}
+      : app({parserQueue, mainQueue, synchronization, files, store, clock}, *this, builtins) {
+    synchronization.whileAsleep = [this] { mainQueue.drain(); };
+  }
 
   static const BuiltinTable& noBuiltins() {
     static const BuiltinTable table({});

@@ -5,7 +5,7 @@
 
 #include "linear/linear.h"
 #include "linear/norm.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "values/arrays.h"
 
 namespace kelo::testing {

@@ -193,5 +193,20 @@ TEST(ParallelPool, CoversEachElementOnceInWholeGrains) {
   }
 }
 
+TEST(LoopQueue, IsServedWhileAnotherQueueWaitsForIt) {
+  ThreadQueue queue;
+  LoopQueue mainQueue;
+  const auto done = ThreadSynchronization().makeSemaphore();
+  bool hasRun = false;
+  queue.async([&] {
+    mainQueue.async([&] {
+      hasRun = true;
+      done->signal();
+    });
+    done->wait();
+  });
+  mainQueue.serveWhileRunning(queue, [&] { EXPECT_TRUE(hasRun); });
+}
+
 }  // namespace
 }  // namespace kelo::platform::native

@@ -50,6 +50,7 @@ check 'one blank line between items' 0 "s =${blank} struct with field:${blank}  
   '' "$program" -e 's.a = 1' -e 'x = 2'
 check 'text that begins with a dash' 0 "ans = ${blank}-2.0000" '' "$program" -e '-5 + 3'
 check 'silence' 0 '' '' "$program" -e 'x = 5;' -e ''
+check 'figures cross threads' 0 "ans = ${blank} 0.0000   9.0000" '' "$program" -e 'plot(0:9)' -e ylim
 check 'file' 0 "ans = ${blank} 3.0000" '' "$program" good.m
 check 'file in a folder' 1 "y = ${blank} 1.0000" "${blank}Error at Line 2(1) of bad.m. *" "$program" folder/bad.m
 check 'work directory' 1 "y = ${blank} 1.0000" "${blank}Error at *" "$program" --workdir folder bad.m

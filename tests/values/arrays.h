@@ -11,13 +11,12 @@
 
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
+#include "values/numbers.h"
 #include "values/storable.h"
 
 namespace kelo::testing {
 
 using List = std::initializer_list<double>;
-inline constexpr double kInf = std::numeric_limits<double>::infinity();
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 inline NumericArray row(List x) { return DoubleArray::row(std::span(x.begin(), x.size())); }
 inline NumericArray column(List x) { return DoubleArray::column(std::span(x.begin(), x.size())); }
@@ -28,6 +27,21 @@ inline NumericArray truth(bool x) { return LogicalArray(x); }
 inline NumericArray complex(double re, double im) { return ComplexDoubleArray(ComplexDouble{re, im}); }
 inline NumericArray text(const char* utf8) { return charRow(utf8); }
 inline NumericArray zeros(const SizeVector& size) { return DoubleArray(size, 0.0); }
+/// Subscripts from 0 of the position i, one per dimension of a size, and the way back; the plain rule of storage.
+inline std::vector<int64_t> subscriptsOf(const SizeVector& size, int64_t i) {
+  std::vector<int64_t> subscripts;
+  for (const int64_t length : size.vec()) {
+    subscripts.push_back(i % length);
+    i /= length;
+  }
+  return subscripts;
+}
+inline int64_t positionOf(const SizeVector& size, const std::vector<int64_t>& subscripts) {
+  int64_t position = 0;
+  for (size_t d = 0; d < subscripts.size(); ++d) position += subscripts[d] * size.strideOf(static_cast<int64_t>(d) + 1);
+  return position;
+}
+
 /// The elements in storage order: column by column.
 inline NumericArray shaped(const SizeVector& size, List x) { return DoubleArray(size, x); }
 inline NumericArray complexShaped(const SizeVector& size, std::initializer_list<ComplexDouble> x) {

@@ -329,7 +329,7 @@ TEST(IndexingLaws, WritesAreLinearWritesAndGrowthKeepsTheOldElements) {
     const SizeVector& now = after.size();
     std::vector<double> expected(static_cast<size_t>(now.numElements()), 0);
     for (int64_t k = 0; k < size.numElements(); ++k) {
-      expected[static_cast<size_t>(size.remappedLinearIndex(k, now).value())] = static_cast<double>(k + 1);
+      expected[static_cast<size_t>(positionOf(now, subscriptsOf(size, k)))] = static_cast<double>(k + 1);
     }
     double next = 0;
     const auto written = access.linear(indexExtents(now, static_cast<int64_t>(access.indices.size())));

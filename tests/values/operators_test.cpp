@@ -152,11 +152,11 @@ DoubleArray byReplication(Op op, const DoubleArray& a, const DoubleArray& b, con
     for (size_t d = 0; d < subscripts.size(); ++d) {
       own.push_back(x.size().dimensionLength(static_cast<int64_t>(d) + 1) == 1 ? 0 : subscripts[d]);
     }
-    return x[x.size().linearIndexFromSubscripts(own)];
+    return x[positionOf(x.size(), own)];
   };
   DoubleArray result = DoubleArray::uninitialized(size);
   for (int64_t i = 0; i < size.numElements(); ++i) {
-    const auto subscripts = size.subscriptsFromLinearIndex(i);
+    const auto subscripts = subscriptsOf(size, i);
     EXPECT_TRUE(scalarArithmetic(op, read(a, subscripts), read(b, subscripts), result.writable() + i));
   }
   return result;

@@ -43,8 +43,6 @@ TEST(SizeVector, refusesWhatCannotBeASize) {
 TEST(SizeVector, tellsLengthsAndDimensions) {
   EXPECT_EQ(SizeVector(2, 3).dimensionLength(3), 1);
   EXPECT_EQ(SizeVector(0, 3).dimensionLength(1), 0);
-  EXPECT_EQ(SizeVector({1, 0, 5}).firstNonSingletonDimension(), 3);
-  EXPECT_EQ(SizeVector(1, 0).firstNonSingletonDimension(), std::nullopt);
   EXPECT_EQ(SizeVector(1, 0).defaultDimension(), 2);
   EXPECT_EQ(SizeVector(1, 1).defaultDimension(), 1);
   EXPECT_EQ(SizeVector({2, 3, 4}).strideOf(3), 6);
@@ -62,34 +60,6 @@ TEST(SizeVector, bringsLengthsToANumberOfDimensions) {
 TEST(SizeVector, changesLengths) {
   EXPECT_EQ(SizeVector(2, 3).withDimension(4, 5), SizeVector({2, 3, 1, 5}));
   EXPECT_EQ(SizeVector({2, 3, 4}).withDimension(3, 1).count(), 2);
-  EXPECT_EQ(SizeVector({2, 3, 4}).rotatedLeft(4), SizeVector({3, 4, 2}));
-  EXPECT_EQ(problemOf([] { SizeVector(2, 3).rotatedLeft(-1); }), "Unexpected error occurred");
-}
-
-TEST(SizeVector, positionsAndSubscriptsAreInverse) {
-  const SizeVector size{2, 3, 1, 4};
-  for (int64_t i = 0; i < size.numElements(); ++i) {
-    EXPECT_EQ(size.linearIndexFromSubscripts(size.subscriptsFromLinearIndex(i)), i);
-  }
-  EXPECT_EQ(problemOf([&] { size.subscriptsFromLinearIndex(24); }),
-            "A given linear index (25) exceeds the total number of elements (24)");
-}
-
-TEST(SizeVector, takesFewerAndMoreSubscripts) {
-  const auto position = [](const SizeVector& size, std::vector<int64_t> subscripts) {
-    return size.linearIndexFromSubscripts(subscripts);
-  };
-  EXPECT_EQ(position({2, 3, 4}, {1, 2}), 5);
-  EXPECT_EQ(position({2, 3, 4}, {1, 2, 3, 0, 0}), 23);
-  EXPECT_EQ(position({kHuge, kHuge, 0}, {1, 0}), 1);
-  EXPECT_EQ(problemOf([&] { position({2, 3, 4}, {1, 2, 3, 1}); }).substr(51, 7), "the 4th");
-  EXPECT_EQ(problemOf([&] { position({2, 3}, {1, 3}); }).substr(51, 7), "the 2nd");
-}
-
-TEST(SizeVector, remapsIntoALargerArray) {
-  EXPECT_EQ(SizeVector(2, 2).remappedLinearIndex(3, {3, 4}), 4);
-  EXPECT_EQ(SizeVector(2, 2).remappedLinearIndex(3, {3, 4, 2}), 4);
-  EXPECT_EQ(SizeVector({2, 2, 2}).remappedLinearIndex(0, {3, 4}), std::nullopt);
 }
 
 }  // namespace

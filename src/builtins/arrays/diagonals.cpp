@@ -60,7 +60,8 @@ NodeValue triangleOf(TypedArray<T> matrix, Triangle triangle, int64_t k) {
   const int64_t columns = matrix.size().columns();
   T* column = matrix.writable();
   for (int64_t j = 0; j < columns; ++j, column += rows) {
-    // The diagonal is met at row j - k. Below it, k <= -rows and k >= columns are as good as any beyond.
+    // The diagonal is met at row j - k. Below it, k <= -rows and k >= columns are as good as any
+    // beyond.
     const int64_t diagonal = j - std::clamp(k, -rows - 1, columns + 1);
     if (triangle == Triangle::tril) std::fill_n(column, std::clamp<int64_t>(diagonal, 0, rows), T{});
     else std::fill(column + std::clamp<int64_t>(diagonal + 1, 0, rows), column + rows, T{});
@@ -74,7 +75,7 @@ NodeValue triangle(Call& call) {
   numericMatrix(call, predicate::kNumericMatrix);
   const int64_t k = diagonalArgument(call);
   const auto own = call.selector<Triangle>();
-  NumericArray matrix = std::move(*call.args[0].numeric());
+  NumericArray matrix = std::move(*call.arg(0).numeric());
   if (matrix.isEmpty()) return matrix;
   return std::move(matrix).visit([&](auto&& typed) { return triangleOf(std::move(typed), own, k); });
 }

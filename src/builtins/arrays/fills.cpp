@@ -1,10 +1,10 @@
 // Arrays of a given size or count: filled ones, points at equal distances, blanks.
-#include <limits>
 
 #include "builtins/arrays/handlers.h"
 #include "builtins/arrays/size_arguments.h"
 #include "messages/catalogue/arrays.h"
 #include "platform/parallel.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins::arrays {
 namespace {
@@ -42,8 +42,8 @@ NodeValue fill(Call& call) {
     case Fill::zeros: break;
     case Fill::ones: return filled(size, 1.0);
     case Fill::eye: return identityMatrix(size);
-    case Fill::nan: return filled(size, std::numeric_limits<double>::quiet_NaN());
-    case Fill::inf: return filled(size, std::numeric_limits<double>::infinity());
+    case Fill::nan: return filled(size, kNaN);
+    case Fill::inf: return filled(size, kInf);
     case Fill::true_: return filled(size, true);
     case Fill::false_: return filled(size, false);
   }
@@ -52,7 +52,8 @@ NodeValue fill(Call& call) {
 
 namespace {
 
-// n points from a to b. NOTE: intended: the last one is step * (n - 1) + a, which may miss b by the last bit.
+// n points from a to b. NOTE: intended: the last one is step * (n - 1) + a, which may miss b by the
+// last bit.
 struct Spacing {
   Spacing(double a, double b, int64_t n) : a(a), b(b), n(n), step((b - a) / static_cast<double>(n - 1)) {}
   double operator()(int64_t i) const {

@@ -31,7 +31,7 @@ NodeValue flip(Call& call) {
     dimension = read::dimension(
         call, 1, {signature, "dim", "be a real positive integer scalar, not equal to Inf nor NaN"});
   }
-  return flipped(std::move(call.args[0]), dimension);
+  return flipped(std::move(call.arg(0)), dimension);
 }
 
 // Quarter turns against the clock, of each page of an array.
@@ -52,10 +52,10 @@ NodeValue rot90(Call& call) {
     first += rows - 1;
     axes[0].stride = -axes[0].stride;
   }
-  if (turns % 2 == 0) return viewed(std::move(call.args[0]), size, axes, size.hasZeroLength() ? 0 : first);
+  if (turns % 2 == 0) return viewed(std::move(call.arg(0)), size, axes, size.hasZeroLength() ? 0 : first);
   std::swap(axes[0], axes[1]);
   const SizeVector turned = size.withDimension(1, columns).withDimension(2, rows);
-  return viewed(std::move(call.args[0]), turned, axes, size.hasZeroLength() ? 0 : first);
+  return viewed(std::move(call.arg(0)), turned, axes, size.hasZeroLength() ? 0 : first);
 }
 
 }  // namespace kelo::builtins::arrays

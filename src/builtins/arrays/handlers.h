@@ -1,4 +1,5 @@
-// The handlers of the functions that make and rearrange arrays, a source per group; their one table is arrays.cpp.
+// The handlers of the functions that make and rearrange arrays, a source per group; their one table
+// is arrays.cpp.
 #pragma once
 
 #include "interpreter/builtin.h"
@@ -27,10 +28,11 @@ NodeValue grid(Call& call);
 
 // reshaping.cpp
 enum class Permutation { permute, ipermute };
+enum class Transposition { plain, conjugate };
 NodeValue reshape(Call& call);
 NodeValue shiftdim(Call& call);
 NodeValue permute(Call& call);
-NodeValue transposed(Call& call);  // selector: whether to conjugate
+NodeValue transposed(Call& call);
 
 // flips.cpp
 enum class Flip { flipdim, flip, fliplr, flipud };
@@ -38,7 +40,7 @@ NodeValue flip(Call& call);
 NodeValue rot90(Call& call);
 
 // diagonals.cpp
-enum class Triangle { tril = 1, triu = 2 };
+enum class Triangle { tril, triu };
 NodeValue diag(Call& call);
 NodeValue triangle(Call& call);
 NodeValue trace(Call& call);

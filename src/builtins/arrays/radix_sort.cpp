@@ -1,10 +1,11 @@
-// The radix sort. Source: least-significant-digit radix sort (D. Knuth, The Art of Computer Programming 3, 5.2.5) over
-// a window of bits, with a repairing pass behind it.
+// The radix sort. Source: least-significant-digit radix sort (D. Knuth, The Art of Computer
+// Programming 3, 5.2.5) over a window of bits, with a repairing pass behind it.
 //
-// The window holds the highest bits in which any two keys differ; for doubles spread over a range it tells all but a
-// few pairs in a million apart. The repairing pass walks over the result once. Where a key is smaller than the one
-// before it, both lie in a group of equal window bits, and the group alone is sorted by the bits below: small ones by
-// insertion, large ones by the same method, whose window is now a lower one.
+// The window holds the highest bits in which any two keys differ; for doubles spread over a range
+// it tells all but a few pairs in a million apart. The repairing pass walks over the result once.
+// Where a key is smaller than the one before it, both lie in a group of equal window bits, and the
+// group alone is sorted by the bits below: small ones by insertion, large ones by the same method,
+// whose window is now a lower one.
 #include "builtins/arrays/radix_sort.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // Stable sorting of 64-bit keys, alone or with positions.
 //
-// Values of every kind are sorted by unsigned keys that stand in the same order (sort_keys.h), so that one sort serves
-// all. Large arrays are sorted digit by digit from below (radix sort), but only by the highest bits in which the keys
-// differ at all: enough to tell nearly all of them apart; the few that still stand in disorder are then put right where
-// they are.
+// Values of every kind are sorted by unsigned keys that stand in the same order (sort_keys.h), so
+// that one sort serves all. Large arrays are sorted digit by digit from below (radix sort), but
+// only by the highest bits in which the keys differ at all: enough to tell nearly all of them
+// apart; the few that still stand in disorder are then put right where they are.
 #pragma once
 
 #include <cstdint>

@@ -16,7 +16,7 @@ std::vector<int64_t> countsOfOne(const Call& call) {
                       "be a scalar or a vector of real non-negative integers not equal to Inf nor NaN"};
   const NumericArray& n = read::numeric(call, 1, words);
   if (n.isEmpty()) throw Wording{"A, n", "n", "be non-empty"}.complaint(call);
-  auto counts = read::asIntegers(call.args[1]);
+  auto counts = read::asIntegers(call.arg(1));
   const bool valid = counts && std::ranges::all_of(*counts, [](int64_t c) { return c >= 0; });
   if (!valid || !n.size().isVector()) throw words.complaint(call);
   if (counts->size() == 1) counts->push_back(counts->front());
@@ -27,7 +27,7 @@ std::vector<int64_t> countsOfSeveral(const Call& call) {
   constexpr const char* kSignature = "A, s1, s2, ..., sn";
   std::vector<int64_t> counts;
   for (int k = 1; k < call.count(); ++k) {
-    const Storable& argument = call.args[static_cast<size_t>(k)];
+    const Storable& argument = call.arg(k);
     if (argument.isArray() && argument.isEmpty()) throw Wording{kSignature, "si", "be non-empty"}.complaint(call);
     const Wording words{kSignature, "si", "be a real non-negative integer, not equal to Inf nor NaN"};
     counts.push_back(read::integer(call, k, words, 0));
@@ -40,7 +40,7 @@ std::vector<int64_t> countsOfSeveral(const Call& call) {
 NodeValue repmat(Call& call) {
   read::array(call, 0, Wording::sentence(text::kRepmatFirst));
   const std::vector<int64_t> counts = call.count() == 2 ? countsOfOne(call) : countsOfSeveral(call);
-  const SizeVector& size = call.args[0].size();
+  const SizeVector& size = call.arg(0).size();
   const auto own = axesOf(size, static_cast<int64_t>(counts.size()));
   std::vector<ViewAxis> axes;
   std::vector<int64_t> lengths;
@@ -50,7 +50,7 @@ NodeValue repmat(Call& call) {
     axes.push_back({count, 0});
     lengths.push_back(checkedMultiply(own[d].length, count));
   }
-  return viewed(std::move(call.args[0]), SizeVector(lengths), axes);
+  return viewed(std::move(call.arg(0)), SizeVector(lengths), axes);
 }
 
 // Input k runs along one dimension and is repeated along the others. meshgrid takes columns first.
@@ -59,7 +59,7 @@ NodeValue grid(Call& call) {
   const int inputs = call.count();
   const int dimensions = std::max(inputs, 2);  // one input counts twice
   if (call.outputCount() > dimensions) throw outputCountComplaint(call.name(), dimensions);
-  const auto input = [&](int k) -> const Storable& { return call.args[static_cast<size_t>(inputs == 1 ? 0 : k)]; };
+  const auto input = [&](int k) -> const Storable& { return call.arg(inputs == 1 ? 0 : k); };
   const auto dimensionOf = [&](int k) { return static_cast<size_t>(columnsFirst && k < 2 ? 1 - k : k); };
 
   std::vector<int64_t> lengths(static_cast<size_t>(dimensions));

@@ -22,7 +22,7 @@ std::vector<int64_t> wantedLengths(const Call& call) {
   const Wording words{"A, sizeVec", "sizeVec",
                       "be a vector of real non-negative integers not equal to Inf nor NaN"};
   const NumericArray& sizeVec = read::numeric(call, 1, words);
-  auto lengths = read::asIntegers(call.args[1]);
+  auto lengths = read::asIntegers(call.arg(1));
   const bool valid = lengths && std::ranges::all_of(*lengths, [](int64_t n) { return n >= 0; });
   if (!valid || !sizeVec.size().isVector()) throw words.complaint(call);
   return std::move(*lengths);
@@ -42,7 +42,7 @@ std::vector<int64_t> wantedLengthsOfSeveral(const Call& call, int64_t numElement
   std::vector<int64_t> lengths;
   std::optional<int64_t> missing;
   for (int k = 1; k < call.count(); ++k) {
-    const Storable& argument = call.args[static_cast<size_t>(k)];
+    const Storable& argument = call.arg(k);
     if (argument.isArray() && argument.isEmpty()) {
       if (missing) throw Wording::sentence(text::kReshapeEmpties).complaint(call);
       missing = k - 1;
@@ -62,13 +62,13 @@ NodeValue reshape(Call& call) {
   const int64_t numElements = read::array(call, 0, {signature, "A", predicate::kArray}).numElements();
   const SizeVector size(call.count() == 2 ? wantedLengths(call) : wantedLengthsOfSeveral(call, numElements));
   if (size.numElements() != numElements) throw problem(text::kReshapeCount);
-  return inShape(std::move(call.args[0]), size);
+  return inShape(std::move(call.arg(0)), size);
 }
 
 namespace {
 
-/// Dimension d of the result is dimension order[d] (from 0) of the array. REQUIRES: a permutation of at least ndim
-/// entries
+/// Dimension d of the result is dimension order[d] (from 0) of the array. REQUIRES: a permutation
+/// of at least ndim entries
 Storable permuted(Storable array, const std::vector<int64_t>& order) {
   const auto own = axesOf(array.size(), static_cast<int64_t>(order.size()));
   std::vector<ViewAxis> axes;
@@ -82,8 +82,8 @@ Storable permuted(Storable array, const std::vector<int64_t>& order) {
 
 /// A vector that holds each of 1 to its length once, as numbers from 0.
 std::vector<int64_t> permutationArgument(const Call& call, int position, const Wording& words) {
-  auto order = read::asIntegers(call.args[static_cast<size_t>(position)]);
-  if (!order || !call.args[static_cast<size_t>(position)].size().isVector()) throw words.complaint(call);
+  auto order = read::asIntegers(call.arg(position));
+  if (!order || !call.arg(position).size().isVector()) throw words.complaint(call);
   std::vector<bool> seen(order->size());
   for (int64_t& d : *order) {
     if (d < 1 || d > static_cast<int64_t>(seen.size()) || seen[static_cast<size_t>(d - 1)]) throw words.complaint(call);
@@ -106,14 +106,14 @@ NodeValue permute(Call& call) {
   std::vector<int64_t> order =
       permutationArgument(call, 1, {kSignature, "order", "be a permutation of the integers 1:length(order)"});
   const auto count = static_cast<int64_t>(order.size());
-  if (count < std::max<int64_t>(2, call.args[0].size().ndim())) throw problem(text::kPermuteTooShort);
+  if (count < std::max<int64_t>(2, call.arg(0).size().ndim())) throw problem(text::kPermuteTooShort);
   if (call.selector<Permutation>() == Permutation::ipermute) order = inverse(order);
-  return permuted(std::move(call.args[0]), order);
+  return permuted(std::move(call.arg(0)), order);
 }
 
 namespace {
 
-constexpr int64_t kMostLeadingOnes = 1 << 20;  // a bound for memory; no array needs as many dimensions
+constexpr int64_t kMostLeadingOnes = 1 << 20;  // a bound for memory, far from any need
 
 int64_t leadingOnes(const SizeVector& size) { return size.defaultDimension() - 1; }
 
@@ -143,11 +143,13 @@ NodeValue shiftdim(Call& call) {
     shift = read::integer(call, 1, {signature, "k", "be a real integer not equal to Inf nor NaN"});
     if (shift > 0) shift %= size.ndim();
   }
-  Storable& array = call.args[0];
+  Storable& array = call.arg(0);
   Storable shifted = shift < 0 ? withLeadingOnes(std::move(array), -shift) : rotatedDimensions(std::move(array), shift);
   return call.outputs({std::move(shifted), Storable(static_cast<double>(shift))});
 }
 
-NodeValue transposed(Call& call) { return transpose(std::move(call.args[0]), call.builtin.selector != 0); }
+NodeValue transposed(Call& call) {
+  return transpose(std::move(call.arg(0)), call.selector<Transposition>() == Transposition::conjugate);
+}
 
 }  // namespace kelo::builtins::arrays

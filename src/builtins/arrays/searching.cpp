@@ -1,8 +1,9 @@
-// find: the places of the elements that are not zero. NaN is not zero; a complex number is zero when both parts are.
+// find: the places of the elements that are not zero. NaN is not zero; a complex number is zero
+// when both parts are.
 //
-// The array is cut into pieces. A first pass counts the hits of each piece, so that a second one can write them where
-// they belong, pieces side by side. Within a piece, blocks of 64 elements are written without branching, through a
-// small buffer where the room of the piece ends.
+// The array is cut into pieces. A first pass counts the hits of each piece, so that a second one
+// can write them where they belong, pieces side by side. Within a piece, blocks of 64 elements are
+// written without branching, through a small buffer where the room of the piece ends.
 #include <algorithm>
 
 #include "builtins/arrays/handlers.h"
@@ -40,7 +41,8 @@ int64_t countHits(const T* x, int64_t n) {
   return count;
 }
 
-/// Writes first, first + 1, ... for the hits among n <= kBlock elements and counts them. `out` has room for n numbers.
+/// Writes first, first + 1, ... for the hits among n <= kBlock elements and counts them. `out` has
+/// room for n numbers.
 template <class T>
 int64_t writeBlock(const T* __restrict x, int n, double first, double* __restrict out) {
   int64_t count = 0;
@@ -51,7 +53,8 @@ int64_t writeBlock(const T* __restrict x, int n, double first, double* __restric
   return count;
 }
 
-/// Writes the numbers, from 1, of the hits among elements `begin` to `end` - 1; at most as many as there is room for.
+/// Writes the numbers, from 1, of the hits among elements `begin` to `end` - 1; at most as many as
+/// there is room for.
 template <class T>
 void writeHits(const T* x, int64_t begin, int64_t end, double* out, int64_t room) {
   double hits[kBlock];
@@ -107,8 +110,8 @@ Storable valuesAt(const NumericArray& array, const DoubleArray& indexes) {
 
 }  // namespace
 
-// Column vectors unless the array is a row, also when nothing is found. NOTE: intended, so find([]) is 0 x 1.
-// Two outputs are rows and columns, the columns running on over all further dimensions.
+// Column vectors unless the array is a row, also when nothing is found. NOTE: intended, so find([])
+// is 0 x 1. Two outputs are rows and columns, the columns running on over all further dimensions.
 NodeValue find(Call& call) {
   const char* signature = call.count() == 1 ? "X" : "X, n";
   const NumericArray& array = read::numeric(call, 0, {signature, "X", predicate::kNumericArray});

@@ -1,12 +1,11 @@
-// Reading of sizes. One or two plain scalars, the forms of every user's loop, are answered without allocating.
+// Reading of sizes. One or two plain scalars, the forms of every user's loop, are answered without
+// allocating.
 #include "builtins/arrays/size_arguments.h"
 
 #include <algorithm>
 
 namespace kelo::builtins {
 namespace {
-
-const Storable& at(const Call& call, int position) { return call.args[static_cast<size_t>(position)]; }
 
 std::optional<int64_t> asLength(const Storable& value) {
   const auto n = read::asInteger(value);
@@ -20,7 +19,7 @@ const NumericArray& numeric(const Call& call, int position, const SizeWords& wor
 SizeVector sizeOfOne(const Call& call, int position, const SizeWords& words) {
   const NumericArray& v = numeric(call, position, words);
   if (!v.size().isVector()) throw words.notVector.complaint(call);
-  const auto lengths = read::asIntegers(at(call, position));
+  const auto lengths = read::asIntegers(call.arg(position));
   if (!lengths || std::any_of(lengths->begin(), lengths->end(), [](int64_t n) { return n < 0; })) {
     throw words.notIntegers.complaint(call);
   }
@@ -29,7 +28,7 @@ SizeVector sizeOfOne(const Call& call, int position, const SizeWords& words) {
 }
 
 int64_t oneOfSeveral(const Call& call, int position, const SizeWords& words) {
-  if (const auto n = asLength(at(call, position))) return *n;
+  if (const auto n = asLength(call.arg(position))) return *n;
   if (!numeric(call, position, words).isScalar()) throw words.severalNotScalar.complaint(call);
   throw words.severalNotInteger.complaint(call);
 }
@@ -40,7 +39,7 @@ SizeVector sizeArguments(const Call& call, int from, const SizeWords& words) {
   const int count = call.count() - from;
   if (count <= 0) return SizeVector::scalar();
   if (count == 1) {
-    const Storable& only = at(call, from);
+    const Storable& only = call.arg(from);
     if (!only.isDoubleScalar()) return sizeOfOne(call, from, words);
     const auto n = asLength(only);
     if (!n) throw words.notIntegers.complaint(call);

@@ -1,5 +1,6 @@
-// The sizes that functions are given as their last arguments: nothing (a scalar), n (n x n), a vector of lengths, or
-// several scalars. The functions that make arrays share the rules; each family brings the words of its complaints.
+// The sizes that functions are given as their last arguments: nothing (a scalar), n (n x n), a
+// vector of lengths, or several scalars. The functions that make arrays share the rules; each
+// family brings the words of its complaints.
 #pragma once
 
 #include "interpreter/reader.h"
@@ -16,8 +17,8 @@ struct SizeWords {
 };
 
 /// The size that the arguments from position `from` on give. Without any it is 1 x 1.
-/// throws the complaints; Problem for a vector of fewer than two lengths; FatalFault when the elements cannot be
-/// counted
+/// throws the complaints; Problem for a vector of fewer than two lengths; FatalFault when the
+/// elements cannot be counted
 SizeVector sizeArguments(const Call& call, int from, const SizeWords& words);
 
 }  // namespace kelo::builtins

@@ -22,7 +22,7 @@ NodeValue lengthsAsRow(const SizeVector& size) {
 }  // namespace
 
 NodeValue size(Call& call) {
-  const SizeVector& size = sizeOf(call.args[0]);
+  const SizeVector& size = sizeOf(call.arg(0));
   if (call.count() == 2) {
     if (call.outputCount() > 1) throw Wording::sentence(text::kSizeOneOutput).complaint(call);
     return NodeValue(size.dimensionLength(read::dimension(call, 1, Wording::sentence(text::kSizeDimension))));
@@ -34,7 +34,7 @@ NodeValue size(Call& call) {
 }
 
 NodeValue shapeQuery(Call& call) {
-  const SizeVector& size = sizeOf(call.args[0]);
+  const SizeVector& size = sizeOf(call.arg(0));
   switch (call.selector<ShapeQuery>()) {
     case ShapeQuery::ndims: return NodeValue(size.ndim());
     case ShapeQuery::numel: return NodeValue(size.numElements());

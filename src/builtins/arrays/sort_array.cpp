@@ -1,9 +1,10 @@
 // Sorting slice by slice.
 //
-// Each kind of element has unsigned keys in its order; the keys are sorted, alone or with positions, and turned back
-// into values. Descending order is the order of the inverted keys, so that it is stable as well. Complex numbers have
-// two keys: they are sorted by the first, then the groups that agree in it by the second. A dimension that does not run
-// along memory is brought to the front first and put back afterwards.
+// Each kind of element has unsigned keys in its order; the keys are sorted, alone or with
+// positions, and turned back into values. Descending order is the order of the inverted keys, so
+// that it is stable as well. Complex numbers have two keys: they are sorted by the first, then the
+// groups that agree in it by the second. A dimension that does not run along memory is brought to
+// the front first and put back afterwards.
 #include "builtins/arrays/sort_array.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <limits>
 
 #include "builtins/arrays/radix_sort.h"
+#include "builtins/slices.h"
 #include "messages/fatal_fault.h"
 #include "values/element_view.h"
 #include "values/memory.h"
@@ -183,7 +185,8 @@ class SliceSorter {
     }
   }
 
-  // Keys do not tell -0 from 0: the zeros stand together, and get their signs back in the order of the slice.
+  // Keys do not tell -0 from 0: the zeros stand together, and get their signs back in the order of
+  // the slice.
   void restoreZeros(const T* in, T* sorted, int64_t count) const {
     const auto isNegativeZero = [](T x) { return std::bit_cast<uint64_t>(x) == kTopBit; };
     if (std::none_of(in, in + length_, isNegativeZero)) return;
@@ -202,21 +205,18 @@ class SliceSorter {
 
 // ---- Dimensions
 
-/// An array seen as inner x length x outer, the middle being the dimension to sort along.
-struct Slices {
-  Slices(const SizeVector& size, int64_t dimension)
-      : inner(size.strideOf(dimension)),
-        length(size.dimensionLength(dimension)),
-        outer(size.numElements() / (inner * length)) {}
-  std::vector<ViewAxis> toFront() const { return {{length, inner}, {inner, 1}, {outer, inner * length}}; }
-  std::vector<ViewAxis> back() const { return {{inner, length}, {length, 1}, {outer, inner * length}}; }
-  int64_t inner, length, outer;
-};
+/// The elements with those of each slice side by side, and the way back.
+std::vector<ViewAxis> toFront(const Slices& s) {
+  return {{s.length, s.inner}, {s.inner, 1}, {s.outer, s.inner * s.length}};
+}
+std::vector<ViewAxis> toPlace(const Slices& s) {
+  return {{s.inner, s.length}, {s.length, 1}, {s.outer, s.inner * s.length}};
+}
 
 template <class T>
 void putBack(TypedArray<T>& array, const Slices& slices) {
   auto result = TypedArray<T>::uninitialized(array.size());
-  copyView(result.writable(), array.data(), slices.back());
+  copyView(result.writable(), array.data(), toPlace(slices));
   array = std::move(result);
 }
 
@@ -225,7 +225,7 @@ SortedArray sortedBy(TypedArray<T> array, const Slices& slices, const SortOrder&
   const SizeVector size = array.size();
   if (slices.inner > 1) {
     auto front = TypedArray<T>::uninitialized(size);
-    copyView(front.writable(), array.data(), slices.toFront());
+    copyView(front.writable(), array.data(), toFront(slices));
     array = std::move(front);
   }
   auto values = TypedArray<T>::uninitialized(size);

@@ -1,5 +1,5 @@
-// sort: the reading of its arguments. Up to three stand by position (the array, a dimension, a direction); pairs of a
-// name and a value may follow.
+// sort: the reading of its arguments. Up to three stand by position (the array, a dimension, a
+// direction); pairs of a name and a value may follow.
 #include <algorithm>
 #include <fmt/format.h>
 
@@ -19,8 +19,6 @@ struct Args : SortOrder {
 
 constexpr const char* kNames[] = {"comparisonmethod", "missingplacement"};
 
-const Storable& at(const Call& call, int position) { return call.args[static_cast<size_t>(position)]; }
-
 /// Which of the words a text is, without regard to case; -1: none, or no text.
 template <size_t N>
 int wordIndex(const Storable& value, const char* const (&words)[N]) {
@@ -35,14 +33,14 @@ bool isChar(const Storable& value) { return value.isNumeric() && value.numeric()
 
 SortOrder::Direction direction(const Call& call, int position, const char* signature) {
   constexpr const char* kDirections[] = {"ascend", "descend"};
-  const int index = wordIndex(at(call, position), kDirections);
+  const int index = wordIndex(call.arg(position), kDirections);
   if (index < 0) throw Wording{signature, "direction", "be either 'ascend' or 'descend'"}.complaint(call);
   return static_cast<SortOrder::Direction>(index);
 }
 
 int positionOfFirstName(const Call& call) {
   int position = 1;
-  while (position < call.count() && wordIndex(at(call, position), kNames) < 0) ++position;
+  while (position < call.count() && wordIndex(call.arg(position), kNames) < 0) ++position;
   return position;
 }
 
@@ -50,28 +48,28 @@ int positionOfFirstName(const Call& call) {
 void readByPosition(const Call& call, int end, Args& args) {
   if (end > 3) throw expectation(end < call.count() ? text::kSortManyBeforePair : text::kSortMany);
   if (end < 2) return;
-  if (isChar(at(call, 1))) {
+  if (isChar(call.arg(1))) {
     args.direction = direction(call, 1, "A, direction");
     if (end == 2) return;
-    if (isChar(at(call, 2))) throw problem(text::kSortOptionName, text::kSortOptionNames);
+    if (isChar(call.arg(2))) throw problem(text::kSortOptionName, text::kSortOptionNames);
     throw Wording::sentence(text::kSortInvalid).complaint(call);
   }
-  if (!at(call, 1).isNumeric()) throw Wording::sentence(text::kSortInvalid).complaint(call);
+  if (!call.arg(1).isNumeric()) throw Wording::sentence(text::kSortInvalid).complaint(call);
   const char* signature = end == 2 ? "A, dim" : "A, dim, direction";
   args.dim = read::dimension(call, 1, {signature, "dim", "be real positive integer scalar"});
   if (end == 3) args.direction = direction(call, 2, signature);
 }
 
 void readPair(const Call& call, int position, Args& args) {
-  const int name = wordIndex(at(call, position), kNames);
+  const int name = wordIndex(call.arg(position), kNames);
   if (name < 0) throw problem(text::kSortOptionName, text::kSortOptionNames);
   if (position + 1 == call.count()) {
     throw expectation(fmt::format("In input arguments of sort(), '{}' has no matched value",
-                                  toUtf8(at(call, position).numeric()->asChar())));
+                                  toUtf8(call.arg(position).numeric()->asChar())));
   }
   constexpr const char* kMethods[] = {"real", "abs", "auto"};
   constexpr const char* kPlaces[] = {"last", "first", "auto"};
-  const Storable& choice = at(call, position + 1);
+  const Storable& choice = call.arg(position + 1);
   const int value = name == 0 ? wordIndex(choice, kMethods) : wordIndex(choice, kPlaces);
   if (value < 0) throw Wording::sentence(text::kSortInvalid).complaint(call);
   if (name == 0)

@@ -17,14 +17,14 @@ bool allPositive(const std::optional<std::vector<int64_t>>& numbers) {
 SizeVector sizeVec(const Call& call, const char* signature) {
   const Wording words{signature, "sizeVec", "be a vector of real positive integers"};
   const NumericArray& array = read::numeric(call, 0, words);
-  const auto lengths = read::asIntegers(call.args[0]);
+  const auto lengths = read::asIntegers(call.arg(0));
   if (!array.size().isVector() || !allPositive(lengths)) throw words.complaint(call);
   if (lengths->size() < 2) throw Wording{signature, "sizeVec", "have at least 2 elements"}.complaint(call);
   return SizeVector(*lengths);
 }
 
 std::vector<int64_t> positiveIntegers(const Call& call, int position, const Wording& words) {
-  auto numbers = read::asIntegers(call.args[static_cast<size_t>(position)]);
+  auto numbers = read::asIntegers(call.arg(position));
   if (!allPositive(numbers)) throw words.complaint(call);
   return std::move(*numbers);
 }
@@ -41,7 +41,7 @@ NodeValue ind2sub(Call& call) {
   for (const int64_t index : indexes) {
     if (index > size.numElements()) throw problem(text::linearIndexExceeds(index, size.numElements()));
   }
-  const SizeVector shape = sizeInNumbersOf(call.args[1]);
+  const SizeVector shape = sizeInNumbersOf(call.arg(1));
   std::vector<Storable> outputs;
   int64_t stride = 1;
   const std::vector<int64_t> lengths = size.broughtTo(call.outputCount());
@@ -64,7 +64,7 @@ NodeValue sub2ind(Call& call) {
   for (int k = 1; k < call.count(); ++k) {
     const std::string name = "sub" + std::to_string(k);
     const auto subscripts = positiveIntegers(call, k, {kSignature, name.c_str(), kPositiveIntegers});
-    if (!(sizeInNumbersOf(call.args[static_cast<size_t>(k)]) == sizeInNumbersOf(call.args[1]))) {
+    if (!(sizeInNumbersOf(call.arg(k)) == sizeInNumbersOf(call.arg(1)))) {
       throw Wording{kSignature, "subi for all i", "have the same sizes"}.complaint(call);
     }
     positions.resize(subscripts.size());
@@ -75,7 +75,7 @@ NodeValue sub2ind(Call& call) {
     }
     stride *= length;
   }
-  auto indexes = DoubleArray::uninitialized(sizeInNumbersOf(call.args[1]));
+  auto indexes = DoubleArray::uninitialized(sizeInNumbersOf(call.arg(1)));
   std::transform(positions.begin(), positions.end(), indexes.writable(),
                  [](int64_t position) { return static_cast<double>(position + 1); });
   return indexes;

@@ -1,5 +1,5 @@
-// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is csv_text.h's
-// business. Tested by tests/transcripts/builtins/csv.txt.
+// csvread and csvwrite: files of comma-separated numbers in the work directory. The text itself is
+// csv_text.h's business. Tested by tests/transcripts/builtins/csv.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -16,8 +16,8 @@ namespace {
 
 bool isPathOfNames(std::string_view path) {
   const size_t slash = path.find('/');
-  if (slash == std::string_view::npos) return read::isName(path);
-  return read::isName(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
+  if (slash == std::string_view::npos) return followsNameRule(path);
+  return followsNameRule(path.substr(0, slash)) && isPathOfNames(path.substr(slash + 1));
 }
 
 std::string lowered(std::string word) {
@@ -53,7 +53,7 @@ CsvRange rangeOf(const Call& call, const char* signature) {
   range.firstRow = read::integer(call, 1, {signature, "r1", predicate::kNonNegativeInteger}, 0);
   range.firstColumn = read::integer(call, 2, {signature, "c1", predicate::kNonNegativeInteger}, 0);
   if (call.count() == 3) return range;
-  const auto numbers = read::asIntegers(call.args[3]);
+  const auto numbers = read::asIntegers(call.arg(3));
   if (!numbers || numbers->size() != 4 || *std::min_element(numbers->begin(), numbers->end()) < 0) {
     throw argumentComplaint(call.name(), signature, "[r1 c1 r2 c2]", text::kCsvRange);
   }
@@ -118,15 +118,15 @@ NodeValue csvwrite(Call& call) {
   return NodeValue::nothing();
 }
 
-constexpr CountTexts kCsvread{text::kCsvreadCount};
-
+// clang-format off
 constexpr Builtin kCsvFiles[] = {
-    {"csvread", csvread, 0, {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
+    {"csvread",  csvread,  {1, 4}, 1, "fname, r1, c1, [r1 c1 r2 c2]",
      "Read numbers from a file, rows and columns being counted from 0",
-     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)",
-     &kCsvread},
-    {"csvwrite", csvwrite, 0, {2, 2}, 0, "fname, A", "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
+     "csvwrite('data.csv', [1 2; 3 4]); csvread('data.csv', 1, 0)", {.inputs = text::kCsvreadCount}},
+    {"csvwrite", csvwrite, {2, 2}, 0, "fname, A",
+     "Write a matrix to a file", "csvwrite('data.csv', [1 2; 3 4])"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -1,6 +1,7 @@
-// The reader goes over the text once. Most numbers have few digits and a small exponent: their digits fit into 53 bits
-// and the power of ten is a double, so one multiplication or division gives the nearest double (W. D. Clinger, "How to
-// read floating point numbers accurately", 1990). from_chars reads the others. Tested by tests/builtins/csv_test.cpp.
+// The reader goes over the text once. Most numbers have few digits and a small exponent: their
+// digits fit into 53 bits and the power of ten is a double, so one multiplication or division gives
+// the nearest double (W. D. Clinger, "How to read floating point numbers accurately", 1990).
+// from_chars reads the others. Tested by tests/builtins/csv_test.cpp.
 #include "builtins/csv/csv_text.h"
 
 #include <fmt/format.h>
@@ -9,14 +10,14 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <limits>
+
+#include "values/numbers.h"
+#include "values/powers_of_ten.h"
 
 namespace kelo::builtins {
 namespace {
 
-constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int64_t kLargestPower = 22;
+constexpr int64_t kLargestPower = kPowersOfTen.size() - 1;
 constexpr uint64_t kLargestExact = uint64_t{1} << 53;
 constexpr int64_t kMostDigits = 19;             // that fit into 64 bits
 constexpr int64_t kLargestExponent = 99999999;  // more has no effect
@@ -44,11 +45,12 @@ struct Decimal {
   }
   double value() const {
     const auto magnitude = static_cast<double>(digits);
-    const double x = exponent < 0 ? magnitude / kPowers[-exponent] : magnitude * kPowers[exponent];
+    const double x = exponent < 0 ? magnitude / kPowersOfTen[static_cast<size_t>(-exponent)]
+                                  : magnitude * kPowersOfTen[static_cast<size_t>(exponent)];
     return isNegative ? -x : x;
   }
   double beyondRange() const {
-    const double magnitude = count + exponent > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    const double magnitude = count + exponent > 0 ? kInf : 0.0;
     return isNegative ? -magnitude : magnitude;
   }
 };
@@ -65,7 +67,8 @@ const char* takeExponent(const char* p, int64_t& exponent) {
   return at;
 }
 
-/// Reads the number at p; null when there is none. The text ends with a character that belongs to no number.
+/// Reads the number at p; null when there is none. The text ends with a character that belongs to
+/// no number.
 const char* takeNumber(const char* p, const char* end, double& x) {
   Decimal number;
   if (*p == '+' && p[1] != '-') ++p;
@@ -115,8 +118,8 @@ class CsvReader {
     if (rows == 0 || columns == 0) return DoubleArray();
     auto result = DoubleArray::uninitialized(SizeVector(rows, columns));
     double* const out = result.writable();
-    // OPTIMIZATION: in bands of rows, so that the cells of a band stay in the cache while it is written column by
-    // column.
+    // OPTIMIZATION: in bands of rows, so that the cells of a band stay in the cache while it is
+    // written column by column.
     for (int64_t band = 0; band < rows; band += kBand) {
       const int64_t last = std::min(band + kBand, rows);
       for (int64_t c = 0; c < columns; ++c) {

@@ -1,16 +1,18 @@
-// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the making of complex
-// arrays.
+// Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the
+// making of complex arrays.
 #include <limits>
 #include <numbers>
 
-#include "builtins/elementwise/handlers.h"
 #include "builtins/elementwise/kernels.h"
+#include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
 #include "platform/vector_math.h"
 
 namespace kelo::builtins {
 namespace {
+
+enum class ComplexPart { abs, sign, angle, conj, real, imag };
 
 /// Without scaling, so it overflows to Inf for parts near 1e155. NOTE: intended.
 double plainMagnitude(ComplexDouble z) { return std::sqrt(z.real * z.real + z.imaginary * z.imaginary); }
@@ -41,8 +43,6 @@ DoubleArray realPart(ComplexPart part, DoubleArray x) {
   }
 }
 
-}  // namespace
-
 NodeValue complexParts(Call& call) {
   NumericArray a = read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray});
   const auto part = call.selector<ComplexPart>();
@@ -58,5 +58,28 @@ NodeValue makeComplex(Call& call) {
     return ComplexDouble{x, y};
   });
 }
+
+// clang-format off
+constexpr Builtin kComplexParts[] = {
+    {"complex", makeComplex,                        {1, 2}, 1, "A, B",
+     "Makes a complex array from real and imaginary parts", "complex([1 2], [3 4])"},
+    {"abs",     {complexParts, ComplexPart::abs},   {1, 1}, 1, "A",
+     "Absolute value, or magnitude of a complex number", "abs([-2 3+4i])", {.inputs = text::kOneInputExactly}},
+    {"sign",    {complexParts, ComplexPart::sign},  {1, 1}, 1, "A",
+     "Sign: 1, 0 or -1, or the direction of a complex number", "sign([-2 0 5])", {.inputs = text::kOneInputExactly}},
+    {"angle",   {complexParts, ComplexPart::angle}, {1, 1}, 1, "A",
+     "Angle in radians of a complex number", "angle([1 -1 1i])", {.inputs = text::kOneInputExactly}},
+    {"conj",    {complexParts, ComplexPart::conj},  {1, 1}, 1, "A",
+     "Complex conjugate", "conj(1+2i)", {.inputs = text::kOneInputExactly}},
+    {"real",    {complexParts, ComplexPart::real},  {1, 1}, 1, "A",
+     "Real part", "real(1+2i)", {.inputs = text::kOneInputExactly}},
+    {"imag",    {complexParts, ComplexPart::imag},  {1, 1}, 1, "A",
+     "Imaginary part", "imag(1+2i)", {.inputs = text::kOneInputExactly}},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Builtin> complexPartsTable() { return kComplexParts; }
 
 }  // namespace kelo::builtins

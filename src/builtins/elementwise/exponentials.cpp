@@ -1,7 +1,8 @@
-// Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are complex as a whole; log2
-// and log10 of a negative number are NaN; reallog and realsqrt refuse it. NOTE: intended.
-#include "builtins/elementwise/handlers.h"
+// Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are
+// complex as a whole; log2 and log10 of a negative number are NaN; reallog and realsqrt refuse it.
+// NOTE: intended.
 #include "builtins/elementwise/kernels.h"
+#include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
 #include "platform/vector_math.h"
@@ -26,21 +27,7 @@ constexpr ComplexFunction kLog2 = ofLibrary<[](C z) { return std::log(z) / 0.693
 constexpr ComplexFunction kLog10 = ofLibrary<[](C z) { return std::log(z) / 2.302585092994046; }>;
 constexpr ComplexFunction kSqrt = ofLibrary<[](C z) { return std::sqrt(z); }>;
 
-// In the order of the selectors.
-constexpr Function kFunctions[] = {
-    /* exp      */ {VectorFunction::exp, kExp, Below0::real},
-    /* log2     */ {VectorFunction::log2, kLog2, Below0::real},
-    /* log10    */ {VectorFunction::log10, kLog10, Below0::real},
-    /* log      */ {VectorFunction::log, kLog, Below0::complex},
-    /* reallog  */ {VectorFunction::log, nullptr, Below0::refused},
-    /* sqrt     */ {VectorFunction::sqrt, kSqrt, Below0::complex},
-    /* realsqrt */ {VectorFunction::sqrt, nullptr, Below0::refused},
-};
-
-}  // namespace
-
-NodeValue exponential(Call& call) {
-  const Function& f = kFunctions[call.builtin.selector];
+NodeValue applied(const Function& f, Call& call) {
   NumericArray a = read::takeNumeric(call, 0, Wording::sentence(text::kNumericForExponentials));
   if (a.is(Kind::Complex)) {
     if (!f.complex) throw Wording::sentence(text::kRealInput).complaint(call);
@@ -55,5 +42,33 @@ NodeValue exponential(Call& call) {
   if (f.below0 == Below0::refused) throw Wording::sentence(text::kNonNegativeInputs).complaint(call);
   return unaryLoop(std::move(x), [&](double re) noexcept { return f.complex({re, 0.0}); });
 }
+
+template <VectorFunction kReal, ComplexFunction kComplex, Below0 kBelow0 = Below0::real>
+NodeValue exponential(Call& call) {
+  return applied({kReal, kComplex, kBelow0}, call);
+}
+
+// clang-format off
+constexpr Builtin kExponentials[] = {
+    {"exp",      exponential<VectorFunction::exp, kExp>,                      {1, 1}, 1, "A",
+     "Exponential, e to the power A", "exp([0 1 2])"},
+    {"log2",     exponential<VectorFunction::log2, kLog2>,                    {1, 1}, 1, "A",
+     "Logarithm to the base 2", "log2([1 2 8])"},
+    {"log10",    exponential<VectorFunction::log10, kLog10>,                  {1, 1}, 1, "A",
+     "Logarithm to the base 10", "log10([1 10 1000])"},
+    {"log",      exponential<VectorFunction::log, kLog, Below0::complex>,     {1, 1}, 1, "A",
+     "Natural logarithm, complex for negative numbers", "log([1 exp(1)])"},
+    {"reallog",  exponential<VectorFunction::log, nullptr, Below0::refused>,  {1, 1}, 1, "A",
+     "Natural logarithm of non-negative numbers", "reallog([1 exp(1)])"},
+    {"sqrt",     exponential<VectorFunction::sqrt, kSqrt, Below0::complex>,   {1, 1}, 1, "A",
+     "Square root, complex for negative numbers", "sqrt([4 9])"},
+    {"realsqrt", exponential<VectorFunction::sqrt, nullptr, Below0::refused>, {1, 1}, 1, "A",
+     "Square root of non-negative numbers", "realsqrt([4 9])"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Builtin> exponentialsTable() { return kExponentials; }
 
 }  // namespace kelo::builtins

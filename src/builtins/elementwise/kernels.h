@@ -1,5 +1,6 @@
-// What the element-wise functions share beyond values/elementwise.h: whole-array routines run block by block, the scan
-// that decides whether an array stays on the real path, and the way to the complex functions of the C library.
+// What the element-wise functions share beyond values/elementwise.h: whole-array routines run block
+// by block, the scan that decides whether an array stays on the real path, and the way to the
+// complex functions of the C library.
 #pragma once
 
 #include <atomic>
@@ -11,11 +12,12 @@
 
 namespace kelo::builtins {
 
-/// Elements that several steps are carried through before the next ones are fetched: two blocks fit into the cache.
+/// Elements that several steps are carried through before the next ones are fetched: two blocks fit
+/// into the cache.
 inline constexpr int64_t kBlock = 1024;
 
-/// steps(y, x, n) for all elements, block by block and on several cores for large arrays; in place where the memory is
-/// free.
+/// steps(y, x, n) for all elements, block by block and on several cores for large arrays; in place
+/// where the memory is free.
 /// REQUIRES: steps does not throw and treats each element alone; y may be x
 template <class Steps>
 DoubleArray mapBlocks(DoubleArray a, const Steps& steps) {
@@ -42,8 +44,8 @@ bool anyOf(const double* x, int64_t n, Predicate holds) {
   return some != 0;
 }
 
-/// visit(begin, count) for the blocks of a large loop, on several cores, until one of them answers true: whether one
-/// did.
+/// visit(begin, count) for the blocks of a large loop, on several cores, until one of them answers
+/// true: whether one did.
 template <class Visit>
 bool anyBlock(int64_t count, const Visit& visit) {
   std::atomic<bool> found = false;
@@ -64,8 +66,8 @@ bool anyElement(const DoubleArray& a, Predicate holds) {
 
 /// mapBlocks, unless `outside` is true of some element: then nothing, and the array is as it was.
 ///
-/// OPTIMIZATION: a block is looked at while it is in the cache; only where the result takes the place of the argument
-/// must all of it be looked at before.
+/// OPTIMIZATION: a block is looked at while it is in the cache; only where the result takes the
+/// place of the argument must all of it be looked at before.
 template <class Predicate, class Steps>
 std::optional<DoubleArray> mapInside(DoubleArray& a, Predicate outside, const Steps& steps) {
   if (a.isUnshared() || a.isEmpty()) {

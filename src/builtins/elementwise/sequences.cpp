@@ -1,12 +1,12 @@
 // `factorial` and `fibonacci`: elements of a table that is filled up to the largest one asked for.
 #include <algorithm>
-#include <limits>
 #include <vector>
 
-#include "builtins/elementwise/handlers.h"
 #include "builtins/elementwise/kernels.h"
+#include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -20,7 +20,8 @@ std::vector<double> factorialsTo(int64_t last) {
   return table;
 }
 
-/// Each number is held as the sum of two doubles, so that the rounding of long sums does not add up.
+/// Each number is held as the sum of two doubles, so that the rounding of long sums does not add
+/// up.
 std::vector<double> fibonaccisTo(int64_t last) {
   std::vector<double> table = {0.0, 1.0}, rest = {0.0, 0.0};
   for (size_t n = 2; n <= static_cast<size_t>(last); ++n) {
@@ -48,13 +49,24 @@ DoubleArray lookUp(DoubleArray a, int64_t last, std::vector<double> (*fill)(int6
   const std::vector<double> table = fill(static_cast<int64_t>(std::min(most, static_cast<double>(last))));
   return unaryLoop(std::move(a), [&](double n) noexcept {
     return n < static_cast<double>(table.size()) ? table[static_cast<size_t>(n)]
-                                                 : std::numeric_limits<double>::infinity();
+                                                 : kInf;
   });
 }
 
-}  // namespace
-
 NodeValue factorial(Call& call) { return lookUp(readCounts(call), kLastFactorial, factorialsTo); }
 NodeValue fibonacci(Call& call) { return lookUp(readCounts(call), kLastFibonacci, fibonaccisTo); }
+
+// clang-format off
+constexpr Builtin kSequences[] = {
+    {"factorial", factorial, {1, 1}, 1, "A",
+     "Product of the whole numbers from 1 to A", "factorial([0 5 10])"},
+    {"fibonacci", fibonacci, {1, 1}, 1, "A",
+     "Number A of the sequence 0, 1, 1, 2, 3, 5 and so on", "fibonacci([0 1 10])"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Builtin> sequencesTable() { return kSequences; }
 
 }  // namespace kelo::builtins

@@ -1,11 +1,11 @@
-// The trigonometric family: one handler and a recipe per function.
+// The trigonometric family: one handler and a recipe per function, which its row names.
 //
-// A recipe is one of twelve functions with steps before and after it: degrees to radians, the reciprocal of the
-// argument, the function, the reciprocal of the result, radians to degrees. Degrees are plain products, so cosd(90) is
-// not exactly 0. NOTE: intended. A real array stays real unless one element lies outside the function's real domain;
-// then all of it is complex.
-#include "builtins/elementwise/handlers.h"
+// A recipe is one of twelve functions with steps before and after it: degrees to radians, the
+// reciprocal of the argument, the function, the reciprocal of the result, radians to degrees.
+// Degrees are plain products, so cosd(90) is not exactly 0. NOTE: intended. A real array stays real
+// unless one element lies outside the function's real domain; then all of it is complex.
 #include "builtins/elementwise/kernels.h"
+#include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "platform/vector_math.h"
 
@@ -20,7 +20,8 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 
 enum Step : unsigned { kPlain = 0, kFromDegrees = 1, kOfReciprocal = 2, kReciprocal = 4, kToDegrees = 8 };
 
-/// Where a real argument gives a real result. NaN counts as inside, but not in unitInterval. NOTE: intended.
+/// Where a real argument gives a real result. NaN counts as inside, but not in unitInterval. NOTE:
+/// intended.
 enum class Domain : uint8_t { everywhere, withinOne, fromOne, beyondOne, unitInterval };
 
 struct Function {
@@ -42,55 +43,10 @@ constexpr Function kAtanh = {VectorFunction::atanh, ofLibrary<[](C z) { return s
 
 struct Recipe {
   const Function* function;  // null: the steps alone
-  unsigned steps = kPlain;
-  Domain domain = Domain::everywhere;
+  unsigned steps;
+  Domain domain;
   bool has(Step step) const { return (steps & step) != 0; }
 };
-
-// In the order of the selectors.
-constexpr Recipe kRecipes[] = {
-    /* 0 cos    */ {&kCos},
-    /* 1 cosd   */ {&kCos, kFromDegrees},
-    /* 2 cosh   */ {&kCosh},
-    /* 3 sin    */ {&kSin},
-    /* 4 sind   */ {&kSin, kFromDegrees},
-    /* 5 sinh   */ {&kSinh},
-    /* 6 tan    */ {&kTan},
-    /* 7 tand   */ {&kTan, kFromDegrees},
-    /* 8 tanh   */ {&kTanh},
-    /* 9 acos   */ {&kAcos, kPlain, Domain::withinOne},
-    /* 10 acosd */ {&kAcos, kToDegrees, Domain::withinOne},
-    /* 11 acosh */ {&kAcosh, kPlain, Domain::fromOne},
-    /* 12 asin  */ {&kAsin, kPlain, Domain::withinOne},
-    /* 13 asind */ {&kAsin, kToDegrees, Domain::withinOne},
-    /* 14 asinh */ {&kAsinh},
-    /* 15 atan  */ {&kAtan},
-    /* 16 atand */ {&kAtan, kToDegrees},
-    /* 17 atanh */ {&kAtanh, kPlain, Domain::withinOne},
-    /* 18 deg2rad */ {nullptr, kFromDegrees},
-    /* 19 rad2deg */ {nullptr, kToDegrees},
-    /* 20 */ {nullptr, kFromDegrees},  // no name leads to 20 and 21
-    /* 21 */ {nullptr, kToDegrees},
-    /* 22 csc   */ {&kSin, kReciprocal},
-    /* 23 cscd  */ {&kSin, kFromDegrees | kReciprocal},
-    /* 24 acsc  */ {&kAsin, kOfReciprocal, Domain::beyondOne},
-    /* 25 acscd */ {&kAsin, kOfReciprocal | kToDegrees, Domain::beyondOne},
-    /* 26 csch  */ {&kSinh, kReciprocal},
-    /* 27 acsch */ {&kAsinh, kOfReciprocal},
-    /* 28 sec   */ {&kCos, kReciprocal},
-    /* 29 secd  */ {&kCos, kFromDegrees | kReciprocal},
-    /* 30 sech  */ {&kCosh, kReciprocal},
-    /* 31 asec  */ {&kAcos, kOfReciprocal, Domain::beyondOne},
-    /* 32 asecd */ {&kAcos, kOfReciprocal | kToDegrees, Domain::beyondOne},
-    /* 33 asech */ {&kAcosh, kOfReciprocal, Domain::unitInterval},
-    /* 34 cot   */ {&kTan, kReciprocal},
-    /* 35 cotd  */ {&kTan, kFromDegrees | kReciprocal},
-    /* 36 acot  */ {&kAtan, kOfReciprocal},
-    /* 37 acotd */ {&kAtan, kOfReciprocal | kToDegrees},
-    /* 38 coth  */ {&kTanh, kReciprocal},
-    /* 39 acoth */ {&kAtanh, kOfReciprocal, Domain::beyondOne},
-};
-static_assert(std::size(kRecipes) == 40);
 
 void scale(double* y, const double* x, int64_t n, double factor) {
 #pragma GCC ivdep
@@ -140,10 +96,7 @@ ComplexDouble evaluate(const Recipe& recipe, ComplexDouble z) {
   return z;
 }
 
-}  // namespace
-
-NodeValue trigonometric(Call& call) {
-  const Recipe& recipe = kRecipes[call.builtin.selector];
+NodeValue applied(const Recipe& recipe, Call& call) {
   NumericArray a = read::takeNumeric(call, 0, {"A", "A", predicate::kNumericArray});
   if (a.is(Kind::Complex)) {
     return unaryLoop(std::move(a).take<ComplexDouble>(), [&](ComplexDouble z) noexcept { return evaluate(recipe, z); });
@@ -152,5 +105,99 @@ NodeValue trigonometric(Call& call) {
   if (auto result = realPath(x, recipe)) return std::move(*result);
   return unaryLoop(std::move(x), [&](double re) noexcept { return evaluate(recipe, {re, 0.0}); });
 }
+
+template <const Function* kFunction, unsigned kSteps = kPlain, Domain kDomain = Domain::everywhere>
+NodeValue trigonometric(Call& call) {
+  return applied({kFunction, kSteps, kDomain}, call);
+}
+
+// clang-format off
+constexpr Builtin kTrigonometry[] = {
+    {"cos",      trigonometric<&kCos>,                                                 {1, 1}, 1, "A",
+     "Cosine of an angle in radians", "cos([0 pi/3 pi])"},
+    {"cosd",     trigonometric<&kCos, kFromDegrees>,                                   {1, 1}, 1, "A",
+     "Cosine of an angle in degrees", "cosd([0 60 180])"},
+    {"cosh",     trigonometric<&kCosh>,                                                {1, 1}, 1, "A",
+     "Hyperbolic cosine", "cosh([-1 0 1])"},
+    {"sin",      trigonometric<&kSin>,                                                 {1, 1}, 1, "A",
+     "Sine of an angle in radians", "sin([0 pi/6 pi/2])"},
+    {"sind",     trigonometric<&kSin, kFromDegrees>,                                   {1, 1}, 1, "A",
+     "Sine of an angle in degrees", "sind([0 30 90])"},
+    {"sinh",     trigonometric<&kSinh>,                                                {1, 1}, 1, "A",
+     "Hyperbolic sine", "sinh([-1 0 1])"},
+    {"tan",      trigonometric<&kTan>,                                                 {1, 1}, 1, "A",
+     "Tangent of an angle in radians", "tan([0 pi/4])"},
+    {"tand",     trigonometric<&kTan, kFromDegrees>,                                   {1, 1}, 1, "A",
+     "Tangent of an angle in degrees", "tand([0 45])"},
+    {"tanh",     trigonometric<&kTanh>,                                                {1, 1}, 1, "A",
+     "Hyperbolic tangent", "tanh([-1 0 1])"},
+    {"acos",     trigonometric<&kAcos, kPlain, Domain::withinOne>,                     {1, 1}, 1, "A",
+     "Angle in radians with the given cosine", "acos([1 0.5 -1])"},
+    {"acosd",    trigonometric<&kAcos, kToDegrees, Domain::withinOne>,                 {1, 1}, 1, "A",
+     "Angle in degrees with the given cosine", "acosd([1 0.5 -1])"},
+    {"acosh",    trigonometric<&kAcosh, kPlain, Domain::fromOne>,                      {1, 1}, 1, "A",
+     "Inverse hyperbolic cosine", "acosh([1 2 3])"},
+    {"asin",     trigonometric<&kAsin, kPlain, Domain::withinOne>,                     {1, 1}, 1, "A",
+     "Angle in radians with the given sine", "asin([0 0.5 1])"},
+    {"asind",    trigonometric<&kAsin, kToDegrees, Domain::withinOne>,                 {1, 1}, 1, "A",
+     "Angle in degrees with the given sine", "asind([0 0.5 1])"},
+    {"asinh",    trigonometric<&kAsinh>,                                               {1, 1}, 1, "A",
+     "Inverse hyperbolic sine", "asinh([-1 0 1])"},
+    {"atan",     trigonometric<&kAtan>,                                                {1, 1}, 1, "A",
+     "Angle in radians with the given tangent", "atan([0 1 Inf])"},
+    {"atand",    trigonometric<&kAtan, kToDegrees>,                                    {1, 1}, 1, "A",
+     "Angle in degrees with the given tangent", "atand([0 1 Inf])"},
+    {"atanh",    trigonometric<&kAtanh, kPlain, Domain::withinOne>,                    {1, 1}, 1, "A",
+     "Inverse hyperbolic tangent", "atanh([-0.5 0 0.5])"},
+    {"deg2rad",  trigonometric<nullptr, kFromDegrees>,                                 {1, 1}, 1, "A",
+     "Converts degrees to radians", "deg2rad(180)"},
+    {"degtorad", trigonometric<nullptr, kFromDegrees>,                                 {1, 1}, 1, "A",
+     "Converts degrees to radians", "degtorad(180)"},
+    {"rad2deg",  trigonometric<nullptr, kToDegrees>,                                   {1, 1}, 1, "A",
+     "Converts radians to degrees", "rad2deg(pi)"},
+    {"radtodeg", trigonometric<nullptr, kToDegrees>,                                   {1, 1}, 1, "A",
+     "Converts radians to degrees", "radtodeg(pi)"},
+    {"csc",      trigonometric<&kSin, kReciprocal>,                                    {1, 1}, 1, "A",
+     "Cosecant of an angle in radians", "csc([pi/6 pi/2])"},
+    {"cscd",     trigonometric<&kSin, kFromDegrees | kReciprocal>,                     {1, 1}, 1, "A",
+     "Cosecant of an angle in degrees", "cscd([30 90])"},
+    {"acsc",     trigonometric<&kAsin, kOfReciprocal, Domain::beyondOne>,              {1, 1}, 1, "A",
+     "Angle in radians with the given cosecant", "acsc([1 2])"},
+    {"acscd",    trigonometric<&kAsin, kOfReciprocal | kToDegrees, Domain::beyondOne>, {1, 1}, 1, "A",
+     "Angle in degrees with the given cosecant", "acscd([1 2])"},
+    {"csch",     trigonometric<&kSinh, kReciprocal>,                                   {1, 1}, 1, "A",
+     "Hyperbolic cosecant", "csch([1 2])"},
+    {"acsch",    trigonometric<&kAsinh, kOfReciprocal>,                                {1, 1}, 1, "A",
+     "Inverse hyperbolic cosecant", "acsch([1 2])"},
+    {"sec",      trigonometric<&kCos, kReciprocal>,                                    {1, 1}, 1, "A",
+     "Secant of an angle in radians", "sec([0 pi/3])"},
+    {"secd",     trigonometric<&kCos, kFromDegrees | kReciprocal>,                     {1, 1}, 1, "A",
+     "Secant of an angle in degrees", "secd([0 60])"},
+    {"sech",     trigonometric<&kCosh, kReciprocal>,                                   {1, 1}, 1, "A",
+     "Hyperbolic secant", "sech([0 1])"},
+    {"asec",     trigonometric<&kAcos, kOfReciprocal, Domain::beyondOne>,              {1, 1}, 1, "A",
+     "Angle in radians with the given secant", "asec([1 2])"},
+    {"asecd",    trigonometric<&kAcos, kOfReciprocal | kToDegrees, Domain::beyondOne>, {1, 1}, 1, "A",
+     "Angle in degrees with the given secant", "asecd([1 2])"},
+    {"asech",    trigonometric<&kAcosh, kOfReciprocal, Domain::unitInterval>,          {1, 1}, 1, "A",
+     "Inverse hyperbolic secant", "asech([0.5 1])"},
+    {"cot",      trigonometric<&kTan, kReciprocal>,                                    {1, 1}, 1, "A",
+     "Cotangent of an angle in radians", "cot([pi/4 pi/3])"},
+    {"cotd",     trigonometric<&kTan, kFromDegrees | kReciprocal>,                     {1, 1}, 1, "A",
+     "Cotangent of an angle in degrees", "cotd([45 60])"},
+    {"acot",     trigonometric<&kAtan, kOfReciprocal>,                                 {1, 1}, 1, "A",
+     "Angle in radians with the given cotangent", "acot([1 2])"},
+    {"acotd",    trigonometric<&kAtan, kOfReciprocal | kToDegrees>,                    {1, 1}, 1, "A",
+     "Angle in degrees with the given cotangent", "acotd([1 2])"},
+    {"coth",     trigonometric<&kTanh, kReciprocal>,                                   {1, 1}, 1, "A",
+     "Hyperbolic cotangent", "coth([1 2])"},
+    {"acoth",    trigonometric<&kAtanh, kOfReciprocal, Domain::beyondOne>,             {1, 1}, 1, "A",
+     "Inverse hyperbolic cotangent", "acoth([2 3])"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Builtin> trigonometryTable() { return kTrigonometry; }
 
 }  // namespace kelo::builtins

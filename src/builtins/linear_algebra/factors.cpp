@@ -1,4 +1,5 @@
-// The factorisations: LU, QR, singular values, eigenvalues. How many outputs are asked for says which factors are made.
+// The factorisations: LU, QR, singular values, eigenvalues. How many outputs are asked for says
+// which factors are made.
 #include "builtins/linear_algebra/handlers.h"
 #include "builtins/linear_algebra/matrix_arguments.h"
 #include "linear/eigen.h"
@@ -33,7 +34,7 @@ struct QrOption {
 /// Without a word on them the exchanges are a matrix, but for the economy form 0.
 QrOption qrOption(const Call& call) {
   if (call.count() == 1) return {};
-  if (isZero(call.args[1])) return {QrSize::economy, true};
+  if (isZero(call.arg(1))) return {QrSize::economy, true};
   switch (read::option(call, 1, Wording::sentence(text::kOptionOfQr), {"econ", "vector", "matrix"})) {
     case 0: return {QrSize::economy, false};
     case 1: return {QrSize::full, true};
@@ -61,7 +62,7 @@ namespace {
 /// The economy form 0 leaves wide matrices as they are.
 SvdSize svdSize(const Call& call, const NumericArray& a) {
   if (call.count() == 1) return SvdSize::full;
-  if (isZero(call.args[1])) return a.size().rows() > a.size().columns() ? SvdSize::economy : SvdSize::full;
+  if (isZero(call.arg(1))) return a.size().rows() > a.size().columns() ? SvdSize::economy : SvdSize::full;
   read::option(call, 1, Wording::sentence(text::kOptionOfSvd), {"econ"});
   return SvdSize::economy;
 }

@@ -14,7 +14,8 @@ enum class Text { refused, asNumbers };
 /// The first argument, moved out of the call. Text that is let through becomes numbers.
 NumericArray takeMatrix(Call& call, Matrix demand, Text text, const Wording& words);
 
-/// The second argument as a tolerance: a finite real number from 0 on; absent without a second argument.
+/// The second argument as a tolerance: a finite real number from 0 on; absent without a second
+/// argument.
 std::optional<double> tolerance(const Call& call);
 
 /// Whether an argument is the number 0.

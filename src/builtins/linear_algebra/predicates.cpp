@@ -8,7 +8,7 @@ namespace kelo::builtins::linear_algebra {
 namespace {
 
 Bandwidth bandOfFirst(const Call& call) {
-  const NumericArray* array = call.args[0].numeric();
+  const NumericArray* array = call.arg(0).numeric();
   if (array && array->is(Kind::Char)) throw Wording::sentence(text::kNotForCharacters).complaint(call);
   if (!array || !array->size().isMatrix()) throw problem(text::kFirstInvalid, text::kShouldBeNumericMatrix);
   return bandwidthOf(*array);

@@ -1,10 +1,12 @@
-// Equations, inverses, condition and determinant. The algorithms and most of their complaints stand in linear/.
+// Equations, inverses, condition and determinant. The algorithms and most of their complaints stand
+// in linear/.
 #include "builtins/linear_algebra/handlers.h"
 #include "builtins/linear_algebra/matrix_arguments.h"
 #include "linear/linear.h"
 #include "linear/lu.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "messages/catalogue/operators.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins::linear_algebra {
 namespace {
@@ -13,7 +15,7 @@ NumericArray operand(const Call& call, int position) {
   const Wording words = Wording::sentence(text::kInvalidArguments);
   const NumericArray& array = read::numeric(call, position, words);
   if (!array.has(Property::matrixInNumbers)) throw words.complaint(call);
-  return array.is(Kind::Char) ? array.toKind(Kind::Double) : array;
+  return charsToNumbers(array);
 }
 
 /// Of a system without equations or unknowns, or of a square one without right sides.
@@ -32,7 +34,8 @@ NodeValue linsolve(Call& call) {
   if (a.size().rows() != b.size().rows()) throw Wording::sentence(text::kSameRows).complaint(call);
   Solution solution = a.isEmpty() || (b.isEmpty() && isSquare) ? emptySolution(a, b) : solve(a, b);
   report(solution, a.size(), text::kLeftEquation, [&call](const std::string& text) { call.warn(text); });
-  return call.outputs({solution.x, Storable(isSquare ? solution.rcond : static_cast<double>(solution.rank))});
+  const double quality = isSquare ? solution.rcond : static_cast<double>(solution.rank);
+  return call.outputs({std::move(*solution.x), Storable(quality)});
 }
 
 NodeValue inv(Call& call) {

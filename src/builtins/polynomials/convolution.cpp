@@ -40,7 +40,8 @@ ArgConv readArgConv(Call& call) {
   return args;
 }
 
-// The full result lies as the longer vector does, of two equally long ones as v; a part of it lies as u.
+// The full result lies as the longer vector does, of two equally long ones as v; a part of it lies
+// as u.
 template <class T>
 TypedArray<T> convolution(const ArgConv::Operands<T>& op, ArgConv::Shape shape) {
   using enum ArgConv::Shape;

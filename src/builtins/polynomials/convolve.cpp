@@ -1,9 +1,10 @@
-// A block of neighbouring sums is kept in registers while the shorter vector passes by: for one of its elements the
-// block takes a run of the longer vector, which the compiler turns into vector instructions. At both ends of the result
-// some sums of a block have more terms than others; those terms are added one by one, in their order.
+// A block of neighbouring sums is kept in registers while the shorter vector passes by: for one of
+// its elements the block takes a run of the longer vector, which the compiler turns into vector
+// instructions. At both ends of the result some sums of a block have more terms than others; those
+// terms are added one by one, in their order.
 #include "builtins/polynomials/convolve.h"
 
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 
 namespace kelo::builtins {
 namespace {
@@ -33,7 +34,8 @@ void sumOne(const Operands<T>& op, int64_t k, T* out) {
 
 template <class T>
 void sumBlock(const Operands<T>& op, int64_t k, T* out) {
-  const int64_t begin = op.firstTerm(k + kLanes - 1), end = op.endTerm(k);  // the terms of all sums of the block
+  // The terms that all sums of the block have.
+  const int64_t begin = op.firstTerm(k + kLanes - 1), end = op.endTerm(k);
   if (begin >= end) {
     for (int64_t l = 0; l < kLanes; ++l) sumOne(op, k + l, out + l);
     return;

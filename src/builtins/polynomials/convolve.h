@@ -7,8 +7,9 @@
 
 namespace kelo::builtins {
 
-/// Elements `first` to `first + count - 1` of the full convolution of u and v: out[k] is the sum of u[i] * v[j] over
-/// all i + j == first + k. A sum runs in the order of the shorter vector. Large ones are split over the cores.
+/// Elements `first` to `first + count - 1` of the full convolution of u and v: out[k] is the sum of
+/// u[i] * v[j] over all i + j == first + k. A sum runs in the order of the shorter vector. Large
+/// ones are split over the cores.
 ///
 /// REQUIRES: neither is empty; 0 <= first, first + count <= u.size() + v.size() - 1; out is neither
 void convolve(std::span<const double> u, std::span<const double> v, int64_t first, int64_t count, double* out);

@@ -1,12 +1,13 @@
 // `cplxpair`: complex numbers ordered so that conjugates stand side by side.
 //
-// A slice is split into real and other numbers. The latter are ordered by real part; those whose real parts agree
-// within the tolerance form a group, in which the magnitudes of the imaginary parts tell who goes with whom.
+// A slice is split into real and other numbers. The latter are ordered by real part; those whose
+// real parts agree within the tolerance form a group, in which the magnitudes of the imaginary
+// parts tell who goes with whom.
 #include <limits>
 
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "messages/catalogue/polynomials.h"
 
 namespace kelo::builtins {

@@ -1,12 +1,12 @@
 // `diff` and `gradient`: differences of neighbours along a dimension.
 //
-// Within one block of slices (see slices.h) the neighbour of an element along the dimension is always the same number
-// of elements away, so a block is one plain loop whatever the dimension is.
+// Within one block of slices (see slices.h) the neighbour of an element along the dimension is
+// always the same number of elements away, so a block is one plain loop whatever the dimension is.
 #include <fmt/format.h>
 
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "messages/catalogue/polynomials.h"
 #include "platform/parallel.h"
 
@@ -40,7 +40,8 @@ class DimGradientOperator {
     return result;
   }
 
-  /// Central differences over 2h, at both ends one-sided ones over h; zeros where there are fewer than two points.
+  /// Central differences over 2h, at both ends one-sided ones over h; zeros where there are fewer
+  /// than two points.
   TypedArray<T> gradient(const TypedArray<T>& a, T h) const {
     if (slices_.length < 2) return TypedArray<T>(size_, T{});
     auto result = TypedArray<T>::uninitialized(size_);
@@ -88,7 +89,8 @@ std::vector<NumericArray> takeSpacings(Call& call, bool isVector, int64_t ndim) 
   return spacings;
 }
 
-/// The dimension of output k, from 0: columns first, then rows, then the others. A vector has the one it lies in.
+/// The dimension of output k, from 0: columns first, then rows, then the others. A vector has the
+/// one it lies in.
 int64_t dimensionOf(int64_t k, const SizeVector& size) {
   if (size.isVector()) return size.isColumn() && !size.isScalar() ? 1 : 2;
   return k == 0 ? 2 : k == 1 ? 1 : k + 1;

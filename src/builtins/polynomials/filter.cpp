@@ -1,12 +1,13 @@
 // `filter`: the rational digital filter in direct form II transposed, along one dimension.
 //
-// Each line of x runs through by itself with its own column of state. Without feedback the outputs are a convolution
-// with b, all at once, and the state at the end comes from the last samples. Otherwise one sample follows the other;
-// the short filters, which most are, keep their state in registers.
+// Each line of x runs through by itself with its own column of state. Without feedback the outputs
+// are a convolution with b, all at once, and the state at the end comes from the last samples.
+// Otherwise one sample follows the other; the short filters, which most are, keep their state in
+// registers.
 #include "builtins/polynomials/convolve.h"
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "messages/catalogue/polynomials.h"
 
 namespace kelo::builtins {
@@ -141,7 +142,8 @@ const char* signatureOf(const Call& call) {
   return kSignatures[call.count() - 3];
 }
 
-/// The initial state in the size that it must have: given so, or as one column for all lines, or empty for zeros.
+/// The initial state in the size that it must have: given so, or as one column for all lines, or
+/// empty for zeros.
 template <class T>
 TypedArray<T> initialState(const Call& call, TypedArray<T> wi, const SizeVector& size, int64_t states) {
   const int64_t lines = size.numElements() / std::max<int64_t>(states, 1);
@@ -174,9 +176,8 @@ NodeValue filter(Call& call) {
   return inCommonKind(
       [&](auto numerator, auto divisor, auto samples, auto state) {
         using T = typename decltype(samples)::Element;
-        constexpr bool kReal = std::is_same_v<T, double>;
         if (isZero(divisor[0])) {
-          const char* should = kReal ? text::kNonZero : text::kNonZeroMagnitude;
+          const char* should = kIsComplex<T> ? text::kNonZeroMagnitude : text::kNonZero;
           throw Wording{signature, "the first element of a", should}.complaint(call);
         }
         const Coefficients<T> c = normalized(numerator.values(), divisor.values());

@@ -1,4 +1,5 @@
-// The handlers of polynomials, signals and calculus, which polynomials_table.cpp joins with their names.
+// The handlers of polynomials, signals and calculus, which polynomials_table.cpp joins with their
+// names.
 #pragma once
 
 #include "interpreter/builtin.h"

@@ -1,22 +1,17 @@
-// What polynomials, signals and calculus share: coefficient vectors, and the choice between the real and the complex
-// path.
+// What polynomials, signals and calculus share: coefficient vectors.
 //
-// A polynomial is a vector of coefficients with that of the highest power first. Operands that hold only real numbers
-// are worked on in doubles, whatever their records are; as soon as one of them holds a complex number, all are complex.
+// A polynomial is a vector of coefficients with that of the highest power first. Operands that hold
+// only real numbers are worked on in doubles, whatever their records are; as soon as one of them
+// holds a complex number, all are complex.
 #pragma once
 
 #include "interpreter/reader.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 
-/// f(arrays...) with all arrays of the one kind that holds them: doubles, or complex numbers.
-template <class F, class... Arrays>
-auto inCommonKind(F f, Arrays... arrays) {
-  if ((arrays.has(Property::allReals) && ...)) return f(std::move(arrays).toDoubleArray()...);
-  return f(std::move(arrays).toComplexArray()...);
-}
-
-/// A vector of numbers in any orientation, or an array without elements, moved out of the arguments.
+/// A vector of numbers in any orientation, or an array without elements, moved out of the
+/// arguments.
 inline NumericArray takeVector(Call& call, int position, const Wording& words) {
   NumericArray vector = read::takeNumeric(call, position, words);
   if (!vector.isEmpty() && !vector.has(Property::vectorInNumbers)) throw words.complaint(call);
@@ -27,9 +22,6 @@ inline NumericArray takeVector(Call& call, int position, const Wording& words) {
 inline SizeVector alike(const SizeVector& vector, int64_t count) {
   return vector.isColumn() && !vector.isScalar() ? SizeVector(count, 1) : SizeVector(1, count);
 }
-
-inline bool isZero(double x) { return x == 0; }
-inline bool isZero(ComplexDouble z) { return z == ComplexDouble{}; }
 
 /// The coefficients without the zeros in front; the constant 0 keeps one.
 template <class T>

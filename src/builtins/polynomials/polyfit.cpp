@@ -1,8 +1,9 @@
 // `polyfit`: the polynomial of a degree that goes through points with the least sum of squares.
 //
-// The matrix of powers is factored by Householder reflections; its triangle gives the coefficients and is also what
-// `polyval` needs for its second output. Where the triangle does not decide them (more coefficients than points, points
-// that fall together), the solver of linear equations chooses a solution with as few coefficients as it can.
+// The matrix of powers is factored by Householder reflections; its triangle gives the coefficients
+// and is also what `polyval` needs for its second output. Where the triangle does not decide them
+// (more coefficients than points, points that fall together), the least-squares solver with column
+// exchanges chooses a solution with as few coefficients as it can, also where the matrix is square.
 #include <limits>
 
 #include "builtins/polynomials/handlers.h"
@@ -10,7 +11,7 @@
 #include "builtins/polynomials/vandermonde.h"
 #include "linear/lapack.h"
 #include "linear/linear.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "messages/catalogue/polynomials.h"
 #include "values/elementwise.h"
@@ -35,7 +36,8 @@ Centre<T> centreOf(const TypedArray<T>& x) {
   return {mean, n > 1 ? std::sqrt(squares / (n - 1)) : 0.0};
 }
 
-/// The triangle of a factored matrix and the right side turned with it: solving triangle * p = turned gives p.
+/// The triangle of a factored matrix and the right side turned with it: solving triangle * p =
+/// turned gives p.
 template <class T>
 struct Factored {
   TypedArray<T> triangle;  // min(m, n) x n
@@ -53,8 +55,8 @@ Factored<T> factored(TypedArray<T> v, TypedArray<T> y) {
   return {upperTriangle(v, k), std::move(y)};
 }
 
-// Whether each column of the matrix adds something to those before it, to working precision. A column is measured by
-// its own length, so that the scale of the points does not matter.
+// Whether each column of the matrix adds something to those before it, to working precision. A
+// column is measured by its own length, so that the scale of the points does not matter.
 template <class T>
 bool hasFullRank(const TypedArray<T>& triangle, int64_t points) {
   const int n = checkedInt32(triangle.size().columns());
@@ -93,7 +95,7 @@ TypedArray<T> asColumn(TypedArray<T> array) {
 template <class T>
 TypedArray<T> leastSquares(const Call& call, const TypedArray<T>& v, const TypedArray<T>& y, const Factored<T>& f) {
   const int64_t m = v.size().rows(), n = v.size().columns();
-  constexpr const char* kMany = std::is_same_v<T, double> ? text::kManyPolynomials : text::kManyComplexPolynomials;
+  constexpr const char* kMany = kIsComplex<T> ? text::kManyComplexPolynomials : text::kManyPolynomials;
   const bool isDecided = m >= n && hasFullRank(f.triangle, m);
   if (isDecided) {
     TypedArray<T> p = f.turned;
@@ -103,11 +105,11 @@ TypedArray<T> leastSquares(const Call& call, const TypedArray<T>& v, const Typed
     return TypedArray<T>::column(p.values().first(static_cast<size_t>(n)));
   }
   call.warn(m < n ? kMany : text::kDeficientFit);
-  NumericArray p = solve(v, y).x;
-  if constexpr (std::is_same_v<T, double>)
-    return std::move(p).toDoubleArray();
-  else
+  NumericArray p = *solveLeastSquares(v, y).x;
+  if constexpr (kIsComplex<T>)
     return std::move(p).toComplexArray();
+  else
+    return std::move(p).toDoubleArray();
 }
 
 template <class T>

@@ -1,5 +1,5 @@
-// `polyval`: a polynomial at many points, and how far off its values may be when it came from a fit.
-#include <limits>
+// `polyval`: a polynomial at many points, and how far off its values may be when it came from a
+// fit.
 
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
@@ -8,6 +8,7 @@
 #include "messages/catalogue/polynomials.h"
 #include "platform/parallel.h"
 #include "values/elementwise.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -73,7 +74,7 @@ double nonNegative(const Call& call, const Storable& value, const char* name, co
 
 std::optional<Fit> readFit(const Call& call) {
   if (call.count() < 3) return std::nullopt;
-  const Storable& given = call.args[2];
+  const Storable& given = call.arg(2);
   if (given.isArray() && given.isEmpty()) return std::nullopt;
   const char* signature = signatureOf(call);
   const StructArray& s = read::structure(call, 2, {signature, "S", predicate::kEmptyOrStructure});
@@ -117,7 +118,7 @@ DoubleArray deviation(const Call& call, const Fit& fit, int64_t coefficients, co
       }
     });
   }
-  const double scale = fit.df == 0 ? std::numeric_limits<double>::infinity() : fit.normr / std::sqrt(fit.df);
+  const double scale = fit.df == 0 ? kInf : fit.normr / std::sqrt(fit.df);
   for (int64_t i = 0; i < n; ++i) d[i] = scale * std::sqrt(d[i]);
   return delta;
 }

@@ -1,9 +1,10 @@
-// From roots to coefficients and back: `poly`, `roots` and the companion matrix, whose eigenvalues are the roots.
+// From roots to coefficients and back: `poly`, `roots` and the companion matrix, whose eigenvalues
+// are the roots.
 #include "builtins/polynomials/convolve.h"
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
 #include "linear/eigen.h"
-#include "linear/real_or_complex.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/polynomials.h"
 #include "values/elementwise.h"
 #include "values/operators.h"
@@ -29,7 +30,8 @@ TypedArray<T> companion(std::span<const T> p) {
   return matrix;
 }
 
-// Without what makes no root: zeros in front, and leading coefficients so small that dividing by them overflows.
+// Without what makes no root: zeros in front, and leading coefficients so small that dividing by
+// them overflows.
 template <class T>
 std::span<const T> significant(std::span<const T> p) {
   const auto overflows = [&] { return std::any_of(p.begin(), p.end(), [&](T x) { return !isFinite(x / p[0]); }); };

@@ -1,8 +1,8 @@
 // `dot` and `cross`: products of the vectors that stand along a dimension of two arrays.
 #include "builtins/polynomials/handlers.h"
 #include "builtins/polynomials/operands.h"
-#include "builtins/reductions/slices.h"
-#include "linear/real_or_complex.h"
+#include "builtins/slices.h"
+#include "linear/matrix_parts.h"
 #include "messages/catalogue/polynomials.h"
 
 namespace kelo::builtins {
@@ -16,9 +16,9 @@ T dotOf(const T* a, const T* b, int64_t n) {
   T sum[kLanes] = {};
   int64_t i = 0;
   for (; i + kLanes <= n; i += kLanes) {
-    for (int64_t l = 0; l < kLanes; ++l) sum[l] = sum[l] + conjugateOf(a[i + l]) * b[i + l];
+    for (int64_t l = 0; l < kLanes; ++l) sum[l] = sum[l] + conj(a[i + l]) * b[i + l];
   }
-  for (; i < n; ++i) sum[0] = sum[0] + conjugateOf(a[i]) * b[i];
+  for (; i < n; ++i) sum[0] = sum[0] + conj(a[i]) * b[i];
   for (int64_t l = 1; l < kLanes; ++l) sum[0] = sum[0] + sum[l];
   return sum[0];
 }
@@ -40,7 +40,7 @@ TypedArray<T> dots(const TypedArray<T>& a, const TypedArray<T>& b, int64_t dim) 
       for (int64_t l = 0; l < s.length; ++l) {
         const T *p = x + first + l * s.inner, *q = y + first + l * s.inner;
 #pragma GCC ivdep
-        for (int64_t i = 0; i < s.inner; ++i) sums[i] = sums[i] + conjugateOf(p[i]) * q[i];
+        for (int64_t i = 0; i < s.inner; ++i) sums[i] = sums[i] + conj(p[i]) * q[i];
       }
     }
   });

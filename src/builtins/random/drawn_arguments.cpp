@@ -8,15 +8,14 @@
 namespace kelo::builtins {
 namespace {
 
-const Storable& at(const Call& call, int position) { return call.args[static_cast<size_t>(position)]; }
 bool isLength(int64_t n) { return n >= 0; }
 
 SizeVector sizeOfOne(const Call& call, int position, Complaint complaint) {
-  const auto lengths = read::asIntegers(at(call, position));
-  if (!lengths || !at(call, position).size().isVector() || !std::all_of(lengths->begin(), lengths->end(), isLength)) {
+  const auto lengths = read::asIntegers(call.arg(position));
+  if (!lengths || !call.arg(position).size().isVector() || !std::all_of(lengths->begin(), lengths->end(), isLength)) {
     throw complaint(call, position);
   }
-  if (at(call, position).size().isScalar()) return SizeVector(lengths->front(), lengths->front());
+  if (call.arg(position).size().isScalar()) return SizeVector(lengths->front(), lengths->front());
   return SizeVector(*lengths);
 }
 
@@ -27,7 +26,7 @@ SizeVector drawnSize(const Call& call, int from, Complaint complaint) {
   if (call.count() == from + 1) return sizeOfOne(call, from, complaint);
   std::vector<int64_t> lengths;
   for (int k = from; k < call.count(); ++k) {
-    const auto n = read::asInteger(at(call, k));
+    const auto n = read::asInteger(call.arg(k));
     if (!n || !isLength(*n)) throw complaint(call, k);
     lengths.push_back(*n);
   }
@@ -43,7 +42,7 @@ Problem sizeComplaint(const Call& call, int position) {
 }
 
 DoubleArray drawnParameters(const Call& call, int position, bool (*allowed)(double), Complaint complaint) {
-  const NumericArray* array = at(call, position).numeric();
+  const NumericArray* array = call.arg(position).numeric();
   if (!array || !array->has(Property::allReals)) throw complaint(call, position);
   DoubleArray numbers = array->toDoubleArray();
   if (!std::all_of(numbers.values().begin(), numbers.values().end(), allowed)) throw complaint(call, position);

@@ -10,8 +10,10 @@ namespace kelo::builtins {
 /// Makes the complaint about the argument at a position (from 0).
 using Complaint = Problem (*)(const Call& call, int position);
 
-/// The size that the arguments from `from` on give: none, a scalar; n, n x n; a vector of lengths; several lengths.
-/// throws the complaint; Problem for a vector of fewer than two lengths; FatalFault when the elements cannot be counted
+/// The size that the arguments from `from` on give: none, a scalar; n, n x n; a vector of lengths;
+/// several lengths.
+/// throws the complaint; Problem for a vector of fewer than two lengths; FatalFault when the
+/// elements cannot be counted
 SizeVector drawnSize(const Call& call, int from, Complaint complaint);
 
 /// The complaint of most functions about sizes.

@@ -1,5 +1,5 @@
-// How many numbers an element draws, and in which order, is part of the stream: a seed must go on giving the same
-// arrays.
+// How many numbers an element draws, and in which order, is part of the stream: a seed must go on
+// giving the same arrays.
 #include "builtins/random/kl_rand.h"
 
 #include <algorithm>
@@ -26,8 +26,8 @@ uint64_t secondsOf(const platform::CalendarTime& time) {
 double normal(RandomWords& words, double std) {
   double u1, v1;
   for (int candidate = 1;; ++candidate) {
-    u1 = words.doub();
-    v1 = (words.doub() - 0.5) * 1.7156;
+    u1 = words.uniform();
+    v1 = (words.uniform() - 0.5) * 1.7156;
     if (candidate == 10) break;  // NOTE: intended, whatever the tests below would say
     const double x = u1 - 0.449871, y = std::abs(v1) + 0.386595;
     const double q = x * x + y * (0.196 * y - 0.25472 * x);
@@ -40,7 +40,7 @@ double normal(RandomWords& words, double std) {
 double exponential(RandomWords& words, double mean) {
   double u;
   do {
-    u = words.doub();
+    u = words.uniform();
   } while (u == 0);
   return std::log(u) / (-1 / mean);
 }
@@ -58,7 +58,7 @@ class Poisson {
     double k = -1, p = 1;
     do {
       k = k + 1;
-      p = p * words.doub();
+      p = p * words.uniform();
     } while (p > limit_);
     return k;
   }
@@ -66,8 +66,8 @@ class Poisson {
   double byRatio(RandomWords& words) const {
     const bool isBig = rate_ > 13.5;  // the squeezes hold from there on
     for (;;) {
-      const double u = 0.64 * words.doub();
-      const double v = -0.68 + 1.28 * words.doub();
+      const double u = 0.64 * words.uniform();
+      const double v = -0.68 + 1.28 * words.uniform();
       const double v2 = v * v;
       if (isBig && isOutside(u, v, v2)) continue;
       const double k = std::floor(root_ * (v / u) + rate_ + 0.5);
@@ -127,7 +127,8 @@ void KLRand::withWords(Draw draw) {
 }
 
 void KLRand::randomDoubleArray(std::span<double> array) {
-  // OPTIMIZATION: the words go on in a loop of their own, a block at a time, so that mixing and conversion vectorise.
+  // OPTIMIZATION: the words go on in a loop of their own, a block at a time, so that mixing and
+  // conversion vectorise.
   withWords([=](RandomWords& words) {
     WordBlock block;
     for (size_t begin = 0; begin < array.size(); begin += WordBlock::kSize) {

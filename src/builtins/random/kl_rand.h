@@ -1,5 +1,5 @@
-// Arrays of random numbers. Each operation takes up the stream where the last one left it and leaves it behind its last
-// draw, also when the array has no elements.
+// Arrays of random numbers. Each operation takes up the stream where the last one left it and
+// leaves it behind its last draw, also when the array has no elements.
 #pragma once
 
 #include <span>
@@ -32,18 +32,20 @@ class KLRand {
 
   void randomDoubleArray(std::span<double> array);                ///< uniform in [0, 1)
   void randomIntegerArray(int64_t max, std::span<double> array);  ///< whole numbers from 1 to max
-  void randomPermutation(std::span<double> array);                ///< of 1 to the number of elements
+  void randomPermutation(std::span<double> array);                ///< of the numbers from 1
   /// source: Leva (1992), ratio of uniforms; at most ten candidates an element
   void randomNormalArray(EachParameter mean, EachParameter std, std::span<double> array);
   /// REQUIRES: every mean > 0
   void randomExponArray(EachParameter mean, std::span<double> array);
-  /// source: product of uniforms below a rate of 5, ratio of uniforms with squeezes from there on. REQUIRES: lambda > 0
+  /// source: product of uniforms below a rate of 5, ratio of uniforms with squeezes from there on.
+  /// REQUIRES: lambda > 0
   void randomPoissonArray(EachParameter lambda, std::span<double> array);
 
  private:
   bool readState();  // false when no words are stored
   void writeState();
-  /// draw(words) with the words in a local, so that they stay in registers, between reading and writing of the state.
+  /// draw(words) with the words in a local, so that they stay in registers, between reading and
+  /// writing of the state.
   template <class Draw>
   void withWords(Draw draw);
 

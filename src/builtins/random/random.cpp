@@ -1,5 +1,5 @@
-// Random numbers. All functions draw from the one stream of the application and leave its state in randState; the end
-// of the run makes it durable.
+// Random numbers. All functions draw from the one stream of the application and leave its state in
+// randState; the end of the run makes it durable.
 #include <cmath>
 
 #include "builtins/library.h"
@@ -38,7 +38,7 @@ NodeValue randn(Call& call) {
 Wording formOfRandi(const Call& call) {
   if (call.count() == 1) return {"imax", nullptr, nullptr};
   if (call.count() > 2) return {"imax, s1, s2, ...", "si", text::kEachLength};
-  if (call.args[1].isArray() && !call.args[1].size().isScalar()) {
+  if (call.arg(1).isArray() && !call.arg(1).size().isScalar()) {
     return {"imax, sizeVec", "sizeVec", text::kSizeOfLengths};
   }
   return {"imax, n", "n", text::kScalarLength};
@@ -86,7 +86,7 @@ NodeValue poissrnd(Call& call) {
 const char* sizesOfMeanAndDeviation(const Call& call) {
   if (call.count() == 2) return text::kMeanAndDeviation;
   if (call.count() > 3) return text::kMeanDeviationAndLengths;
-  return call.args[2].size().isScalar() ? text::kMeanDeviationAndLength : text::kMeanDeviationAndSize;
+  return call.arg(2).size().isScalar() ? text::kMeanDeviationAndLength : text::kMeanDeviationAndSize;
 }
 
 NodeValue normrnd(Call& call) {
@@ -124,44 +124,26 @@ NodeValue rng(Call& call) {
 
 // ---- The table
 
+// clang-format off
 constexpr Builtin kRandom[] = {
-    {"rand", rand, 0, {0, kAny}, 1, "s1, s2, ...", "Uniform random numbers between 0 and 1", "rand(2, 3)"},
-    {"randi", randi, 1, {1, kAny}, 1, "imax, s1, s2, ...", "Random whole numbers from 1 to imax", "randi(6, 1, 10)"},
-    {"randn", randn, 2, {0, kAny}, 1, "s1, s2, ...", "Normal random numbers of mean 0 and deviation 1", "randn(3)"},
-    {"exprnd",
-     exprnd,
-     3,
-     {1, kAny},
-     1,
-     "mu, s1, s2, ...",
-     "Exponential random numbers with mean mu",
-     "exprnd(2, 1, 5)"},
-    {"poissrnd",
-     poissrnd,
-     4,
-     {1, kAny},
-     1,
-     "lambda, s1, s2, ...",
-     "Poisson random numbers with mean lambda",
-     "poissrnd(3, 1, 5)"},
-    {"normrnd",
-     normrnd,
-     5,
-     {2, kAny},
-     1,
-     "mu, sigma, s1, s2, ...",
-     "Normal random numbers with mean mu and deviation sigma",
-     "normrnd(10, 2, 1, 5)"},
-    {"rng", rng, 6, {1, 1}, 0, "n", "Sets the seed, from which the random numbers follow", "rng(1)"},
-    {"randperm",
-     randperm,
-     0,
-     {1, 2},
-     1,
-     "n, k",
-     "Numbers from 1 to n in random order, or the first k of them",
-     "randperm(5)"},
+    {"rand",     rand,     {0, kAny}, 1, "s1, s2, ...",
+     "Uniform random numbers between 0 and 1", "rand(2, 3)"},
+    {"randi",    randi,    {1, kAny}, 1, "imax, s1, s2, ...",
+     "Random whole numbers from 1 to imax", "randi(6, 1, 10)"},
+    {"randn",    randn,    {0, kAny}, 1, "s1, s2, ...",
+     "Normal random numbers of mean 0 and deviation 1", "randn(3)"},
+    {"exprnd",   exprnd,   {1, kAny}, 1, "mu, s1, s2, ...",
+     "Exponential random numbers with mean mu", "exprnd(2, 1, 5)"},
+    {"poissrnd", poissrnd, {1, kAny}, 1, "lambda, s1, s2, ...",
+     "Poisson random numbers with mean lambda", "poissrnd(3, 1, 5)"},
+    {"normrnd",  normrnd,  {2, kAny}, 1, "mu, sigma, s1, s2, ...",
+     "Normal random numbers with mean mu and deviation sigma", "normrnd(10, 2, 1, 5)"},
+    {"rng",      rng,      {1, 1},    0, "n",
+     "Sets the seed, from which the random numbers follow", "rng(1)"},
+    {"randperm", randperm, {1, 2},    1, "n, k",
+     "Numbers from 1 to n in random order, or the first k of them", "randperm(5)"},
 };
+// clang-format on
 
 }  // namespace
 

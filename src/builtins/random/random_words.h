@@ -1,9 +1,9 @@
 // The generator of random numbers: three words, and one draw from them.
 //
-// Three generators of different kinds are combined, so that each covers the weaknesses of the others: a linear
-// congruential one (u), a 64-bit xor-shift (v) and a multiply-with-carry one (w). The period is near 2^190. All
-// arithmetic is modulo 2^64 and without rounding that a compiler might change, so a seed gives the same numbers
-// everywhere.
+// Three generators of different kinds are combined, so that each covers the weaknesses of the
+// others: a linear congruential one (u), a 64-bit xor-shift (v) and a multiply-with-carry one (w).
+// The period is near 2^190. All arithmetic is modulo 2^64 and without rounding that a compiler
+// might change, so a seed gives the same numbers everywhere.
 #pragma once
 
 #include <bit>
@@ -47,15 +47,17 @@ struct RandomWords {
   }
 
   /// A double in [0, 1): int64() as a whole number times 2^-64.
-  double doub() { return fraction(int64()); }
+  double uniform() { return fraction(int64()); }
 
   /// bits * 2^-64, rounded once.
   ///
-  /// OPTIMIZATION: the halves are put behind the exponents of 2^84 and 2^52, where they are whole numbers of that size.
-  /// That needs no branch, which an unsigned number's conversion does, and a loop of it vectorises.
+  /// OPTIMIZATION: the halves are put behind the exponents of 2^84 and 2^52, where they are whole
+  /// numbers of that size. That needs no branch, which an unsigned number's conversion does, and a
+  /// loop of it vectorises.
   static double fraction(uint64_t bits) {
-    const auto high = std::bit_cast<double>(bits >> 32 | 0x4530000000000000u);           // 2^84 + the high half * 2^32
-    const auto low = std::bit_cast<double>((bits & 0xFFFFFFFFu) | 0x4330000000000000u);  // 2^52 + the low half
+    // 2^84 + the high half * 2^32, and 2^52 + the low half
+    const auto high = std::bit_cast<double>(bits >> 32 | 0x4530000000000000u);
+    const auto low = std::bit_cast<double>((bits & 0xFFFFFFFFu) | 0x4330000000000000u);
     return ((high - (0x1p84 + 0x1p52)) + low) * 0x1p-64;
   }
 

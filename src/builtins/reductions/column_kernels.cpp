@@ -1,17 +1,22 @@
 // Kernels on one column, with vectors of four doubles.
 //
-// The sum in order. Let the running sum s lie between p and 2p, p a power of 2, and let u be the distance of
-// neighbouring doubles there. As long as it stays there, s is a multiple of u, and adding x moves it by x rounded to a
-// multiple of u; only when x lies half way between two multiples does the way of rounding depend on s. So a block of
-// numbers is rounded first (adding and subtracting 1.5 p rounds to multiples of u), and the rounded numbers are added
-// up in any order: all these sums are exact. The block's sum is that of the plain loop if
-//   - no number was half way or rounded more coarsely: |x - rounded| < u/2 throughout (NaN and Inf fail here),
-//   - the magnitudes add up to p/2 at most, so that the rounding was to u and every partial sum is exact,
+// The sum in order. Let the running sum s lie between p and 2p, p a power of 2, and let u be the
+// distance of neighbouring doubles there. As long as it stays there, s is a multiple of u, and adding
+// x moves it by x rounded to a multiple of u; only when x lies half way between two multiples does the
+// way of rounding depend on s. So a block of numbers is rounded first (adding and subtracting 1.5 p
+// rounds to multiples of u), and the rounded numbers are added up in any order: all these sums are
+// exact. The block's sum is that of the plain loop if
+//   - no number was half way or rounded more coarsely: |x - rounded| < u/2 throughout (NaN and Inf
+//     fail here),
+//   - the magnitudes add up to p/2 at most, so that the rounding was to u and every partial sum is
+//     exact,
 //   - s less all negative numbers and s plus all positive ones lie strictly between p and 2p.
-// Otherwise the plain loop adds the block, and after several such blocks in a row trying is put off for a while.
+// Otherwise the plain loop adds the block, and after several such blocks in a row trying is put off
+// for a while.
 //
-// Rounding a block needs no more of the sum than p. So over several cores, the blocks of a long stretch are rounded
-// side by side for the present p, and then added one after the other as long as the sum stays between p and 2p.
+// Rounding a block needs no more of the sum than p. So over several cores, the blocks of a long
+// stretch are rounded side by side for the present p, and then added one after the other as long as
+// the sum stays between p and 2p.
 #include "builtins/reductions/column_kernels.h"
 
 #include <algorithm>
@@ -22,6 +27,7 @@
 
 #include "platform/parallel.h"
 #include "platform/vector_clones.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 namespace {
@@ -45,7 +51,7 @@ KELO_VECTOR_CLONES RoundedSums roundBlock(const double* x, double power) {
   const Bits halfUnit = Bits{} + std::bit_cast<int64_t>(power * 0x1p-53);
   Lanes sum[4] = {};
   Lanes magnitude[4] = {};
-  Bits below[4] = {~Bits{}, ~Bits{}, ~Bits{}, ~Bits{}};  // the sign bit stays as long as the error is below half a unit
+  Bits below[4] = {~Bits{}, ~Bits{}, ~Bits{}, ~Bits{}};  // sign bits: errors below u/2
   for (int64_t i = 0; i < kBlock; i += 4 * kLanes) {
 #pragma GCC unroll 4
     for (int64_t k = 0; k < 4; ++k) {
@@ -91,7 +97,7 @@ double addPlainly(const double* x, int64_t n, double s) {
 
 template <bool kSmallest>
 __attribute__((always_inline)) inline double extreme(const double* x, int64_t n) {
-  const double worst = kSmallest ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
+  const double worst = kSmallest ? kInf : -kInf;
   const auto better = [](auto v, auto best) { return kSmallest ? v < best : v > best; };
   Lanes best[4];
   for (Lanes& b : best) b = Lanes{} + worst;
@@ -121,14 +127,15 @@ KELO_VECTOR_CLONES double smallestOf(const double* x, int64_t n) { return extrem
 constexpr int64_t kFewestInStretch = 1536;
 constexpr int64_t kMostInStretch = 1 << 14;
 
-/// Blocks until the sum of `added` elements will have reached the next power of 2, if it goes on growing as it did.
+/// Blocks until the sum of `added` elements will have reached the next power of 2, if it goes on
+/// growing as it did.
 int64_t blocksAhead(double sum, double p, int64_t added) {
   const double elements = static_cast<double>(added) * (2 * p - std::fabs(sum)) / std::fabs(sum);
   return static_cast<int64_t>(std::fmin(elements / kBlock, kMostInStretch));
 }
 
-/// Adds as many of `count` blocks as the present power of 2 serves for. Returns how many, and counts those that had to
-/// be added plainly.
+/// Adds as many of `count` blocks as the present power of 2 serves for. Returns how many, and
+/// counts those that had to be added plainly.
 int64_t addStretch(const double* x, int64_t count, platform::ParallelFor& parallel, double* sum, int64_t* plain) {
   const double p = powerOf(*sum);
   std::vector<RoundedSums> blocks(static_cast<size_t>(count));
@@ -151,7 +158,6 @@ int64_t untilAligned(const double* x) {
 
 template <bool kSmallest>
 double extremeOf(const double* x, int64_t n, platform::ParallelFor* parallel) {
-  constexpr double kInf = std::numeric_limits<double>::infinity();
   constexpr int64_t kGrain = platform::kParallelThreshold / 2;
   const auto kernel = kSmallest ? smallestOf : largestOf;
   const int64_t head = untilAligned(x) < n ? untilAligned(x) : n;

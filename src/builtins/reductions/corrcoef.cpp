@@ -1,5 +1,5 @@
-// corrcoef: correlation coefficients R of columns, the probabilities P of no correlation, and Fisher's bounds RL and
-// RU.
+// corrcoef: correlation coefficients R of columns, the probabilities P of no correlation, and
+// Fisher's bounds RL and RU.
 #include <cmath>
 
 #include "builtins/reductions/covariance.h"
@@ -11,25 +11,15 @@
 namespace kelo::builtins {
 namespace {
 
-struct Corrcoef {
-  struct Arg {
-    enum class RowValue { all, complete, pairwise };
-    enum class Name { alpha, rows };
+struct Arg {
+  enum class RowValue { all, complete, pairwise };
+  enum class Name { alpha, rows };
 
-    NumericArray A;
-    std::optional<NumericArray> B;
-    double alpha = 0.05;
-    RowValue rowValue = RowValue::all;
-  };
-
-  static Problem errorMsgComplexRNumOutputArgs() { return expectation(text::kCorrcoefComplexOutputs); }
-  static Problem errorRowValue() { return expectation(text::kCorrcoefRows); }
-  static Problem errorAlphaValue() { return expectation(text::kCorrcoefAlpha); }
-
-  static bool isReal(const NumericArray& a) { return Cov::isReal(a); }
-  static bool areBothReal(const NumericArray& a, const NumericArray& b) { return isReal(a) && isReal(b); }
+  NumericArray A;
+  std::optional<NumericArray> B;
+  double alpha = 0.05;
+  RowValue rowValue = RowValue::all;
 };
-using Arg = Corrcoef::Arg;
 
 constexpr Wording kName = Wording::sentence(text::kCorrcoefName);
 constexpr Wording kRows = Wording::sentence(text::kCorrcoefRows);
@@ -47,12 +37,12 @@ void readOption(const Call& call, int position, Arg& arg) {
     return;
   }
   arg.alpha = read::realScalar(call, position + 1, kAlpha);
-  if (!(arg.alpha > 0 && arg.alpha < 1)) throw Corrcoef::errorAlphaValue();
+  if (!(arg.alpha > 0 && arg.alpha < 1)) throw expectation(text::kCorrcoefAlpha);
 }
 
 Arg readArg(const Call& call) {
   Arg arg;
-  const bool hasB = call.count() > 1 && !read::isText(call.args[1]);
+  const bool hasB = call.count() > 1 && !read::isText(call.arg(1));
   arg.A = read::nonChar(call, 0, hasB ? kPair : kAlone);
   if (hasB) {
     arg.B = read::nonChar(call, 1, kPair);
@@ -77,14 +67,11 @@ double within(double r) { return r > 1 ? 1 : r < -1 ? -1 : r; }
 
 template <class T>
 TypedArray<T> covarianceOf(const TypedArray<T>& columns) {
-  if constexpr (kIsComplex<T>)
-    return Cov::getVarComplexDouble(columns, 0, Cov::Arg::Nanflag::includenan);
-  else
-    return Cov::getVarDouble(columns, 0, Cov::Arg::Nanflag::includenan);
+  return covariances(columns, /*w*/ 0, Nanflag::includenan);
 }
 
-/// The coefficient of columns i and j from the matrix of covariances. A column with itself gives 1, or NaN when it does
-/// not vary.
+/// The coefficient of columns i and j from the matrix of covariances. A column with itself gives 1,
+/// or NaN when it does not vary.
 template <class T>
 T coefficient(const TypedArray<T>& c, int64_t i, int64_t j) {
   const int64_t m = c.size().rows();
@@ -97,8 +84,6 @@ T coefficient(const TypedArray<T>& c, int64_t i, int64_t j) {
   else
     return within(r / a / b);
 }
-
-double conj(double x) { return x; }
 
 template <class T>
 Correlations<T> correlations(const TypedArray<T>& columns, Arg::RowValue rows) {
@@ -160,8 +145,8 @@ DoubleArray bound(const Correlations<double>& all, double alpha, double side) {
 
 NodeValue corrcoef(Call& call) {
   const Arg arg = readArg(call);
-  if (!(arg.B ? Corrcoef::areBothReal(arg.A, *arg.B) : Corrcoef::isReal(arg.A))) {
-    if (call.outputCount() > 1) throw Corrcoef::errorMsgComplexRNumOutputArgs();
+  if (!arg.A.has(Property::allReals) || (arg.B && !arg.B->has(Property::allReals))) {
+    if (call.outputCount() > 1) throw expectation(text::kCorrcoefComplexOutputs);
     const ComplexDoubleArray a = arg.A.toComplexArray();
     return correlations(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.rowValue).r;
   }

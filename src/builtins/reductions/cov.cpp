@@ -6,15 +6,20 @@
 namespace kelo::builtins {
 namespace {
 
-using Arg = Cov::Arg;
+struct Arg {
+  NumericArray A;
+  std::optional<NumericArray> B;
+  int64_t w = 0;
+  Nanflag nanflag = Nanflag::includenan;
+};
 
 /// Where the optional arguments stand; 0: not given.
 struct Layout {
   int b = 0, w = 0, nanflag = 0;
 };
 
-/// The second input of a pair is w when it is one of the scalars 0 and 1 (or any scalar beside an array of several
-/// elements); a second array otherwise.
+/// The second input of a pair is w when it is one of the scalars 0 and 1 (or any scalar beside an
+/// array of several elements); a second array otherwise.
 bool isWeight(const Storable& value, const Storable& a) {
   const NumericArray* number = value.numeric();
   return number && number->isScalar() && !number->is(Kind::Char) && !(a.isNumeric() && a.numElements() == 1);
@@ -23,8 +28,7 @@ bool isWeight(const Storable& value, const Storable& a) {
 Layout layoutOf(const Call& call) {
   Layout layout;
   int last = call.count() - 1;
-  if (last > 0 && read::isText(call.args[static_cast<size_t>(last)]) &&
-      !call.args[static_cast<size_t>(last)].isEmpty()) {
+  if (last > 0 && read::isText(call.arg(last)) && !call.arg(last).isEmpty()) {
     layout.nanflag = last--;
   } else if (last == 3) {
     layout.nanflag = last--;
@@ -32,7 +36,7 @@ Layout layoutOf(const Call& call) {
   if (last == 2)
     layout.b = 1, layout.w = 2;
   else if (last == 1)
-    (isWeight(call.args[1], call.args[0]) ? layout.w : layout.b) = 1;
+    (isWeight(call.arg(1), call.arg(0)) ? layout.w : layout.b) = 1;
   return layout;
 }
 
@@ -55,8 +59,8 @@ void readPair(const Call& call, const char* signature, Arg& arg) {
   const auto wording = [signature](const char* predicate) { return Wording{signature, "A and B", predicate}; };
   for (const int k : {0, 1}) read::numeric(call, k, wording(text::kContainRealOrComplex));
   for (const int k : {0, 1}) read::nonChar(call, k, wording(text::kNonCharacterArrays));
-  arg.A = *call.args[0].numeric();
-  arg.B = *call.args[1].numeric();
+  arg.A = *call.arg(0).numeric();
+  arg.B = *call.arg(1).numeric();
   if (!arg.A.size().isMatrix() || !arg.B->size().isMatrix()) throw wording(text::kTwoDimensionsAtMost).complaint(call);
   if (arg.A.numElements() != arg.B->numElements()) throw wording(text::kSameNumbersOfElements).complaint(call);
 }
@@ -75,7 +79,7 @@ Arg readArg(const Call& call) {
     if (arg.w > 1) throw weight.complaint(call);
   }
   if (layout.nanflag) {
-    arg.nanflag = static_cast<Arg::Nanflag>(read::option(
+    arg.nanflag = static_cast<Nanflag>(read::option(
         call, layout.nanflag, {signature, "nanflag", text::kEitherRowFlag}, {"includenan", "omitrows", "partialrows"}));
   }
   return arg;
@@ -85,13 +89,13 @@ Arg readArg(const Call& call) {
 
 NodeValue cov(Call& call) {
   const Arg arg = readArg(call);
-  if (!arg.B && arg.A.size() == SizeVector(0, 0)) return NodeValue(std::numeric_limits<double>::quiet_NaN());
+  if (!arg.B && arg.A.size() == SizeVector(0, 0)) return NodeValue(kNaN);
   if (arg.A.is(Kind::Complex) || (arg.B && arg.B->is(Kind::Complex))) {
     const ComplexDoubleArray a = arg.A.toComplexArray();
-    return Cov::getVarComplexDouble(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.w, arg.nanflag);
+    return covariances(arg.B ? twoColumns(a, arg.B->toComplexArray()) : asColumns(a), arg.w, arg.nanflag);
   }
   const DoubleArray a = arg.A.toDoubleArray();
-  return Cov::getVarDouble(arg.B ? twoColumns(a, arg.B->toDoubleArray()) : asColumns(a), arg.w, arg.nanflag);
+  return covariances(arg.B ? twoColumns(a, arg.B->toDoubleArray()) : asColumns(a), arg.w, arg.nanflag);
 }
 
 }  // namespace kelo::builtins

@@ -1,4 +1,5 @@
-// The columns are centred once, then each pair gives one product; the other half of the matrix is the mirror image.
+// The columns are centred once, then each pair gives one product; the other half of the matrix is
+// the mirror image.
 #include "builtins/reductions/covariance.h"
 
 #include <cmath>
@@ -8,9 +9,6 @@
 namespace kelo::builtins {
 namespace {
 
-bool isNaN(double x) { return std::isnan(x); }
-bool isNaN(ComplexDouble z) { return z.hasNaN(); }
-double conj(double x) { return x; }
 double over(double x, double n) { return x / n; }
 ComplexDouble over(ComplexDouble z, double n) { return {z.real / n, z.imaginary / n}; }
 
@@ -70,11 +68,11 @@ TypedArray<T> pairwiseCovariance(const TypedArray<T>& columns, int64_t w) {
 }
 
 template <class T>
-TypedArray<T> covariance(const TypedArray<T>& columns, int64_t w, Cov::Arg::Nanflag nanflag) {
+TypedArray<T> covariance(const TypedArray<T>& columns, int64_t w, Nanflag nanflag) {
   switch (nanflag) {
-    case Cov::Arg::Nanflag::omitrows: return plainCovariance(completeRows(columns), w);
-    case Cov::Arg::Nanflag::partialrows: return pairwiseCovariance(columns, w);
-    case Cov::Arg::Nanflag::includenan: break;
+    case Nanflag::omitrows: return plainCovariance(completeRows(columns), w);
+    case Nanflag::partialrows: return pairwiseCovariance(columns, w);
+    case Nanflag::includenan: break;
   }
   return plainCovariance(columns, w);
 }
@@ -105,11 +103,11 @@ std::vector<int64_t> rowsWithoutNaN(const TypedArray<T>& from, const std::vector
 
 }  // namespace
 
-DoubleArray Cov::getVarDouble(const DoubleArray& columns, int64_t w, Arg::Nanflag nanflag) {
+DoubleArray covariances(const DoubleArray& columns, int64_t w, Nanflag nanflag) {
   return covariance(columns, w, nanflag);
 }
 
-ComplexDoubleArray Cov::getVarComplexDouble(const ComplexDoubleArray& columns, int64_t w, Arg::Nanflag nanflag) {
+ComplexDoubleArray covariances(const ComplexDoubleArray& columns, int64_t w, Nanflag nanflag) {
   return covariance(columns, w, nanflag);
 }
 

@@ -7,26 +7,16 @@
 
 namespace kelo::builtins {
 
-/// cov: what it is given, and the variance of column data.
-struct Cov {
-  struct Arg {
-    enum class Nanflag { includenan, omitrows, partialrows };
+/// What rows with a NaN become: as they are, dropped, or dropped for the pair of columns that has
+/// it.
+enum class Nanflag { includenan, omitrows, partialrows };
 
-    NumericArray A;
-    std::optional<NumericArray> B;
-    int64_t w = 0;  ///< 0: over n - 1, 1: over n
-    Nanflag nanflag = Nanflag::includenan;
-  };
-
-  /// The covariances of the columns of a matrix: as many rows and columns as it has columns. Rows of one observation
-  /// each; NaN where there is none. omitrows drops the rows with a NaN, partialrows those with one in a pair of
-  /// columns.
-  static DoubleArray getVarDouble(const DoubleArray& columns, int64_t w, Arg::Nanflag nanflag);
-  static ComplexDoubleArray getVarComplexDouble(const ComplexDoubleArray& columns, int64_t w, Arg::Nanflag nanflag);
-
-  static bool isReal(const NumericArray& a) { return a.has(Property::allReals); }
-  static bool areBothReal(const NumericArray& a, const NumericArray& b) { return isReal(a) && isReal(b); }
-};
+/// The covariances of the columns of a matrix: as many rows and columns as it has columns. A row is
+/// one observation; NaN where there is none.
+///
+/// w   0: the sums of products over n - 1, 1: over n
+DoubleArray covariances(const DoubleArray& columns, int64_t w, Nanflag nanflag);
+ComplexDoubleArray covariances(const ComplexDoubleArray& columns, int64_t w, Nanflag nanflag);
 
 /// The two columns of all elements of each of two arrays. REQUIRES: equal numbers of elements
 template <class T>

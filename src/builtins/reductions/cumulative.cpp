@@ -1,5 +1,5 @@
-// cumsum, cumprod, cummin, cummax: scans along a dimension, in one pass, in the memory of the argument where that is
-// free.
+// cumsum, cumprod, cummin, cummax: scans along a dimension, in one pass, in the memory of the
+// argument where that is free.
 #include "builtins/reductions/handlers.h"
 #include "builtins/reductions/order_statistics.h"
 #include "messages/catalogue/reductions.h"
@@ -25,7 +25,7 @@ const char* signatureOf(int count, int options) {
 int countOptions(const Call& call) {
   int options = 0;
   for (int k = 1; k < call.count(); ++k) {
-    const NumericArray* array = call.args[static_cast<size_t>(k)].numeric();
+    const NumericArray* array = call.arg(k).numeric();
     if (k >= 2 || (array && array->is(Kind::Char))) ++options;
   }
   if (options > 2) throw expectation(text::kInvalidOptions);
@@ -44,7 +44,7 @@ void setOnce(std::optional<T>& option, T value) {
 }
 
 void readOption(const Call& call, int position, Option& option) {
-  const Storable& argument = call.args[static_cast<size_t>(position)];
+  const Storable& argument = call.arg(position);
   if (!read::isText(argument)) throw unknownOption(call, option);
   static constexpr Wording kNone{"", "", ""};
   int word = 0;
@@ -72,10 +72,8 @@ TypedArray<T> scanned(TypedArray<T> a, int64_t d, bool reverse, Step step) {
   return result;
 }
 
-inline bool isNaN(double x) { return x != x; }
-inline bool isNaN(ComplexDouble z) { return z.hasNaN(); }
-
-/// The best so far gives way to a better one. NaN gives way to anything, or stays for good once met.
+/// The best so far gives way to a better one. NaN gives way to anything, or stays for good once
+/// met.
 template <class T, class Better>
 TypedArray<T> bestSoFar(TypedArray<T> a, int64_t d, bool reverse, bool omitNaN, Better better) {
   if (omitNaN) {

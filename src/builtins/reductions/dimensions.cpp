@@ -1,5 +1,5 @@
-// Reductions over several dimensions: these are brought together and become one, so that everything behind is a
-// reduction along one dimension.
+// Reductions over several dimensions: these are brought together and become one, so that everything
+// behind is a reduction along one dimension.
 #include "builtins/reductions/handlers.h"
 
 namespace kelo::builtins {
@@ -22,8 +22,8 @@ SizeVector joinedSize(const SizeVector& size, const std::vector<int64_t>& dimens
   return SizeVector(lengths);
 }
 
-/// The dimensions of `size` from 1 in the order in which they are to stand: the joined ones together at the first's
-/// place.
+/// The dimensions of `size` from 1 in the order in which they are to stand: the joined ones
+/// together at the first's place.
 std::vector<int64_t> joinedOrder(const SizeVector& size, const std::vector<int64_t>& dimensions) {
   std::vector<int64_t> order;
   for (int64_t d = 1; d <= size.count(); ++d) {

@@ -1,11 +1,11 @@
-// max and min. NaN is passed over; a slice of NaN alone gives NaN at position 1. Complex numbers are compared by
-// magnitude, then by angle. Of equal elements the first one is meant, also where they are zeros of different signs.
+// max and min. NaN is passed over; a slice of NaN alone gives NaN at position 1. Complex numbers
+// are compared by magnitude, then by angle. Of equal elements the first one is meant, also where
+// they are zeros of different signs.
 //
-// The extremes of real slices are found without looking at positions, so that the loops vectorise; where they stand is
-// looked up afterwards, if it was asked for. A slice whose elements are not there (length 0) has no extreme: the
-// dimension stays at 0.
+// The extremes of real slices are found without looking at positions, so that the loops vectorise;
+// where they stand is looked up afterwards, if it was asked for. A slice whose elements are not
+// there (length 0) has no extreme: the dimension stays at 0.
 #include <cmath>
-#include <limits>
 
 #include "builtins/reductions/column_kernels.h"
 #include "builtins/reductions/handlers.h"
@@ -24,7 +24,6 @@ constexpr Wording kArray{"A, [], k", "A", predicate::kNumericArray};
 constexpr Wording kNothing{"A, [], k", "the second input argument", text::kEmptySecondInput};
 constexpr Wording kDimension{"A, [], k", "k", text::kDimensionNumber};
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr int64_t kLongColumn = 32;
 
 /// Whether x takes the place of the best so far, which came first.
@@ -36,7 +35,8 @@ inline bool takesPlace(T x, T best) {
     return kWhich == Extreme::max ? x > best : x < best;
 }
 
-/// Position from 0 of the first element that equals `value`; 0 when there is none, as in a slice of NaN.
+/// Position from 0 of the first element that equals `value`; 0 when there is none, as in a slice of
+/// NaN.
 int64_t positionOf(double value, const double* x, int64_t length, int64_t stride) {
   for (int64_t l = 0; l < length; ++l) {
     if (x[l * stride] == value) return l;
@@ -44,8 +44,8 @@ int64_t positionOf(double value, const double* x, int64_t length, int64_t stride
   return 0;
 }
 
-/// The extremes as numbers. Where the loop may have missed which zero came first, or met nothing but NaN, the element
-/// itself is taken.
+/// The extremes as numbers. Where the loop may have missed which zero came first, or met nothing
+/// but NaN, the element itself is taken.
 template <Extreme kWhich>
 DoubleArray valuesAlong(const DoubleArray& a, const Slices& s, const SizeVector& size) {
   constexpr double kWorst = kWhich == Extreme::max ? -kInf : kInf;
@@ -156,10 +156,10 @@ NodeValue extreme(Call& call) {
     if (!read::array(call, 1, kNothing).isEmpty()) throw kNothing.complaint(call);
     d = read::dimension(call, 2, kDimension);
   }
-  return onNumbers(a, [&](const auto& x) -> NodeValue {
+  return inOwnKind([&](const auto& x) -> NodeValue {
     if (call.selector<Extreme>() == Extreme::max) return along<Extreme::max>(call, x, d);
     return along<Extreme::min>(call, x, d);
-  });
+  }, a);
 }
 
 }  // namespace kelo::builtins

@@ -1,8 +1,10 @@
-// The handlers of the reductions, the selectors that tell their names apart, and what several of them share.
+// The handlers of the reductions, the selectors that tell their names apart, and what several of
+// them share.
 #pragma once
 
-#include "builtins/reductions/slices.h"
+#include "builtins/slices.h"
 #include "interpreter/reader.h"
+#include "values/numbers.h"
 
 namespace kelo::builtins {
 
@@ -21,17 +23,6 @@ NodeValue percentile(Call& call);
 NodeValue cov(Call& call);
 NodeValue corrcoef(Call& call);
 
-/// Calls f with the numbers of an array: a ComplexDoubleArray, or a DoubleArray for all other kinds.
-template <class F>
-decltype(auto) onNumbers(const NumericArray& a, F&& f) {
-  if (a.is(Kind::Double)) return f(a.asDouble());
-  if (a.is(Kind::Complex)) return f(a.asComplex());
-  return f(a.toDoubleArray());
-}
-
-template <class T>
-inline constexpr bool kIsComplex = std::is_same_v<T, ComplexDouble>;
-
 // The sums of slices (sums.cpp).
 
 /// The sum of each slice, from its first element to its last.
@@ -45,11 +36,11 @@ ComplexDoubleArray meanAlong(const ComplexDoubleArray& a, int64_t d);
 
 // Several dimensions as one (dimensions.cpp).
 
-/// The dimensions that an argument names: 'all' (every dimension of `size`), a dimension, or a vector of different
-/// ones; sorted. Absent for anything else.
+/// The dimensions that an argument names: 'all' (every dimension of `size`), a dimension, or a
+/// vector of different ones; sorted. Absent for anything else.
 std::optional<std::vector<int64_t>> namedDimensions(const Storable& argument, const SizeVector& size);
-/// The array with the given dimensions, sorted, joined into the first of them; the others get length 1. Elements of the
-/// joined dimension stand in storage order.
+/// The array with the given dimensions, sorted, joined into the first of them; the others get
+/// length 1. Elements of the joined dimension stand in storage order.
 template <class T>
 TypedArray<T> joinDimensions(const TypedArray<T>& a, const std::vector<int64_t>& dimensions);
 

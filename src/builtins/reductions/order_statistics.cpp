@@ -1,20 +1,16 @@
-// Nothing is sorted more than it must: the median and quantiles put single elements into their places, each search
-// working on what the one before left behind.
+// Nothing is sorted more than it must: the median and quantiles put single elements into their
+// places, each search working on what the one before left behind.
 #include "builtins/reductions/order_statistics.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 namespace kelo::builtins {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr size_t kManyRanks = 64;  // from here on a full sort is cheaper
 
-bool isNaN(double x) { return std::isnan(x); }
-bool isNaN(ComplexDouble z) { return z.hasNaN(); }
 double nanOf(double) { return kNaN; }
 ComplexDouble nanOf(ComplexDouble) { return {kNaN, 0}; }
 
@@ -56,7 +52,8 @@ Mode<T> modeOf(std::span<T> all) {
   return best;
 }
 
-/// Where a quantile lies: between the elements `low` and `low + 1`, from 0, or on the first one when `share` is 0.
+/// Where a quantile lies: between the elements `low` and `low + 1`, from 0, or on the first one
+/// when `share` is 0.
 struct Place {
   size_t low;
   double share;

@@ -1,7 +1,7 @@
 // prctile and quantile: one handler; they differ in the scale of the fractions, 100 or 1.
 //
-// Without a dimension the result for a vector has the shape of the fractions; otherwise they stand along the dimension
-// that was reduced (the first one of several).
+// Without a dimension the result for a vector has the shape of the fractions; otherwise they stand
+// along the dimension that was reduced (the first one of several).
 #include "builtins/reductions/handlers.h"
 #include "builtins/reductions/order_statistics.h"
 #include "messages/catalogue/reductions.h"
@@ -22,7 +22,7 @@ const Words& wordsOf(const Call& call) {
        {{"A, q", "A", text::kArrayOfRealNumbers}, {"A, q", "q", text::kUpToOne}, 1}},
       {{{"A, p, dim", "A", text::kArrayOfRealNumbers}, {"A, p, dim", "p", text::kUpToHundred}, 100},
        {{"A, q, dim", "A", text::kArrayOfRealNumbers}, {"A, q, dim", "q", text::kUpToOne}, 1}}};
-  return kWords[call.count() == 3][call.selector<int>()];
+  return kWords[call.count() == 3][call.selector<Percentile>() == Percentile::quantile];
 }
 
 DoubleArray readArray(const Call& call, const Words& words) {
@@ -68,7 +68,7 @@ NodeValue percentile(Call& call) {
     if (a.size().isVector()) return std::move(result).reshaped(fractions.size());
     return result;
   }
-  const auto dimensions = namedDimensions(call.args[2], a.size());
+  const auto dimensions = namedDimensions(call.arg(2), a.size());
   if (!dimensions) throw Wording::sentence(text::kPercentileDimensions).complaint(call);
   if (dimensions->size() > 1) a = joinDimensions(a, *dimensions);
   return percentilesAlong(a, dimensions->front(), fractions, words.scale);

@@ -99,7 +99,7 @@ NodeValue reduction(Call& call) {
   const int64_t d = call.count() == 1 ? a.size().defaultDimension() : read::dimension(call, 1, kDimension);
   const bool counts = which == Reduction::sum || which == Reduction::all || which == Reduction::any;
   if (counts && a.is(Kind::Logical)) return reduceLogical(which, a.asLogical(), d);
-  return onNumbers(a, [&](const auto& x) -> NodeValue {
+  return inOwnKind([&](const auto& x) -> NodeValue {
     switch (which) {
       case Reduction::all: return truthAlong(x, d, true);
       case Reduction::any: return truthAlong(x, d, false);
@@ -110,7 +110,7 @@ NodeValue reduction(Call& call) {
       case Reduction::sum: break;
     }
     return sumAlong(x, d);
-  });
+  }, a);
 }
 
 }  // namespace kelo::builtins

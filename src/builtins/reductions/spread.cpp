@@ -20,7 +20,8 @@ inline double squared(ComplexDouble z) { return z.real * z.real + z.imaginary * 
 inline bool isNumber(double x) { return x == x; }
 inline bool isNumber(ComplexDouble z) { return !z.hasNaN(); }
 
-/// The sum of term(x, k) over the elements x of each slice k. A long column goes in eight sums side by side.
+/// The sum of term(x, k) over the elements x of each slice k. A long column goes in eight sums side
+/// by side.
 template <class T, class Term>
 DoubleArray sumOfTerms(const TypedArray<T>& a, int64_t d, Term term) {
   const Slices s(a.size(), d);
@@ -86,7 +87,7 @@ RmsForm readRmsForm(const Call& call, const SizeVector& size) {
   RmsForm form{{size.defaultDimension()}};
   if (call.count() == 1) return form;
   if (call.count() == 3) form.omitNaN = read::option(call, 2, kRmsFlag, {"includenan", "omitnan"}) == 1;
-  if (auto named = namedDimensions(call.args[1], size)) {
+  if (auto named = namedDimensions(call.arg(1), size)) {
     form.dimensions = std::move(*named);
     return form;
   }
@@ -103,7 +104,7 @@ NodeValue spread(Call& call) {
   const int64_t w = call.count() < 2 ? 0 : read::integer(call, 1, kWeight, 0);
   if (w > 1) throw kWeight.complaint(call);
   const int64_t d = call.count() < 3 ? a.size().defaultDimension() : read::dimension(call, 2, kDimension);
-  DoubleArray variance = onNumbers(a, [&](const auto& x) { return varianceAlong(x, d, w == 1); });
+  DoubleArray variance = inOwnKind([&](const auto& x) { return varianceAlong(x, d, w == 1); }, a);
   if (call.selector<Spread>() == Spread::var) return variance;
   return rooted(std::move(variance));
 }
@@ -111,11 +112,11 @@ NodeValue spread(Call& call) {
 NodeValue rms(Call& call) {
   const NumericArray& a = read::numeric(call, 0, kRmsArray);
   const RmsForm form = readRmsForm(call, a.size());
-  return onNumbers(a, [&](const auto& x) -> NodeValue {
+  return inOwnKind([&](const auto& x) -> NodeValue {
     const int64_t d = form.dimensions.front();
     if (form.dimensions.size() == 1) return rooted(meanSquare(x, d, form.omitNaN));
     return rooted(meanSquare(joinDimensions(x, form.dimensions), d, form.omitNaN));
-  });
+  }, a);
 }
 
 }  // namespace kelo::builtins

@@ -9,12 +9,11 @@
 #include "builtins/special/error_inverse.h"
 #include "builtins/special/gamma.h"
 #include "builtins/special/incomplete_gamma.h"
+#include "values/numbers.h"
 
 namespace kelo::special {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 bool isMean(double mu) { return mu > 0 && mu < kInf; }
 bool isWholeInSinglePrecision(double x) { return static_cast<double>(std::ceil(static_cast<float>(x))) == x; }
@@ -27,8 +26,8 @@ struct Bracket {
   double lo, hi;
 };
 
-/// Doubling steps from near the square root of lambda, which is below the middle of the distribution for all but small
-/// lambda.
+/// Doubling steps from near the square root of lambda, which is below the middle of the
+/// distribution for all but small lambda.
 Bracket bracketOf(double p, double lambda) {
   double n = std::floor(std::max(std::sqrt(lambda), 5.0));
   double inc = 1;

@@ -3,8 +3,8 @@
 
 namespace kelo::special {
 
-/// source: Chebyshev sum of 28 terms for erfc; relative error near 1e-15 for erfc. erf is a difference from 1, so
-/// near 0 its error is absolute: some 1e-16.
+/// source: Chebyshev sum of 28 terms for erfc; relative error near 1e-15 for erfc. erf is a
+/// difference from 1, so near 0 its error is absolute: some 1e-16.
 double erf(double x);
 double erfc(double x);
 

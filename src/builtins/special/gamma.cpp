@@ -1,5 +1,5 @@
-// The continued fraction of betai converges fast for x below (a + 1) / (a + b + 2); above, the symmetry
-// I(a, b, x) = 1 - I(b, a, 1 - x) leads there.
+// The continued fraction of betai converges fast for x below (a + 1) / (a + b + 2); above, the
+// symmetry I(a, b, x) = 1 - I(b, a, 1 - x) leads there.
 #include "builtins/special/gamma.h"
 
 #include <cmath>

@@ -65,7 +65,7 @@ double gcf(double a, double x) {
   return front(a, x) * h;
 }
 
-double gammpapprox(double a, double x, bool psig) {
+double gammpapprox(double a, double x, Tail tail) {
   const double a1 = a - 1, lna1 = std::log(a1), sqrta1 = std::sqrt(a1), gln = gammln(a);
   const bool isUpper = x > a1;  // the shorter tail: above x, or below it with a negative sign
   const double xu = isUpper ? std::max(a1 + 11.5 * sqrta1, x + 6 * sqrta1)
@@ -77,13 +77,13 @@ double gammpapprox(double a, double x, bool psig) {
   }
   const double ans = sum * (xu - x) * std::exp(a1 * (lna1 - 1) - gln);
   // Not the sign of `ans` decides: it is lost where the tail is below the least double.
-  if (psig) return isUpper ? 1 - ans : -ans;
+  if (tail == Tail::lower) return isUpper ? 1 - ans : -ans;
   return isUpper ? ans : 1 + ans;
 }
 
 double gammq(double a, double x) {
   if (x == 0) return 1;
-  if (a >= kQuadratureFrom) return gammpapprox(a, x, false);
+  if (a >= kQuadratureFrom) return gammpapprox(a, x, Tail::upper);
   return x < a + 1 ? 1 - gser(a, x) : gcf(a, x);
 }
 

@@ -1,7 +1,8 @@
-// Error functions and probability distributions: the scalar functions of this folder on each element of arrays.
+// Error functions and probability distributions: the scalar functions of this folder on each
+// element of arrays.
 //
-// A distribution takes its first argument and its parameters of one size; a scalar among them stands for all elements.
-// There is no implicit expansion beyond that. NOTE: intended
+// A distribution takes its first argument and its parameters of one size; a scalar among them
+// stands for all elements. There is no implicit expansion beyond that. NOTE: intended
 #include <array>
 #include <optional>
 
@@ -19,14 +20,11 @@ namespace {
 
 // ---- Error functions
 
-using Function = double (*)(double);
-constexpr Function kErrorFunctions[] = {special::erf, special::erfc, special::erfinv, special::erfcinv};
-
+template <double (*kFunction)(double)>
 NodeValue errorFunction(Call& call) {
   read::numeric(call, 0, Wording::sentence(text::kErrorFunctionNumeric));
-  const Function f = kErrorFunctions[call.builtin.selector];
   return unaryLoop(read::takeReal(call, 0, Wording::sentence(text::kErrorFunctionReal)),
-                   [f](double x) noexcept { return f(x); });
+                   [](double x) noexcept { return kFunction(x); });
 }
 
 // ---- Distributions
@@ -47,13 +45,15 @@ struct Distribution {
   double defaults[2];         // of the parameters
 };
 
-constexpr Distribution kDistributions[] = {
-    {special::normalPdf, "x", "x, mu", "x, mu, sigma"},     {special::normalCdf, "x", "x, mu", "x, mu, sigma"},
-    {special::normalInverse, "p", "p, mu", "p, mu, sigma"}, {special::poissonCdf, "x", "lambda", "x, lambda"},
-    {special::poissonInverse, "p", "lambda", "p, lambda"},  {special::poissonPdf, "x", "lambda", "x, lambda"},
-    {special::exponentialPdf, "x", "mu", "x, mu", 1},       {special::exponentialCdf, "x", "mu", "x, mu", 1},
-    {special::exponentialInverse, "p", "mu", "p, mu", 1},
-};
+constexpr Distribution kNormalPdf{special::normalPdf, "x", "x, mu", "x, mu, sigma"};
+constexpr Distribution kNormalCdf{special::normalCdf, "x", "x, mu", "x, mu, sigma"};
+constexpr Distribution kNormalInverse{special::normalInverse, "p", "p, mu", "p, mu, sigma"};
+constexpr Distribution kPoissonPdf{special::poissonPdf, "x", "lambda", "x, lambda"};
+constexpr Distribution kPoissonCdf{special::poissonCdf, "x", "lambda", "x, lambda"};
+constexpr Distribution kPoissonInverse{special::poissonInverse, "p", "lambda", "p, lambda"};
+constexpr Distribution kExponentialPdf{special::exponentialPdf, "x", "mu", "x, mu", 1};
+constexpr Distribution kExponentialCdf{special::exponentialCdf, "x", "mu", "x, mu", 1};
+constexpr Distribution kExponentialInverse{special::exponentialInverse, "p", "mu", "p, mu", 1};
 
 using Arguments = std::array<DoubleArray, 3>;
 
@@ -95,44 +95,52 @@ DoubleArray mapTogether(const Arguments& arguments, F f) {
   return result;
 }
 
+NodeValue applied(const Distribution& distribution, Call& call) {
+  const Arguments arguments = readArguments(call, distribution);
+  if (distribution.two) return mapTogether(arguments, distribution.two);
+  return mapTogether(arguments, [f = distribution.one](double x, double parameter, double) { return f(x, parameter); });
+}
+
+template <const Distribution& kDistribution>
 NodeValue distribution(Call& call) {
-  const Distribution& row = kDistributions[call.builtin.selector];
-  const Arguments arguments = readArguments(call, row);
-  if (row.two) return mapTogether(arguments, row.two);
-  return mapTogether(arguments, [f = row.one](double x, double parameter, double) { return f(x, parameter); });
+  return applied(kDistribution, call);
 }
 
 // ---- The table
 
-constexpr CountTexts kExactlyOne = {text::kErrorFunctionInputs, nullptr};
-
-constexpr Builtin errorRow(const char* name, int selector, const char* help, const char* example) {
-  return {name, errorFunction, selector, {1, 1}, 1, "x", help, example, &kExactlyOne};
-}
-constexpr Builtin row(const char* name, int selector, Arity inputs, const char* arguments, const char* help,
-                      const char* example) {
-  return {name, distribution, selector, inputs, 1, arguments, help, example};
-}
-
+// clang-format off
 constexpr Builtin kSpecial[] = {
-    errorRow("erf", 0, "Error function", "erf([0 0.5 1])"),
-    errorRow("erfc", 1, "Complementary error function, 1 - erf(x)", "erfc([0 0.5 1])"),
-    errorRow("erfinv", 2, "Number with the given value of the error function", "erfinv([0 0.5 0.9])"),
-    errorRow("erfcinv", 3, "Number with the given value of the complementary error function", "erfcinv([0.1 1])"),
+    {"erf",      errorFunction<special::erf>,       {1, 1}, 1, "x",
+     "Error function", "erf([0 0.5 1])", {.inputs = text::kErrorFunctionInputs}},
+    {"erfc",     errorFunction<special::erfc>,      {1, 1}, 1, "x",
+     "Complementary error function, 1 - erf(x)", "erfc([0 0.5 1])", {.inputs = text::kErrorFunctionInputs}},
+    {"erfinv",   errorFunction<special::erfinv>,    {1, 1}, 1, "x",
+     "Number with the given value of the error function", "erfinv([0 0.5 0.9])",
+     {.inputs = text::kErrorFunctionInputs}},
+    {"erfcinv",  errorFunction<special::erfcinv>,   {1, 1}, 1, "x",
+     "Number with the given value of the complementary error function", "erfcinv([0.1 1])",
+     {.inputs = text::kErrorFunctionInputs}},
 
-    row("normpdf", 0, {1, 3}, "x, mu, sigma", "Density of the normal distribution", "normpdf([-1 0 1])"),
-    row("normcdf", 1, {1, 3}, "x, mu, sigma", "Probability of a normal number up to x", "normcdf([-1 0 1], 0, 2)"),
-    row("norminv", 2, {1, 3}, "p, mu, sigma", "Number that a normal one stays below with probability p",
-        "norminv([0.025 0.975])"),
-    row("poisscdf", 3, {2, 2}, "x, lambda", "Probability of up to x events, lambda on average", "poisscdf(0:4, 2)"),
-    row("poissinv", 4, {2, 2}, "p, lambda", "Number of events that is passed with probability 1 - p, lambda on average",
-        "poissinv(0.95, 2)"),
-    row("poisspdf", 5, {2, 2}, "x, lambda", "Probability of x events, lambda on average", "poisspdf(0:4, 2)"),
-    row("exppdf", 6, {1, 2}, "x, mu", "Density of the exponential distribution with mean mu", "exppdf([0 1 2], 2)"),
-    row("expcdf", 7, {1, 2}, "x, mu", "Probability of an exponential number up to x", "expcdf([0 1 2], 2)"),
-    row("expinv", 8, {1, 2}, "p, mu", "Number that an exponential one stays below with probability p",
-        "expinv([0.5 0.95], 2)"),
+    {"normpdf",  distribution<kNormalPdf>,          {1, 3}, 1, "x, mu, sigma",
+     "Density of the normal distribution", "normpdf([-1 0 1])"},
+    {"normcdf",  distribution<kNormalCdf>,          {1, 3}, 1, "x, mu, sigma",
+     "Probability of a normal number up to x", "normcdf([-1 0 1], 0, 2)"},
+    {"norminv",  distribution<kNormalInverse>,      {1, 3}, 1, "p, mu, sigma",
+     "Number that a normal one stays below with probability p", "norminv([0.025 0.975])"},
+    {"poisscdf", distribution<kPoissonCdf>,         {2, 2}, 1, "x, lambda",
+     "Probability of up to x events, lambda on average", "poisscdf(0:4, 2)"},
+    {"poissinv", distribution<kPoissonInverse>,     {2, 2}, 1, "p, lambda",
+     "Number of events that is passed with probability 1 - p, lambda on average", "poissinv(0.95, 2)"},
+    {"poisspdf", distribution<kPoissonPdf>,         {2, 2}, 1, "x, lambda",
+     "Probability of x events, lambda on average", "poisspdf(0:4, 2)"},
+    {"exppdf",   distribution<kExponentialPdf>,     {1, 2}, 1, "x, mu",
+     "Density of the exponential distribution with mean mu", "exppdf([0 1 2], 2)"},
+    {"expcdf",   distribution<kExponentialCdf>,     {1, 2}, 1, "x, mu",
+     "Probability of an exponential number up to x", "expcdf([0 1 2], 2)"},
+    {"expinv",   distribution<kExponentialInverse>, {1, 2}, 1, "p, mu",
+     "Number that an exponential one stays below with probability p", "expinv([0.5 0.95], 2)"},
 };
+// clang-format on
 
 }  // namespace
 

@@ -1,8 +1,8 @@
 // Between numbers and text: char, num2str, int2str.
 //
-// A number becomes text on its own, whole numbers bare and others with the significant digits of the console or with as
-// many as are asked for. A matrix becomes rows of equal width: each column is right-aligned, two blanks from the next.
-// Tested by tests/builtins/text_test.cpp.
+// A number becomes text on its own, whole numbers bare and others with the significant digits of
+// the console or with as many as are asked for. A matrix becomes rows of equal width: each column
+// is right-aligned, two blanks from the next. Tested by tests/transcripts/builtins/text.txt.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -10,6 +10,7 @@
 
 #include "builtins/library.h"
 #include "builtins/text/char_rows.h"
+#include "builtins/text/number_rows.h"
 #include "display/number_format.h"
 #include "interpreter/environment.h"
 #include "interpreter/reader.h"
@@ -40,10 +41,10 @@ void appendRows(const CharArray& text, std::vector<TextRow>& rows) {
 }
 
 NodeValue toChar(Call& call) {
-  if (call.count() == 1) return charactersOf(call.args[0]);
+  if (call.count() == 1) return charactersOf(call.arg(0));
   std::vector<TextRow> rows;
   for (int k = 0; k < call.count(); ++k) {
-    const CharArray text = charactersOf(call.args[static_cast<size_t>(k)]);
+    const CharArray text = charactersOf(call.arg(k));
     if (!text.size().isMatrix()) {
       const std::string argument = fmt::format("s{}", k + 1);
       throw argumentComplaint(call.name(), "s1, s2, ...", argument, predicate::kNumericMatrix2D);
@@ -130,17 +131,22 @@ NodeValue int2str(Call& call) {
   return textOf(array, {call.environment.nDigits(), std::nullopt, true});
 }
 
-constexpr CountTexts kNumberToText{text::kNumberToTextCount};
-
+// clang-format off
 constexpr Builtin kTextConversion[] = {
-    {"char", toChar, 0, {1, kAny}, 1, "A, B, ...", "Convert numbers to characters, and stack texts as rows",
-     "char(72, 'abc')"},
-    {"int2str", int2str, 0, {1, 1}, 1, "A", "Round numbers and convert them to text", "int2str(2.7)"},
-    {"num2str", num2str, 0, {1, 2}, 1, "A, n", "Convert numbers to text, with n significant digits",
-     "num2str(pi, 8)", &kNumberToText},
+    {"char",    toChar,  {1, kAny}, 1, "A, B, ...",
+     "Convert numbers to characters, and stack texts as rows", "char(72, 'abc')"},
+    {"int2str", int2str, {1, 1},    1, "A",
+     "Round numbers and convert them to text", "int2str(2.7)"},
+    {"num2str", num2str, {1, 2},    1, "A, n",
+     "Convert numbers to text, with n significant digits", "num2str(pi, 8)", {.inputs = text::kNumberToTextCount}},
 };
+// clang-format on
 
 }  // namespace
+
+CharArray numbersAsText(const NumericArray& array, int nDigits) {
+  return textOf(array, {nDigits, std::nullopt, false});
+}
 
 std::span<const Builtin> textConversionTable() { return kTextConversion; }
 

@@ -1,5 +1,5 @@
-// Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see values/character.h;
-// what is no text equals nothing. Tested by tests/builtins/text_test.cpp.
+// Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see
+// values/character.h; what is no text equals nothing. Tested by tests/builtins/text_test.cpp.
 #include <algorithm>
 #include <cmath>
 
@@ -79,8 +79,8 @@ const CharArray* asText(const Storable& value) {
 }
 
 NodeValue strcmp(Call& call) {
-  const CharArray* a = asText(call.args[0]);
-  const CharArray* b = asText(call.args[1]);
+  const CharArray* a = asText(call.arg(0));
+  const CharArray* b = asText(call.arg(1));
   const bool ignoresCase = call.selector<Compare>() == Compare::allIgnoringCase;
   return LogicalArray(a && b && a->size() == b->size() &&
                       sameCharacters(a->data(), b->data(), a->numElements(), ignoresCase));
@@ -97,8 +97,8 @@ double countOf(const Call& call) {
 /// Past the end of either text, whole texts of the same size are equal or not.
 NodeValue strncmp(Call& call) {
   const double n = countOf(call);
-  const CharArray* a = asText(call.args[0]);
-  const CharArray* b = asText(call.args[1]);
+  const CharArray* a = asText(call.arg(0));
+  const CharArray* b = asText(call.arg(1));
   if (!a || !b) return LogicalArray(false);
   const bool ignoresCase = call.selector<Compare>() == Compare::firstIgnoringCase;
   const int64_t shorter = std::min(a->numElements(), b->numElements());
@@ -108,22 +108,26 @@ NodeValue strncmp(Call& call) {
   return LogicalArray(sameCharacters(a->data(), b->data(), count, ignoresCase));
 }
 
-constexpr CountTexts kNewline{text::kNoInputOfNewline};
-
+// clang-format off
 constexpr Builtin kStrings[] = {
-    {"lower", textCase, int(Case::lower), {1, 1}, 1, "s", "Turn letters into small letters", "lower('Kelo')"},
-    {"newline", newline, 0, {0, 0}, 1, "", "The line feed as a character", "['a' newline 'b']", &kNewline},
-    {"strcat", strcat, 0, {1, kAny}, 1, "s1, s2, ...", "Join texts side by side, without their trailing blanks",
-     "strcat('ab ', 'cd')"},
-    {"strcmp", strcmp, int(Compare::all), {2, 2}, 1, "s1, s2", "Whether two texts are the same", "strcmp('a', 'A')"},
-    {"strcmpi", strcmp, int(Compare::allIgnoringCase), {2, 2}, 1, "s1, s2",
+    {"lower",    {textCase, Case::lower},               {1, 1},    1, "s",
+     "Turn letters into small letters", "lower('Kelo')"},
+    {"newline",  newline,                               {0, 0},    1, "",
+     "The line feed as a character", "['a' newline 'b']", {.inputs = text::kNoInputOfNewline}},
+    {"strcat",   strcat,                                {1, kAny}, 1, "s1, s2, ...",
+     "Join texts side by side, without their trailing blanks", "strcat('ab ', 'cd')"},
+    {"strcmp",   {strcmp, Compare::all},                {2, 2},    1, "s1, s2",
+     "Whether two texts are the same", "strcmp('a', 'A')"},
+    {"strcmpi",  {strcmp, Compare::allIgnoringCase},    {2, 2},    1, "s1, s2",
      "Whether two texts are the same but for letter case", "strcmpi('a', 'A')"},
-    {"strncmp", strncmp, int(Compare::first), {3, 3}, 1, "s1, s2, n",
+    {"strncmp",  {strncmp, Compare::first},             {3, 3},    1, "s1, s2, n",
      "Whether the first n characters of two texts are the same", "strncmp('abc', 'abd', 2)"},
-    {"strncmpi", strncmp, int(Compare::firstIgnoringCase), {3, 3}, 1, "s1, s2, n",
+    {"strncmpi", {strncmp, Compare::firstIgnoringCase}, {3, 3},    1, "s1, s2, n",
      "Whether the first n characters of two texts are the same but for letter case", "strncmpi('abc', 'ABd', 2)"},
-    {"upper", textCase, int(Case::upper), {1, 1}, 1, "s", "Turn letters into capital letters", "upper('Kelo')"},
+    {"upper",    {textCase, Case::upper},               {1, 1},    1, "s",
+     "Turn letters into capital letters", "upper('Kelo')"},
 };
+// clang-format on
 
 }  // namespace
 

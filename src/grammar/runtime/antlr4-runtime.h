@@ -1,6 +1,6 @@
-// The umbrella header of the parser runtime, cut down to what the generated code and the front end use. It stands
-// first on the include path: the package's own pulls in the whole runtime, and one of its headers
-// (misc/InterpreterDataReader.h) is rejected by clang.
+// The umbrella header of the parser runtime, cut down to what the generated code and the front end
+// use. It stands first on the include path: the package's own pulls in the whole runtime, and one
+// of its headers (misc/InterpreterDataReader.h) is rejected by clang.
 #pragma once
 
 #include "antlr4-common.h"

@@ -1,4 +1,5 @@
-// Texts of the functions that make arrays, rearrange them and search in them. "{}" stands for the function's name.
+// Texts of the functions that make arrays, rearrange them and search in them. "{}" stands for the
+// function's name.
 #pragma once
 
 namespace kelo::text {

@@ -1,4 +1,5 @@
-// Texts of the element-wise mathematics and of the questions about kind and shape. "{}" stands for the function's name.
+// Texts of the element-wise mathematics and of the questions about kind and shape. "{}" stands for
+// the function's name.
 #pragma once
 
 namespace kelo::text {

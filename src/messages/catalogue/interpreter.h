@@ -1,5 +1,5 @@
-// Texts of the evaluator: statements, expressions, calls and assignment. "{}" is a slot for a name, a count or a source
-// text.
+// Texts of the evaluator: statements, expressions, calls and assignment. "{}" is a slot for a name,
+// a count or a source text.
 #pragma once
 
 namespace kelo::text {

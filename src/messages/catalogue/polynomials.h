@@ -23,7 +23,8 @@ inline constexpr const char* kNumbersNotCharacters = "contain numbers, not chara
 inline constexpr const char* kNoInfNorNaN = "not contain Inf nor NaN";
 inline constexpr const char* kNoNaNNorInf = "not contain NaN nor Inf";
 inline constexpr const char* kCoefficients = "be a vector of numbers (not characters) not equal to Inf nor NaN";
-inline constexpr const char* kScalarNumber = "be a scalar complex or real numbers";  // NOTE: intended, as it stands
+// NOTE: intended, as it stands
+inline constexpr const char* kScalarNumber = "be a scalar complex or real numbers";
 inline constexpr const char* kShapeOfConvolution = "be a character vector equal to full, valid or same";
 inline constexpr const char* kStateCount = "have max(length(b),length(a)) - 1 elements";
 inline constexpr const char* kPositiveDimension = "be a positive integer";

@@ -5,7 +5,8 @@ namespace kelo::text {
 
 inline constexpr const char* kNumericalArrayAsInput = "{}() expects a numerical array as its input argument";
 inline constexpr const char* kSecondOutputUndefined = "The second output argument is not defined";
-inline constexpr const char* kModeFailed = "Attempting to find the mode of a vector";  // NOTE: intended capital
+// NOTE: intended capital
+inline constexpr const char* kModeFailed = "Attempting to find the mode of a vector";
 
 inline constexpr const char* kCumulativeInputs = "Function {}() expects 1 to 4 input arguments";
 inline constexpr const char* kDirectionOption = "An option for {}() must be either 'forward' or 'reverse'";

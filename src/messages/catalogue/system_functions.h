@@ -1,11 +1,12 @@
-// Texts of the functions of the console, of time and of files. "{}" is a slot: the function's name in a sentence of a
-// reader, else a word.
+// Texts of the functions of the console, of time and of files. "{}" is a slot: the function's name
+// in a sentence of a reader, else a word.
 #pragma once
 
 namespace kelo::text {
 
 // Console
-inline constexpr const char* kClcInputs = "Function {}() requires not input argument";  // NOTE: intended
+// NOTE: intended
+inline constexpr const char* kClcInputs = "Function {}() requires not input argument";
 inline constexpr const char* kClcOutputs = "Function {}() has no output";
 inline constexpr const char* kWhoInputs = "Function \"{}\" should have no input argument";
 inline constexpr const char* kClearOutputs = "Function {}() should have no output argument";
@@ -27,7 +28,8 @@ inline constexpr const char* kFunctionExpected =
 inline constexpr const char* kTicInputs = "Function {} should have no input argument";
 inline constexpr const char* kTimeInputs = "Function {}() should have no input argument";
 inline constexpr const char* kTocBeforeTic = "{} should be run after calling tic";
-inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";  // NOTE: intended
+// NOTE: intended
+inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";
 inline constexpr const char* kTocNumeric = "Input argument of {}() should be a numeric value";
 
 // Comma-separated files

@@ -1,5 +1,5 @@
-// Texts of the functions on text and on structures. "{}" is a slot: the function's name in a sentence of a reader, else
-// a word or a count.
+// Texts of the functions on text and on structures. "{}" is a slot: the function's name in a
+// sentence of a reader, else a word or a count.
 #pragma once
 
 namespace kelo::text {

@@ -41,9 +41,11 @@ class InlineQueue : public WorkQueue {
 class ManualClock : public Clock {
  public:
   CalendarTime localTime() override { return calendar; }
+  double unixSeconds() override { return utc; }
   double monotonicSeconds() override { return seconds; }
 
   CalendarTime calendar = {2024, 2, 29, 12, 30, 15.25};
+  double utc = 1709206215.25;  ///< the same moment
   double seconds = 1000;
 };
 

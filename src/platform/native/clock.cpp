@@ -17,6 +17,12 @@ double MonotonicClock::now() {
   return secondsOf(time);
 }
 
+double SystemClock::unixSeconds() {
+  timespec time;
+  clock_gettime(CLOCK_REALTIME, &time);
+  return secondsOf(time);
+}
+
 CalendarTime SystemClock::localTime() {
   timespec time;
   clock_gettime(CLOCK_REALTIME, &time);

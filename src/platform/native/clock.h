@@ -12,6 +12,7 @@ struct MonotonicClock {
 class SystemClock : public Clock {
  public:
   CalendarTime localTime() override;
+  double unixSeconds() override;
   double monotonicSeconds() override { return MonotonicClock::now(); }
 };
 

@@ -1,6 +1,7 @@
 #include "platform/native/disk.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -43,6 +44,18 @@ bool Disk::writeFile(const std::string& path, std::string_view bytes) {
   const std::optional<std::string> full = located(path);
   if (!full || (exists(path) && !isRegularFile(path))) return false;
   return !replaceWholeFile(*full, bytes);
+}
+
+bool Disk::makeDirectory(const std::string& path) {
+  const std::optional<std::string> full = located(path);
+  std::error_code fault;
+  if (full) std::filesystem::create_directories(*full, fault);
+  return isDirectory(path);
+}
+
+bool Disk::removeFile(const std::string& path) {
+  const std::optional<std::string> full = located(path);
+  return isRegularFile(path) && unlink(full->c_str()) == 0;
 }
 
 std::optional<std::vector<std::string>> Disk::listDirectory(const std::string& path) const {

@@ -16,6 +16,8 @@ class Disk final : public FileSystem {
   bool isDirectory(const std::string& path) const override;
   std::optional<std::string> readFile(const std::string& path) const override;
   bool writeFile(const std::string& path, std::string_view bytes) override;
+  bool makeDirectory(const std::string& path) override;
+  bool removeFile(const std::string& path) override;
   std::optional<std::vector<std::string>> listDirectory(const std::string& path) const override;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 #include <sys/resource.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -53,6 +54,12 @@ void adaptToMachine() {
   const int64_t memory = std::min({pages * sysconf(_SC_PAGESIZE), groupLimit(), addressSpaceLimit()});
   if (memory > 0) memoryHints.arrayByteLimit = memory / 4 * 3;
   memoryHints.freshBlock = askForHugePages;
+}
+
+SystemVersion systemVersion() {
+  utsname system = {};
+  uname(&system);
+  return {system.sysname, system.release};
 }
 
 }  // namespace kelo::platform::native

@@ -1,7 +1,8 @@
-// What the machine can hold, told to the engine.
+// What the machine can hold, told to the engine, and what runs it.
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace kelo::platform::native {
 
@@ -15,5 +16,11 @@ int64_t addressSpaceLimit();
 /// ever when there is too little. Where the space is limited, this starts the program anew with as few threads as fit;
 /// it returns when there is nothing to change. To be called first of all.
 void fitMatrixThreads(char** argv);
+
+/// Name and version of the operating system: "Linux", "6.1.0".
+struct SystemVersion {
+  std::string name, version;
+};
+SystemVersion systemVersion();
 
 }  // namespace kelo::platform::native

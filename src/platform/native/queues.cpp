@@ -3,6 +3,7 @@
 #include "platform/native/queues.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -170,6 +171,20 @@ void LoopQueue::runReady() {
   char bytes[256];
   while (read(wakePipe_[0], bytes, sizeof bytes) > 0) continue;
   while (const std::optional<Block> block = takeReady()) (*block)();
+}
+
+void LoopQueue::serveWhileRunning(WorkQueue& other, const Block& block) {
+  bool hasEnded = false;
+  other.async([this, &block, &hasEnded] {
+    block();
+    async([&hasEnded] { hasEnded = true; });
+  });
+  while (!hasEnded) {
+    const std::optional<double> seconds = secondsToNextTimer();
+    pollfd wakes = {wakeDescriptor(), POLLIN, 0};
+    poll(&wakes, 1, seconds ? static_cast<int>(std::fmin(std::ceil(*seconds * 1000), 3600e3)) : -1);
+    runReady();
+  }
 }
 
 }  // namespace kelo::platform::native

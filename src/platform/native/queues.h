@@ -52,6 +52,9 @@ class LoopQueue : public MainQueue {
   std::optional<double> secondsToNextTimer();
   /// Runs the blocks and timers that are due.
   void runReady();
+  /// Runs a block on another queue, behind all that waits there, and returns at its end; meanwhile
+  /// this queue is served, since what runs there may wait for it. Thread: main
+  void serveWhileRunning(WorkQueue& other, const Block& block);
 
  private:
   void wake();

@@ -10,36 +10,12 @@
 #include <filesystem>
 #include <utility>
 
+#include "platform/native/descriptor.h"
+
 namespace kelo::platform::native {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A descriptor that closes itself.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int number() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
-
-bool writeAll(int descriptor, std::string_view bytes) {
-  size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t written = write(descriptor, bytes.data() + done, bytes.size() - done);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    done += static_cast<size_t>(written);
-  }
-  return true;
-}
 
 /// The file that a link leads to, which need not exist yet.
 fs::path behindLinks(fs::path path) {
@@ -86,9 +62,23 @@ bool putInPlace(const Descriptor& file, const fs::path& target, const std::strin
 
 }  // namespace
 
+bool writeAll(int descriptor, std::string_view bytes) {
+  size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t written = write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    done += static_cast<size_t>(written);
+  }
+  return true;
+}
+
 std::optional<std::string> readWholeFile(const std::string& path) {
   // Not to wait for a writer, should it be a pipe.
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return readWholeFile(Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)));
+}
+
+std::optional<std::string> readWholeFile(const Descriptor& file) {
   struct stat status;
   if (!file.isOpen() || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   std::string bytes(static_cast<size_t>(status.st_size) + 1, '\0');  // one more, to see the end in the same call

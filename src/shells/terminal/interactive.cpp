@@ -24,6 +24,7 @@ class InteractiveConsole {
 
   void serve() {
     warmUp();
+    session_.figureDocuments.makeFolder();
     while (std::optional<std::string> command = readCommand()) {
       if (command->find_first_not_of(" \t") == std::string::npos) continue;
       runCommand(*command);

@@ -1,16 +1,43 @@
 // The terminal program.
 #include <unistd.h>
 
+#include <cstdio>
+#include <string_view>
+
 #include "platform/native/machine.h"
+#include "shells/stdio/stdio_server.h"
 #include "shells/terminal/batch.h"
 #include "shells/terminal/interactive.h"
 #include "shells/terminal/options.h"
 #include "shells/terminal/terminal.h"
 
+namespace {
+
+/// `kelo serve ...`: a front end of another kind.
+int serve(int argc, char** argv) {
+  using namespace kelo::serve;
+  const std::variant<ServeOptions, int> parsed = parseServeOptions(argc, argv);
+  if (const int* status = std::get_if<int>(&parsed)) return *status;
+  ServeOptions options = std::get<ServeOptions>(parsed);
+  std::string fault;
+  const std::optional<std::string> workDir = workDirectory(options, &fault);
+  if (!workDir) {
+    std::fprintf(stderr, "kelo serve: %s\n", fault.c_str());
+    return 2;
+  }
+  options.workDir = *workDir;
+  if (options.stdio) return serveStdio(options);
+  std::fprintf(stderr, "kelo serve: only --stdio is there so far\n");
+  return 2;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   using namespace kelo::terminal;
   kelo::platform::native::fitMatrixThreads(argv);
   holdStandardStreams();
+  if (argc > 1 && std::string_view(argv[1]) == "serve") return serve(argc - 1, argv + 1);
   const std::variant<Options, ExitStatus> parsed = parseOptions(argc, argv);
   if (const ExitStatus* status = std::get_if<ExitStatus>(&parsed)) return *status;
   const Options& options = std::get<Options>(parsed);

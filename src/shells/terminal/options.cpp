@@ -71,6 +71,8 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   app.add_option("--figure", figure, "Write the current figure at the end: .png .pdf .svg .kfig")->type_name("FILE");
   app.add_flag("--json", options.json, "Show each item as one JSON object a line");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
+  app.add_option("--documents", options.documentsDir, "Where figures are saved (default: that of --state, or a data directory)")
+      ->type_name("DIR");
 
   try {
     app.parse(argc, argv);

@@ -18,6 +18,7 @@ struct Options {
   std::optional<int> numDigitIndex;  ///< into the list 5, 8, 12, 16
   std::optional<int> width;          ///< character cells
   std::optional<std::string> stateDir;
+  std::optional<std::string> documentsDir;
   bool json = false;
 };
 

@@ -17,21 +17,39 @@ namespace {
 
 bool isAbsolute(const char* path) { return path != nullptr && path[0] == '/'; }
 
-/// Empty, so that nothing is kept, for who has no home.
-std::string stateDirectory(const Options& options) {
-  if (options.stateDir) return *options.stateDir;
-  const char* state = std::getenv("XDG_STATE_HOME");
-  if (isAbsolute(state)) return std::string(state) + "/kelo";
+/// "kelo" in the directory that the variable names, or else in one below the home directory. Empty, so that nothing is
+/// kept, for who has no home.
+std::string ownDirectory(const char* variable, const char* belowHome) {
+  const char* directory = std::getenv(variable);
+  if (isAbsolute(directory)) return std::string(directory) + "/kelo";
   const char* home = std::getenv("HOME");
-  return isAbsolute(home) ? std::string(home) + "/.local/state/kelo" : "";
+  return isAbsolute(home) ? std::string(home) + belowHome + "/kelo" : "";
+}
+
+std::string stateDirectory(const Options& options) {
+  return options.stateDir ? *options.stateDir : ownDirectory("XDG_STATE_HOME", "/.local/state");
+}
+
+std::string documentsDirectory(const Options& options) {
+  if (options.documentsDir) return *options.documentsDir;
+  const std::string own = options.stateDir ? *options.stateDir : ownDirectory("XDG_DATA_HOME", "/.local/share");
+  return own.empty() ? "." : own;
+}
+
+void tell(const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }
+
+figures::FigureOrigin figureOrigin() {
+  const auto [name, version] = platform::native::systemVersion();
+  return {KELO_VERSION, version, name};
 }
 
 }  // namespace
 
 Session::Session(const Options& options, const std::string& workDir, ItemWriter::Style style)
-    : store(stateDirectory(options),
-            [](const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }),
+    : store(stateDirectory(options), tell),
       files(workDir),
+      documentFiles(documentsDirectory(options)),
+      figureDocuments(documentFiles, clock, figureOrigin(), tell),
       writer(style, files),
       app({parserQueue, mainQueue, synchronization, files, store, clock}, writer, builtins::library()) {
   platform::native::adaptToMachine();
@@ -43,7 +61,7 @@ Session::Session(const Options& options, const std::string& workDir, ItemWriter:
 // The queue's thread is a member that goes last, so a run that is left behind is stopped here.
 Session::~Session() {
   app.pressStop();
-  parserQueue.runAndWait([] { platform::setParallelFor(nullptr); });
+  mainQueue.serveWhileRunning(parserQueue, [] { platform::setParallelFor(nullptr); });
 }
 
 void Session::run(const std::function<void(AppController&)>& start, const Answerer& answer) {

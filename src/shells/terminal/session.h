@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "figures/figure_documents.h"
 #include "interpreter/app_controller.h"
 #include "platform/native/clock.h"
 #include "platform/native/disk.h"
@@ -47,6 +48,8 @@ class Session {
   platform::native::ParallelPool pool;
   platform::native::JsonStore store;
   platform::native::Disk files;
+  platform::native::Disk documentFiles;
+  figures::FigureDocuments figureDocuments;
   ItemWriter writer;
   StopSignal stopSignal;
   LineReader input;

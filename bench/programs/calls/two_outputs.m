@@ -1,0 +1,11 @@
+s = 0;
+for k = 1:120000
+  [q, r] = divide(k, 7);
+  s = s + q - r;
+end
+disp(int2str(s))
+
+function [q, r] = divide(a, b)
+q = floor(a / b);
+r = a - b * q;
+end

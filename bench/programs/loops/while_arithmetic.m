@@ -1,0 +1,7 @@
+s = 0;
+k = 0;
+while k < 1000000
+  s = s + k * 2;
+  k = k + 1;
+end
+disp(int2str(s))

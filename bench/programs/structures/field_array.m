@@ -1,0 +1,7 @@
+s.data = zeros(1, 1000);
+for turn = 1:150
+  for k = 1:1000
+    s.data(k) = s.data(k) + k;
+  end
+end
+disp(int2str(sum(s.data)))

@@ -1,0 +1,7 @@
+p.x = 0;
+p.y = 0;
+for k = 1:200000
+  p.x = p.x + 1;
+  p.y = p.y + p.x / 2;
+end
+disp(int2str(p.x + p.y))

@@ -1,0 +1,5 @@
+s = ''
+for k in range(60000):
+    c = 'x'
+    s = s + c
+print(len(s))

@@ -1,0 +1,7 @@
+n = 0
+for k in range(1, 20001):
+    t = str(k)
+    n = n + len(t)
+    u = 'id' + t
+    n = n + len(u)
+print(n)

@@ -1,0 +1,4 @@
+window.MathJax = {
+  options: { enableMenu: false, menuOptions: { settings: { assistiveMml: false } } },
+  loader: { paths: { mathjax: document.getElementById('MathJax-script').src.replace(/\/[^/]*$/, '') } },
+};

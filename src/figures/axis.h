@@ -1,0 +1,45 @@
+// What all axes have, whatever the figure: limits, ticks, and whether the two follow the data by
+// themselves.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace kelo::figures {
+
+enum class Axis : uint8_t { x, y, z };
+
+/// Invariant: lower <= upper, both finite. They may be equal, where the data lies so far out that
+/// nothing else fits.
+struct Limits {
+  double lower = 0;
+  double upper = 1;
+
+  double width() const { return upper - lower; }  ///< Inf when it passes the doubles
+  bool contains(double x) const { return lower <= x && x <= upper; }
+  friend bool operator==(const Limits&, const Limits&) = default;
+};
+
+/// The state of one axis of a figure, to read and write by axis instead of by field.
+struct AxisState {
+  Limits& limits;
+  bool& autoLimits;
+  bool& autoTicks;
+  std::vector<double>& ticks;  ///< as a command gave them, ascending; not clipped to the limits
+
+  /// Takes the ticks of the limits when the ticks are automatic.
+  void refreshTicks();
+};
+
+/// The same to read.
+struct AxisReading {
+  const Limits& limits;
+  bool autoLimits;
+  bool autoTicks;
+  const std::vector<double>& ticks;
+};
+
+/// throws  Problem (an internal fault) when lower exceeds upper
+Limits checkedLimits(double lower, double upper);
+
+}  // namespace kelo::figures

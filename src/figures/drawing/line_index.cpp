@@ -1,0 +1,83 @@
+#include "figures/drawing/line_index.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/parallel.h"
+
+namespace kelo::drawing {
+namespace {
+
+/// Shorter lines are drawn as fast without.
+constexpr int64_t kWorthIndexing = 1 << 16;
+
+}  // namespace
+
+LineIndex::LineIndex(std::span<const figures::Point> points) : points_(points) {
+  const auto numPoints = static_cast<int64_t>(points.size());
+  const int64_t numBlocks = (numPoints + kBlock - 1) / kBlock;
+  least_.resize(static_cast<size_t>(numBlocks));
+  greatest_.resize(least_.size());
+  isOrdered_.resize(least_.size());
+  platform::parallelForUnits(numBlocks, kBlock, [this](int64_t begin, int64_t end) {
+    for (int64_t block = begin; block < end; ++block) summarize(block);
+  });
+  isUsable_ = std::all_of(isOrdered_.begin(), isOrdered_.end(), [](uint8_t ordered) { return ordered != 0; });
+}
+
+/// The last point of the block before belongs to the test of order.
+void LineIndex::summarize(int64_t block) {
+  const int64_t begin = block * kBlock, end = std::min<int64_t>(begin + kBlock, static_cast<int64_t>(points_.size()));
+  double before = begin == 0 ? points_[0].x : points_[begin - 1].x;
+  double least = points_[begin].y, greatest = least, spread = 0;
+  int64_t leastAt = begin, greatestAt = begin;
+  bool isOrdered = true;
+  for (int64_t i = begin; i < end; ++i) {
+    const figures::Point p = points_[i];
+    isOrdered &= p.x >= before;
+    before = p.x;
+    spread += (p.x - p.x) + (p.y - p.y);  // stays 0 unless something is not finite
+    if (p.y < least) least = p.y, leastAt = i;
+    if (p.y > greatest) greatest = p.y, greatestAt = i;
+  }
+  const auto at = static_cast<size_t>(block);
+  least_[at] = static_cast<uint8_t>(leastAt - begin);
+  greatest_[at] = static_cast<uint8_t>(greatestAt - begin);
+  isOrdered_[at] = isOrdered && spread == 0;
+}
+
+int64_t LineIndex::lowerBound(double x, int64_t from) const {
+  const auto first = points_.begin() + from;
+  return std::partition_point(first, points_.end(), [x](const figures::Point& p) { return p.x < x; }) - points_.begin();
+}
+
+LineIndex::Extremes LineIndex::extremes(int64_t begin, int64_t end) const {
+  Extremes extremes{begin, begin};
+  const int64_t firstBlock = std::min((begin + kBlock - 1) / kBlock, end / kBlock + 1), endBlock = end / kBlock;
+  if (firstBlock >= endBlock) {
+    for (int64_t i = begin; i < end; ++i) include(extremes, i);
+    return extremes;
+  }
+  for (int64_t i = begin; i < firstBlock * kBlock; ++i) include(extremes, i);
+  for (int64_t block = firstBlock; block < endBlock; ++block) {
+    include(extremes, block * kBlock + least_[static_cast<size_t>(block)]);
+    include(extremes, block * kBlock + greatest_[static_cast<size_t>(block)]);
+  }
+  for (int64_t i = endBlock * kBlock; i < end; ++i) include(extremes, i);
+  return extremes;
+}
+
+const LineIndex* DrawingCache::indexOf(const figures::Points& points) {
+  if (points.size() < kWorthIndexing) return nullptr;
+  Entry& entry = entries_[points.identity()];
+  if (!entry.index) entry = {points, std::make_unique<LineIndex>(points.values()), true};
+  entry.wasAsked = true;
+  return entry.index->isUsable() ? entry.index.get() : nullptr;
+}
+
+void DrawingCache::sweep() {
+  std::erase_if(entries_, [](const auto& entry) { return !entry.second.wasAsked; });
+  for (auto& [identity, entry] : entries_) entry.wasAsked = false;
+}
+
+}  // namespace kelo::drawing

@@ -1,0 +1,55 @@
+#include "figures/pictures/native/cairo_library.h"
+
+#include <dlfcn.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include "messages/message.h"
+
+namespace kelo::pictures::native {
+namespace {
+
+constexpr const char* kFontFile = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+
+/// Libraries stay loaded to the end of the program.
+void* open(const char* name) {
+  void* library = dlopen(name, RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) throw problem("Pictures need the library " + std::string(name));
+  return library;
+}
+
+template <class F>
+F find(void* library, const char* name) {
+  void* function = dlsym(library, name);
+  if (function == nullptr) throw problem(std::string("The picture library has no function ") + name);
+  return reinterpret_cast<F>(function);
+}
+
+/// The font's file is read directly: asking for it by name would read the catalogue of all fonts first.
+cairo_font_face_t* openFont(const CairoLibrary& cairo) {
+  void* freetype = open("libfreetype.so.6");
+  FT_Library library = nullptr;
+  FT_Face face = nullptr;
+  if (find<decltype(&::FT_Init_FreeType)>(freetype, "FT_Init_FreeType")(&library) != 0) return nullptr;
+  if (find<decltype(&::FT_New_Face)>(freetype, "FT_New_Face")(library, kFontFile, 0, &face) != 0) return nullptr;
+  return cairo.ft_font_face_create_for_ft_face(face, 0);
+}
+
+CairoLibrary load() {
+  CairoLibrary cairo;
+  void* library = open("libcairo.so.2");
+#define KELO_FIND(name) cairo.name = find<decltype(cairo.name)>(library, "cairo_" #name);
+  KELO_CAIRO_FUNCTIONS(KELO_FIND)
+#undef KELO_FIND
+  cairo.font = openFont(cairo);
+  return cairo;
+}
+
+}  // namespace
+
+const CairoLibrary& CairoLibrary::loaded() {
+  static const CairoLibrary library = load();
+  return library;
+}
+
+}  // namespace kelo::pictures::native

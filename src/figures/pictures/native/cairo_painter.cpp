@@ -1,0 +1,152 @@
+#include "figures/pictures/native/cairo_painter.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "figures/drawing/marker_outline.h"
+
+namespace kelo::pictures::native {
+
+using drawing::DisplayList;
+using drawing::Paint;
+using drawing::Rgba;
+using Part = drawing::Role::Part;
+
+CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double scale)
+    : cairo_(cairo), context_(context), scale_(scale) {
+  cairo_font_options_t* options = cairo_.font_options_create();
+  cairo_.font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+  cairo_.font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+  cairo_.font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+  cairo_.set_font_options(context_, options);
+  cairo_.font_options_destroy(options);
+  if (cairo_.font != nullptr) {
+    cairo_.set_font_face(context_, cairo_.font);
+  } else {
+    cairo_.select_font_face(context_, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+  }
+  cairo_.set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
+}
+
+void CairoPainter::paint(const DisplayList& list) {
+  for (size_t i = 0; i < list.count(); ++i) paint(list[i]);
+}
+
+void CairoPainter::paint(const Item& item) {
+  switch (item.kind) {
+    case DisplayList::Kind::path: path(item, false); break;
+    case DisplayList::Kind::polygon: path(item, true); break;
+    case DisplayList::Kind::marker: markers(item); break;
+    case DisplayList::Kind::text: text(item); break;
+    case DisplayList::Kind::clip: clip(item); break;
+    case DisplayList::Kind::restore: cairo_.restore(context_); break;
+  }
+}
+
+/// Axes, ticks and grids are upright and level: on whole pixels they are sharp and equally strong.
+bool CairoPainter::isCrisp(const Item& item) const {
+  switch (item.role.part) {
+    case Part::xAxis: case Part::xTick: case Part::yAxis: case Part::yTick: case Part::grid: case Part::plotArea:
+    case Part::legend: break;
+    default: return false;
+  }
+  const auto p = item.points;
+  for (size_t i = 2; i + 1 < p.size(); i += 2) {
+    if (p[i] != p[i - 2] && p[i + 1] != p[i - 1] && !std::isnan(p[i]) && !std::isnan(p[i - 2])) return false;
+  }
+  return true;
+}
+
+double CairoPainter::snapped(double value, double width) const {
+  const bool isOdd = width > 0 && std::lround(std::fmax(width * scale_, 1)) % 2 != 0;
+  return isOdd ? (std::floor(value * scale_) + 0.5) / scale_ : std::round(value * scale_) / scale_;
+}
+
+void CairoPainter::path(const Item& item, bool closes) {
+  Paint paint = item.paint;
+  const bool crisp = isCrisp(item) && scale_ > 0;
+  if (crisp && paint.width > 0) {
+    paint.width = static_cast<float>(std::round(std::fmax(paint.width * scale_, 1)) / scale_);
+  }
+  const auto p = item.points;
+  bool isOpen = false;
+  for (size_t i = 0; i + 1 < p.size(); i += 2) {
+    if (std::isnan(p[i])) {
+      if (closes && isOpen) cairo_.close_path(context_);
+      isOpen = false;
+      continue;
+    }
+    const double x = crisp ? snapped(p[i], paint.width) : p[i], y = crisp ? snapped(p[i + 1], paint.width) : p[i + 1];
+    (isOpen ? cairo_.line_to : cairo_.move_to)(context_, x, y);
+    isOpen = true;
+  }
+  if (closes && isOpen) cairo_.close_path(context_);
+  fillAndStroke(paint);
+}
+
+void CairoPainter::source(Rgba color) {
+  cairo_.set_source_rgba(context_, color.red / 255.0, color.green / 255.0, color.blue / 255.0, color.alpha / 255.0);
+}
+
+void CairoPainter::fillAndStroke(const Paint& paint) {
+  if (paint.fill.isVisible()) {
+    source(paint.fill);
+    paint.stroke.isVisible() ? cairo_.fill_preserve(context_) : cairo_.fill(context_);
+  }
+  if (paint.stroke.isVisible() && paint.width > 0) {
+    double dashes[4];
+    for (int i = 0; i < paint.dash.count; ++i) dashes[i] = paint.dash.lengths[i];
+    cairo_.set_dash(context_, dashes, paint.dash.count, 0);
+    cairo_.set_line_width(context_, paint.width);
+    source(paint.stroke);
+    cairo_.stroke(context_);
+  }
+  cairo_.new_path(context_);
+}
+
+void CairoPainter::markers(const Item& item) {
+  const drawing::MarkerOutline outline = drawing::markerOutline(*item.marker);
+  Paint paint = item.paint;
+  if (!outline.isClosed) paint.fill = {};
+  for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
+    const double x = item.points[i], y = item.points[i + 1];
+    if (outline.radius > 0) {
+      cairo_.new_sub_path(context_);
+      cairo_.arc(context_, x, y, outline.radius, 0, 2 * std::numbers::pi);
+      cairo_.close_path(context_);
+    } else {
+      for (const auto& piece : outline.pieces) {
+        for (size_t k = 0; k < piece.size(); ++k) {
+          (k == 0 ? cairo_.move_to : cairo_.line_to)(context_, x + piece[k].x, y + piece[k].y);
+        }
+        if (outline.isClosed) cairo_.close_path(context_);
+      }
+    }
+    fillAndStroke(paint);
+  }
+}
+
+void CairoPainter::text(const Item& item) {
+  const drawing::Text& text = *item.text;
+  cairo_.set_font_size(context_, text.size);
+  cairo_text_extents_t extents{};
+  cairo_.text_extents(context_, text.text.c_str(), &extents);
+  const double share = text.anchor == drawing::Anchor::start ? 0 : text.anchor == drawing::Anchor::middle ? 0.5 : 1;
+  cairo_.save(context_);
+  cairo_.translate(context_, item.points[0], item.points[1]);
+  cairo_.rotate(context_, text.angle * std::numbers::pi / 180);
+  cairo_.move_to(context_, -share * extents.x_advance, 0);
+  source(text.color);
+  cairo_.show_text(context_, text.text.c_str());
+  cairo_.restore(context_);
+  cairo_.new_path(context_);
+}
+
+void CairoPainter::clip(const Item& item) {
+  const auto p = item.points;
+  cairo_.save(context_);
+  cairo_.rectangle(context_, p[0], p[1], p[2] - p[0], p[3] - p[1]);
+  cairo_.clip(context_);
+}
+
+}  // namespace kelo::pictures::native

@@ -1,0 +1,45 @@
+/// Indentation by the engine: of the new line behind a Return, and of a line on which a word that
+/// closes or parts a block has just been typed.
+
+import type { Extension } from '@codemirror/state';
+import { EditorView, type Command } from '@codemirror/view';
+
+export type Indenter = (text: string, position: number) => Promise<string>;
+
+const kParting = /^\s*(end|else|elseif|case|otherwise)\s?$/;
+
+/// Sets the indentation of the line at the caret as the engine would have it.
+export async function mendLine(view: EditorView, indenter: Indenter): Promise<void> {
+  const { doc, selection } = view.state;
+  const position = selection.main.head;
+  let line: string;
+  try {
+    line = await indenter(doc.toString(), position);
+  } catch {
+    return;
+  }
+  if (view.state.doc !== doc) return;  // typed on meanwhile: the next line end asks again
+  const old = doc.lineAt(position);
+  const blanks = (text: string) => /^[ \t]*/.exec(text)![0].length;
+  if (line === old.text || line.trimStart() !== old.text.trimStart()) return;
+  view.dispatch({
+    changes: { from: old.from, to: old.from + blanks(old.text), insert: line.slice(0, blanks(line)) },
+    userEvent: 'input.indent',
+  });
+}
+
+export function newLine(indenter: Indenter): Command {
+  return (view) => {
+    view.dispatch(view.state.replaceSelection('\n'), { scrollIntoView: true, userEvent: 'input' });
+    void mendLine(view, indenter);
+    return true;
+  };
+}
+
+export function mendWhileTyping(indenter: Indenter): Extension {
+  return EditorView.updateListener.of((update) => {
+    if (!update.docChanged || !update.transactions.some((each) => each.isUserEvent('input.type'))) return;
+    const line = update.state.doc.lineAt(update.state.selection.main.head);
+    if (kParting.test(line.text)) void mendLine(update.view, indenter);
+  });
+}

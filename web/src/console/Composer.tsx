@@ -1,0 +1,153 @@
+/// The input of the console: coloured text of several lines, and the buttons that belong to it.
+
+import { useEffect, useRef } from 'preact/hooks';
+import { useSignalEffect } from '@preact/signals';
+import { EditorState, Prec } from '@codemirror/state';
+import { EditorView, keymap, placeholder } from '@codemirror/view';
+import type { App } from '../shell/core/app';
+import { codeExtensions, replaceAll, setOwnKeyboard, targetOf } from '../code/codeField';
+import { newLine, mendWhileTyping } from '../code/indent';
+import { Suggestions } from '../code/suggestions';
+import { SuggestionStrip } from '../code/SuggestionStrip';
+import { isTouch, ownKeyboardWanted } from '../code/useOwnKeyboard';
+import { Icon } from '../design/icons';
+import { IconButton, keepFocus } from '../design/widgets';
+import { text as t } from '../texts/texts';
+
+/// What stands in the input, kept while the panel is out of view.
+let draft = '';
+
+export interface ComposerHandle { use(text: string): void; focus(): void }
+
+/// Return runs a whole command and breaks the line of one that is not. What was typed on while the
+/// engine was asked stays behind the Return.
+async function enterBySense(app: App, view: EditorView, run: () => void, breakLine: (view: EditorView) => boolean) {
+  const { doc, selection } = view.state;
+  const text = doc.toString();
+  const { head } = selection.main;
+  const complete = await app.console.isComplete(text);
+  if (view.state.doc === doc) {
+    if (complete) run(); else breakLine(view);
+  } else if (!complete) {
+    view.dispatch({ changes: { from: head, insert: '\n' }, userEvent: 'input' });
+  } else if (head === text.length && app.console.run(text)) {
+    view.dispatch({ changes: { from: 0, to: Math.min(text.length, view.state.doc.length) } });
+  }
+}
+
+function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: () => void): EditorView {
+  const indenter = async (text: string, position: number) =>
+    (await app.session.request('editor/indentedLine', { text, position })).line;
+  const breakLine = newLine(indenter);
+  let entering = Promise.resolve();
+  const enter = (view: EditorView): boolean => {
+    if (app.console.status.value === 'waitInput') { run(); return true; }
+    if (!app.preferences.value.value.enterRuns) return breakLine(view);
+    entering = entering.then(() => enterBySense(app, view, run, breakLine));
+    return true;
+  };
+  const recall = (text: string | null, view: EditorView) => {
+    if (text !== null) replaceAll(view, text);
+    return text !== null;
+  };
+  const onFirstLine = ({ state }: EditorView) => state.doc.lineAt(state.selection.main.head).number === 1;
+  const onLastLine = ({ state }: EditorView) => state.doc.lineAt(state.selection.main.head).number === state.doc.lines;
+  const keys = Prec.high(keymap.of([
+    { key: 'Enter', run: enter },
+    { key: 'Shift-Enter', run: breakLine },
+    { key: 'Mod-Enter', run: () => { run(); return true; } },
+    { key: 'Mod-l', run: () => { app.console.clear(); return true; } },
+    { key: 'Tab', run: suggestions.tab },
+    { key: 'Escape', run: () => { suggestions.clear(); return false; } },
+    { key: 'ArrowUp', run: (view) => onFirstLine(view) && recall(app.console.previous(view.state.doc.toString()), view) },
+    { key: 'ArrowDown', run: (view) => onLastLine(view) && recall(app.console.next(), view) },
+  ]));
+  const view: EditorView = new EditorView({
+    parent,
+    state: EditorState.create({
+      doc: draft,
+      extensions: [
+        codeExtensions(app, { label: t.console.input, ownKeyboard: ownKeyboardWanted(app), keys, extra: [
+          placeholder(t.console.placeholder), suggestions.extension(), mendWhileTyping(indenter),
+        ] }),
+        EditorView.updateListener.of((update) => { if (update.docChanged) draft = update.state.doc.toString(); }),
+        EditorView.domEventHandlers({
+          focus: () => { app.keyboard.target.value = targetOf(view, () => enter(view)); },
+        }),
+      ],
+    }),
+  });
+  return view;
+}
+
+export function Composer({ app, handle }: { app: App; handle: { current: ComposerHandle | null } }) {
+  const { console } = app;
+  const parent = useRef<HTMLDivElement>(null);
+  const view = useRef<EditorView | null>(null);
+  const suggestions = useRef(new Suggestions(
+    (text, position) => console.complete(text, position), (field) => [field.state.doc.toString(), 0],
+  )).current;
+  const run = () => {
+    const field = view.current!;
+    suggestions.clear();
+    if (console.run(field.state.doc.toString())) replaceAll(field, '');
+  };
+  useEffect(() => {
+    const field = view.current = makeView(app, parent.current!, suggestions, run);
+    handle.current = {
+      use: (text) => { replaceAll(field, text); field.focus(); },
+      focus: () => field.focus(),
+    };
+    if (!isTouch.peek()) field.focus();
+    return () => {
+      handle.current = null;
+      field.destroy();
+    };
+  }, []);
+  useSignalEffect(() => {
+    const own = ownKeyboardWanted(app);
+    if (view.current) setOwnKeyboard(view.current, own);
+  });
+
+  console.historyVersion.value;
+  const status = console.status.value;
+  const recall = (text: string | null) => { if (text !== null) replaceAll(view.current!, text); };
+  return (
+    <div class={`composer ${status}`}>
+      {console.prompt.value && <p class="prompt" id="prompt">{console.prompt.value}</p>}
+      <SuggestionStrip suggestions={suggestions} view={() => view.current} />
+      <div class="composer-row">
+        <span class="composer-mark" aria-hidden="true" />
+        <div class="code composer-field" ref={parent} />
+        <div class="composer-actions" onPointerDown={keepFocus}>
+          <IconButton
+            icon="up" label={t.console.previous} disabled={!console.history.hasPrevious}
+            onClick={() => recall(console.previous(view.current!.state.doc.toString()))}
+          />
+          <IconButton
+            icon="down" label={t.console.next} disabled={!console.history.hasNext} onClick={() => recall(console.next())}
+          />
+          <RunButton app={app} run={run} />
+        </div>
+      </div>
+    </div>
+  );
+}
+
+function RunButton({ app, run }: { app: App; run(): void }) {
+  const status = app.console.status.value;
+  if (status === 'running') {
+    return (
+      <button type="button" class="button danger run-button" onClick={() => app.console.stop()}>
+        <Icon name="stop" />{t.console.stop}
+      </button>
+    );
+  }
+  const label = { idle: t.console.run, paused: t.console.goOn, waitInput: t.console.answer }[status];
+  return (
+    <>
+      {status !== 'idle' && <IconButton icon="stop" label={t.console.stop} onClick={() => app.console.stop()} />}
+      <button type="button" class="button primary run-button" onClick={run}><Icon name="run" />{label}</button>
+    </>
+  );
+}

@@ -1,0 +1,38 @@
+import { useEffect, useState } from 'preact/hooks';
+import type { Span } from '../engine/core/protocol';
+import type { App } from '../shell/core/app';
+import { classOf } from '../code/highlight';
+
+const kLargest = 20_000;
+const kKept = 300;
+const known = new Map<string, Span[]>();
+
+/// A command that was run, with its colours. They are kept, since items come and go while scrolling.
+export function InputEcho({ app, text }: { app: App; text: string }) {
+  const [spans, setSpans] = useState<Span[]>(known.get(text) ?? []);
+  useEffect(() => {
+    if (known.has(text) || text.length > kLargest) return;
+    let shown = true;
+    app.session.request('editor/highlight', { text }).then((answer) => {
+      if (known.size > kKept) known.delete(known.keys().next().value!);
+      known.set(text, answer.spans);
+      if (shown) setSpans(answer.spans);
+    }, () => {});
+    return () => { shown = false; };
+  }, [text]);
+  return <pre class="code-text"><ColoredText text={text} spans={spans} /></pre>;
+}
+
+export function ColoredText({ text, spans }: { text: string; spans: Span[] }) {
+  const parts = [];
+  let at = 0;
+  for (const { start, length, color } of spans) {
+    const name = classOf(color);
+    if (!name || start < at) continue;
+    if (start > at) parts.push(text.slice(at, start));
+    parts.push(<span class={name}>{text.slice(start, start + length)}</span>);
+    at = start + length;
+  }
+  parts.push(text.slice(at));
+  return <>{parts}</>;
+}

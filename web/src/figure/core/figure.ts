@@ -1,0 +1,174 @@
+/// The current figure: its kind and revision, the display list for the size of the view, gestures
+/// and edits on their way to the engine. At most one drawing and one gesture are under way; what
+/// comes meanwhile is added up, so a slow connection drops pictures and not touches.
+
+import { signal } from '@preact/signals-core';
+import type {
+  Drawing, FigureAnswer, FigureKind, FigureModel, FigureTip, Gesture, PictureFormat, SavedFigure, Theme,
+} from '../../engine/core/protocol';
+import { ConnectionLost, type Session } from '../../engine/core/session';
+import type { Dialogs } from '../../dialogs/core/dialogs';
+import { text as t } from '../../texts/texts';
+import { type PendingGesture, mergeGesture } from './gestures';
+
+export interface ViewSize { width: number; height: number; theme: Theme }
+
+export class Figure {
+  readonly kind = signal<FigureKind>('none');
+  readonly drawing = signal<Drawing | null>(null);
+  readonly tip = signal<FigureTip | null>(null);
+  readonly model = signal<FigureModel | null>(null);
+  readonly saved = signal<SavedFigure[] | null>(null);
+  private view: ViewSize = { width: 0, height: 0, theme: 'light' };
+  private revision = -1;
+  private drawnKey = '';
+  private drawingUnderWay = false;
+  private gestureUnderWay = false;
+  private pending: PendingGesture[] = [];
+  private tips = 0;
+
+  constructor(private readonly session: Session, private readonly dialogs: Dialogs) {
+    session.on('figure/changed', (change) => this.changed(change.kind, change.revision));
+  }
+
+  async refresh(): Promise<void> {
+    this.take(await this.session.request('figure/get', {}));
+  }
+
+  setView(view: ViewSize): void {
+    this.view = view;
+    void this.draw();
+  }
+
+  gesture(gesture: PendingGesture): void {
+    this.tip.value = null;
+    this.pending = mergeGesture(this.pending, gesture);
+    void this.sendGestures();
+  }
+
+  /// Shows the data tip of the point nearest to the place in the view.
+  async tipAt(x: number, y: number): Promise<void> {
+    const mine = ++this.tips;
+    try {
+      const { width, height } = this.view;
+      const tip = await this.session.request('figure/tip', { x, y, width, height });
+      if (mine === this.tips) this.tip.value = tip;
+    } catch { /* a tip that fails shows nothing */ }
+  }
+
+  hideTip(): void {
+    this.tips++;
+    this.tip.value = null;
+  }
+
+  async edit(changes: Record<string, unknown>): Promise<void> {
+    const answer = await this.dialogs.guard(() => this.session.request('figure/edit', { changes }));
+    if (answer) this.take(answer);
+  }
+
+  /// The model, read again when the figure has changed since.
+  async loadModel(): Promise<void> {
+    const answer = await this.dialogs.guard(() => this.session.request('figure/get', {}));
+    if (answer) this.take(answer);
+  }
+
+  async save(): Promise<void> {
+    const name = await this.dialogs.askText(t.figure.saveTitle, t.figure.saveHint, t.figure.save);
+    if (name === null) return;
+    await this.dialogs.guard(async () => {
+      const { id } = await this.session.request('figure/save', { name });
+      if (id !== null) this.dialogs.say(t.figure.savedAs(name));
+    });
+  }
+
+  async close(): Promise<void> {
+    if (!await this.dialogs.confirm(t.figure.closeTitle, t.figure.closeText, t.figure.close, true)) return;
+    await this.dialogs.guard(() => this.session.request('figure/close', {}));
+  }
+
+  /// The bytes of a picture as base64 text, or null after the alert of a failure.
+  async picture(format: PictureFormat): Promise<string | null> {
+    const { width, height } = this.view;
+    const size = width && height ? { width, height } : {};
+    try {
+      return (await this.session.request('figure/picture', { format, theme: 'light', ...size })).base64;
+    } catch (error) {
+      if (error instanceof ConnectionLost) this.dialogs.fail(error);
+      else if (format === 'pdf') await this.dialogs.alert(t.figure.pdfFailedTitle, t.figure.pdfFailed);
+      else await this.dialogs.alert(t.figure.exportFailedTitle, t.figure.exportFailed);
+      return null;
+    }
+  }
+
+  async list(): Promise<void> {
+    this.saved.value = null;
+    this.saved.value = (await this.dialogs.guard(() => this.session.request('figures/list', {})))?.items ?? [];
+  }
+
+  async show(id: string): Promise<void> {
+    await this.dialogs.guard(() => this.session.request('figures/show', { id }));
+  }
+
+  async remove(figure: SavedFigure): Promise<void> {
+    const question = t.figure.deleteText(figure.name);
+    if (!await this.dialogs.confirm(t.figure.deleteTitle, question, t.figure.delete, true)) return;
+    const done = await this.dialogs.guard(() => this.session.request('figures/delete', { id: figure.id }));
+    if (done) this.saved.value = this.saved.value?.filter((each) => each.id !== figure.id) ?? null;
+  }
+
+  private changed(kind: FigureKind, revision: number): void {
+    this.kind.value = kind;
+    this.revision = revision;
+    if (this.model.value) void this.loadModel();
+    void this.draw();
+  }
+
+  private take(answer: FigureAnswer): void {
+    this.kind.value = answer.kind;
+    this.revision = answer.revision;
+    this.model.value = answer.model;
+    void this.draw();
+  }
+
+  private async draw(): Promise<void> {
+    const { width, height, theme } = this.view;
+    if (this.drawingUnderWay || !width || !height) return;
+    if (this.kind.value === 'none') {
+      this.drawing.value = null;
+      this.drawnKey = '';
+      return;
+    }
+    const key = `${this.revision} ${width} ${height} ${theme}`;
+    if (key === this.drawnKey) return;
+    this.drawingUnderWay = true;
+    try {
+      this.drawing.value = await this.session.request('figure/drawing', { width, height, theme });
+      this.drawnKey = key;
+    } catch (error) {
+      if (!(error instanceof ConnectionLost)) this.dialogs.note(String(error));
+      return;
+    } finally {
+      this.drawingUnderWay = false;
+    }
+    await this.draw();
+  }
+
+  private async sendGestures(): Promise<void> {
+    if (this.gestureUnderWay) return;
+    this.gestureUnderWay = true;
+    try {
+      for (let next = this.pending.shift(); next; next = this.pending.shift()) {
+        const { width, height } = this.view;
+        const answer = await this.session.request('figure/gesture', { ...next, width, height } as Gesture);
+        this.kind.value = answer.kind;
+        this.revision = answer.revision;
+        await this.draw();
+      }
+    } catch (error) {
+      this.pending = [];
+      if (!(error instanceof ConnectionLost)) this.dialogs.note(String(error));
+    } finally {
+      this.gestureUnderWay = false;
+    }
+  }
+}

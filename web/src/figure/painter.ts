@@ -1,0 +1,107 @@
+/// Paints a display list on a canvas. The ground is left to the page, so that figures stand on the
+/// same surface as the panel around them.
+
+import type { Drawing, DrawingItem } from '../engine/core/protocol';
+
+const kGround = new Set(['background']);
+
+export interface PaintOptions { font: string; scale: number }
+
+export function paintDrawing(context: CanvasRenderingContext2D, drawing: Drawing, { font, scale }: PaintOptions): void {
+  context.setTransform(scale, 0, 0, scale, 0, 0);
+  context.clearRect(0, 0, drawing.width, drawing.height);
+  context.lineJoin = 'round';
+  context.lineCap = 'butt';
+  let clipped = false;
+  for (const item of drawing.items) {
+    switch (item.kind) {
+      case 'clip':
+        context.save();
+        clipped = true;
+        clip(context, item.points ?? []);
+        break;
+      case 'restore':
+        if (clipped) context.restore();
+        clipped = false;
+        break;
+      case 'text':
+        paintText(context, item, font);
+        break;
+      default:
+        if (!kGround.has(item.role)) paintShape(context, item);
+    }
+  }
+  if (clipped) context.restore();
+}
+
+function clip(context: CanvasRenderingContext2D, points: (number | null)[]): void {
+  const xs = points.filter((_, k) => k % 2 === 0) as number[];
+  const ys = points.filter((_, k) => k % 2 === 1) as number[];
+  const x = Math.min(...xs);
+  const y = Math.min(...ys);
+  context.beginPath();
+  context.rect(x, y, Math.max(...xs) - x, Math.max(...ys) - y);
+  context.clip();
+}
+
+function paintShape(context: CanvasRenderingContext2D, item: DrawingItem): void {
+  const points = item.points ?? [];
+  context.beginPath();
+  if (item.kind === 'marker') {
+    for (let k = 0; k + 1 < points.length; k += 2) {
+      if (points[k] !== null) traceMarker(context, item, points[k]!, points[k + 1]!);
+    }
+  } else {
+    trace(context, points);
+    if (item.kind === 'polygon') context.closePath();
+  }
+  if (item.fill) {
+    context.fillStyle = item.fill;
+    context.fill();
+  }
+  if (item.stroke && (item.width ?? 1) > 0) {
+    context.strokeStyle = item.stroke;
+    context.lineWidth = item.width ?? 1;
+    context.setLineDash(item.dash ?? []);
+    context.stroke();
+  }
+}
+
+/// The outline of a marker, moved to its point.
+function traceMarker(context: CanvasRenderingContext2D, item: DrawingItem, x: number, y: number): void {
+  for (const piece of item.outline ?? []) {
+    for (let k = 0; k + 1 < piece.length; k += 2) {
+      if (k) context.lineTo(x + piece[k]!, y + piece[k + 1]!); else context.moveTo(x + piece[0]!, y + piece[1]!);
+    }
+    if (item.closed) context.closePath();
+  }
+}
+
+function trace(context: CanvasRenderingContext2D, points: (number | null)[]): void {
+  let pen = false;
+  for (let k = 0; k + 1 < points.length; k += 2) {
+    const x = points[k];
+    const y = points[k + 1];
+    if (x === null || y === null || x === undefined || y === undefined) pen = false;
+    else if (pen) context.lineTo(x, y);
+    else {
+      context.moveTo(x, y);
+      pen = true;
+    }
+  }
+}
+
+function paintText(context: CanvasRenderingContext2D, item: DrawingItem, font: string): void {
+  const x = item.x ?? item.points?.[0] ?? 0;
+  const y = item.y ?? item.points?.[1] ?? 0;
+  context.save();
+  context.translate(x!, y!);
+  if (item.angle) context.rotate((item.angle * Math.PI) / 180);
+  const weight = item.role === 'title' ? 600 : 400;
+  context.font = `${weight} ${item.size ?? 12}px ${font}`;
+  context.textAlign = item.anchor === 'middle' ? 'center' : item.anchor === 'end' ? 'end' : 'start';
+  context.textBaseline = (item.baseline as CanvasTextBaseline | undefined) ?? 'alphabetic';
+  context.fillStyle = item.color ?? item.fill ?? '#808080';
+  context.fillText(item.text ?? '', 0, 0);
+  context.restore();
+}

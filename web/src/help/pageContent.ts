@@ -1,0 +1,104 @@
+/// A help page as nodes of the app's own document: the body of the page with a short list of allowed
+/// elements and attributes. Nothing of it can run, and scripts and styles of the page stay out.
+
+const kAllowed = new Set(['A', 'ARTICLE', 'B', 'BLOCKQUOTE', 'BR', 'CODE', 'DD', 'DEL', 'DIV', 'DL', 'DT', 'EM', 'FIGCAPTION',
+  'FIGURE', 'FOOTER', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'HR', 'I', 'IMG', 'KBD', 'LI', 'MAIN', 'OL', 'P', 'PRE', 'S', 'SECTION',
+  'SPAN', 'STRONG', 'SUB', 'SUP', 'TABLE', 'TBODY', 'TD', 'TH', 'THEAD', 'TR', 'UL', 'VAR']);
+const kAttributes: Record<string, string[]> = { A: ['href'], IMG: ['src', 'alt'], TD: ['align'], TH: ['align'], OL: ['start'] };
+const kEverywhere = ['id', 'class'];
+
+export interface PageLinks {
+  /// The address of a picture that a page names; null leaves the picture out.
+  picture(source: string): string | null;
+}
+
+export function pageNodes(html: string, links: PageLinks): DocumentFragment {
+  const page = new DOMParser().parseFromString(html, 'text/html');
+  const content = document.createDocumentFragment();
+  for (const node of page.body.childNodes) append(content, node, links);
+  return content;
+}
+
+function append(parent: Node, node: Node, links: PageLinks): void {
+  if (node.nodeType === Node.TEXT_NODE) {
+    parent.appendChild(document.createTextNode(node.nodeValue ?? ''));
+    return;
+  }
+  if (!(node instanceof Element)) return;
+  const name = node.nodeName.toUpperCase();
+  if (!kAllowed.has(name)) {
+    if (name !== 'SCRIPT' && name !== 'STYLE') node.childNodes.forEach((child) => append(parent, child, links));
+    return;
+  }
+  const element = document.createElement(name);
+  for (const attribute of [...kEverywhere, ...(kAttributes[name] ?? [])]) {
+    const value = node.getAttribute(attribute);
+    if (value !== null) element.setAttribute(attribute, value);
+  }
+  if (element instanceof HTMLImageElement) {
+    const address = links.picture(node.getAttribute('src') ?? '');
+    if (!address) return;
+    element.src = address;
+    element.loading = 'lazy';
+    element.addEventListener('error', () => element.remove());
+  }
+  if (element instanceof HTMLAnchorElement && /^\s*(javascript|data|vbscript):/i.test(element.getAttribute('href') ?? '')) {
+    element.removeAttribute('href');
+  }
+  node.childNodes.forEach((child) => append(element, child, links));
+  parent.appendChild(element);
+}
+
+/// Puts formulas, written between \( \) or \[ \], into MathML. The translator is fetched when a page
+/// has any.
+export async function setFormulas(root: HTMLElement): Promise<void> {
+  const texts = textNodes(root).filter((node) => /\\[([]/.test(node.data) && !node.parentElement?.closest('pre, code'));
+  if (!texts.length) return;
+  const { renderToString } = (await import('katex')).default;
+  for (const node of texts) {
+    const parts = node.data.split(/(\\\(.*?\\\)|\\\[[^]*?\\\])/);
+    if (parts.length < 2) continue;
+    const holder = document.createDocumentFragment();
+    for (const part of parts) {
+      if (!/^\\[([]/.test(part)) { holder.append(part); continue; }
+      const displayMode = part.startsWith('\\[');
+      const html = renderToString(part.slice(2, -2), { output: 'mathml', displayMode, throwOnError: false });
+      const math = new DOMParser().parseFromString(html, 'text/html').querySelector('math');
+      const span = document.createElement('span');
+      span.className = displayMode ? 'formula display' : 'formula';
+      if (math) span.append(document.importNode(math, true)); else span.textContent = part.slice(2, -2);
+      holder.append(span);
+    }
+    node.replaceWith(holder);
+  }
+}
+
+export function textNodes(root: Node): Text[] {
+  const walker = document.createTreeWalker(root, NodeFilter.SHOW_TEXT);
+  const found: Text[] = [];
+  while (walker.nextNode()) found.push(walker.currentNode as Text);
+  return found;
+}
+
+/// Marks all places of a text in the page, and takes older marks away. Gives the marks in order.
+export function markAll(root: HTMLElement, query: string): HTMLElement[] {
+  for (const mark of root.querySelectorAll('mark')) {
+    const parent = mark.parentNode!;
+    mark.replaceWith(...mark.childNodes);
+    parent.normalize();
+  }
+  const wanted = query.trim().toLowerCase();
+  if (!wanted) return [];
+  const marks: HTMLElement[] = [];
+  for (let node of textNodes(root)) {
+    for (let at = node.data.toLowerCase().indexOf(wanted); at >= 0; at = node.data.toLowerCase().indexOf(wanted)) {
+      const found = node.splitText(at);
+      node = found.splitText(wanted.length);
+      const mark = document.createElement('mark');
+      found.replaceWith(mark);
+      mark.append(found);
+      marks.push(mark);
+    }
+  }
+  return marks;
+}

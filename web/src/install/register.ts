@@ -1,0 +1,27 @@
+/// The service worker keeps the app's own files, so that it opens without a network. A new version
+/// is told of and taken when the person says so; the app works without a worker.
+
+import type { Dialogs } from '../dialogs/core/dialogs';
+import { text as t } from '../texts/texts';
+
+export function registerWorker(dialogs: Dialogs): void {
+  if (!('serviceWorker' in navigator)) return;
+  const hadWorker = navigator.serviceWorker.controller !== null;
+  let reloading = false;
+  navigator.serviceWorker.addEventListener('controllerchange', () => {
+    if (hadWorker && !reloading) { reloading = true; location.reload(); }
+  });
+  addEventListener('load', () => {
+    navigator.serviceWorker.register('/worker.js').then((registration) => {
+      const offer = () => {
+        const waiting = registration.waiting;
+        if (waiting) dialogs.say(t.shell.newVersion, t.shell.reload, () => waiting.postMessage('take over'));
+      };
+      offer();
+      registration.addEventListener('updatefound', () => {
+        const fresh = registration.installing;
+        fresh?.addEventListener('statechange', () => { if (fresh.state === 'installed' && hadWorker) offer(); });
+      });
+    }).catch(() => {});  // private windows refuse workers
+  });
+}

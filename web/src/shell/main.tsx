@@ -1,0 +1,23 @@
+/// Where the app starts: the token is exchanged, the session opened, the page drawn.
+
+import '@preact/signals';
+import { render } from 'preact';
+import '../styles.css';
+import { WebSocketEngine } from '../engine/webSocketEngine';
+import { exchangeToken, sessionAddress } from '../engine/token';
+import { registerWorker } from '../install/register';
+import { AppView } from './AppView';
+import { App } from './core/app';
+import { deviceClock, deviceStore, followPreferences, followSize } from './device';
+import { listenToKeys } from './shortcuts';
+
+const app = new App(new WebSocketEngine(sessionAddress()), deviceStore, deviceClock);
+followPreferences(app);
+followSize(app);
+listenToKeys(app);
+addEventListener('error', (event) => app.dialogs.note(`${event.message} (${event.filename}:${event.lineno})`));
+addEventListener('unhandledrejection', (event) => app.dialogs.note(String(event.reason?.stack ?? event.reason)));
+addEventListener('beforeunload', (event) => { if (app.editor.anyDirty) event.preventDefault(); });
+render(<AppView app={app} />, document.getElementById('app')!);
+void exchangeToken().then(() => app.start());
+registerWorker(app.dialogs);

@@ -1,0 +1,85 @@
+/// Times of the app at a sixfold slower processor: `npm run measure [ADDRESS]`, the address of a
+/// running `kelo serve` with its token, or else the engine in memory. Prints a table.
+
+import { chromium, type CDPSession, type Page } from 'playwright-core';
+import { serve } from './server';
+
+const kTurns = 9;
+const median = (all: number[]) => all.sort((a, b) => a - b)[all.length >> 1]!;
+const row = (what: string, all: number[]) => console.log(`| ${what} | ${median(all).toFixed(0)} ms | ${Math.max(...all).toFixed(0)} ms |`);
+
+const given = process.argv[2];
+const server = given ? null : await serve(new URL('../../dist', import.meta.url).pathname);
+const address = given ?? server!.address;
+const browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium', args: ['--no-sandbox'] });
+const context = await browser.newContext({ viewport: { width: 390, height: 844 }, serviceWorkers: 'block' });
+await context.addInitScript(() => localStorage.setItem('kelo.preferences', '{"tourSeen":true,"keyboard":"system"}'));
+
+async function open(rate: number): Promise<[Page, CDPSession]> {
+  const page = await context.newPage();
+  const client = await context.newCDPSession(page);
+  await client.send('Emulation.setCPUThrottlingRate', { rate });
+  await page.goto(address);
+  return [page, client];
+}
+
+/// From the start of the navigation until a typed character stands in the console's input.
+async function firstInput(): Promise<number> {
+  const [page] = await open(6);
+  const time = await page.evaluate(() => new Promise<number>((resolve) => {
+    const look = () => {
+      const input = document.querySelector<HTMLElement>('.composer .cm-content');
+      if (!input) return requestAnimationFrame(look);
+      input.focus();
+      document.execCommand('insertText', false, 'x');
+      return requestAnimationFrame(() => resolve(performance.now()));
+    };
+    look();
+  }));
+  await page.close();
+  return time;
+}
+
+/// From a key press to the picture behind it.
+async function keyToScreen(page: Page): Promise<number> {
+  await page.evaluate(() => {
+    addEventListener('keydown', (event) => {
+      requestAnimationFrame(() => setTimeout(() => { (window as never as { took: number }).took = performance.now() - event.timeStamp; }, 0));
+    }, { once: true, capture: true });
+  });
+  await page.keyboard.press('a');
+  await page.waitForTimeout(150);
+  return page.evaluate(() => (window as never as { took: number }).took);
+}
+
+await open(1).then(([page]) => page.waitForTimeout(500).then(() => page.close()));
+console.log('| at a sixfold slower processor | median | longest |\n|---|---|---|');
+const first: number[] = [];
+for (let k = 0; k < kTurns; k++) first.push(await firstInput());
+row('first input accepted', first);
+
+const [page] = await open(6);
+await page.locator('.composer .cm-content').click();
+const keys: number[] = [];
+for (let k = 0; k < 30; k++) keys.push(await keyToScreen(page));
+row('key to screen in the console', keys);
+
+if (given) {
+  const stops: number[] = [];
+  for (let k = 0; k < kTurns; k++) {
+    await page.keyboard.press('Control+a');
+    await page.keyboard.insertText('k = 0; while 1 k = k + 1; end'.replace('1 k', '1\nk').replace('; end', ';\nend'));
+    await page.keyboard.press('Control+Enter');
+    await page.getByRole('button', { name: 'Stop' }).waitFor();
+    await page.waitForTimeout(300);
+    stops.push(await page.evaluate(() => new Promise<number>((resolve) => {
+      const began = performance.now();
+      document.querySelector<HTMLElement>('.run-button.danger')!.click();
+      const look = () => { if (document.querySelector('.run-button.danger')) requestAnimationFrame(look); else resolve(performance.now() - began); };
+      look();
+    })));
+  }
+  row('Stop of an endless loop', stops);
+}
+await browser.close();
+server?.close();
