@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "messages/fatal_fault.h"
+#include "values/comparison.h"
 #include "values/numbers.h"
 
 namespace kelo {
@@ -144,6 +145,7 @@ Kind commonKind(const NumericArray& a, const NumericArray& b) { return leftRules
 
 NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b) {
   using Op = BinaryOp;
+  if (std::optional<LogicalArray> compared = comparedAtOnce(op, a, b)) return std::move(*compared);
   Operands ab{std::move(a), std::move(b)};
   switch (op) {
     case Op::plus:

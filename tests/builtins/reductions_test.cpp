@@ -68,6 +68,24 @@ TEST(Reductions, TakeEveryKindOfNumbers) {
   });
 }
 
+// One element decides, wherever it stands among the blocks that are looked at together.
+TEST(Reductions, AllAndAnyFindTheOneElement) {
+  for (const int64_t n : {1, 63, 64, 65, 200}) {
+    for (const int64_t place : {int64_t{0}, n / 2, n - 1}) {
+      DoubleArray ones(SizeVector(n, 1), 1.0), zeros(SizeVector(n, 1), 0.0);
+      LogicalArray yes(SizeVector(n, 1), true), no(SizeVector(n, 1), false);
+      ones.writable()[place] = -0.0;
+      zeros.writable()[place] = kNaN;
+      yes.writable()[place] = false;
+      no.writable()[place] = true;
+      check({{"all", {ones}, "logical 1 x 1: false"},
+             {"any", {zeros}, "logical 1 x 1: true"},
+             {"all", {yes}, "logical 1 x 1: false"},
+             {"any", {no}, "logical 1 x 1: true"}});
+    }
+  }
+}
+
 TEST(Reductions, OrderStatistics) {
   check({
       {"median", {row({4, 1, 3, 2})}, "double 1 x 1: 2.5"},

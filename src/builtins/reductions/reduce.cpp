@@ -1,7 +1,11 @@
 // sum, prod, mean, median, mode, all and any: one handler, one dimension, one value for each slice.
+#include <algorithm>
+#include <cstring>
+
 #include "builtins/reductions/handlers.h"
 #include "builtins/reductions/order_statistics.h"
 #include "messages/catalogue/reductions.h"
+#include "platform/vector_clones.h"
 
 namespace kelo::builtins {
 namespace {
@@ -14,20 +18,28 @@ inline bool isTrue(bool x) { return x; }
 inline bool isTrue(double x) { return x != 0; }  // NaN is
 inline bool isTrue(ComplexDouble z) { return z.real != 0 || z.imaginary != 0; }
 
-/// Whether some element is true (or false, as wanted); looks no further than it must.
-template <class T>
-bool hasSome(bool wanted, const T* x, int64_t n) {
-  constexpr int64_t kBlock = 64;
-  int64_t i = 0;
-  for (; i + kBlock <= n; i += kBlock) {
+/// Whether some of `n` numbers is true, or false. REQUIRES: n is a multiple of kBlock
+constexpr int64_t kBlock = 64;
+KELO_VECTOR_CLONES bool hasSomeInBlocks(bool wanted, const double* x, int64_t n) {
+  for (int64_t i = 0; i < n; i += kBlock) {
     int64_t found = 0;
     for (int64_t j = 0; j < kBlock; ++j) found |= isTrue(x[i + j]) == wanted;
     if (found != 0) return true;
   }
-  for (; i < n; ++i) {
-    if (isTrue(x[i]) == wanted) return true;
-  }
   return false;
+}
+
+/// Whether some element is true (or false, as wanted); looks no further than it must.
+bool hasSome(bool wanted, const double* x, int64_t n) {
+  const int64_t inBlocks = n / kBlock * kBlock;
+  return hasSomeInBlocks(wanted, x, inBlocks) ||
+         std::any_of(x + inBlocks, x + n, [=](double v) { return isTrue(v) == wanted; });
+}
+bool hasSome(bool wanted, const ComplexDouble* x, int64_t n) {
+  return std::any_of(x, x + n, [=](ComplexDouble z) { return isTrue(z) == wanted; });
+}
+bool hasSome(bool wanted, const bool* x, int64_t n) {
+  return n > 0 && std::memchr(x, wanted ? 1 : 0, static_cast<size_t>(n)) != nullptr;
 }
 
 template <class T>

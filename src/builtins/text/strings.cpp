@@ -1,5 +1,5 @@
 // Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see
-// values/character.h; what is no text equals nothing. Tested by tests/builtins/text_test.cpp.
+// values/character.h; what is no text equals nothing. Tested by tests/transcripts/builtins/text.txt.
 #include <algorithm>
 #include <cmath>
 
@@ -48,10 +48,35 @@ NodeValue strcat(Call& call) {
 
 enum class Case { lower, upper };
 
+/// Whether all are ASCII characters, which have one word each.
+bool isAscii(const Character* c, int64_t n) {
+  uint32_t all = 0;
+  for (int64_t i = 0; i < n; ++i) all |= c[i].word();
+  return all < 0x80;
+}
+
+/// REQUIRES: isAscii
+void turnAscii(Character* c, int64_t n, uint32_t firstLetter) {
+  for (int64_t i = 0; i < n; ++i) {
+    const uint32_t word = c[i].word();
+    c[i] = Character(word - firstLetter < 26 ? word ^ 0x20 : word);
+  }
+}
+
+// OPTIMIZATION: ASCII text a block at a time, in loops that the compiler vectorises.
 CharArray inCase(CharArray text, Case letterCase) {
-  Character* c = text.writable();
-  Character* const end = c + text.numElements();
-  for (; c != end; ++c) *c = letterCase == Case::lower ? c->lowercased() : c->uppercased();
+  constexpr int64_t kBlock = 256;
+  const bool toLower = letterCase == Case::lower;
+  Character* const c = text.writable();
+  const int64_t n = text.numElements();
+  for (int64_t i = 0; i < n; i += kBlock) {
+    const int64_t count = std::min(kBlock, n - i);
+    if (isAscii(c + i, count)) {
+      turnAscii(c + i, count, toLower ? U'A' : U'a');
+      continue;
+    }
+    for (Character* at = c + i; at != c + i + count; ++at) *at = toLower ? at->lowercased() : at->uppercased();
+  }
   return text;
 }
 

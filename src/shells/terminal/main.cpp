@@ -10,6 +10,7 @@
 #include "shells/terminal/interactive.h"
 #include "shells/terminal/options.h"
 #include "shells/terminal/terminal.h"
+#include "shells/web/web_shell.h"
 
 namespace {
 
@@ -27,8 +28,7 @@ int serve(int argc, char** argv) {
   }
   options.workDir = *workDir;
   if (options.stdio) return serveStdio(options);
-  std::fprintf(stderr, "kelo serve: only --stdio is there so far\n");
-  return 2;
+  return kelo::web::serveWeb(options);
 }
 
 }  // namespace

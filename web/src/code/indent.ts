@@ -22,8 +22,10 @@ export async function mendLine(view: EditorView, indenter: Indenter): Promise<vo
   const old = doc.lineAt(position);
   const blanks = (text: string) => /^[ \t]*/.exec(text)![0].length;
   if (line === old.text || line.trimStart() !== old.text.trimStart()) return;
+  const [before, after] = [blanks(old.text), blanks(line)];
   view.dispatch({
-    changes: { from: old.from, to: old.from + blanks(old.text), insert: line.slice(0, blanks(line)) },
+    changes: { from: old.from, to: old.from + before, insert: line.slice(0, after) },
+    selection: { anchor: Math.max(old.from + after, position + after - before) },
     userEvent: 'input.indent',
   });
 }

@@ -12,6 +12,6 @@ export async function addExamples(app: App): Promise<void> {
       await app.session.request('files/import', { folder: '', name, text });
     }
     await app.files.enter('');
-    app.dialogs.say(t.tour.copied);
+    if (!app.tour.step.value) app.dialogs.say(t.tour.copied);
   });
 }

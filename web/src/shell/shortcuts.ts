@@ -34,7 +34,8 @@ export function listenToKeys(app: App): void {
 }
 
 function isText(target: EventTarget | null): boolean {
-  return target instanceof HTMLElement && (target.isContentEditable || /^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName));
+  return target instanceof HTMLElement && (
+    target.isContentEditable || target.matches('textarea, select, input:not([type=radio]):not([type=checkbox])'));
 }
 
 /// Puts the focus into a panel: into its text field where it has one. A panel whose code is still on

@@ -32,6 +32,8 @@ export default function WorkspacePanel() {
   );
 }
 
+/// The preview without the class and size, which stand beside it.
+const valueOf = (variable: Variable) => variable.preview.replace(/^[A-Z]\w* \[[^\]]*\] ?/, '');
 const sizeOf = (variable: Variable) => variable.size.join(' × ');
 
 function Title({ app, variable }: { app: App; variable: Variable }) {
@@ -51,7 +53,7 @@ function List({ app }: { app: App }) {
         <li key={variable.name}>
           <button type="button" onClick={() => app.workspace.look(variable.name)}>
             <b>{variable.name}</b>
-            <span class="preview">{variable.preview}</span>
+            <span class="preview">{valueOf(variable)}</span>
             <span class="kind">{sizeOf(variable)} {variable.class}</span>
             <span class="bytes">{sizeText(variable.bytes)}</span>
           </button>

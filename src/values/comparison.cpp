@@ -1,0 +1,108 @@
+// One loop per comparison and per way of pairing (array with array, array with scalar). A comparison
+// with its operands exchanged is another one, so that four of the six are enough.
+#include "values/comparison.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/parallel.h"
+#include "platform/vector_clones.h"
+
+namespace kelo {
+namespace {
+
+enum class Comparison : uint8_t { less, lessOrEqual, equal, unequal };
+
+/// a(i) and b(i) are the operands at i.
+template <class A, class B>
+inline void compareEach(Comparison comparison, bool* out, int64_t n, A a, B b) {
+  const auto fill = [&](auto compare) {
+    for (int64_t i = 0; i < n; ++i) out[i] = compare(a(i), b(i));
+  };
+  switch (comparison) {
+    case Comparison::less: return fill([](auto x, auto y) { return x < y; });
+    case Comparison::lessOrEqual: return fill([](auto x, auto y) { return x <= y; });
+    case Comparison::equal: return fill([](auto x, auto y) { return x == y; });
+    case Comparison::unequal: return fill([](auto x, auto y) { return x != y; });
+  }
+}
+
+KELO_VECTOR_CLONES void compareBoth(Comparison c, bool* out, const double* a, const double* b, int64_t n) {
+  compareEach(
+      c, out, n, [=](int64_t i) { return a[i]; }, [=](int64_t i) { return b[i]; });
+}
+KELO_VECTOR_CLONES void compareWithScalar(Comparison c, bool* out, const double* a, double b, int64_t n) {
+  compareEach(
+      c, out, n, [=](int64_t i) { return a[i]; }, [=](int64_t) { return b; });
+}
+KELO_VECTOR_CLONES void compareScalarWith(Comparison c, bool* out, double a, const double* b, int64_t n) {
+  compareEach(
+      c, out, n, [=](int64_t) { return a; }, [=](int64_t i) { return b[i]; });
+}
+
+LogicalArray compared(Comparison c, const DoubleArray& a, const DoubleArray& b) {
+  auto result = LogicalArray::uninitialized(a.isScalar() ? b.size() : a.size());
+  bool* out = result.writable();
+  const double *x = a.data(), *y = b.data();
+  platform::parallelFor(result.numElements(), [&, x, y, out](int64_t begin, int64_t end) {
+    const int64_t n = end - begin;
+    if (a.isScalar()) return compareScalarWith(c, out + begin, *x, y + begin, n);
+    if (b.isScalar()) return compareWithScalar(c, out + begin, x + begin, *y, n);
+    compareBoth(c, out + begin, x + begin, y + begin, n);
+  });
+  return result;
+}
+
+constexpr uint32_t kFirstBehindAscii = 0x80;
+
+/// Which of n characters are equal (or unequal, as wanted). A stride is 0 for a scalar, else 1.
+template <int64_t kStrideA, int64_t kStrideB>
+void compareText(bool wanted, bool* out, const Character* a, const Character* b, int64_t n) {
+  constexpr int64_t kBlock = 256;
+  for (int64_t begin = 0; begin < n; begin += kBlock) {
+    const int64_t end = std::min(n, begin + kBlock);
+    uint32_t all = 0;
+    for (int64_t i = begin; i < end; ++i) all |= a[i * kStrideA].word() | b[i * kStrideB].word();
+    if (all < kFirstBehindAscii) {
+      for (int64_t i = begin; i < end; ++i) out[i] = (a[i * kStrideA].word() == b[i * kStrideB].word()) == wanted;
+    } else {
+      for (int64_t i = begin; i < end; ++i) out[i] = (a[i * kStrideA] == b[i * kStrideB]) == wanted;
+    }
+  }
+}
+
+LogicalArray comparedText(bool wanted, const CharArray& a, const CharArray& b) {
+  auto result = LogicalArray::uninitialized(a.isScalar() ? b.size() : a.size());
+  bool* out = result.writable();
+  const int64_t n = result.numElements();
+  if (a.isScalar()) {
+    compareText<0, 1>(wanted, out, a.data(), b.data(), n);
+  } else if (b.isScalar()) {
+    compareText<1, 0>(wanted, out, a.data(), b.data(), n);
+  } else {
+    compareText<1, 1>(wanted, out, a.data(), b.data(), n);
+  }
+  return result;
+}
+
+}  // namespace
+
+std::optional<LogicalArray> comparedAtOnce(BinaryOp op, const NumericArray& a, const NumericArray& b) {
+  if (a.kind() != b.kind() || a.isEmpty() || b.isEmpty()) return std::nullopt;
+  if (a.isScalar() ? b.isScalar() : !b.isScalar() && a.size() != b.size()) return std::nullopt;
+  if (a.is(Kind::Char) && op == BinaryOp::eqeq) return comparedText(true, a.asChar(), b.asChar());
+  if (a.is(Kind::Char) && op == BinaryOp::neq) return comparedText(false, a.asChar(), b.asChar());
+  if (!a.is(Kind::Double)) return std::nullopt;
+  const DoubleArray &x = a.asDouble(), &y = b.asDouble();
+  switch (op) {
+    case BinaryOp::lt: return compared(Comparison::less, x, y);
+    case BinaryOp::le: return compared(Comparison::lessOrEqual, x, y);
+    case BinaryOp::gt: return compared(Comparison::less, y, x);
+    case BinaryOp::ge: return compared(Comparison::lessOrEqual, y, x);
+    case BinaryOp::eqeq: return compared(Comparison::equal, x, y);
+    case BinaryOp::neq: return compared(Comparison::unequal, x, y);
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace kelo
