@@ -4,6 +4,9 @@
 #include "values/memory.h"
 
 #include <cstdlib>
+#include <utility>
+
+#include "values/refused_size.h"
 
 namespace kelo {
 namespace {
@@ -26,6 +29,7 @@ Kept g_kept[kKeptBlocksAtMost];
 int g_keptCount = 0;
 int64_t g_keptBytes = 0;
 int64_t g_blocksAllocated = 0;
+double g_refusedBytes = 0;
 
 void* takeKept(int64_t bytes, int64_t* capacity) {
   Kept* best = nullptr;
@@ -52,7 +56,10 @@ void* fromSystem(int64_t bytes) {
     releaseKeptBlocks();
     block = askSystem(bytes);
   }
-  if (block == nullptr) throw OutOfMemory();
+  if (block == nullptr) {
+    noteRefusedBytes(static_cast<double>(bytes));
+    throw OutOfMemory();
+  }
   const auto hook = platform::memoryHints.freshBlock;
   if (bytes >= kLarge && hook != nullptr) hook(block, bytes);
   return block;
@@ -60,8 +67,14 @@ void* fromSystem(int64_t bytes) {
 
 }  // namespace
 
+void noteRefusedBytes(double bytes) { g_refusedBytes = bytes; }
+double takeRefusedBytes() { return std::exchange(g_refusedBytes, 0); }
+
 void* allocateBlock(int64_t bytes, int64_t* capacity) {
-  if (bytes > arrayByteLimit()) throw OutOfMemory();
+  if (bytes > arrayByteLimit()) {
+    noteRefusedBytes(static_cast<double>(bytes));
+    throw OutOfMemory();
+  }
   ++g_blocksAllocated;
   const int64_t granule = bytes >= kLarge ? kGranule : kSmallGranule;
   *capacity = (bytes + granule - 1) / granule * granule;

@@ -48,6 +48,8 @@ check 'values and errors' 1 "x = ${blank} 5.0000${blank}${blank}ans = ${blank} 6
   "${blank}Error at Line 1(1) of the console. *\"nope\"*." "$program" -e 'x = 5' -e 'x + 1' -e nope
 check 'one blank line between items' 0 "s =${blank} struct with field:${blank}    a: Double [1 x 1]  1.0000${blank}${blank}x = ${blank} 2.0000" \
   '' "$program" -e 's.a = 1' -e 'x = 2'
+check 'texts of disp in a row' 0 " 1.0000${blank}ab${blank}${blank}x = ${blank} 2.0000${blank}${blank} 3.0000" '' \
+  "$program" -e "disp(1), disp('ab'), x = 2" -e 'disp(3)'
 check 'text that begins with a dash' 0 "ans = ${blank}-2.0000" '' "$program" -e '-5 + 3'
 check 'silence' 0 '' '' "$program" -e 'x = 5;' -e ''
 check 'figures cross threads' 0 "ans = ${blank} 0.0000   9.0000" '' "$program" -e 'plot(0:9)' -e ylim
@@ -95,7 +97,7 @@ done
 # With little memory a run fails in one line, and the next one goes on with the workspace.
 limited() { (ulimit -v "$1" && shift && "$@"); }
 if limited 900000 "$program" -e 'x = 1;' 2>/dev/null; then  # not under a sanitizer
-  check 'no memory for many small things' 1 "${blank} 2.0000${blank}${blank} 3.0000" '*Unexpected error occurred*' \
+  check 'no memory for many small things' 1 "${blank} 2.0000${blank} 3.0000" '*Unexpected error occurred*' \
     limited 900000 "$program" -e 'x = 3; c.a = 1; while 1, d.n = c; d.v = [1 2 3]; c = d; end' -e 'disp(2), disp(x)'
   [ "$(grep -c . err)" = 1 ] || { echo 'no memory: more than one line'; failures=$((failures + 1)); }
   check 'matrix products in little memory' 0 ' 400.00' '' limited 400000 "$program" -e 'x = ones(400); y = x*x; disp(y(1))'

@@ -4,12 +4,17 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <set>
 
+#include "hints/hint.h"
+#include "interpreter/builtin_table.h"
 #include "shells/terminal/completion.h"
 #include "shells/terminal/line_editor.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
 #include "shells/terminal/work_dir.h"
+#include "values/memory.h"
+#include "values/refused_size.h"
 
 namespace kelo::terminal {
 namespace {
@@ -24,6 +29,7 @@ class InteractiveConsole {
 
   void serve() {
     warmUp();
+    session_.writer.setHints([this](const Message& message, const std::string& text) { return hint(message, text); });
     session_.figureDocuments.makeFolder();
     while (std::optional<std::string> command = readCommand()) {
       if (command->find_first_not_of(" \t") == std::string::npos) continue;
@@ -57,6 +63,15 @@ class InteractiveConsole {
     hooks.serve = [this] { session_.mainQueue.runReady(); };
     hooks.descriptors = {session_.mainQueue.wakeDescriptor(), session_.stopSignal.descriptor()};
     return hooks;
+  }
+
+  /// Thread: the parser queue
+  std::optional<std::string> hint(const Message& message, const std::string& text) {
+    Environment& environment = session_.app.environment;
+    std::set<std::string> builtins, variables;
+    for (const Builtin* row : environment.builtins.rows()) builtins.insert(row->name);
+    for (const Name name : environment.workspaces.top().names()) variables.insert(name.text());
+    return hints::hintFor({message, text, builtins, variables, takeRefusedBytes(), double(arrayByteLimit())});
   }
 
   /// The first parse fills the parser's tables; that is done while the user types.
@@ -98,6 +113,7 @@ class InteractiveConsole {
   void runCommand(const std::string& command) {
     if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);
+    if (const auto known = hints::hintBefore(command)) std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
     session_.run(
         [&](AppController& app) {
           app.console.input.text = command;
