@@ -45,7 +45,8 @@ std::vector<Keywords::Occurrence> Keywords::inLine(std::u16string_view line) {
 }
 
 bool Keywords::startsWith(std::u16string_view line, PrefixType group) {
-  return std::ranges::any_of(kWords, [&](const Word& word) { return word.type == group && line.starts_with(word.text); });
+  return std::ranges::any_of(kWords,
+                             [&](const Word& word) { return word.type == group && line.starts_with(word.text); });
 }
 
 }  // namespace kelo

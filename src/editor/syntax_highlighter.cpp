@@ -49,8 +49,9 @@ std::optional<std::vector<std::string>> wordPatterns(const std::optional<std::ve
 bool isLineEnd(char16_t unit) { return unit == u'\n' || unit == u'\r'; }
 
 bool isBlank(std::u16string_view line) {
-  return line.find_first_not_of(u" \t\n\r\v\f\u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007"
-                                u"\u2008\u2009\u200A\u2028\u2029\u202F\u205F\u3000") == std::u16string_view::npos;
+  return line.find_first_not_of(
+             u" \t\n\r\v\f\u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007"
+             u"\u2008\u2009\u200A\u2028\u2029\u202F\u205F\u3000") == std::u16string_view::npos;
 }
 
 size_t lineBegin(std::u16string_view text, size_t at) {
@@ -93,7 +94,8 @@ struct SyntaxHighlighter::Rules {
     for (const std::string& one : functionPatterns.value_or(std::vector<std::string>())) addFunction(one);
     add(SyntaxType::keyword, pattern::kEnd);
     for (const Keywords::Word& word : Keywords::kWords) {
-      if (word.type != Keywords::PrefixType::groupCloser) words.insert_or_assign(std::u16string(word.text), SyntaxType::keyword);
+      if (word.type != Keywords::PrefixType::groupCloser)
+        words.insert_or_assign(std::u16string(word.text), SyntaxType::keyword);
     }
     add(SyntaxType::endIndex, pattern::kEndIndex);
     words.insert_or_assign(u"return", SyntaxType::returnKeyword);
@@ -110,10 +112,9 @@ struct SyntaxHighlighter::Rules {
     std::string_view word = functionPattern;
     word.remove_prefix(pattern::kBeforeWord.size());
     word.remove_suffix(pattern::kBehindWord.size());
-    const bool isPlain = !word.empty() && !(word[0] >= '0' && word[0] <= '9') &&
-                         std::ranges::all_of(word, [](char c) {
-                           return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-                         });
+    const bool isPlain = !word.empty() && !(word[0] >= '0' && word[0] <= '9') && std::ranges::all_of(word, [](char c) {
+      return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    });
     if (!isPlain) return add(SyntaxType::builtInFunction, functionPattern);
     words.insert_or_assign(toUtf16(word), SyntaxType::builtInFunction);
   }

@@ -18,8 +18,17 @@ namespace kelo {
 class SyntaxHighlighter {
  public:
   enum class SyntaxType : uint8_t {
-    number, url, builtInFunction, keyword, endIndex, returnKeyword, continueKeyword, breakKeyword, function,
-    characterArray, comments
+    number,
+    url,
+    builtInFunction,
+    keyword,
+    endIndex,
+    returnKeyword,
+    continueKeyword,
+    breakKeyword,
+    function,
+    characterArray,
+    comments
   };
 
   /// A range of one type, in UTF-16 units.

@@ -11,6 +11,8 @@
 #include <span>
 #include <vector>
 
+#include "platform/parallel.h"
+
 namespace kelo::figures {
 
 template <class T>
@@ -22,11 +24,14 @@ class SharedPoints {
     points_ = std::shared_ptr<const T>(owner, owner->data());
   }
   SharedPoints(std::initializer_list<T> points) : SharedPoints(std::vector<T>(points)) {}
-  /// So many points, which `point(i)` gives.
+  /// So many points, which `point(i)` gives; it may be asked on several threads and must not throw.
   template <class F>
   static SharedPoints made(int64_t count, F&& point) {
     const auto owner = std::make_shared_for_overwrite<T[]>(static_cast<size_t>(count));
-    for (int64_t i = 0; i < count; ++i) owner[i] = point(i);
+    T* const points = owner.get();
+    platform::parallelFor(count, [&point, points](int64_t begin, int64_t end) {
+      for (int64_t i = begin; i < end; ++i) points[i] = point(i);
+    });
     SharedPoints result;
     result.points_ = std::shared_ptr<const T>(owner, owner.get());
     result.size_ = count;

@@ -22,29 +22,33 @@ class Nearest {
       if (!plot_.xlims.contains(point.x) || !plot_.ylims.contains(point.y)) continue;
       const ViewPoint at = area_.placeOf(point, plot_.xlims, plot_.ylims);
       const double square = squareOf(at.x - place_.x, at.y - place_.y);
-      if (!(square < nearest_)) continue;
+      const Tip found{line, firstIndex + static_cast<int64_t>(k), point, at};
+      if (!(square < nearest_) && !(square == nearest_ && isBefore(found))) continue;
       nearest_ = square;
-      tip_ = Tip{line, firstIndex + static_cast<int64_t>(k), point, at};
+      tip_ = found;
     }
   }
 
-  /// Whether all points within these extents are invisible, or farther than what was found.
-  bool passes(const PlotExtent& extent) const {
+  /// The square of the least distance at which a point within these extents can be seen; infinite
+  /// when none can.
+  double squareTo(const PlotExtent& extent) const {
     const auto [x, y] = extent;
-    if (!(x.lower <= plot_.xlims.upper && x.upper >= plot_.xlims.lower)) return true;
-    if (!(y.lower <= plot_.ylims.upper && y.upper >= plot_.ylims.lower)) return true;
+    if (!(x.lower <= plot_.xlims.upper && x.upper >= plot_.xlims.lower)) return HUGE_VAL;
+    if (!(y.lower <= plot_.ylims.upper && y.upper >= plot_.ylims.lower)) return HUGE_VAL;
     const ViewPoint low = area_.placeOf({x.lower, y.upper}, plot_.xlims, plot_.ylims);
     const ViewPoint high = area_.placeOf({x.upper, y.lower}, plot_.xlims, plot_.ylims);
     const double dx = std::max({low.x - place_.x, place_.x - high.x, 0.0});
     const double dy = std::max({low.y - place_.y, place_.y - high.y, 0.0});
-    return squareOf(dx, dy) > nearest_ * kRoundingRoom;
+    return squareOf(dx, dy);
   }
+  bool isFar(double square) const { return square == HUGE_VAL || square > nearest_ * kRoundingRoom; }
 
   const std::optional<Tip>& tip() const { return tip_; }
 
  private:
   static constexpr double kRoundingRoom = 1 + 1e-9;
   static double squareOf(double dx, double dy) { return dx * dx + dy * dy; }
+  bool isBefore(const Tip& found) const { return tip_ && found.line == tip_->line && found.index < tip_->index; }
 
   const PlotData& plot_;
   const PlotArea& area_;
@@ -66,7 +70,8 @@ std::optional<Tip> TipFinder::find(const PlotData& plot, const PlotArea& area, V
       continue;
     }
     const PointIndex& index = indices_.try_emplace(points.identity(), points).first->second;
-    index.search([&](const PlotExtent& extent) { return nearest.passes(extent); },
+    index.search([&](const PlotExtent& extent) { return nearest.squareTo(extent); },
+                 [&](double square) { return nearest.isFar(square); },
                  [&](int64_t first, int64_t count) {
                    nearest.include(line, points.values().subspan(static_cast<size_t>(first), static_cast<size_t>(count)),
                                    first);

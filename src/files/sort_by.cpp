@@ -48,7 +48,8 @@ int byNumber(double a, double b) { return a < b ? -1 : a > b; }
 
 /// Items without a date stay last in both directions.
 int byDate(const FileItem& a, const FileItem& b, int direction) {
-  if (!a.lastModifiedDate || !b.lastModifiedDate) return static_cast<int>(!a.lastModifiedDate) - static_cast<int>(!b.lastModifiedDate);
+  if (!a.lastModifiedDate || !b.lastModifiedDate)
+    return static_cast<int>(!a.lastModifiedDate) - static_cast<int>(!b.lastModifiedDate);
   return direction * byNumber(*a.lastModifiedDate, *b.lastModifiedDate);
 }
 

@@ -36,6 +36,14 @@ std::optional<Json> search(const Call& call) {
   return Json{{"items", std::move(items)}};
 }
 
+/// A picture that stands among the pages, and nothing else of the resources.
+std::optional<Json> picture(const Call& call) {
+  const std::string path = call.text("relativePath");
+  if (!path.ends_with(".svg") || path.starts_with('/') || path.find("..") != std::string::npos) return Json(nullptr);
+  const std::optional<std::string> svg = call.panels.docFiles.resources().readFile("html_files/" + path);
+  return svg ? Json{{"svg", *svg}} : Json(nullptr);
+}
+
 std::optional<Json> name(const Call& call) {
   const std::optional<std::string> path = call.panels.docFiles.pathOfName(call.text("name"));
   return path ? Json{{"relativePath", *path}} : Json(nullptr);
@@ -51,6 +59,7 @@ std::vector<Method> docsMethods() {
         {"style", Kind::text, true, "auto|dark|light"},
         {"textSize", Kind::integer, true, "", kLeastTextSize, kMostTextSize}},
        page, "{html}", "A page as a whole document; empty if there is none"},
+      {"docs/picture", {{"relativePath", Kind::text}}, picture, "{svg} or null", "A picture of a page"},
       {"docs/search", {{"scope", Kind::text, true, "title|content"}, {"text", Kind::text}}, search,
        "{items: [{relativePath, displayName, excerpt}]}", "The pages that contain a text"},
       {"docs/name", {{"name", Kind::text}}, name, "{relativePath} or null", "The page of a built-in function"},

@@ -88,6 +88,7 @@ LogicalArray comparedText(bool wanted, const CharArray& a, const CharArray& b) {
 }  // namespace
 
 std::optional<LogicalArray> comparedAtOnce(BinaryOp op, const NumericArray& a, const NumericArray& b) {
+  if (op < BinaryOp::eqeq || op > BinaryOp::gt) return std::nullopt;
   if (a.kind() != b.kind() || a.isEmpty() || b.isEmpty()) return std::nullopt;
   if (a.isScalar() ? b.isScalar() : !b.isScalar() && a.size() != b.size()) return std::nullopt;
   if (a.is(Kind::Char) && op == BinaryOp::eqeq) return comparedText(true, a.asChar(), b.asChar());

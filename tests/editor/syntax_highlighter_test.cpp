@@ -57,9 +57,8 @@ class PlainPainter {
     const std::u16string units = toUtf16(text);
     std::string out(units.size(), '.');
     for (const auto& [letter, regex] : rules_) {
-      regex.forEachMatch(units, 0, [&, l = letter](size_t begin, size_t end) {
-        out.replace(begin, end - begin, end - begin, l);
-      });
+      regex.forEachMatch(
+          units, 0, [&, l = letter](size_t begin, size_t end) { out.replace(begin, end - begin, end - begin, l); });
     }
     return out;
   }
@@ -100,9 +99,10 @@ TEST(SyntaxHighlighter, ColoursAsTheTableSays) {
 }
 
 TEST(SyntaxHighlighter, EditsGiveWhatTheWholeGives) {
-  const std::vector<std::string> kPieces = {"'",  "''", "\n",  "\r\n", "%",   " ",      "end", "(",  ")",    ",",    ":",
-                                            "abs", "for", ".",  "1",    "e-5", "zeros;", "x",   "\t", "http://a/", "?é", "𝄞",
-                                            "\n\n", " end ", "=",  "return", "\"", "function", "\xC2\x85", "\r"};
+  const std::vector<std::string> kPieces = {"'",      "''",     "\n", "\r\n",      "%",        " ", "end",  "(",
+                                            ")",      ",",      ":",  "abs",       "for",      ".", "1",    "e-5",
+                                            "zeros;", "x",      "\t", "http://a/", "?é",       "𝄞", "\n\n", " end ",
+                                            "=",      "return", "\"", "function",  "\xC2\x85", "\r"};
   const PlainPainter plain;
   const auto seed = std::random_device{}();
   SCOPED_TRACE(testing::Message() << "seed " << seed);

@@ -112,12 +112,14 @@ TEST_F(FilePanelTest, MakesAndRenames) {
   EXPECT_EQ(panel.duplicate("dir"), "dir_copy");
   EXPECT_EQ(panel.duplicate("dir/g.m"), "dir/g_copy.m");
   EXPECT_EQ(panel.duplicate("dir/g.m"), "dir/g_copy2.m");
-  EXPECT_EQ(panel.copy({"data.txt", "dir"}, "dir_copy"), (std::vector<std::string>{"dir_copy/data.txt", "dir_copy/dir"}));
+  EXPECT_EQ(panel.copy({"data.txt", "dir"}, "dir_copy"),
+            (std::vector<std::string>{"dir_copy/data.txt", "dir_copy/dir"}));
   EXPECT_EQ(panel.move({"dir_copy/data.txt"}, "dir"), std::vector<std::string>{"dir/data.txt"});
   panel.remove({"dir_copy/g.m"});
-  EXPECT_EQ(snapshot("dir_copy"), "dir_copy/dir/ dir_copy/dir/g.m=%% f_1\n%% Enter your code here.\n "
-                                  "dir_copy/dir/g_copy.m=%% f_1\n%% Enter your code here.\n "
-                                  "dir_copy/dir/g_copy2.m=%% f_1\n%% Enter your code here.\n ");
+  EXPECT_EQ(snapshot("dir_copy"),
+            "dir_copy/dir/ dir_copy/dir/g.m=%% f_1\n%% Enter your code here.\n "
+            "dir_copy/dir/g_copy.m=%% f_1\n%% Enter your code here.\n "
+            "dir_copy/dir/g_copy2.m=%% f_1\n%% Enter your code here.\n ");
 }
 
 TEST_F(FilePanelTest, FailuresAreAlertsAndChangeNothing) {
@@ -148,21 +150,27 @@ TEST_F(FilePanelTest, FailuresAreAlertsAndChangeNothing) {
       {[&] { panel.duplicate("none.m"); }, "Failed to duplicate none.m | "},
       {[&] { panel.copy({"d"}, "d/e"); }, "Failed to Copy | Cannot copy a folder to its child folder"},
       {[&] { panel.copy({"d"}, "d"); }, "Failed to Copy | Cannot copy a folder to its child folder"},
-      {[&] { panel.copy({"picture.png", "a.m"}, "d"); },
+      {[&] {
+         panel.copy({"picture.png", "a.m"}, "d");
+       },
        "Failed to Copy | File \"a.m\" already exists in the destination folder"},
-      {[&] { panel.copy({"a.m", "d/a.m"}, "d/e"); },
+      {[&] {
+         panel.copy({"a.m", "d/a.m"}, "d/e");
+       },
        "Failed to Copy | File \"a.m\" already exists in the destination folder"},
       {[&] { panel.move({"d"}, "d/e"); }, "Failed to Move | Cannot move a folder to its child folder"},
       {[&] { panel.move({"a.m"}, "none"); }, "Failed to Move | \"none\" does not exist"},
-      {[&] { panel.remove({"a.m", "../a.m"}); }, "Failed to delete a.m | "},
+      {[&] {
+         panel.remove({"a.m", "../a.m"});
+       },
+       "Failed to delete a.m | "},
       {[&] { panel.remove({""}); }, "Failed to delete  | "},
       {[&] { panel.importFile("", "a.m", "x"); },
        "Import Aborted | File \"a.m\" already exists in the destination folder"},
       {[&] { panel.importFile("", "b.png", std::string_view("\0", 1)); },
        "Import Aborted | Importing a file of non-text type (b.png)"},
       {[&] { panel.importFile("", "b.txt", "\xFF"); }, "Import Aborted | Importing a file of non-text type (b.txt)"},
-      {[&] { panel.importFile("", "../b.txt", "x"); },
-       "Import Aborted | Error occurred while importing \"../b.txt\""},
+      {[&] { panel.importFile("", "../b.txt", "x"); }, "Import Aborted | Error occurred while importing \"../b.txt\""},
       {[&] { panel.read("picture.png"); }, "Failed to load \"picture.png\" | The file is not a text file"},
       {[&] { panel.read("d"); }, "Failed to load \"d\" | "},
       {[&] { panel.write("none.m", "x", {}); }, "Failed to save \"none.m\" | The file does not exist any more"},
@@ -185,8 +193,8 @@ TEST_F(FilePanelTest, FailuresAreAlertsAndChangeNothing) {
 
 TEST_F(FilePanelTest, NothingHiddenOrOutsideIsReached) {
   files.writeFile(".FIGURES/a.kfig", "{}");
-  for (const std::string path : {".FIGURES", ".FIGURES/a.kfig", "..", "a/../../b", "/etc/passwd", "%2e%2e", "./a", "a//b",
-                                 "C:\\", "CON", "a.", "..."}) {
+  for (const std::string path : {".FIGURES", ".FIGURES/a.kfig", "..", "a/../../b", "/etc/passwd", "%2e%2e", "./a",
+                                 "a//b", "C:\\", "CON", "a.", "..."}) {
     EXPECT_NE(alertOf([&] { panel.read(path); }), "none") << path;
     EXPECT_NE(alertOf([&] { panel.write(path, "x", {}); }), "none") << path;
     EXPECT_NE(alertOf([&] { panel.remove({path}); }), "none") << path;

@@ -89,9 +89,10 @@ TEST_F(DiskTreeTest, NoPathLeadsOutside) {
   const std::string nul("a.m\0x", 5), longName(300, 'a');
   for (const std::string& path :
        {std::string(".."), std::string("../work_private"), std::string("../work_private/secret"), base + "/work/a.m",
-        std::string("sub/../../work_private/secret"), std::string("sub/../a.m"), std::string("./a.m"), std::string("sub//b.m"),
-        std::string("a.m/"), std::string("linked"), std::string("linked/secret"), std::string("link.m"), std::string("pipe"),
-        std::string("sub/up"), std::string("sub/up/a.m"), std::string("%2e%2e/work_private/secret"), std::string("C:\\"), nul, longName}) {
+        std::string("sub/../../work_private/secret"), std::string("sub/../a.m"), std::string("./a.m"),
+        std::string("sub//b.m"), std::string("a.m/"), std::string("linked"), std::string("linked/secret"),
+        std::string("link.m"), std::string("pipe"), std::string("sub/up"), std::string("sub/up/a.m"),
+        std::string("%2e%2e/work_private/secret"), std::string("C:\\"), nul, longName}) {
     EXPECT_FALSE(tree.list(path)) << path;
     EXPECT_FALSE(tree.status(path)) << path;
     EXPECT_FALSE(tree.read(path)) << path;

@@ -72,7 +72,7 @@ check 'full disk' 1 '' 'kelo: standard output cannot be written: *' full_disk "$
 check 'closed standard output' 1 '' 'kelo: standard output cannot be written: *' without_output "$program" -e "csvwrite('kept.csv', [1 2])" -e 'x = 1'
 check 'file written while standard output was closed' 0 '1,2' '' cat kept.csv
 check 'fatal fault' 70 '' 'kelo: the run was ended by a fatal fault: *' "$program" -e 'x = 1:1e30;' -e 1
-for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' --figure=f.png folder 'good.m good.m' -e; do
+for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' --figure=f.gif '--figure=f.png --figure-size=0x9' --theme=blue folder 'good.m good.m' -e; do
   # shellcheck disable=SC2086  # one word an argument
   check "wrong usage: $wrong" 2 '' 'kelo: *' "$program" $wrong
   [ "$(wc -l <err)" = 1 ] || { echo "wrong usage: $wrong: more than one line"; failures=$((failures + 1)); }
@@ -103,6 +103,16 @@ if limited 900000 "$program" -e 'x = 1;' 2>/dev/null; then  # not under a saniti
   check 'matrix products in little memory' 0 ' 400.00' '' limited 400000 "$program" -e 'x = ones(400); y = x*x; disp(y(1))'
   check 'no matrix products in very little memory' 1 '' 'Error*' limited 250000 "$program" -e 'x = ones(400); x = x*x;'
 fi
+
+# Figures: every kind of file, whole or not at all.
+check 'figure files' 0 '' '' "$program" -e 'plot(1:3)' --figure f.png --figure f.svg --figure f.pdf --figure f.kfig --theme dark
+for kind in 'f.png PNG' 'f.svg <svg' 'f.pdf %PDF' 'f.kfig "plotData"'; do
+  grep -qa "${kind#* }" "${kind%% *}" || { echo "figure file $kind"; failures=$((failures + 1)); }
+done
+check 'no figure to write' 1 '' 'kelo: There is no figure to write to none.svg' "$program" -e 1\; --figure none.svg
+check 'figure to a folder that is missing' 1 '' 'kelo: away/f.svg cannot be written: *' "$program" -e 'plot(1)' --figure away/f.svg
+check 'figure with NaN as a document' 1 '' 'kelo: nan.kfig cannot be written: *' "$program" -e 'plot([1 NaN])' --figure nan.kfig
+[ ! -e none.svg ] && [ ! -e nan.kfig ] || { echo 'a figure was half written'; failures=$((failures + 1)); }
 
 # Random numbers go on where the last program left them; where nothing can be saved, they go on within the program.
 second="ans = 1e-1 × ${blank} 4.1119"

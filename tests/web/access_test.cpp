@@ -27,31 +27,62 @@ std::string goodCookie() {
 
 TEST(Access, TheWholeMatrix) {
   const std::vector<Header> hosts = {
-      {"127.0.0.1:8123", true},  {"localhost:8123", true},       {"LocalHost:8123", true},       {"[::1]:8123", true},
-      {std::nullopt, false},     {"", false},                    {"127.0.0.1", false},           {"localhost", false},
-      {"127.0.0.1:81", false},   {"127.0.0.1:81234", false},     {"evil.test:8123", false},      {"evil.test", false},
-      {"127.0.0.1.evil.test:8123", false}, {"evil.test/127.0.0.1:8123", false}, {"x@127.0.0.1:8123", false},
-      {"127.0.0.1:8123 ", false}, {"localhost:8123:8123", false}, {"0.0.0.0:8123", false},
+      {"127.0.0.1:8123", true},
+      {"localhost:8123", true},
+      {"LocalHost:8123", true},
+      {"[::1]:8123", true},
+      {std::nullopt, false},
+      {"", false},
+      {"127.0.0.1", false},
+      {"localhost", false},
+      {"127.0.0.1:81", false},
+      {"127.0.0.1:81234", false},
+      {"evil.test:8123", false},
+      {"evil.test", false},
+      {"127.0.0.1.evil.test:8123", false},
+      {"evil.test/127.0.0.1:8123", false},
+      {"x@127.0.0.1:8123", false},
+      {"127.0.0.1:8123 ", false},
+      {"localhost:8123:8123", false},
+      {"0.0.0.0:8123", false},
   };
   const std::string cookie = goodCookie(), name = cookie.substr(0, cookie.find('='));
   const std::vector<Header> cookies = {
-      {cookie, true},          {"a=b; " + cookie, true},         {cookie + "; a=b", true}, {std::nullopt, false},
-      {"", false},             {name + "=", false},              {name, false},            {cookie + "x", false},
-      {cookie.substr(0, cookie.size() - 1), false}, {"x" + cookie, false}, {name + "=" + access().token().text(), false},
-      {"kelo-81" + cookie.substr(name.size()), false}, {"a=" + cookie, false},
+      {cookie, true},
+      {"a=b; " + cookie, true},
+      {cookie + "; a=b", true},
+      {std::nullopt, false},
+      {"", false},
+      {name + "=", false},
+      {name, false},
+      {cookie + "x", false},
+      {cookie.substr(0, cookie.size() - 1), false},
+      {"x" + cookie, false},
+      {name + "=" + access().token().text(), false},
+      {"kelo-81" + cookie.substr(name.size()), false},
+      {"a=" + cookie, false},
   };
-  const std::vector<Header> sites = {{std::nullopt, true}, {"same-origin", true}, {"none", true}, {"same-site", false},
-                                     {"cross-site", false}, {"", false}};
+  const std::vector<Header> sites = {{std::nullopt, true}, {"same-origin", true}, {"none", true},
+                                     {"same-site", false}, {"cross-site", false}, {"", false}};
   int64_t allowed = 0;
   for (const Route& route : kRoutes) {
     for (const Header& host : hosts) {
       const std::string own = "http://" + host.value.value_or("");
       const std::vector<Header> origins = {
           {own, true},
-          {std::nullopt, false}, {"", false}, {"null", false}, {"http://", false},
-          {"https" + own.substr(4), false}, {own + "/", false}, {own + ".evil.test", false}, {own.substr(7), false},
-          {"http://evil.test", false}, {"http://evil.test:8123", false}, {"http://127.0.0.1:9", false},
-          {"http://x@" + own.substr(7), false}, {own + " " + own, false},
+          {std::nullopt, false},
+          {"", false},
+          {"null", false},
+          {"http://", false},
+          {"https" + own.substr(4), false},
+          {own + "/", false},
+          {own + ".evil.test", false},
+          {own.substr(7), false},
+          {"http://evil.test", false},
+          {"http://evil.test:8123", false},
+          {"http://127.0.0.1:9", false},
+          {"http://x@" + own.substr(7), false},
+          {own + " " + own, false},
       };
       for (const Header& origin : origins) {
         for (const Header& site : sites) {

@@ -45,16 +45,23 @@ const addressOf = (path) => `/${relative(out, resolve(root, path)).split('\\').j
 function firstLoad(outputs) {
   const [scriptPath, script] = Object.entries(outputs).find(([, each]) => each.entryPoint === 'src/shell/main.tsx');
   const parts = new Set();
-  const visit = (each) => each.imports.filter((i) => i.kind === 'import-statement').forEach(({ path }) => {
-    if (!parts.has(path)) { parts.add(path); visit(outputs[path]); }
-  });
+  const visit = (each) =>
+    each.imports
+      .filter((i) => i.kind === 'import-statement')
+      .forEach(({ path }) => {
+        if (!parts.has(path)) {
+          parts.add(path);
+          visit(outputs[path]);
+        }
+      });
   visit(script);
   return { script: addressOf(scriptPath), style: addressOf(script.cssBundle), parts: [...parts].map(addressOf) };
 }
 
 async function writePage({ script, style, parts }) {
   const page = (await readFile(join(root, 'static/index.html'), 'utf8'))
-    .replace('%STYLE%', style).replace('%SCRIPT%', script)
+    .replace('%STYLE%', style)
+    .replace('%SCRIPT%', script)
     .replace('%PRELOADS%', parts.map((part) => `<link rel="modulepreload" href="${part}">`).join('\n'));
   await writeFile(join(out, 'index.html'), page);
 }
@@ -68,22 +75,32 @@ async function writeExamples() {
 
 /// The licence of every package of which something stands in the bundles.
 async function writeLicences(inputs) {
-  const packages = [...new Set(Object.keys(inputs).map((path) => /node_modules\/((?:@[^/]+\/)?[^/]+)/.exec(path)?.[1]).filter(Boolean))];
-  const texts = await Promise.all(packages.sort().map(async (name) => {
-    const folder = join(root, 'node_modules', name);
-    const { version, license } = JSON.parse(await readFile(join(folder, 'package.json'), 'utf8'));
-    const file = (await readdir(folder)).find((each) => /^licen[cs]e/i.test(each));
-    return `${name} ${version} (${license})\n\n${file ? await readFile(join(folder, file), 'utf8') : ''}`;
-  }));
+  const packages = [
+    ...new Set(
+      Object.keys(inputs)
+        .map((path) => /node_modules\/((?:@[^/]+\/)?[^/]+)/.exec(path)?.[1])
+        .filter(Boolean),
+    ),
+  ];
+  const texts = await Promise.all(
+    packages.sort().map(async (name) => {
+      const folder = join(root, 'node_modules', name);
+      const { version, license } = JSON.parse(await readFile(join(folder, 'package.json'), 'utf8'));
+      const file = (await readdir(folder)).find((each) => /^licen[cs]e/i.test(each));
+      return `${name} ${version} (${license})\n\n${file ? await readFile(join(folder, file), 'utf8') : ''}`;
+    }),
+  );
   await writeFile(join(out, 'licences.txt'), texts.join(`\n${'-'.repeat(80)}\n\n`));
 }
 
 async function filesBelow(folder) {
   const entries = await readdir(folder, { withFileTypes: true });
-  const nested = await Promise.all(entries.map((entry) => {
-    const path = join(folder, entry.name);
-    return entry.isDirectory() ? filesBelow(path) : [path];
-  }));
+  const nested = await Promise.all(
+    entries.map((entry) => {
+      const path = join(folder, entry.name);
+      return entry.isDirectory() ? filesBelow(path) : [path];
+    }),
+  );
   return nested.flat().sort();
 }
 
@@ -93,7 +110,8 @@ async function writeWorker() {
   for (const path of paths) hash.update(addressOf(path)).update(await readFile(path));
   const files = ['/', ...paths.map(addressOf).filter((address) => address !== '/index.html')];
   const worker = (await readFile(join(root, 'src/install/worker.js'), 'utf8'))
-    .replace('%VERSION%', hash.digest('hex').slice(0, 12)).replace("'%FILES%'", JSON.stringify(files));
+    .replace('%VERSION%', hash.digest('hex').slice(0, 12))
+    .replace("'%FILES%'", JSON.stringify(files));
   await writeFile(join(out, 'worker.js'), worker);
 }
 

@@ -7,7 +7,13 @@ import { build } from 'esbuild';
 const [source, ...args] = process.argv.slice(2);
 const bundled = `${source}.${process.pid}.mjs`;
 await build({
-  entryPoints: [source], outfile: bundled, bundle: true, platform: 'node', format: 'esm', target: 'node18', packages: 'external',
+  entryPoints: [source],
+  outfile: bundled,
+  bundle: true,
+  platform: 'node',
+  format: 'esm',
+  target: 'node18',
+  packages: 'external',
 });
 process.argv = [process.argv[0], source, ...args];
 try {

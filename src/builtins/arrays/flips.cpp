@@ -3,6 +3,7 @@
 
 #include "builtins/arrays/handlers.h"
 #include "interpreter/reader.h"
+#include "messages/catalogue/arrays.h"
 #include "values/element_view.h"
 
 namespace kelo::builtins::arrays {
@@ -28,8 +29,7 @@ NodeValue flip(Call& call) {
   if (call.selector<Flip>() == Flip::fliplr) dimension = 2;
   if (call.selector<Flip>() == Flip::flipud) dimension = 1;
   if (call.count() == 2) {
-    dimension = read::dimension(
-        call, 1, {signature, "dim", "be a real positive integer scalar, not equal to Inf nor NaN"});
+    dimension = read::dimension(call, 1, {signature, "dim", text::kFlipDimension});
   }
   return flipped(std::move(call.arg(0)), dimension);
 }

@@ -12,10 +12,9 @@ namespace {
 
 // How often to repeat along each dimension; at least two entries.
 std::vector<int64_t> countsOfOne(const Call& call) {
-  const Wording words{"A, n", "n",
-                      "be a scalar or a vector of real non-negative integers not equal to Inf nor NaN"};
+  const Wording words{"A, n", "n", text::kRepetitionCounts};
   const NumericArray& n = read::numeric(call, 1, words);
-  if (n.isEmpty()) throw Wording{"A, n", "n", "be non-empty"}.complaint(call);
+  if (n.isEmpty()) throw Wording{"A, n", "n", text::kNonEmptyCount}.complaint(call);
   auto counts = read::asIntegers(call.arg(1));
   const bool valid = counts && std::ranges::all_of(*counts, [](int64_t c) { return c >= 0; });
   if (!valid || !n.size().isVector()) throw words.complaint(call);
@@ -28,8 +27,8 @@ std::vector<int64_t> countsOfSeveral(const Call& call) {
   std::vector<int64_t> counts;
   for (int k = 1; k < call.count(); ++k) {
     const Storable& argument = call.arg(k);
-    if (argument.isArray() && argument.isEmpty()) throw Wording{kSignature, "si", "be non-empty"}.complaint(call);
-    const Wording words{kSignature, "si", "be a real non-negative integer, not equal to Inf nor NaN"};
+    if (argument.isArray() && argument.isEmpty()) throw Wording{kSignature, "si", text::kNonEmptyCount}.complaint(call);
+    const Wording words{kSignature, "si", text::kRepetitionCount};
     counts.push_back(read::integer(call, k, words, 0));
   }
   return counts;

@@ -19,8 +19,7 @@ Storable inShape(Storable source, const SizeVector& size) {
 }
 
 std::vector<int64_t> wantedLengths(const Call& call) {
-  const Wording words{"A, sizeVec", "sizeVec",
-                      "be a vector of real non-negative integers not equal to Inf nor NaN"};
+  const Wording words{"A, sizeVec", "sizeVec", text::kReshapeSizes};
   const NumericArray& sizeVec = read::numeric(call, 1, words);
   auto lengths = read::asIntegers(call.arg(1));
   const bool valid = lengths && std::ranges::all_of(*lengths, [](int64_t n) { return n >= 0; });
@@ -37,8 +36,7 @@ int64_t missingLength(int64_t numElements, const std::vector<int64_t>& lengths) 
 }
 
 std::vector<int64_t> wantedLengthsOfSeveral(const Call& call, int64_t numElements) {
-  const Wording words{"A, s1, s2, ..., sn", "si",
-                      "be an empty array or real non-negative integer not equal to Inf nor NaN"};
+  const Wording words{"A, s1, s2, ..., sn", "si", text::kReshapeLength};
   std::vector<int64_t> lengths;
   std::optional<int64_t> missing;
   for (int k = 1; k < call.count(); ++k) {
@@ -103,8 +101,7 @@ std::vector<int64_t> inverse(const std::vector<int64_t>& order) {
 NodeValue permute(Call& call) {
   constexpr const char* kSignature = "A, order";
   read::array(call, 0, {kSignature, "A", predicate::kArray});
-  std::vector<int64_t> order =
-      permutationArgument(call, 1, {kSignature, "order", "be a permutation of the integers 1:length(order)"});
+  std::vector<int64_t> order = permutationArgument(call, 1, {kSignature, "order", text::kPermutation});
   const auto count = static_cast<int64_t>(order.size());
   if (count < std::max<int64_t>(2, call.arg(0).size().ndim())) throw problem(text::kPermuteTooShort);
   if (call.selector<Permutation>() == Permutation::ipermute) order = inverse(order);
@@ -140,7 +137,7 @@ NodeValue shiftdim(Call& call) {
   const SizeVector& size = read::array(call, 0, {signature, "A", predicate::kArray}).size();
   int64_t shift = leadingOnes(size);
   if (call.count() == 2) {
-    shift = read::integer(call, 1, {signature, "k", "be a real integer not equal to Inf nor NaN"});
+    shift = read::integer(call, 1, {signature, "k", text::kShiftOfDimensions});
     if (shift > 0) shift %= size.ndim();
   }
   Storable& array = call.arg(0);

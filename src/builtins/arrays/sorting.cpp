@@ -34,7 +34,7 @@ bool isChar(const Storable& value) { return value.isNumeric() && value.numeric()
 SortOrder::Direction direction(const Call& call, int position, const char* signature) {
   constexpr const char* kDirections[] = {"ascend", "descend"};
   const int index = wordIndex(call.arg(position), kDirections);
-  if (index < 0) throw Wording{signature, "direction", "be either 'ascend' or 'descend'"}.complaint(call);
+  if (index < 0) throw Wording{signature, "direction", text::kSortDirections}.complaint(call);
   return static_cast<SortOrder::Direction>(index);
 }
 
@@ -56,7 +56,7 @@ void readByPosition(const Call& call, int end, Args& args) {
   }
   if (!call.arg(1).isNumeric()) throw Wording::sentence(text::kSortInvalid).complaint(call);
   const char* signature = end == 2 ? "A, dim" : "A, dim, direction";
-  args.dim = read::dimension(call, 1, {signature, "dim", "be real positive integer scalar"});
+  args.dim = read::dimension(call, 1, {signature, "dim", text::kSortDimension});
   if (end == 3) args.direction = direction(call, 2, signature);
 }
 
@@ -64,8 +64,7 @@ void readPair(const Call& call, int position, Args& args) {
   const int name = wordIndex(call.arg(position), kNames);
   if (name < 0) throw problem(text::kSortOptionName, text::kSortOptionNames);
   if (position + 1 == call.count()) {
-    throw expectation(fmt::format("In input arguments of sort(), '{}' has no matched value",
-                                  toUtf8(call.arg(position).numeric()->asChar())));
+    throw expectation(fmt::format(text::kSortNoValue, toUtf8(call.arg(position).numeric()->asChar())));
   }
   constexpr const char* kMethods[] = {"real", "abs", "auto"};
   constexpr const char* kPlaces[] = {"last", "first", "auto"};

@@ -3,23 +3,22 @@
 
 #include "builtins/arrays/handlers.h"
 #include "interpreter/reader.h"
+#include "messages/catalogue/arrays.h"
 #include "messages/catalogue/values.h"
 
 namespace kelo::builtins::arrays {
 namespace {
-
-constexpr const char* kPositiveIntegers = "be an array of real positive integers";
 
 bool allPositive(const std::optional<std::vector<int64_t>>& numbers) {
   return numbers && std::all_of(numbers->begin(), numbers->end(), [](int64_t n) { return n >= 1; });
 }
 
 SizeVector sizeVec(const Call& call, const char* signature) {
-  const Wording words{signature, "sizeVec", "be a vector of real positive integers"};
+  const Wording words{signature, "sizeVec", text::kPositiveIntegerVector};
   const NumericArray& array = read::numeric(call, 0, words);
   const auto lengths = read::asIntegers(call.arg(0));
   if (!array.size().isVector() || !allPositive(lengths)) throw words.complaint(call);
-  if (lengths->size() < 2) throw Wording{signature, "sizeVec", "have at least 2 elements"}.complaint(call);
+  if (lengths->size() < 2) throw Wording{signature, "sizeVec", text::kTwoElements}.complaint(call);
   return SizeVector(*lengths);
 }
 
@@ -37,7 +36,7 @@ SizeVector sizeInNumbersOf(const Storable& value) { return value.numeric()->toIn
 NodeValue ind2sub(Call& call) {
   constexpr const char* kSignature = "sizeVec, ind";
   const SizeVector size = sizeVec(call, kSignature);
-  const std::vector<int64_t> indexes = positiveIntegers(call, 1, {kSignature, "ind", kPositiveIntegers});
+  const std::vector<int64_t> indexes = positiveIntegers(call, 1, {kSignature, "ind", text::kPositiveIntegers});
   for (const int64_t index : indexes) {
     if (index > size.numElements()) throw problem(text::linearIndexExceeds(index, size.numElements()));
   }
@@ -63,9 +62,9 @@ NodeValue sub2ind(Call& call) {
   int64_t stride = 1;
   for (int k = 1; k < call.count(); ++k) {
     const std::string name = "sub" + std::to_string(k);
-    const auto subscripts = positiveIntegers(call, k, {kSignature, name.c_str(), kPositiveIntegers});
+    const auto subscripts = positiveIntegers(call, k, {kSignature, name.c_str(), text::kPositiveIntegers});
     if (!(sizeInNumbersOf(call.arg(k)) == sizeInNumbersOf(call.arg(1)))) {
-      throw Wording{kSignature, "subi for all i", "have the same sizes"}.complaint(call);
+      throw Wording{kSignature, "subi for all i", text::kSameSubscriptSizes}.complaint(call);
     }
     positions.resize(subscripts.size());
     const int64_t length = lengths[static_cast<size_t>(k - 1)];

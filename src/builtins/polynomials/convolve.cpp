@@ -35,12 +35,12 @@ void addRuns(const Operands<ComplexDouble>& op, int64_t k, int64_t begin, int64_
   }
 }
 
-/// Four doubles that are added and multiplied together, at any place; `auto` would lose the alignment.
+/// Four doubles that are added and multiplied together, at any address (which `auto` would forget).
 typedef double Four __attribute__((vector_size(32), aligned(8), may_alias));
 static_assert(kLanes == 4 * 4);
 
-// OPTIMIZATION: the vectors are spelled out. Left to itself, the compiler lays them across the terms
-// and not across the sums.
+// OPTIMIZATION: the vectors are spelled out. Left to itself, the compiler lays them across the
+// terms and not across the sums.
 KELO_VECTOR_CLONES void addRuns(const Operands<double>& op, int64_t k, int64_t begin, int64_t end, double* sums) {
   Four* all = reinterpret_cast<Four*>(sums);
   Four a = all[0], b = all[1], c = all[2], d = all[3];

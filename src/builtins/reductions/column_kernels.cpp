@@ -1,11 +1,11 @@
 // Kernels on one column, with vectors of four doubles.
 //
 // The sum in order. Let the running sum s lie between p and 2p, p a power of 2, and let u be the
-// distance of neighbouring doubles there. As long as it stays there, s is a multiple of u, and adding
-// x moves it by x rounded to a multiple of u; only when x lies half way between two multiples does the
-// way of rounding depend on s. So a block of numbers is rounded first (adding and subtracting 1.5 p
-// rounds to multiples of u), and the rounded numbers are added up in any order: all these sums are
-// exact. The block's sum is that of the plain loop if
+// distance of neighbouring doubles there. As long as it stays there, s is a multiple of u, and
+// adding x moves it by x rounded to a multiple of u; only when x lies half way between two
+// multiples does the way of rounding depend on s. So a block of numbers is rounded first (adding
+// and subtracting 1.5 p rounds to multiples of u), and the rounded numbers are added up in any
+// order: all these sums are exact. The block's sum is that of the plain loop if
 //   - no number was half way or rounded more coarsely: |x - rounded| < u/2 throughout (NaN and Inf
 //     fail here),
 //   - the magnitudes add up to p/2 at most, so that the rounding was to u and every partial sum is

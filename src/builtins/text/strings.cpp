@@ -1,5 +1,6 @@
 // Text: joining, letter case, comparison. Characters are compared by canonical equivalence, see
-// values/character.h; what is no text equals nothing. Tested by tests/transcripts/builtins/text.txt.
+// values/character.h; what is no text equals nothing. Tested by
+// tests/transcripts/builtins/text.txt.
 #include <algorithm>
 #include <cmath>
 

@@ -25,6 +25,12 @@ class LegendDrawing {
     const double wanted = std::clamp(legend_.rowHeight, 1.0, 200.0) * sheet.unit;
     rowHeight_ = std::max(wanted, sheet.measure.lineHeight(textSize_) * 1.05);
     padding_ = 0.5 * sheet.em;
+    if (sheet.options.fontSize > 0) {  // whole cells
+      rowHeight_ = sheet.measure.lineHeight(textSize_);
+      padding_ = 0;
+      margin_ = rowHeight_;
+      return;
+    }
     margin_ = std::min(std::clamp(legend_.contentToPlotViewMargin, 0.0, 200.0) * sheet.unit, 0.04 * area.width());
   }
 
@@ -61,6 +67,7 @@ class LegendDrawing {
     const double room = area_.width() - 2 * margin_ - 2 * padding_;
     sample_ = std::min({std::clamp(legend_.lineLength, 0.0, 1000.0) * sheet_.unit * 0.5, 0.1 * area_.width(), room / 3});
     gap_ = 0.6 * sheet_.em;
+    if (sheet_.options.fontSize > 0) sample_ = 4 * sheet_.em, gap_ = sheet_.em;
     const double names = std::min(room - sample_ - gap_, std::max(0.6 * area_.width(), 8 * sheet_.em));
     for (Row& row : rows_) {
       row.name = fitted(row.name, sheet_.measure, textSize_, names);

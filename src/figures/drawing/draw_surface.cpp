@@ -14,6 +14,7 @@ using figures::SurfData;
 
 /// Cells of a mesh that would be smaller, in points, are joined.
 constexpr double kLeastCell = 2;
+constexpr double kLeastCellOfDots = 26;
 /// A face is painted a little larger than it is, so that no ground shines through between two.
 constexpr double kOverlap = 0.5;
 
@@ -95,7 +96,7 @@ void drawFaces(Sheet& sheet, const SurfData& surface, const BoxView& view) {
     drawAsLine(sheet, one, {Part::surface, static_cast<uint32_t>(k + 1)}, view);
   }
   const double meshWidth = 0.6 * std::fmin(sheet.unit, 1.5);
-  for (const Face& face : facesOf(surface, view, kLeastCell)) drawFace(sheet, face, meshWidth);
+  for (const Face& face : facesOf(surface, view, sheet.options.fontSize > 0 ? kLeastCellOfDots : kLeastCell)) drawFace(sheet, face, meshWidth);
 }
 
 DisplayList draw(const SurfData& surface, const DrawingOptions& options) {

@@ -61,18 +61,27 @@ class Layout {
     double left = margin() + (showsYLabel_ ? yLabelWidth() : 0) + yTickWidth + gap() + sheet_.tickLength();
     double right = margin() + lastLabelOverhang();
     top = std::max(top, half);
-    if (isScreenOfCells()) top = std::ceil(top / line()) * line();
+    if (isScreenOfCells()) return placeBoxInCells(yTickWidth);
     shrink(left, right, size_.width);
     shrink(top, bottom, size_.height);
     layout_.area = {left, top, size_.width - right, size_.height - bottom};
   }
 
+  /// Whole rows and columns: a row for the title, one for the label and power of y, the axis, its ticks, its label.
+  void placeBoxInCells(double yTickWidth) {
+    const double cell = em_, row = line();
+    const double top = row * (static_cast<double>(layout_.title.size()) + (yPower_ || showsYLabel_ ? 1 : 0));
+    const double bottom = size_.height - row * (showsXLabel_ || xPower_ ? 3 : 2);
+    const double left = std::ceil(yTickWidth / cell) * cell + cell;
+    const double right = size_.width - std::ceil((lastLabelOverhang() + cell) / cell) * cell;
+    layout_.area = {left, top, std::max(right, left + cell), std::max(bottom, top + row)};
+  }
+
   double belowTicks() const {
-    if (isScreenOfCells()) return line();
     return sheet_.tickLength() + gap() + measure_.capHeight(sheet_.tickSize()) + measure_.descent(sheet_.tickSize());
   }
 
-  double yLabelWidth() const { return isScreenOfCells() ? 2 * em_ : measure_.lineHeight(em_) + 0.25 * em_; }
+  double yLabelWidth() const { return measure_.lineHeight(em_) + 0.25 * em_; }
 
   /// The last text of x is centred at the box's end.
   double lastLabelOverhang() const {
@@ -103,7 +112,7 @@ class Layout {
   void dropOverlapping() {
     const double size = sheet_.tickSize(), between = isScreenOfCells() ? em_ : 0.5 * em_;
     keepApart(layout_.xTicks.labels, [&](const auto& label) { return measure_.width(label.text, size) + between; });
-    const double height = isScreenOfCells() ? line() : measure_.capHeight(size) * 1.5;
+    const double height = isScreenOfCells() ? 1.5 * line() : measure_.capHeight(size) * 1.5;
     keepApart(layout_.yTicks.labels, [&](const auto&) { return height; });
   }
 
@@ -134,14 +143,15 @@ class Layout {
     if (isScreenOfCells()) placeInCells();
     const double power = xPower_ ? 2 * measure_.width(powerText(layout_.xTicks.power) + "  ", em_) : 0;
     if (showsXLabel_) layout_.xLabel = fitted(*plot_.xLabel, measure_, em_, area.width() - power);
-    if (showsYLabel_) layout_.yLabel = fitted(*plot_.yLabel, measure_, em_, area.height());
+    if (showsYLabel_) layout_.yLabel = fitted(*plot_.yLabel, measure_, em_, isScreenOfCells() ? area.left + area.width() / 2 : area.height());
   }
 
   /// Baselines are the lower edges of rows there.
   void placeInCells() {
     const double row = line(), bottom = layout_.area.bottom;
     layout_.titleBaseline = row;
-    layout_.xTickBaseline = bottom + row;
+    layout_.xTickBaseline = bottom + 2 * row;
+    layout_.yTickRight = layout_.area.left - em_;
     layout_.xLabelBaseline = size_.height;
     layout_.yPowerBaseline = layout_.area.top;
   }

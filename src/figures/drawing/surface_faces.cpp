@@ -92,7 +92,8 @@ class Mesh {
     const int64_t rowStride = strideFor(rows, extent, resolution), colStride = strideFor(cols, extent, resolution);
     rows_ = thinned(rows, rowStride);
     cols_ = thinned(cols, colStride);
-    meshEvery_ = {strideFor(int64_t(rows_.size()), extent, kMeshApart), strideFor(int64_t(cols_.size()), extent, kMeshApart)};
+    const double apart = std::fmax(kMeshApart, resolution);
+    meshEvery_ = {strideFor(std::ssize(rows_), extent, apart), strideFor(std::ssize(cols_), extent, apart)};
     corners_.reserve(rows_.size() * cols_.size());
     for (const int64_t j : cols_) {
       for (const int64_t i : rows_) corners_.push_back(cornerOf(surface.points[j * rows + i]));

@@ -57,12 +57,13 @@ void color(std::string& out, const char* name, Rgba color) {
   if (color.alpha < 255) attribute(out, (std::string(name) + "-opacity").c_str(), hundredthsText(color.alpha / 255.0));
 }
 
-std::string paintAttributes(const Paint& paint) {
+/// `sharedWidth`: that of the group, which need not be said again.
+std::string paintAttributes(const Paint& paint, float sharedWidth) {
   std::string out;
   color(out, "fill", paint.fill);
   if (!paint.stroke.isVisible()) return out;
   color(out, "stroke", paint.stroke);
-  if (hundredths(paint.width) != 100) attribute(out, "stroke-width", hundredthsText(paint.width));
+  if (hundredths(paint.width) != hundredths(sharedWidth)) attribute(out, "stroke-width", hundredthsText(paint.width));
   if (paint.dash.count == 0) return out;
   std::string dashes;
   for (int i = 0; i < paint.dash.count; ++i) dashes += (i ? " " : "") + hundredthsText(paint.dash.lengths[i]);
@@ -100,6 +101,8 @@ class Writer {
     out_ += "<g class=\"" + name + "\"";
     const bool isText = first.kind == Kind::text;
     if (isText) shareText(*first.text);
+    sharedWidth_ = first.paint.stroke.isVisible() ? first.paint.width : 1;
+    if (hundredths(sharedWidth_) != 100) attribute(out_, "stroke-width", hundredthsText(sharedWidth_));
     out_ += ">\n";
     while (i < list_.count()) {
       const Item item = list_[i];
@@ -141,7 +144,7 @@ class Writer {
   }
 
   void path(const Paint& paint, const SvgPath& path) {
-    out_ += "<path" + paintAttributes(paint) + " d=\"" + path.data() + "\"/>\n";
+    out_ += "<path" + paintAttributes(paint, sharedWidth_) + " d=\"" + path.data() + "\"/>\n";
   }
 
   /// A path or polygon, with the paths behind it that share its paint. Overlapping polygons stay apart.
@@ -163,7 +166,7 @@ class Writer {
     Paint paint = item.paint;
     if (!outline.isClosed) paint.fill = {};
     const bool isOneByOne = paint.fill.isVisible() && paint.stroke.isVisible() && paint.fill != paint.stroke;
-    std::string shared = paintAttributes(paint);
+    const std::string shared = paintAttributes(paint, sharedWidth_);
     out_ += "<g" + shared + ">\n";
     SvgPath all;
     for (size_t k = 0; k + 1 < item.points.size(); k += 2) {
@@ -184,6 +187,7 @@ class Writer {
 
   const DisplayList& list_;
   std::string out_;
+  float sharedWidth_ = 1;
 };
 
 }  // namespace

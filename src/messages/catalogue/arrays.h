@@ -27,6 +27,22 @@ inline constexpr const char* kPermuteTooShort =
     "When dimensions of A are permuted, the vector \"order\" should be a permutation of 1:length(order) and should "
     "have at least ndims(A) elements";
 
+inline constexpr const char* kFlipDimension = "be a real positive integer scalar, not equal to Inf nor NaN";
+inline constexpr const char* kRepetitionCounts =
+    "be a scalar or a vector of real non-negative integers not equal to Inf nor NaN";
+inline constexpr const char* kRepetitionCount = "be a real non-negative integer, not equal to Inf nor NaN";
+inline constexpr const char* kNonEmptyCount = "be non-empty";
+inline constexpr const char* kReshapeSizes = "be a vector of real non-negative integers not equal to Inf nor NaN";
+inline constexpr const char* kReshapeLength = "be an empty array or real non-negative integer not equal to Inf nor NaN";
+inline constexpr const char* kPermutation = "be a permutation of the integers 1:length(order)";
+inline constexpr const char* kShiftOfDimensions = "be a real integer not equal to Inf nor NaN";
+
+// Subscripts
+inline constexpr const char* kPositiveIntegers = "be an array of real positive integers";
+inline constexpr const char* kPositiveIntegerVector = "be a vector of real positive integers";
+inline constexpr const char* kTwoElements = "have at least 2 elements";
+inline constexpr const char* kSameSubscriptSizes = "have the same sizes";
+
 // Last resorts
 inline constexpr const char* kDiagFailed = "Failed to perform diag()";
 inline constexpr const char* kTrilFailed = "Failed to perform tril()";
@@ -46,6 +62,9 @@ inline constexpr const char* kSortMany =
     "Expecting no more than 3 input arguments when no name-value pair is provided in the inputs";
 inline constexpr const char* kSortOptionName = "Invalid option name found";
 inline constexpr const char* kSortOptionNames = "It expects 'comparisonmethod' or 'missingplacement'";
+inline constexpr const char* kSortDimension = "be real positive integer scalar";
+inline constexpr const char* kSortDirections = "be either 'ascend' or 'descend'";
+inline constexpr const char* kSortNoValue = "In input arguments of sort(), '{}' has no matched value";
 inline constexpr const char* kSortInvalid = "Invalid input arguments for {}()";
 
 }  // namespace kelo::text

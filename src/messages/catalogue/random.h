@@ -35,17 +35,14 @@ inline constexpr const char* kMeanAndSize =
 inline constexpr const char* kMeanAndDeviation =
     "In {}(mu, sigma), it is expected that both mu and sigma have the same sizes, or that one of them is a scalar";
 inline constexpr const char* kMeanDeviationAndLengths =
-    "In {}(mu, sigma, s1, ..., sn), it is expected that both mu and sigma have sizes [s1, ..., sn], or that one of "
-    "them is "
-    "a scalar and the other one has size [s1, ..., sn]";
+    "In {}(mu, sigma, s1, ..., sn), it is expected that both mu and sigma have sizes [s1, ..., sn], "
+    "or that one of them is a scalar and the other one has size [s1, ..., sn]";
 inline constexpr const char* kMeanDeviationAndLength =
-    "In {}(mu, sigma, n), it is expected that both mu and sigma are n x n arrays, or that one of them is a scalar and "
-    "the "
-    "other one is an n x n array";
+    "In {}(mu, sigma, n), it is expected that both mu and sigma are n x n arrays, "
+    "or that one of them is a scalar and the other one is an n x n array";
 inline constexpr const char* kMeanDeviationAndSize =
-    "In {}(mu, sigma, sizeVec), it is expected that both mu and sigma have sizes equal to sizeVec, or that one of them "
-    "is "
-    "a scalar and the other one has size equal to sizeVec";
+    "In {}(mu, sigma, sizeVec), it is expected that both mu and sigma have sizes equal to sizeVec, "
+    "or that one of them is a scalar and the other one has size equal to sizeVec";
 
 // Permutations and the seed
 inline constexpr const char* kIntegerFromOne = "be an integer scalar >= 1";

@@ -23,7 +23,8 @@ constexpr int kMostNested = 256;  ///< folders within folders, for a removal
 /// Status of a file or folder; nothing for anything else, such as a link or a pipe.
 std::optional<FileTree::Status> toStatus(const struct stat& status) {
   if (!S_ISDIR(status.st_mode) && !S_ISREG(status.st_mode)) return std::nullopt;
-  const double modified = static_cast<double>(status.st_mtim.tv_sec) + 1e-9 * static_cast<double>(status.st_mtim.tv_nsec);
+  const double modified =
+      static_cast<double>(status.st_mtim.tv_sec) + 1e-9 * static_cast<double>(status.st_mtim.tv_nsec);
   const bool isFolder = S_ISDIR(status.st_mode);
   return FileTree::Status{isFolder, isFolder ? 0 : static_cast<int64_t>(status.st_size), modified};
 }

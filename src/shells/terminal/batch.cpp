@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "figures/pictures/native/cairo_renderer.h"
+#include "shells/terminal/figure_commands.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
 #include "shells/terminal/work_dir.h"
@@ -26,12 +28,26 @@ ItemWriter::Style styleOf(const Options& options) {
 
 void tell(const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }
 
+/// The figure that is current in the end, into each file that was asked for. False: one could not be written.
+bool writeFigures(Session& session, const Options& options) {
+  bool isWritten = true;
+  for (const std::string& file : options.figureFiles) {
+    pictures::native::CairoRenderer renderer;
+    const FigureFiles files(session.figureDocuments, renderer);
+    const std::optional<std::string> fault = files.write(file, session.app.figures.figure(), pictureOptions(options));
+    if (fault) tell(*fault);
+    isWritten &= !fault;
+  }
+  return isWritten;
+}
+
 /// Values that never arrive, as on a full disk, are told of.
-ExitStatus endOf(const Session& session) {
+ExitStatus endOf(Session& session, const Options& options) {
+  ExitStatus status = writeFigures(session, options) ? session.worstStatus() : std::max(session.worstStatus(), kCommandFailed);
   const std::string& unwritten = session.writer.fault();
-  if (unwritten.empty()) return session.worstStatus();
+  if (unwritten.empty()) return status;
   tell("standard output cannot be written: " + unwritten);
-  return std::max(session.worstStatus(), kCommandFailed);
+  return std::max(status, kCommandFailed);
 }
 
 /// False when Ctrl-C was pressed before the last one, also between two of them; a fatal fault ends them too.
@@ -65,7 +81,7 @@ ExitStatus runBatch(const Options& options) {
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");
     session.run([&](AppController& app) { app.startFile(place->directory, place->fileName); });
-    return endOf(session);
+    return endOf(session, options);
   }
   std::vector<std::string> commands = options.commands;
   if (commands.empty()) {
@@ -76,7 +92,7 @@ ExitStatus runBatch(const Options& options) {
     commands.push_back(*text);
   }
   const bool allRan = runCommands(session, commands);
-  return std::max(endOf(session), allRan ? kAllRan : kCommandFailed);
+  return std::max(endOf(session, options), allRan ? kAllRan : kCommandFailed);
 }
 
 }  // namespace kelo::terminal

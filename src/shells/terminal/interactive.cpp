@@ -6,9 +6,11 @@
 #include <cstdio>
 #include <set>
 
+#include "figures/pictures/native/cairo_renderer.h"
 #include "hints/hint.h"
 #include "interpreter/builtin_table.h"
 #include "shells/terminal/completion.h"
+#include "shells/terminal/figure_commands.h"
 #include "shells/terminal/line_editor.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
@@ -25,7 +27,9 @@ constexpr const char* kContinuation = "| ";
 class InteractiveConsole {
  public:
   InteractiveConsole(const Options& options, const std::string& workDir)
-      : hasFixedWidth_(options.width.has_value()), session_(options, workDir, style()), editor_(hooks()) {}
+      : hasFixedWidth_(options.width.has_value()), session_(options, workDir, style()), editor_(hooks()),
+        screen_(options, session_.app.figures, renderer_),
+        figureCommands_(options, session_.app.figures, session_.figureDocuments, renderer_, screen_) {}
 
   void serve() {
     warmUp();
@@ -111,6 +115,7 @@ class InteractiveConsole {
   }
 
   void runCommand(const std::string& command) {
+    if (figureCommands_.run(command)) return screen_.showIfChanged();
     if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);
     if (const auto known = hints::hintBefore(command)) std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
@@ -121,12 +126,16 @@ class InteractiveConsole {
         },
         [this] { return readAnswer(); });
     if (session_.writer.hasWritten()) std::fputs("\n", stdout);
+    screen_.showIfChanged();
     std::fflush(stdout);
   }
 
   bool hasFixedWidth_;
   Session session_;
   LineEditor editor_;
+  pictures::native::CairoRenderer renderer_;
+  FigureScreen screen_;
+  FigureCommands figureCommands_;
 };
 
 }  // namespace

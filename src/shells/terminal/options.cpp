@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "shells/terminal/figure_file.h"
+
 namespace kelo::terminal {
 namespace {
 
@@ -46,12 +48,24 @@ ExitStatus refuse(const std::string& fault) {
   return kWrongUsage;
 }
 
+/// What is wrong with them, if anything.
+std::optional<std::string> takeFigureOptions(Options& options, const std::string& size) {
+  for (const std::string& file : options.figureFiles) {
+    if (std::optional<std::string> fault = figureNameFault(file)) return fault;
+  }
+  if (size.empty()) return std::nullopt;
+  const std::optional<drawing::Size> parsed = parsedFigureSize(size);
+  if (!parsed) return "--figure-size should be like 640x480, sides from 16 to 10000: " + size;
+  options.figureSize = *parsed;
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   Options options;
   int digits = 0;
-  std::string figure;
+  std::string figureSize;
 
   CLI::App app(kDescription, "kelo");
   app.formatter(std::make_shared<HelpText>());
@@ -68,7 +82,14 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
                                   ->check(CLI::IsMember({5, 8, 12, 16}))->type_name("N");
   app.add_option("--width", options.width, "Console width in character cells (default: the terminal's, or 80)")
       ->type_name("CELLS")->check(CLI::Range(1, 100000));
-  app.add_option("--figure", figure, "Write the current figure at the end: .png .pdf .svg .kfig")->type_name("FILE");
+  app.add_option("--figure", options.figureFiles,
+                 "Write the current figure at the end: .png .pdf .svg .kfig; repeatable")
+      ->type_name("FILE")->allow_extra_args(false)->take_all();
+  app.add_option("--figure-size", figureSize, "Its size in points (default: 640x480)")->type_name("WxH");
+  app.add_option("--theme", options.theme, "Colours of figures: light or dark")
+      ->check(CLI::IsMember({"light", "dark"}))->type_name("THEME");
+  app.add_option("--plots", options.plots, "How the console shows figures: auto, picture, braille or none")
+      ->check(CLI::IsMember({"auto", "picture", "braille", "none"}))->type_name("HOW");
   app.add_flag("--json", options.json, "Show each item as one JSON object a line");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
   app.add_option("--documents", options.documentsDir, "Where figures are saved (default: that of --state, or a data directory)")
@@ -82,7 +103,7 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   } catch (const CLI::ParseError& fault) {
     return refuse(fault.what());
   }
-  if (!figure.empty()) return refuse("--figure is not supported yet");
+  if (const std::optional<std::string> fault = takeFigureOptions(options, figureSize)) return refuse(*fault);
   if (*digitsOption) options.numDigitIndex = digits == 5 ? 0 : digits == 8 ? 1 : digits == 12 ? 2 : 3;
   return options;
 }

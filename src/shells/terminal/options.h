@@ -6,6 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "figures/drawing/geometry.h"
+
 namespace kelo::terminal {
 
 /// What the program ends with.
@@ -20,6 +22,10 @@ struct Options {
   std::optional<std::string> stateDir;
   std::optional<std::string> documentsDir;
   bool json = false;
+  std::vector<std::string> figureFiles;  ///< of --figure, written at the end
+  drawing::Size figureSize;              ///< points
+  std::string theme = "light";           ///< or "dark"
+  std::string plots = "auto";            ///< or "picture", "braille", "none"
 };
 
 /// The options, or the status to end with at once: help and version have been printed, wrong usage has been told in one

@@ -7,7 +7,8 @@ namespace {
 
 std::string lowered(std::string_view text) {
   std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+  std::ranges::transform(lower, lower.begin(),
+                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
   return lower;
 }
 
@@ -21,7 +22,8 @@ bool isMember(std::string_view list, std::string_view word) {
 }
 
 const Route& routeOf(std::string_view path) {
-  const auto route = std::ranges::find_if(kRoutes, [&](const Route& row) { return row.path == path || row.path.empty(); });
+  const auto route =
+      std::ranges::find_if(kRoutes, [&](const Route& row) { return row.path == path || row.path.empty(); });
   return *route;
 }
 

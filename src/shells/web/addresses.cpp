@@ -22,10 +22,11 @@ std::vector<std::string> cardAddresses() {
   std::vector<std::string> addresses;
   for (const int family : {AF_INET, AF_INET6}) {
     for (const ifaddrs* card = list; card != nullptr; card = card->ifa_next) {
-      if (card->ifa_addr == nullptr || card->ifa_addr->sa_family != family || (card->ifa_flags & IFF_LOOPBACK) != 0) continue;
-      const void* bytes = family == AF_INET
-                              ? static_cast<const void*>(&reinterpret_cast<const sockaddr_in*>(card->ifa_addr)->sin_addr)
-                              : &reinterpret_cast<const sockaddr_in6*>(card->ifa_addr)->sin6_addr;
+      if (card->ifa_addr == nullptr || card->ifa_addr->sa_family != family || (card->ifa_flags & IFF_LOOPBACK) != 0)
+        continue;
+      const void* bytes =
+          family == AF_INET ? static_cast<const void*>(&reinterpret_cast<const sockaddr_in*>(card->ifa_addr)->sin_addr)
+                            : &reinterpret_cast<const sockaddr_in6*>(card->ifa_addr)->sin6_addr;
       char text[INET6_ADDRSTRLEN];
       if (inet_ntop(family, bytes, text, sizeof text) != nullptr) addresses.push_back(inBrackets(text));
     }

@@ -43,8 +43,12 @@ AppFiles AppFiles::read(const std::string& folder) {
     if (!content) continue;
     const std::string name = "/" + entry->path().lexically_relative(folder).generic_string();
     const std::string tag = tagOf(*content);
-    all.files_[name] = {std::move(*content), platform::native::readWholeFile(path + ".br"),
-                        platform::native::readWholeFile(path + ".gz"), type->second, tag, name.starts_with("/assets/")};
+    all.files_[name] = {std::move(*content),
+                        platform::native::readWholeFile(path + ".br"),
+                        platform::native::readWholeFile(path + ".gz"),
+                        type->second,
+                        tag,
+                        name.starts_with("/assets/")};
   }
   return all;
 }

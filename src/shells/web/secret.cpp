@@ -16,7 +16,8 @@ constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnop
 
 Secret Secret::random() {
   std::array<uint8_t, 33> bytes = {};  // the last one only fills up the last digit
-  if (getrandom(bytes.data(), 32, 0) != 32) throw std::system_error(errno, std::generic_category(), "no random numbers");
+  if (getrandom(bytes.data(), 32, 0) != 32)
+    throw std::system_error(errno, std::generic_category(), "no random numbers");
   std::string text;
   for (size_t bit = 0; bit < 256; bit += 6) {
     const unsigned pair = bytes[bit / 8] << 8u | bytes[bit / 8 + 1];

@@ -176,7 +176,8 @@ RequestFacts factsOf(const Request& request) {
   facts.origin = onlyField(request, http::field::origin);
   facts.contentType = onlyField(request, http::field::content_type);
   facts.cookies = onlyField(request, http::field::cookie);
-  if (const auto site = request.find("Sec-Fetch-Site"); site != request.end()) facts.fetchSite = std::string(toView(site->value()));
+  if (const auto site = request.find("Sec-Fetch-Site"); site != request.end())
+    facts.fetchSite = std::string(toView(site->value()));
   return facts;
 }
 
@@ -294,7 +295,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
     serializer_.emplace(response_);
     if (isHead) serializer_->split(true);
     const auto written = [self = shared_from_this()](error_code fault, size_t) { self->written(fault); };
-    isHead ? http::async_write_header(stream_, *serializer_, written) : http::async_write(stream_, *serializer_, written);
+    isHead ? http::async_write_header(stream_, *serializer_, written)
+           : http::async_write(stream_, *serializer_, written);
   }
 
   void written(error_code fault) {
@@ -427,7 +429,8 @@ void WebServer::notify(const std::string& message) {
 
 bool WebServer::isCongested() const {
   const auto& windows = state_->windows;
-  return !windows.empty() && std::all_of(windows.begin(), windows.end(), [](const Window* one) { return one->isCongested(); });
+  return !windows.empty() &&
+         std::all_of(windows.begin(), windows.end(), [](const Window* one) { return one->isCongested(); });
 }
 
 }  // namespace kelo::web

@@ -65,9 +65,10 @@ int serveWeb(const serve::ServeOptions& options) {
   if (files.isEmpty()) std::fprintf(stderr, "kelo serve: the app is not built; only /session is served\n");
   const std::vector<std::string> hosts = hostsOf(options.host);
   const Access access(hosts, server.port());
-  serve::Machine machine(options, {[&](const std::string& message) { server.notify(message); },
-                                   [&] { return server.isCongested(); }});
-  const std::string address = "http://" + hosts.front() + ":" + std::to_string(server.port()) + "/#" + access.token().text();
+  serve::Machine machine(
+      options, {[&](const std::string& message) { server.notify(message); }, [&] { return server.isCongested(); }});
+  const std::string address =
+      "http://" + hosts.front() + ":" + std::to_string(server.port()) + "/#" + access.token().text();
   announce(address, !isLoopback(options.host));
   std::optional<BrowserLaunch> browser;
   if (options.opens) browser.emplace(address);

@@ -14,13 +14,19 @@ export function SuggestionStrip({ suggestions, view }: { suggestions: Suggestion
     <div class="suggestions" onPointerDown={keepFocus}>
       {items.map((item, at) => (
         <button
-          type="button" tabIndex={-1} key={item.label} title={item.detail}
-          class={`suggestion ${item.kind}${at === suggestions.chosen.value ? ' on' : ''}`} onClick={() => take(at)}
+          type="button"
+          tabIndex={-1}
+          key={item.label}
+          title={item.detail}
+          class={`suggestion ${item.kind}${at === suggestions.chosen.value ? ' on' : ''}`}
+          onClick={() => take(at)}
         >
           {item.label}
         </button>
       ))}
-      <span class="visually-hidden" role="status">{items[Math.max(0, suggestions.chosen.value)]?.detail}</span>
+      <span class="visually-hidden" role="status">
+        {items[Math.max(0, suggestions.chosen.value)]?.detail}
+      </span>
     </div>
   );
 }

@@ -36,7 +36,11 @@ export function codeExtensions(app: App, options: CodeFieldOptions): Extension {
     EditorView.lineWrapping,
     inputMode.of(attributesFor(options.ownKeyboard)),
     EditorView.contentAttributes.of({
-      'aria-label': options.label, autocapitalize: 'off', autocorrect: 'off', spellcheck: 'false', tabindex: '0',
+      'aria-label': options.label,
+      autocapitalize: 'off',
+      autocorrect: 'off',
+      spellcheck: 'false',
+      tabindex: '0',
     }),
     engineColors(highlight),
     options.extra ?? [],
@@ -83,7 +87,8 @@ function previousPosition(line: string, column: number): number {
 
 export function replaceAll(view: EditorView, text: string): void {
   view.dispatch({
-    changes: { from: 0, to: view.state.doc.length, insert: text }, selection: { anchor: text.length },
+    changes: { from: 0, to: view.state.doc.length, insert: text },
+    selection: { anchor: text.length },
     scrollIntoView: true,
   });
 }

@@ -9,8 +9,13 @@ export type Highlighter = (text: string) => Promise<Span[]>;
 
 const kLongest = 60_000;
 const kClasses: Record<string, string> = {
-  'system blue': 'tok-blue', 'system orange': 'tok-orange', 'system purple': 'tok-purple', 'system green': 'tok-green',
-  'system teal': 'tok-teal', 'tertiary label': 'tok-comment', link: 'tok-link',
+  'system blue': 'tok-blue',
+  'system orange': 'tok-orange',
+  'system purple': 'tok-purple',
+  'system green': 'tok-green',
+  'system teal': 'tok-teal',
+  'tertiary label': 'tok-comment',
+  link: 'tok-link',
 };
 const kMarks = new Map(Object.values(kClasses).map((name) => [name, Decoration.mark({ class: name })]));
 
@@ -21,7 +26,11 @@ export function classOf(role: string): string | null {
   return role.startsWith('link') ? 'tok-link' : null;
 }
 
-interface Painted { from: number; to: number; marks: DecorationSet }
+interface Painted {
+  from: number;
+  to: number;
+  marks: DecorationSet;
+}
 const paint = StateEffect.define<Painted>();
 
 const paintedField = StateField.define<DecorationSet>({
@@ -32,7 +41,9 @@ const paintedField = StateField.define<DecorationSet>({
       if (!effect.is(paint)) continue;
       const { from, to } = effect.value;
       const fresh: ReturnType<Decoration['range']>[] = [];
-      effect.value.marks.between(from, to, (start, end, value) => { fresh.push(value.range(start, end)); });
+      effect.value.marks.between(from, to, (start, end, value) => {
+        fresh.push(value.range(start, end));
+      });
       marks = marks.update({ filterFrom: from, filterTo: to, filter: () => false, add: fresh });
     }
     return marks;
@@ -55,7 +66,10 @@ class Painter {
   private since: ChangeDesc | null = null;
   private stopped = false;
 
-  constructor(private readonly view: EditorView, private readonly highlighter: Highlighter) {
+  constructor(
+    private readonly view: EditorView,
+    private readonly highlighter: Highlighter,
+  ) {
     queueMicrotask(() => void this.run());
   }
 
@@ -69,7 +83,9 @@ class Painter {
     }
   }
 
-  destroy(): void { this.stopped = true; }
+  destroy(): void {
+    this.stopped = true;
+  }
 
   private async run(): Promise<void> {
     if (this.underWay || !this.again || this.stopped) return;

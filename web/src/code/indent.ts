@@ -18,7 +18,7 @@ export async function mendLine(view: EditorView, indenter: Indenter): Promise<vo
   } catch {
     return;
   }
-  if (view.state.doc !== doc) return;  // typed on meanwhile: the next line end asks again
+  if (view.state.doc !== doc) return; // typed on meanwhile: the next line end asks again
   const old = doc.lineAt(position);
   const blanks = (text: string) => /^[ \t]*/.exec(text)![0].length;
   if (line === old.text || line.trimStart() !== old.text.trimStart()) return;

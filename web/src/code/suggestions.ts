@@ -19,7 +19,10 @@ export class Suggestions {
   private timer = 0;
   private asked = 0;
 
-  constructor(private readonly completer: Completer, private readonly textAround: (view: EditorView) => [string, number]) {}
+  constructor(
+    private readonly completer: Completer,
+    private readonly textAround: (view: EditorView) => [string, number],
+  ) {}
 
   extension(): Extension {
     return EditorView.updateListener.of((update) => {
@@ -42,7 +45,9 @@ export class Suggestions {
     if (!empty || !/[\w.]$/.test(view.state.doc.lineAt(head).text.slice(0, head - view.state.doc.lineAt(head).from))) {
       return false;
     }
-    void this.ask(view, 1).then(() => { if (items.value.length === 1) this.take(view, 0); });
+    void this.ask(view, 1).then(() => {
+      if (items.value.length === 1) this.take(view, 0);
+    });
     return true;
   };
 
@@ -51,7 +56,8 @@ export class Suggestions {
     if (!item) return;
     view.dispatch({
       changes: { from: this.from, to: this.to, insert: item.label },
-      selection: { anchor: this.from + item.label.length }, userEvent: 'input.complete complete',
+      selection: { anchor: this.from + item.label.length },
+      userEvent: 'input.complete complete',
     });
     this.to = this.from + item.label.length;
     this.chosen.value = at;

@@ -5,7 +5,9 @@ import type { App } from '../shell/core/app';
 
 const coarse = window.matchMedia('(pointer: coarse)');
 export const isTouch = signal(coarse.matches);
-coarse.addEventListener('change', () => { isTouch.value = coarse.matches; });
+coarse.addEventListener('change', () => {
+  isTouch.value = coarse.matches;
+});
 
 export function ownKeyboardWanted(app: App): boolean {
   const { keyboard } = app.preferences.value.value;

@@ -17,7 +17,10 @@ import { text as t } from '../texts/texts';
 /// What stands in the input, kept while the panel is out of view.
 let draft = '';
 
-export interface ComposerHandle { use(text: string): void; focus(): void }
+export interface ComposerHandle {
+  use(text: string): void;
+  focus(): void;
+}
 
 /// Return runs a whole command and breaks the line of one that is not. What was typed on while the
 /// engine was asked stays behind the Return.
@@ -27,7 +30,8 @@ async function enterBySense(app: App, view: EditorView, run: () => void, breakLi
   const { head } = selection.main;
   const complete = await app.console.isComplete(text);
   if (view.state.doc === doc) {
-    if (complete) run(); else breakLine(view);
+    if (complete) run();
+    else breakLine(view);
   } else if (!complete) {
     view.dispatch({ changes: { from: head, insert: '\n' }, userEvent: 'input' });
   } else if (head === text.length && app.console.run(text)) {
@@ -41,7 +45,10 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
   const breakLine = newLine(indenter);
   let entering = Promise.resolve();
   const enter = (view: EditorView): boolean => {
-    if (app.console.status.value === 'waitInput') { run(); return true; }
+    if (app.console.status.value === 'waitInput') {
+      run();
+      return true;
+    }
     if (!app.preferences.value.value.enterRuns) return breakLine(view);
     entering = entering.then(() => enterBySense(app, view, run, breakLine));
     return true;
@@ -52,27 +59,57 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
   };
   const onFirstLine = ({ state }: EditorView) => state.doc.lineAt(state.selection.main.head).number === 1;
   const onLastLine = ({ state }: EditorView) => state.doc.lineAt(state.selection.main.head).number === state.doc.lines;
-  const keys = Prec.high(keymap.of([
-    { key: 'Enter', run: enter },
-    { key: 'Shift-Enter', run: breakLine },
-    { key: 'Mod-Enter', run: () => { run(); return true; } },
-    { key: 'Mod-l', run: () => { app.console.clear(); return true; } },
-    { key: 'Tab', run: suggestions.tab },
-    { key: 'Escape', run: () => { suggestions.clear(); return false; } },
-    { key: 'ArrowUp', run: (view) => onFirstLine(view) && recall(app.console.previous(view.state.doc.toString()), view) },
-    { key: 'ArrowDown', run: (view) => onLastLine(view) && recall(app.console.next(), view) },
-  ]));
+  const keys = Prec.high(
+    keymap.of([
+      { key: 'Enter', run: enter },
+      { key: 'Shift-Enter', run: breakLine },
+      {
+        key: 'Mod-Enter',
+        run: () => {
+          run();
+          return true;
+        },
+      },
+      {
+        key: 'Mod-l',
+        run: () => {
+          app.console.clear();
+          return true;
+        },
+      },
+      { key: 'Tab', run: suggestions.tab },
+      {
+        key: 'Escape',
+        run: () => {
+          suggestions.clear();
+          return false;
+        },
+      },
+      {
+        key: 'ArrowUp',
+        run: (view) => onFirstLine(view) && recall(app.console.previous(view.state.doc.toString()), view),
+      },
+      { key: 'ArrowDown', run: (view) => onLastLine(view) && recall(app.console.next(), view) },
+    ]),
+  );
   const view: EditorView = new EditorView({
     parent,
     state: EditorState.create({
       doc: draft,
       extensions: [
-        codeExtensions(app, { label: t.console.input, ownKeyboard: ownKeyboardWanted(app), keys, extra: [
-          placeholder(t.console.placeholder), suggestions.extension(), mendWhileTyping(indenter),
-        ] }),
-        EditorView.updateListener.of((update) => { if (update.docChanged) draft = update.state.doc.toString(); }),
+        codeExtensions(app, {
+          label: t.console.input,
+          ownKeyboard: ownKeyboardWanted(app),
+          keys,
+          extra: [placeholder(t.console.placeholder), suggestions.extension(), mendWhileTyping(indenter)],
+        }),
+        EditorView.updateListener.of((update) => {
+          if (update.docChanged) draft = update.state.doc.toString();
+        }),
         EditorView.domEventHandlers({
-          focus: () => { app.keyboard.target.value = targetOf(view, () => enter(view)); },
+          focus: () => {
+            app.keyboard.target.value = targetOf(view, () => enter(view));
+          },
         }),
       ],
     }),
@@ -84,18 +121,24 @@ export function Composer({ app, handle }: { app: App; handle: { current: Compose
   const { console } = app;
   const parent = useRef<HTMLDivElement>(null);
   const view = useRef<EditorView | null>(null);
-  const suggestions = useRef(new Suggestions(
-    (text, position) => console.complete(text, position), (field) => [field.state.doc.toString(), 0],
-  )).current;
+  const suggestions = useRef(
+    new Suggestions(
+      (text, position) => console.complete(text, position),
+      (field) => [field.state.doc.toString(), 0],
+    ),
+  ).current;
   const run = () => {
     const field = view.current!;
     suggestions.clear();
     if (console.run(field.state.doc.toString())) replaceAll(field, '');
   };
   useEffect(() => {
-    const field = view.current = makeView(app, parent.current!, suggestions, run);
+    const field = (view.current = makeView(app, parent.current!, suggestions, run));
     handle.current = {
-      use: (text) => { replaceAll(field, text); field.focus(); },
+      use: (text) => {
+        replaceAll(field, text);
+        field.focus();
+      },
       focus: () => field.focus(),
     };
     if (!isTouch.peek()) field.focus();
@@ -111,21 +154,32 @@ export function Composer({ app, handle }: { app: App; handle: { current: Compose
 
   console.historyVersion.value;
   const status = console.status.value;
-  const recall = (text: string | null) => { if (text !== null) replaceAll(view.current!, text); };
+  const recall = (text: string | null) => {
+    if (text !== null) replaceAll(view.current!, text);
+  };
   return (
     <div class={`composer ${status}`}>
-      {console.prompt.value && <p class="prompt" id="prompt">{console.prompt.value}</p>}
+      {console.prompt.value && (
+        <p class="prompt" id="prompt">
+          {console.prompt.value}
+        </p>
+      )}
       <SuggestionStrip suggestions={suggestions} view={() => view.current} />
       <div class="composer-row">
         <span class="composer-mark" aria-hidden="true" />
         <div class="code composer-field" ref={parent} />
         <div class="composer-actions" onPointerDown={keepFocus}>
           <IconButton
-            icon="up" label={t.console.previous} disabled={!console.history.hasPrevious}
+            icon="up"
+            label={t.console.previous}
+            disabled={!console.history.hasPrevious}
             onClick={() => recall(console.previous(view.current!.state.doc.toString()))}
           />
           <IconButton
-            icon="down" label={t.console.next} disabled={!console.history.hasNext} onClick={() => recall(console.next())}
+            icon="down"
+            label={t.console.next}
+            disabled={!console.history.hasNext}
+            onClick={() => recall(console.next())}
           />
           <RunButton app={app} run={run} />
         </div>
@@ -139,7 +193,8 @@ function RunButton({ app, run }: { app: App; run(): void }) {
   if (status === 'running') {
     return (
       <button type="button" class="button danger run-button" onClick={() => app.console.stop()}>
-        <Icon name="stop" />{t.console.stop}
+        <Icon name="stop" />
+        {t.console.stop}
       </button>
     );
   }
@@ -147,7 +202,10 @@ function RunButton({ app, run }: { app: App; run(): void }) {
   return (
     <>
       {status !== 'idle' && <IconButton icon="stop" label={t.console.stop} onClick={() => app.console.stop()} />}
-      <button type="button" class="button primary run-button" onClick={run}><Icon name="run" />{label}</button>
+      <button type="button" class="button primary run-button" onClick={run}>
+        <Icon name="run" />
+        {label}
+      </button>
     </>
   );
 }

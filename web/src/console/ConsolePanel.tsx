@@ -11,11 +11,15 @@ export function ConsolePanel() {
   const composer = useRef<ComposerHandle | null>(null);
   return (
     <Panel
-      id="console" title={t.shell.console} aside={<RunState />}
+      id="console"
+      title={t.shell.console}
+      aside={<RunState />}
       actions={<IconButton icon="clear" label={t.console.clear} onClick={() => app.console.clear()} />}
     >
       <ItemList app={app} onReuse={(text) => composer.current?.use(text)} />
-      <p class="visually-hidden" role="status" aria-live="polite">{app.console.announcement.value}</p>
+      <p class="visually-hidden" role="status" aria-live="polite">
+        {app.console.announcement.value}
+      </p>
       <Composer app={app} handle={composer} />
     </Panel>
   );
@@ -35,10 +39,15 @@ function RunState() {
     );
   }
   if (seconds.value === null) return null;
-  return <span class="run-state" title={t.console.finished(secondsText(seconds.value))}>{t.console.seconds(secondsText(seconds.value))}</span>;
+  return (
+    <span class="run-state" title={t.console.finished(secondsText(seconds.value))}>
+      {t.console.seconds(secondsText(seconds.value))}
+    </span>
+  );
 }
 
-const secondsText = (seconds: number) => seconds < 0.0995 ? seconds.toFixed(3) : seconds < 9.95 ? seconds.toFixed(2) : seconds.toFixed(0);
+const secondsText = (seconds: number) =>
+  seconds < 0.0995 ? seconds.toFixed(3) : seconds < 9.95 ? seconds.toFixed(2) : seconds.toFixed(0);
 
 function Elapsed({ since }: { since: number }) {
   const { clock } = useApp();
@@ -48,5 +57,9 @@ function Elapsed({ since }: { since: number }) {
     return () => clearInterval(timer);
   }, []);
   const seconds = (clock.now() - since) / 1000;
-  return <span class="elapsed" aria-hidden="true">{seconds < 1 ? '' : t.console.seconds(seconds.toFixed(0))}</span>;
+  return (
+    <span class="elapsed" aria-hidden="true">
+      {seconds < 1 ? '' : t.console.seconds(seconds.toFixed(0))}
+    </span>
+  );
 }

@@ -13,14 +13,23 @@ export function InputEcho({ app, text }: { app: App; text: string }) {
   useEffect(() => {
     if (known.has(text) || text.length > kLargest) return;
     let shown = true;
-    app.session.request('editor/highlight', { text }).then((answer) => {
-      if (known.size > kKept) known.delete(known.keys().next().value!);
-      known.set(text, answer.spans);
-      if (shown) setSpans(answer.spans);
-    }, () => {});
-    return () => { shown = false; };
+    app.session.request('editor/highlight', { text }).then(
+      (answer) => {
+        if (known.size > kKept) known.delete(known.keys().next().value!);
+        known.set(text, answer.spans);
+        if (shown) setSpans(answer.spans);
+      },
+      () => {},
+    );
+    return () => {
+      shown = false;
+    };
   }, [text]);
-  return <pre class="code-text"><ColoredText text={text} spans={spans} /></pre>;
+  return (
+    <pre class="code-text">
+      <ColoredText text={text} spans={spans} />
+    </pre>
+  );
 }
 
 export function ColoredText({ text, spans }: { text: string; spans: Span[] }) {

@@ -44,7 +44,9 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
     again();
   };
   const view = useSize((width) => measureWidth(width));
-  useEffect(() => { void document.fonts?.ready.then(() => view.current && measureWidth(view.current.clientWidth)); }, []);
+  useEffect(() => {
+    void document.fonts?.ready.then(() => view.current && measureWidth(view.current.clientWidth));
+  }, []);
 
   useSignalEffect(() => {
     console.version.value;
@@ -81,19 +83,32 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
     again();
   };
 
-  const byHand = () => { state.moved = app.clock.now(); };
+  const byHand = () => {
+    state.moved = app.clock.now();
+  };
   watchLimits();
   const scroller = view.current;
   const height = scroller?.clientHeight ?? 600;
-  const top = state.follow ? Math.max(0, list.total - height) : scroller?.scrollTop ?? 0;
+  const top = state.follow ? Math.max(0, list.total - height) : (scroller?.scrollTop ?? 0);
   const { first, end, before, total } = list.window(top, height, kMargin);
   return (
     <div class="items-frame">
       <div
-        class="items" ref={view} onScroll={onScroll} onWheel={byHand} onTouchMove={byHand} onKeyDown={byHand}
-        onPointerDown={byHand} tabIndex={0} role="log" aria-live="off" aria-label={t.console.output}
+        class="items"
+        ref={view}
+        onScroll={onScroll}
+        onWheel={byHand}
+        onTouchMove={byHand}
+        onKeyDown={byHand}
+        onPointerDown={byHand}
+        tabIndex={0}
+        role="log"
+        aria-live="off"
+        aria-label={t.console.output}
       >
-        <span class="cell-probe" ref={probe} aria-hidden="true">0000000000</span>
+        <span class="cell-probe" ref={probe} aria-hidden="true">
+          0000000000
+        </span>
         {console.items.length === 0 && <Welcome app={app} onUse={onReuse} />}
         <div class="items-space" style={{ height: `${total}px` }}>
           <div class="items-rows" ref={rows} style={{ transform: `translateY(${before}px)` }}>
@@ -107,7 +122,15 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
       </div>
       {!state.follow && (
         <div class="to-end">
-          <IconButton icon="down" label={t.console.toEnd} keepFocus onClick={() => { state.follow = true; again(); }} />
+          <IconButton
+            icon="down"
+            label={t.console.toEnd}
+            keepFocus
+            onClick={() => {
+              state.follow = true;
+              again();
+            }}
+          />
         </div>
       )}
     </div>

@@ -13,7 +13,9 @@ export function Welcome({ app, onUse }: { app: App; onUse(text: string): void })
       <ul>
         {t.console.examples.map((example) => (
           <li key={example}>
-            <button type="button" class="example" onClick={() => onUse(example)}><InputEcho app={app} text={example} /></button>
+            <button type="button" class="example" onClick={() => onUse(example)}>
+              <InputEcho app={app} text={example} />
+            </button>
           </li>
         ))}
       </ul>

@@ -11,7 +11,11 @@ test('the window of a list holds exactly the rows in view, whatever their height
   const heights: number[] = [];
   for (let step = 0; step < 3000; step++) {
     if (random(3) || !heights.length) heights.push(10 + random(90)), list.push(heights[heights.length - 1]!);
-    else { const row = random(heights.length); heights[row] = 5 + random(200); list.setHeight(row, heights[row]!); }
+    else {
+      const row = random(heights.length);
+      heights[row] = 5 + random(200);
+      list.setHeight(row, heights[row]!);
+    }
     if (step % 50) continue;
     const total = heights.reduce((a, b) => a + b, 0);
     const offset = random(total);
@@ -24,7 +28,13 @@ test('the window of a list holds exactly the rows in view, whatever their height
   }
 });
 
-test.each([['', 80, 1], ['a', 1, 1], ['abc\n\nd', 2, 4], ['x'.repeat(81), 80, 2], ['end\n', 80, 2]])('rows of %j in %i cells', (text, cells, rows) => {
+test.each([
+  ['', 80, 1],
+  ['a', 1, 1],
+  ['abc\n\nd', 2, 4],
+  ['x'.repeat(81), 80, 2],
+  ['end\n', 80, 2],
+])('rows of %j in %i cells', (text, cells, rows) => {
   expect(rowsOf(text, cells)).toBe(rows);
 });
 

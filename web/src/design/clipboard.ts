@@ -5,7 +5,7 @@ export async function copyText(text: string): Promise<boolean> {
     await navigator.clipboard.writeText(text);
     return true;
   } catch {
-    return copyBySelection(text);  // a page that was not fetched safely has no clipboard of its own
+    return copyBySelection(text); // a page that was not fetched safely has no clipboard of its own
   }
 }
 

@@ -10,7 +10,10 @@ export function lazy<P extends object>(load: () => Promise<{ default: ComponentT
     const [, setReady] = useState(component !== null);
     useEffect(() => {
       if (component) return;
-      load().then((module) => { component = module.default; setReady(true); }, setFailed);
+      load().then((module) => {
+        component = module.default;
+        setReady(true);
+      }, setFailed);
     }, []);
     if (failed) throw failed;
     return component ? h(component, props) : h('div', { class: 'loading', 'aria-busy': 'true' });

@@ -8,6 +8,8 @@ export function memo<P extends object>(render: (props: P) => ComponentChild) {
     override shouldComponentUpdate(next: Readonly<P>) {
       return (Object.keys(next) as (keyof P)[]).some((key) => next[key] !== (this.props as P)[key]);
     }
-    override render() { return h(Inner as never, this.props as never); }
+    override render() {
+      return h(Inner as never, this.props as never);
+    }
   };
 }

@@ -6,12 +6,22 @@ import { signal } from '@preact/signals';
 import { Icon, type IconName, Rings } from './icons';
 
 export function IconButton(props: {
-  icon: IconName; label: string; onClick(event: MouseEvent): void; disabled?: boolean; on?: boolean; keepFocus?: boolean;
+  icon: IconName;
+  label: string;
+  onClick(event: MouseEvent): void;
+  disabled?: boolean;
+  on?: boolean;
+  keepFocus?: boolean;
 }) {
   return (
     <button
-      type="button" class={`icon-button${props.on ? ' on' : ''}`} aria-label={props.label} title={props.label}
-      aria-pressed={props.on} disabled={props.disabled} onClick={props.onClick}
+      type="button"
+      class={`icon-button${props.on ? ' on' : ''}`}
+      aria-label={props.label}
+      title={props.label}
+      aria-pressed={props.on}
+      disabled={props.disabled}
+      onClick={props.onClick}
       onPointerDown={props.keepFocus ? keepFocus : undefined}
     >
       <Icon name={props.icon} />
@@ -20,13 +30,27 @@ export function IconButton(props: {
 }
 
 /// A press that leaves the focus, and with it the keyboard, where it is.
-export function keepFocus(event: Event): void { event.preventDefault(); }
+export function keepFocus(event: Event): void {
+  event.preventDefault();
+}
 
 export interface MenuItem {
-  label: string; icon?: IconName; danger?: boolean; disabled?: boolean; keys?: string; checked?: boolean;
-  divided?: boolean; onPick(): void;
+  label: string;
+  icon?: IconName;
+  danger?: boolean;
+  disabled?: boolean;
+  keys?: string;
+  checked?: boolean;
+  divided?: boolean;
+  onPick(): void;
 }
-interface OpenMenu { items: MenuItem[]; x: number; y: number; label: string; opener: Element | null }
+interface OpenMenu {
+  items: MenuItem[];
+  x: number;
+  y: number;
+  label: string;
+  opener: Element | null;
+}
 const openMenu = signal<OpenMenu | null>(null);
 
 /// Opens a menu at an element or at a point; on a phone it rises from the foot of the page.
@@ -58,19 +82,45 @@ export function MenuHost() {
     element.querySelector<HTMLElement>('button:not(:disabled)')?.focus({ preventScroll: true });
   }, [menu]);
   if (!menu) return null;
-  const pick = (item: MenuItem) => { closeMenu(); item.onPick(); };
+  const pick = (item: MenuItem) => {
+    closeMenu();
+    item.onPick();
+  };
   return (
     <>
-      <div class="menu-cover" onPointerDown={(event) => { event.preventDefault(); closeMenu(); }} />
-      <div class="menu" role="menu" aria-label={menu.label} ref={ref} onKeyDown={(event) => moveInMenu(event, ref.current!)}>
+      <div
+        class="menu-cover"
+        onPointerDown={(event) => {
+          event.preventDefault();
+          closeMenu();
+        }}
+      />
+      <div
+        class="menu"
+        role="menu"
+        aria-label={menu.label}
+        ref={ref}
+        onKeyDown={(event) => moveInMenu(event, ref.current!)}
+      >
         {menu.items.map((item) => [
           item.divided && <hr />,
           <button
-            type="button" role={item.checked === undefined ? 'menuitem' : 'menuitemradio'} aria-checked={item.checked}
-            class={item.danger ? 'danger' : undefined} disabled={item.disabled} onClick={() => pick(item)}
+            type="button"
+            role={item.checked === undefined ? 'menuitem' : 'menuitemradio'}
+            aria-checked={item.checked}
+            class={item.danger ? 'danger' : undefined}
+            disabled={item.disabled}
+            onClick={() => pick(item)}
           >
-            {item.checked !== undefined ? (item.checked ? <Icon name="check" /> : <span class="icon" />)
-              : item.icon && <Icon name={item.icon} />}
+            {item.checked !== undefined ? (
+              item.checked ? (
+                <Icon name="check" />
+              ) : (
+                <span class="icon" />
+              )
+            ) : (
+              item.icon && <Icon name={item.icon} />
+            )}
             <span>{item.label}</span>
             {item.keys && <kbd>{item.keys}</kbd>}
           </button>,
@@ -98,7 +148,10 @@ export function Switch(props: { label: string; checked: boolean; onChange(checke
   return (
     <span class="switch">
       <input
-        type="checkbox" role="switch" aria-label={props.label} checked={props.checked}
+        type="checkbox"
+        role="switch"
+        aria-label={props.label}
+        checked={props.checked}
         onChange={(event) => props.onChange(event.currentTarget.checked)}
       />
     </span>
@@ -107,7 +160,10 @@ export function Switch(props: { label: string; checked: boolean; onChange(checke
 
 let groups = 0;
 export function Segments<T extends string | number>(props: {
-  label: string; value: T; options: [T, string][]; onChange(value: T): void;
+  label: string;
+  value: T;
+  options: [T, string][];
+  onChange(value: T): void;
 }) {
   const name = useRef(`segments-${++groups}`).current;
   return (
@@ -115,7 +171,10 @@ export function Segments<T extends string | number>(props: {
       {props.options.map(([value, label]) => (
         <label key={String(value)}>
           <input
-            type="radio" name={name} checked={value === props.value} aria-label={label}
+            type="radio"
+            name={name}
+            checked={value === props.value}
+            aria-label={label}
             onChange={() => props.onChange(value)}
           />
           <span aria-hidden="true">{label}</span>
@@ -126,17 +185,26 @@ export function Segments<T extends string | number>(props: {
 }
 
 export function Select<T extends string | number>(props: {
-  label: string; value: T; options: [T, string][]; onChange(value: T): void;
+  label: string;
+  value: T;
+  options: [T, string][];
+  onChange(value: T): void;
 }) {
   return (
     <select
-      class="field small" aria-label={props.label} value={String(props.value)}
+      class="field small"
+      aria-label={props.label}
+      value={String(props.value)}
       onChange={(event) => {
         const chosen = props.options.find(([value]) => String(value) === event.currentTarget.value);
         if (chosen) props.onChange(chosen[0]);
       }}
     >
-      {props.options.map(([value, label]) => <option key={String(value)} value={String(value)}>{label}</option>)}
+      {props.options.map(([value, label]) => (
+        <option key={String(value)} value={String(value)}>
+          {label}
+        </option>
+      ))}
     </select>
   );
 }

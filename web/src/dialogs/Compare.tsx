@@ -10,7 +10,10 @@ export default function Compare(props: { leftTitle: string; left: string; rightT
   );
 }
 
-interface Line { text: string; differs: boolean }
+interface Line {
+  text: string;
+  differs: boolean;
+}
 const kShown = 2000;
 
 function Side({ title, lines }: { title: string; lines: Line[] }) {
@@ -18,7 +21,9 @@ function Side({ title, lines }: { title: string; lines: Line[] }) {
     <figure>
       <figcaption>{title}</figcaption>
       <pre tabIndex={0}>
-        {lines.slice(0, kShown).map(({ text, differs }) => <span class={differs ? 'differs' : undefined}>{`${text}\n`}</span>)}
+        {lines.slice(0, kShown).map(({ text, differs }) => (
+          <span class={differs ? 'differs' : undefined}>{`${text}\n`}</span>
+        ))}
       </pre>
     </figure>
   );

@@ -32,26 +32,48 @@ export function DialogHost() {
   const finish = (action: number) => dialog.answer({ action, field: field.trim() });
   return (
     <dialog
-      key={dialog.title} class={`dialog${dialog.compare ? ' wide' : ''}`} ref={ref} aria-labelledby="dialog-title"
-      onCancel={(event) => { event.preventDefault(); dialog.answer(null); }}
+      key={dialog.title}
+      class={`dialog${dialog.compare ? ' wide' : ''}`}
+      ref={ref}
+      aria-labelledby="dialog-title"
+      onCancel={(event) => {
+        event.preventDefault();
+        dialog.answer(null);
+      }}
     >
-      <form onSubmit={(event) => { event.preventDefault(); if (dialog.actions.length && !unusable) finish(0); else if (!dialog.actions.length) dialog.answer(null); }}>
+      <form
+        onSubmit={(event) => {
+          event.preventDefault();
+          if (dialog.actions.length && !unusable) finish(0);
+          else if (!dialog.actions.length) dialog.answer(null);
+        }}
+      >
         <h2 id="dialog-title">{dialog.title}</h2>
         {dialog.text && <p>{dialog.text}</p>}
         {dialog.field && (
           <input
-            class="field" aria-label={dialog.field.label} placeholder={dialog.field.hint} value={field} autocomplete="off"
-            autocapitalize="off" spellcheck={false} onInput={(event) => setField(event.currentTarget.value)}
+            class="field"
+            aria-label={dialog.field.label}
+            placeholder={dialog.field.hint}
+            value={field}
+            autocomplete="off"
+            autocapitalize="off"
+            spellcheck={false}
+            onInput={(event) => setField(event.currentTarget.value)}
           />
         )}
         {dialog.choices && <Choices choices={dialog.choices} value={field} onChange={setField} />}
         {dialog.compare && <Compare {...dialog.compare} />}
         <div class="dialog-actions">
-          <button type="button" class="button" onClick={() => dialog.answer(null)}>{dialog.cancel}</button>
+          <button type="button" class="button" onClick={() => dialog.answer(null)}>
+            {dialog.cancel}
+          </button>
           {dialog.actions.map((action, k) => (
             <button
-              type={k === 0 ? 'submit' : 'button'} class={`button ${action.danger ? 'danger' : k === 0 ? 'primary' : ''}`}
-              disabled={unusable} onClick={k === 0 ? undefined : () => finish(k)}
+              type={k === 0 ? 'submit' : 'button'}
+              class={`button ${action.danger ? 'danger' : k === 0 ? 'primary' : ''}`}
+              disabled={unusable}
+              onClick={k === 0 ? undefined : () => finish(k)}
             >
               {action.label}
             </button>

@@ -13,7 +13,17 @@ import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import { isDirty, isProgram, nameOf, type OpenFile } from './core/editor';
 import {
-  dropState, editLines, runAndLook, keepState, makeState, nameAtCaret, openSearch, redo, selectedText, setMarks, undo,
+  dropState,
+  editLines,
+  runAndLook,
+  keepState,
+  makeState,
+  nameAtCaret,
+  openSearch,
+  redo,
+  selectedText,
+  setMarks,
+  undo,
 } from './fileView';
 
 export function EditorPanel() {
@@ -23,7 +33,9 @@ export function EditorPanel() {
   const view = useRef<EditorView | null>(null);
   return (
     <Panel
-      id="editor" label={t.shell.editor} title={<Tabs app={app} />}
+      id="editor"
+      label={t.shell.editor}
+      title={<Tabs app={app} />}
       actions={file && <Actions app={app} file={file} view={() => view.current} />}
     >
       {file ? <Field app={app} path={file.path} view={view} /> : <NoFile app={app} />}
@@ -42,17 +54,26 @@ function Tabs({ app }: { app: App }) {
         return (
           <div class={`tab${on ? ' on' : ''}${isDirty(file) ? ' dirty' : ''}`} key={file.path}>
             <button
-              type="button" class="tab-name" aria-current={on ? 'true' : undefined} tabIndex={on ? 0 : -1} title={file.path}
+              type="button"
+              class="tab-name"
+              aria-current={on ? 'true' : undefined}
+              tabIndex={on ? 0 : -1}
+              title={file.path}
               onClick={() => void editor.open(file.path)}
             >
               {nameOf(file.path)}
               {isDirty(file) && <span class="visually-hidden"> {t.editor.unsaved}</span>}
             </button>
             <button
-              type="button" class="tab-close" tabIndex={on ? 0 : -1} aria-label={t.editor.closeTab(nameOf(file.path))}
-              onClick={() => void editor.close(file.path).then(() => {
-                if (!editor.files.value.some((each) => each.path === file.path)) dropState(file.path);
-              })}
+              type="button"
+              class="tab-close"
+              tabIndex={on ? 0 : -1}
+              aria-label={t.editor.closeTab(nameOf(file.path))}
+              onClick={() =>
+                void editor.close(file.path).then(() => {
+                  if (!editor.files.value.some((each) => each.path === file.path)) dropState(file.path);
+                })
+              }
             >
               <Icon name="close" />
             </button>
@@ -75,34 +96,73 @@ function moveTab(event: KeyboardEvent, app: App): void {
 function Actions({ app, file, view }: { app: App; file: OpenFile; view(): EditorView | null }) {
   const on = (work: (field: EditorView) => unknown) => () => {
     const field = view();
-    if (field) { field.focus(); void work(field); }
+    if (field) {
+      field.focus();
+      void work(field);
+    }
   };
   const busy = app.console.busy.value;
   const program = isProgram(file.path);
-  const more = (event: MouseEvent) => showMenu(event, t.editor.more, [
-    { label: t.editor.undo, icon: 'undo', keys: 'Ctrl Z', onPick: on(undo) },
-    { label: t.editor.redo, icon: 'redo', keys: 'Ctrl Y', onPick: on(redo) },
-    { label: t.editor.find, icon: 'search', keys: 'Ctrl F', onPick: on(openSearch) },
-    ...(!program ? [] : [
-      { label: t.editor.runSelection, icon: 'run' as const, divided: true, disabled: busy,
-        onPick: on((field) => app.runText(selectedText(field.state))) },
-      { label: t.editor.comment, icon: 'comment' as const, keys: 'Ctrl /', divided: true,
-        onPick: on((field) => editLines(app, field, 'editor/comment')) },
-      { label: t.editor.uncomment, icon: 'comment' as const, onPick: on((field) => editLines(app, field, 'editor/uncomment')) },
-      { label: t.editor.indent, icon: 'indent' as const, keys: 'Ctrl I', onPick: on((field) => editLines(app, field, 'editor/indent')) },
-      { label: t.editor.helpOnName, icon: 'help' as const, keys: 'F1', divided: true, onPick: on((field) => {
-        const name = nameAtCaret(field.state);
-        if (name) void app.showHelpOn(name);
-      }) },
-    ]),
-  ]);
+  const more = (event: MouseEvent) =>
+    showMenu(event, t.editor.more, [
+      { label: t.editor.undo, icon: 'undo', keys: 'Ctrl Z', onPick: on(undo) },
+      { label: t.editor.redo, icon: 'redo', keys: 'Ctrl Y', onPick: on(redo) },
+      { label: t.editor.find, icon: 'search', keys: 'Ctrl F', onPick: on(openSearch) },
+      ...(!program
+        ? []
+        : [
+            {
+              label: t.editor.runSelection,
+              icon: 'run' as const,
+              divided: true,
+              disabled: busy,
+              onPick: on((field) => app.runText(selectedText(field.state))),
+            },
+            {
+              label: t.editor.comment,
+              icon: 'comment' as const,
+              keys: 'Ctrl /',
+              divided: true,
+              onPick: on((field) => editLines(app, field, 'editor/comment')),
+            },
+            {
+              label: t.editor.uncomment,
+              icon: 'comment' as const,
+              onPick: on((field) => editLines(app, field, 'editor/uncomment')),
+            },
+            {
+              label: t.editor.indent,
+              icon: 'indent' as const,
+              keys: 'Ctrl I',
+              onPick: on((field) => editLines(app, field, 'editor/indent')),
+            },
+            {
+              label: t.editor.helpOnName,
+              icon: 'help' as const,
+              keys: 'F1',
+              divided: true,
+              onPick: on((field) => {
+                const name = nameAtCaret(field.state);
+                if (name) void app.showHelpOn(name);
+              }),
+            },
+          ]),
+    ]);
   return (
     <>
-      <IconButton icon="save" label={t.editor.save} disabled={!isDirty(file)} onClick={() => void app.editor.save(file.path)} />
+      <IconButton
+        icon="save"
+        label={t.editor.save}
+        disabled={!isDirty(file)}
+        onClick={() => void app.editor.save(file.path)}
+      />
       <IconButton icon="more" label={t.editor.more} onClick={more} />
-      {program && (busy
-        ? <IconButton icon="stop" label={t.console.stop} onClick={() => app.console.stop()} />
-        : <IconButton icon="run" label={t.editor.run} on onClick={() => void runAndLook(app, file.path, view())} />)}
+      {program &&
+        (busy ? (
+          <IconButton icon="stop" label={t.console.stop} onClick={() => app.console.stop()} />
+        ) : (
+          <IconButton icon="run" label={t.editor.run} on onClick={() => void runAndLook(app, file.path, view())} />
+        ))}
     </>
   );
 }
@@ -111,10 +171,15 @@ function Field({ app, path, view }: { app: App; path: string; view: { current: E
   const { editor } = app;
   const parent = useRef<HTMLDivElement>(null);
   const generation = useSignal(0);
-  const suggestions = useRef(new Suggestions(
-    (text, position) => app.console.complete(text, position),
-    ({ state }) => { const line = state.doc.lineAt(state.selection.main.head); return [line.text, line.from]; },
-  )).current;
+  const suggestions = useRef(
+    new Suggestions(
+      (text, position) => app.console.complete(text, position),
+      ({ state }) => {
+        const line = state.doc.lineAt(state.selection.main.head);
+        return [line.text, line.from];
+      },
+    ),
+  ).current;
 
   useEffect(() => {
     const field = new EditorView({ parent: parent.current! });
@@ -174,9 +239,13 @@ function NoFile({ app }: { app: App }) {
   return (
     <Empty title={t.editor.emptyTitle} text={t.editor.emptyText}>
       <div class="button-row">
-        <button type="button" class="button primary" onClick={() => void create()}>{t.editor.newFile}</button>
+        <button type="button" class="button primary" onClick={() => void create()}>
+          {t.editor.newFile}
+        </button>
         {!app.layout.isShown('files') && (
-          <button type="button" class="button" onClick={() => app.layout.show('files')}>{t.editor.openFiles}</button>
+          <button type="button" class="button" onClick={() => app.layout.show('files')}>
+            {t.editor.openFiles}
+          </button>
         )}
       </div>
     </Empty>

@@ -3,7 +3,9 @@ import { memoryStore, settle, startApp } from '../../tests/unit/twins';
 import type { FakeSession } from '../../tests/fake/engine';
 import { isDirty } from './core/editor';
 
-const withFile = ({ state }: FakeSession) => { state.files.set('f.m', 'a = 1\nb = nosuch\n'); };
+const withFile = ({ state }: FakeSession) => {
+  state.files.set('f.m', 'a = 1\nb = nosuch\n');
+};
 
 async function opened(store = memoryStore()) {
   const parts = startApp(withFile, store);
@@ -29,7 +31,10 @@ test('an unsaved text becomes a draft, comes back after a crash, and can be drop
 
 test('a saved text leaves no draft; a full store costs nothing but the draft', async () => {
   const parts = await opened(memoryStore(60));
+  parts.app.editor.changed('f.m', 'y');
+  expect(parts.app.editor.keepAll()).toBe(true);
   parts.app.editor.changed('f.m', 'x'.repeat(200));
+  expect(parts.app.editor.keepAll()).toBe(false);
   parts.clock.pass(1000);
   expect(await parts.app.editor.save('f.m')).toBe(true);
   expect(parts.session.state.files.get('f.m')).toBe('x'.repeat(200));
@@ -37,7 +42,10 @@ test('a saved text leaves no draft; a full store costs nothing but the draft', a
   expect(parts.store.keys()).not.toContain('draft:f.m');
 });
 
-test.each([[0, 'mine'], [1, 'theirs, which is longer']])('a conflict shows both texts and keeps the chosen one', async (action, kept) => {
+test.each([
+  [0, 'mine'],
+  [1, 'theirs, which is longer'],
+])('a conflict shows both texts and keeps the chosen one', async (action, kept) => {
   const parts = await opened();
   parts.session.state.files.set('f.m', 'theirs, which is longer');
   parts.app.editor.changed('f.m', 'mine');

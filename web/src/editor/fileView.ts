@@ -5,7 +5,13 @@ import { history, redo, undo } from '@codemirror/commands';
 import { highlightSelectionMatches } from '@codemirror/search';
 import { EditorState, Prec, RangeSet, StateEffect, StateField } from '@codemirror/state';
 import {
-  EditorView, GutterMarker, gutter, highlightActiveLine, highlightActiveLineGutter, keymap, lineNumbers,
+  EditorView,
+  GutterMarker,
+  gutter,
+  highlightActiveLine,
+  highlightActiveLineGutter,
+  keymap,
+  lineNumbers,
 } from '@codemirror/view';
 import type { App } from '../shell/core/app';
 import { codeExtensions, targetOf } from '../code/codeField';
@@ -16,11 +22,17 @@ import { text as t } from '../texts/texts';
 import { isProgram, type Mark } from './core/editor';
 
 const kept = new Map<string, EditorState>();
-export const keepState = (path: string, state: EditorState) => { kept.set(path, state); };
-export const dropState = (path: string) => { kept.delete(path); };
+export const keepState = (path: string, state: EditorState) => {
+  kept.set(path, state);
+};
+export const dropState = (path: string) => {
+  kept.delete(path);
+};
 
 class MarkSign extends GutterMarker {
-  constructor(private readonly mark: Mark) { super(); }
+  constructor(private readonly mark: Mark) {
+    super();
+  }
   override toDOM(): HTMLElement {
     const sign = document.createElement('span');
     sign.className = this.mark.warning ? 'mark-sign warning' : 'mark-sign';
@@ -40,7 +52,10 @@ const marksField = StateField.define<RangeSet<GutterMarker>>({
       if (!effect.is(setMarks)) continue;
       const { doc } = transaction.state;
       const shown = effect.value.filter((mark) => mark.line >= 1 && mark.line <= doc.lines);
-      signs = RangeSet.of(shown.map((mark) => new MarkSign(mark).range(doc.line(mark.line).from)), true);
+      signs = RangeSet.of(
+        shown.map((mark) => new MarkSign(mark).range(doc.line(mark.line).from)),
+        true,
+      );
     }
     return signs;
   },
@@ -53,18 +68,27 @@ type Edit = 'editor/comment' | 'editor/uncomment' | 'editor/indent';
 export async function editLines(app: App, view: EditorView, method: Edit): Promise<void> {
   const { doc, selection } = view.state;
   const old = doc.toString();
-  const answer = await app.dialogs.guard(() => app.session.request(method, {
-    text: old, start: selection.main.from, end: selection.main.to,
-  }));
+  const answer = await app.dialogs.guard(() =>
+    app.session.request(method, {
+      text: old,
+      start: selection.main.from,
+      end: selection.main.to,
+    }),
+  );
   if (!answer || view.state.doc !== doc) return;
   let from = 0;
   let end = old.length;
   let newEnd = answer.text.length;
   while (from < end && from < newEnd && old[from] === answer.text[from]) from++;
-  while (end > from && newEnd > from && old[end - 1] === answer.text[newEnd - 1]) { end--; newEnd--; }
+  while (end > from && newEnd > from && old[end - 1] === answer.text[newEnd - 1]) {
+    end--;
+    newEnd--;
+  }
   view.dispatch({
     changes: { from, to: end, insert: answer.text.slice(from, newEnd) },
-    selection: { anchor: answer.start, head: answer.end }, userEvent: 'input', scrollIntoView: true,
+    selection: { anchor: answer.start, head: answer.end },
+    userEvent: 'input',
+    scrollIntoView: true,
   });
 }
 
@@ -95,34 +119,63 @@ export function makeState(app: App, path: string, text: string, suggestions: Sug
   if (old && old.doc.toString() === text) return old;
   const indenter = async (all: string, position: number) =>
     (await app.session.request('editor/indentedLine', { text: all, position })).line;
-  const does = (work: (view: EditorView) => unknown) => (view: EditorView) => { void work(view); return true; };
+  const does = (work: (view: EditorView) => unknown) => (view: EditorView) => {
+    void work(view);
+    return true;
+  };
   const enter = isProgram(path) ? newLine(indenter) : newLine(async () => '');
-  const keys = Prec.high(keymap.of([
-    { key: 'Mod-s', run: does(() => app.editor.save(path)) },
-    { key: 'Mod-Enter', run: does((view) => runAndLook(app, path, view)) },
-    { key: 'Shift-Mod-Enter', run: does((view) => app.runText(selectedText(view.state))) },
-    { key: 'Mod-/', run: does((view) => editLines(app, view, 'editor/comment')) },
-    { key: 'Shift-Mod-/', run: does((view) => editLines(app, view, 'editor/uncomment')) },
-    { key: 'Mod-i', run: does((view) => editLines(app, view, 'editor/indent')) },
-    { key: 'Mod-f', run: does(openSearch) },
-    { key: 'F1', run: does((view) => { const name = nameAtCaret(view.state); if (name) return app.showHelpOn(name); return undefined; }) },
-    { key: 'Tab', run: suggestions.tab },
-    { key: 'Escape', run: () => { suggestions.clear(); return false; } },
-    { key: 'Enter', run: enter },
-  ]));
+  const keys = Prec.high(
+    keymap.of([
+      { key: 'Mod-s', run: does(() => app.editor.save(path)) },
+      { key: 'Mod-Enter', run: does((view) => runAndLook(app, path, view)) },
+      { key: 'Shift-Mod-Enter', run: does((view) => app.runText(selectedText(view.state))) },
+      { key: 'Mod-/', run: does((view) => editLines(app, view, 'editor/comment')) },
+      { key: 'Shift-Mod-/', run: does((view) => editLines(app, view, 'editor/uncomment')) },
+      { key: 'Mod-i', run: does((view) => editLines(app, view, 'editor/indent')) },
+      { key: 'Mod-f', run: does(openSearch) },
+      {
+        key: 'F1',
+        run: does((view) => {
+          const name = nameAtCaret(view.state);
+          if (name) return app.showHelpOn(name);
+          return undefined;
+        }),
+      },
+      { key: 'Tab', run: suggestions.tab },
+      {
+        key: 'Escape',
+        run: () => {
+          suggestions.clear();
+          return false;
+        },
+      },
+      { key: 'Enter', run: enter },
+    ]),
+  );
   return EditorState.create({
     doc: text,
     extensions: [
       history(),
-      codeExtensions(app, { label: t.editor.program, ownKeyboard: ownKeyboardWanted(app), keys, extra: [
-        marksGutter, lineNumbers(), highlightActiveLine(), highlightActiveLineGutter(), highlightSelectionMatches(),
-        isProgram(path) ? [suggestions.extension(), mendWhileTyping(indenter)] : [],
-      ] }),
+      codeExtensions(app, {
+        label: t.editor.program,
+        ownKeyboard: ownKeyboardWanted(app),
+        keys,
+        extra: [
+          marksGutter,
+          lineNumbers(),
+          highlightActiveLine(),
+          highlightActiveLineGutter(),
+          highlightSelectionMatches(),
+          isProgram(path) ? [suggestions.extension(), mendWhileTyping(indenter)] : [],
+        ],
+      }),
       EditorView.updateListener.of((update) => {
         if (update.docChanged) app.editor.changed(path, update.state.doc.toString());
       }),
       EditorView.domEventHandlers({
-        focus: (_, view) => { app.keyboard.target.value = targetOf(view, () => enter(view)); },
+        focus: (_, view) => {
+          app.keyboard.target.value = targetOf(view, () => enter(view));
+        },
       }),
     ],
   });

@@ -6,12 +6,21 @@ class Wire implements Engine {
   sent: { id: number; method: string; params: unknown }[] = [];
   text!: (text: string) => void;
   state!: (state: CarrierState) => void;
-  send(text: string) { this.sent.push(JSON.parse(text)); }
-  listen(text: (text: string) => void, state: (state: CarrierState) => void) { this.text = text; this.state = state; }
-  open() { this.state('open'); }
+  send(text: string) {
+    this.sent.push(JSON.parse(text));
+  }
+  listen(text: (text: string) => void, state: (state: CarrierState) => void) {
+    this.text = text;
+    this.state = state;
+  }
+  open() {
+    this.state('open');
+  }
   retry() {}
   close() {}
-  answer(at: number, body: object) { this.text(JSON.stringify({ jsonrpc: '2.0', id: this.sent[at]!.id, ...body })); }
+  answer(at: number, body: object) {
+    this.text(JSON.stringify({ jsonrpc: '2.0', id: this.sent[at]!.id, ...body }));
+  }
 }
 
 function opened() {
@@ -31,7 +40,9 @@ test('answers find their requests in any order, and errors keep title and text',
   wire.answer(2, { error: { code: -32602, message: 'path should be a text' } });
   expect(await second).toMatchObject({ revision: 4 });
   await expect(first).rejects.toMatchObject({ code: 1, title: 'Failed', text: 'No such file', isAlert: true });
-  await expect(third).rejects.toSatisfy((error: EngineError) => !error.isAlert && error.title === 'path should be a text');
+  await expect(third).rejects.toSatisfy(
+    (error: EngineError) => !error.isAlert && error.title === 'path should be a text',
+  );
 });
 
 test('a lost connection rejects what waits, refuses what comes, and leaves no handler behind', async () => {
@@ -42,7 +53,7 @@ test('a lost connection rejects what waits, refuses what comes, and leaves no ha
   await expect(session.request('console/items', {})).rejects.toBeInstanceOf(ConnectionLost);
   expect(wire.sent).toHaveLength(1);
   wire.state('open');
-  wire.answer(0, { result: {} });  // the late answer of the old connection finds nobody
+  wire.answer(0, { result: {} }); // the late answer of the old connection finds nobody
 });
 
 test('notifications reach every handler until it stops', () => {
@@ -50,7 +61,8 @@ test('notifications reach every handler until it stops', () => {
   const seen: string[] = [];
   const stop = session.on('console/prompt', ({ text }) => seen.push(`a ${text}`));
   session.on('console/prompt', ({ text }) => seen.push(`b ${text}`));
-  const prompt = (text: string) => wire.text(JSON.stringify({ jsonrpc: '2.0', method: 'console/prompt', params: { text } }));
+  const prompt = (text: string) =>
+    wire.text(JSON.stringify({ jsonrpc: '2.0', method: 'console/prompt', params: { text } }));
   prompt('1');
   stop();
   prompt('2');

@@ -6,9 +6,11 @@ export async function exchangeToken(): Promise<void> {
   if (!/^[\w-]{16,}$/.test(token)) return;
   history.replaceState(null, '', location.pathname + location.search);
   await fetch('/token', {
-    method: 'POST', credentials: 'same-origin', headers: { 'Content-Type': 'application/json' },
+    method: 'POST',
+    credentials: 'same-origin',
+    headers: { 'Content-Type': 'application/json' },
     body: JSON.stringify({ token }),
-  }).catch(() => {});  // without the server there is no session either, and that is shown
+  }).catch(() => {}); // without the server there is no session either, and that is shown
 }
 
 export function sessionAddress(): string {

@@ -14,7 +14,9 @@ export class WebSocketEngine implements Engine {
   private onState: (state: CarrierState) => void = () => {};
 
   constructor(private readonly address: string) {
-    const wake = () => { if (document.visibilityState === 'visible') this.retry(); };
+    const wake = () => {
+      if (document.visibilityState === 'visible') this.retry();
+    };
     document.addEventListener('visibilitychange', wake);
     window.addEventListener('online', wake);
   }
@@ -37,7 +39,9 @@ export class WebSocketEngine implements Engine {
       this.onState('open');
     };
     socket.onmessage = (event) => this.onText(String(event.data));
-    socket.onclose = () => { if (this.socket === socket) this.lost(); };
+    socket.onclose = () => {
+      if (this.socket === socket) this.lost();
+    };
   }
 
   retry(): void {
@@ -56,7 +60,10 @@ export class WebSocketEngine implements Engine {
   private lost(): void {
     this.socket = null;
     this.onState('lost');
-    this.timer = window.setTimeout(() => { this.timer = 0; this.open(); }, this.delay);
+    this.timer = window.setTimeout(() => {
+      this.timer = 0;
+      this.open();
+    }, this.delay);
     this.delay = Math.min(this.delay * 2, kLongestDelay);
   }
 }

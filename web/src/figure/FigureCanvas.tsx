@@ -56,11 +56,18 @@ export function FigureCanvas({ app, describedBy }: { app: App; describedBy: stri
   return (
     <div class="figure-frame" ref={frame}>
       <canvas
-        ref={canvas} tabIndex={0} role="img" aria-label={t.figure.canvas} aria-describedby={describedBy}
-        aria-roledescription={t.figure.canvas} onKeyDown={(event) => onKey(event, app, size.current)}
+        ref={canvas}
+        tabIndex={0}
+        role="img"
+        aria-label={t.figure.canvas}
+        aria-describedby={describedBy}
+        aria-roledescription={t.figure.canvas}
+        onKeyDown={(event) => onKey(event, app, size.current)}
       />
       {tip && <Tip x={tip.px} y={tip.py} text={t.figure.tip(short(tip.x), short(tip.y))} size={size.current} />}
-      <span class="visually-hidden" role="status">{tip ? t.figure.tip(short(tip.x), short(tip.y)) : ''}</span>
+      <span class="visually-hidden" role="status">
+        {tip ? t.figure.tip(short(tip.x), short(tip.y)) : ''}
+      </span>
     </div>
   );
 }
@@ -70,7 +77,8 @@ function Tip({ x, y, text, size }: { x: number; y: number; text: string; size: {
   const below = y < 48 ? ' below' : '';
   return (
     <div class={`figure-tip${side}${below}`} style={{ transform: `translate(${x}px, ${y}px)` }} aria-hidden="true">
-      <i /><span>{text}</span>
+      <i />
+      <span>{text}</span>
     </div>
   );
 }
@@ -85,8 +93,10 @@ function onKey(event: KeyboardEvent, app: App, { width, height }: { width: numbe
     const tip = figure.tip.value;
     const [x, y] = tip ? [tip.px + arrow[0]! * 6, tip.py + arrow[1]! * 6] : [width / 2, height / 2];
     void figure.tipAt(x!, y!);
-  } else if (event.key === '+' || event.key === '=') figure.gesture(wheelGesture(surface ? 'surface' : 'plot', { x: width / 2, y: height / 2 }, -80));
-  else if (event.key === '-') figure.gesture(wheelGesture(surface ? 'surface' : 'plot', { x: width / 2, y: height / 2 }, 80));
+  } else if (event.key === '+' || event.key === '=')
+    figure.gesture(wheelGesture(surface ? 'surface' : 'plot', { x: width / 2, y: height / 2 }, -80));
+  else if (event.key === '-')
+    figure.gesture(wheelGesture(surface ? 'surface' : 'plot', { x: width / 2, y: height / 2 }, 80));
   else if (event.key === '0') figure.gesture({ kind: 'reset' });
   else if (event.key === 'Escape') figure.hideTip();
   else return;
@@ -131,7 +141,9 @@ function usePointer(canvas: { current: HTMLCanvasElement | null }, app: App): vo
       if (double) figure.gesture({ kind: 'reset' });
       else if (kind() === 'plot') void figure.tipAt(began.x, began.y);
     };
-    const leave = (event: PointerEvent) => { if (event.pointerType === 'mouse' && !fingers.count) figure.hideTip(); };
+    const leave = (event: PointerEvent) => {
+      if (event.pointerType === 'mouse' && !fingers.count) figure.hideTip();
+    };
     const wheel = (event: WheelEvent) => {
       event.preventDefault();
       figure.gesture(wheelGesture(kind(), at(event), event.deltaY * (event.deltaMode === 1 ? 18 : 1)));

@@ -12,13 +12,17 @@ const dateText = (seconds: number) =>
 /// The saved figures, in the order of their folder.
 export default function FigureList({ app, onShown }: { app: App; onShown(): void }) {
   const { figure } = app;
-  useEffect(() => { void figure.list(); }, []);
+  useEffect(() => {
+    void figure.list();
+  }, []);
   const items = figure.saved.value;
   if (!items) return <p class="loading-text">{t.figure.loading}</p>;
   if (!items.length) return <Empty title={t.figure.noPlot} text={t.figure.noPlotText} />;
   const menu = (event: MouseEvent, item: SavedFigure) => {
     event.preventDefault();
-    showMenu(event, item.name, [{ label: t.figure.delete, icon: 'clear', danger: true, onPick: () => void figure.remove(item) }]);
+    showMenu(event, item.name, [
+      { label: t.figure.delete, icon: 'clear', danger: true, onPick: () => void figure.remove(item) },
+    ]);
   };
   return (
     <ul class="figure-list">
@@ -28,7 +32,10 @@ export default function FigureList({ app, onShown }: { app: App; onShown(): void
             {kBase64.test(item.thumbnail) && (
               <img src={`data:image/png;base64,${item.thumbnail}`} alt="" width="96" height="72" loading="lazy" />
             )}
-            <span><b>{item.name}</b><small>{t.figure.savedAt(dateText(item.timeStamp))}</small></span>
+            <span>
+              <b>{item.name}</b>
+              <small>{t.figure.savedAt(dateText(item.timeStamp))}</small>
+            </span>
           </button>
           <IconButton icon="more" label={t.files.actionsFor(item.name)} onClick={(event) => menu(event, item)} />
         </li>

@@ -5,7 +5,10 @@ import type { Drawing, DrawingItem } from '../engine/core/protocol';
 
 const kGround = new Set(['background']);
 
-export interface PaintOptions { font: string; scale: number }
+export interface PaintOptions {
+  font: string;
+  scale: number;
+}
 
 export function paintDrawing(context: CanvasRenderingContext2D, drawing: Drawing, { font, scale }: PaintOptions): void {
   context.setTransform(scale, 0, 0, scale, 0, 0);
@@ -71,7 +74,8 @@ function paintShape(context: CanvasRenderingContext2D, item: DrawingItem): void 
 function traceMarker(context: CanvasRenderingContext2D, item: DrawingItem, x: number, y: number): void {
   for (const piece of item.outline ?? []) {
     for (let k = 0; k + 1 < piece.length; k += 2) {
-      if (k) context.lineTo(x + piece[k]!, y + piece[k + 1]!); else context.moveTo(x + piece[0]!, y + piece[1]!);
+      if (k) context.lineTo(x + piece[k]!, y + piece[k + 1]!);
+      else context.moveTo(x + piece[0]!, y + piece[1]!);
     }
     if (item.closed) context.closePath();
   }

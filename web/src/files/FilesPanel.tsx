@@ -19,12 +19,18 @@ export function FilesPanel() {
   const selecting = files.selecting.value;
   return (
     <Panel
-      id="files" title={selecting ? t.files.selectedCount(files.selected.value.size) : t.shell.files}
-      label={t.shell.files} actions={selecting ? <SelectionActions app={app} /> : <FolderActions app={app} />}
+      id="files"
+      title={selecting ? t.files.selectedCount(files.selected.value.size) : t.shell.files}
+      label={t.shell.files}
+      actions={selecting ? <SelectionActions app={app} /> : <FolderActions app={app} />}
     >
       <Search app={app} />
       {files.hits.value ? <Hits app={app} /> : <Folder app={app} />}
-      {files.progress.value && <p class="files-progress" role="status">{files.progress.value}</p>}
+      {files.progress.value && (
+        <p class="files-progress" role="status">
+          {files.progress.value}
+        </p>
+      )}
     </Panel>
   );
 }
@@ -35,9 +41,16 @@ function FolderActions({ app }: { app: App }) {
     const path = await files.newFile();
     if (path && isProgram(path)) await app.openFile(path);
   };
-  const sort = (event: MouseEvent | { x: number; y: number }) => showMenu(event, t.files.sort, t.files.orders.map((label, order) => ({
-    label, checked: files.sortedBy.value === order, onPick: () => void files.sort(order),
-  })));
+  const sort = (event: MouseEvent | { x: number; y: number }) =>
+    showMenu(
+      event,
+      t.files.sort,
+      t.files.orders.map((label, order) => ({
+        label,
+        checked: files.sortedBy.value === order,
+        onPick: () => void files.sort(order),
+      })),
+    );
   const more = (event: MouseEvent) => {
     const { right: x, bottom: y } = (event.currentTarget as Element).getBoundingClientRect();
     showMenu(event, t.files.more, [
@@ -45,10 +58,15 @@ function FolderActions({ app }: { app: App }) {
       { label: t.files.addFolder, icon: 'newFolder', onPick: () => void files.newFolder() },
       { label: t.files.import, icon: 'save', onPick: () => void pickFiles().then((picked) => files.import(picked)) },
       { label: t.files.sort, icon: 'sort', divided: true, onPick: () => sort({ x, y }) },
-      ...(app.layout.mode.value === 'phone' ? [] : [
-        { label: t.files.resize, icon: 'resize' as const, onPick: () => app.layout.resizePanel('files') },
-      ]),
-      { label: t.files.select, icon: 'select', disabled: !files.items.value?.length, onPick: () => files.select([], true) },
+      ...(app.layout.mode.value === 'phone'
+        ? []
+        : [{ label: t.files.resize, icon: 'resize' as const, onPick: () => app.layout.resizePanel('files') }]),
+      {
+        label: t.files.select,
+        icon: 'select',
+        disabled: !files.items.value?.length,
+        onPick: () => files.select([], true),
+      },
     ]);
   };
   return (
@@ -65,10 +83,22 @@ function SelectionActions({ app }: { app: App }) {
   const none = paths.length === 0;
   return (
     <>
-      <IconButton icon="copy" label={t.files.copy} disabled={none} onClick={() => void files.copyOrMove('copy', paths)} />
-      <IconButton icon="move" label={t.files.move} disabled={none} onClick={() => void files.copyOrMove('move', paths)} />
+      <IconButton
+        icon="copy"
+        label={t.files.copy}
+        disabled={none}
+        onClick={() => void files.copyOrMove('copy', paths)}
+      />
+      <IconButton
+        icon="move"
+        label={t.files.move}
+        disabled={none}
+        onClick={() => void files.copyOrMove('move', paths)}
+      />
       <IconButton icon="clear" label={t.files.delete} disabled={none} onClick={() => void files.remove(paths)} />
-      <button type="button" class="button plain" onClick={() => files.select([])}>{t.files.done}</button>
+      <button type="button" class="button plain" onClick={() => files.select([])}>
+        {t.files.done}
+      </button>
     </>
   );
 }
@@ -79,7 +109,11 @@ function Search({ app }: { app: App }) {
     <label class="search-field">
       <Icon name="search" />
       <input
-        type="search" class="field" placeholder={t.files.search} aria-label={t.files.search} value={app.files.query.value}
+        type="search"
+        class="field"
+        placeholder={t.files.search}
+        aria-label={t.files.search}
+        value={app.files.query.value}
         onInput={(event) => {
           const query = event.currentTarget.value;
           clearTimeout(timer.current);
@@ -112,32 +146,53 @@ function Folder({ app }: { app: App }) {
   const { files } = app;
   const over = useSignal(false);
   const items = files.items.value;
-  useEffect(() => { if (!files.items.value) void files.reload(); }, []);
+  useEffect(() => {
+    if (!files.items.value) void files.reload();
+  }, []);
   const drop = async (event: DragEvent) => {
     event.preventDefault();
     over.value = false;
     const found = await dropped(event.dataTransfer!);
-    if (found === null) files.refuseDrop(); else await files.import(found);
+    if (found === null) files.refuseDrop();
+    else await files.import(found);
   };
   return (
     <div
-      class={`folder${over.value ? ' over' : ''}`} onDragOver={(event) => { event.preventDefault(); over.value = true; }}
-      onDragLeave={() => { over.value = false; }} onDrop={(event) => void drop(event)}
+      class={`folder${over.value ? ' over' : ''}`}
+      onDragOver={(event) => {
+        event.preventDefault();
+        over.value = true;
+      }}
+      onDragLeave={() => {
+        over.value = false;
+      }}
+      onDrop={(event) => void drop(event)}
     >
       {files.folder.value && <Way app={app} />}
-      {!items ? <p class="files-note" aria-busy="true">{t.files.loading}</p>
-        : items.length === 0 ? (
-          <Empty title={t.files.empty} text={files.isEmptyRoot.value ? t.files.emptyRootText : ''}>
-            {files.isEmptyRoot.value && (
-              <button type="button" class="button" onClick={() => void addExamples(app)}>{t.files.addExamples}</button>
-            )}
-          </Empty>
-        ) : (
-          <ul class="file-list" aria-label={t.files.list}>
-            {items.map((item) => <Row app={app} item={item} key={item.relativePath} />)}
-          </ul>
-        )}
-      {over.value && <div class="drop-sign" aria-hidden="true">{t.files.dropHere}</div>}
+      {!items ? (
+        <p class="files-note" aria-busy="true">
+          {t.files.loading}
+        </p>
+      ) : items.length === 0 ? (
+        <Empty title={t.files.empty} text={files.isEmptyRoot.value ? t.files.emptyRootText : ''}>
+          {files.isEmptyRoot.value && (
+            <button type="button" class="button" onClick={() => void addExamples(app)}>
+              {t.files.addExamples}
+            </button>
+          )}
+        </Empty>
+      ) : (
+        <ul class="file-list" aria-label={t.files.list}>
+          {items.map((item) => (
+            <Row app={app} item={item} key={item.relativePath} />
+          ))}
+        </ul>
+      )}
+      {over.value && (
+        <div class="drop-sign" aria-hidden="true">
+          {t.files.dropHere}
+        </div>
+      )}
     </div>
   );
 }
@@ -147,9 +202,13 @@ function Way({ app }: { app: App }) {
   return (
     <nav class="way" aria-label={t.files.way}>
       <IconButton icon="back" label={t.files.up} onClick={() => void files.enter(parentOf(files.folder.value))} />
-      <button type="button" onClick={() => void files.enter('')}>{t.files.root}</button>
+      <button type="button" onClick={() => void files.enter('')}>
+        {t.files.root}
+      </button>
       {trail(files.folder.value).map(({ name, path }) => (
-        <button type="button" key={path} onClick={() => void files.enter(path)}>{name}</button>
+        <button type="button" key={path} onClick={() => void files.enter(path)}>
+          {name}
+        </button>
       ))}
     </nav>
   );
@@ -175,9 +234,11 @@ function Row({ app, item }: { app: App; item: FileItem }) {
       onContextMenu={menu}
     >
       <button type="button" class="file-name" onClick={pick}>
-        {files.selecting.value
-          ? <input type="checkbox" tabIndex={-1} aria-label={name} checked={files.selected.value.has(path)} />
-          : <FileIcon item={item} />}
+        {files.selecting.value ? (
+          <input type="checkbox" tabIndex={-1} aria-label={name} checked={files.selected.value.has(path)} />
+        ) : (
+          <FileIcon item={item} />
+        )}
         <span class="name">{name}</span>
         {open && isDirty(open) && <i class="dirty-dot" title={t.editor.unsaved} />}
         {item.size !== undefined && item.size !== null && <span class="size">{sizeText(item.size)}</span>}
@@ -189,7 +250,9 @@ function Row({ app, item }: { app: App; item: FileItem }) {
 
 function FileIcon({ item }: { item: FileItem }) {
   if (item.isFolder) return <Icon name="files" />;
-  return <Icon name={isProgram(item.relativePath) ? 'editor' : /\.(csv|dat)$/.test(item.relativePath) ? 'table' : 'file'} />;
+  return (
+    <Icon name={isProgram(item.relativePath) ? 'editor' : /\.(csv|dat)$/.test(item.relativePath) ? 'table' : 'file'} />
+  );
 }
 
 function actionsFor(app: App, item: FileItem): MenuItem[] {
@@ -198,11 +261,22 @@ function actionsFor(app: App, item: FileItem): MenuItem[] {
   const name = baseOf(path);
   const exportFile = async () => {
     const text = await files.read(path);
-    if (text !== undefined) await handOver(name, 'text/plain', text).catch(() => app.dialogs.alert(t.files.exportFailedTitle, t.files.exportFailed));
+    if (text !== undefined)
+      await handOver(name, 'text/plain', text).catch(() =>
+        app.dialogs.alert(t.files.exportFailedTitle, t.files.exportFailed),
+      );
   };
   return [
     ...(isProgram(path) && !item.isFolder
-      ? [{ label: t.files.run, icon: 'run' as const, disabled: app.console.busy.value, onPick: () => void app.runFile(path) }] : []),
+      ? [
+          {
+            label: t.files.run,
+            icon: 'run' as const,
+            disabled: app.console.busy.value,
+            onPick: () => void app.runFile(path),
+          },
+        ]
+      : []),
     { label: t.files.rename, icon: 'rename', onPick: () => void files.rename(path) },
     { label: t.files.duplicate, icon: 'duplicate', onPick: () => void files.duplicate([path]) },
     { label: t.files.copy, icon: 'copy', onPick: () => void files.copyOrMove('copy', [path]) },

@@ -7,7 +7,7 @@ export async function addExamples(app: App): Promise<void> {
   await app.dialogs.guard(async () => {
     const answer = await fetch('/examples.json');
     if (!answer.ok) return;
-    const examples = await answer.json() as Record<string, string>;
+    const examples = (await answer.json()) as Record<string, string>;
     for (const [name, text] of Object.entries(examples)) {
       await app.session.request('files/import', { folder: '', name, text });
     }

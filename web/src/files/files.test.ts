@@ -5,7 +5,9 @@ import { sizeText, stemLength, trail } from './core/names';
 const picked = (name: string, more = {}) => ({ name, size: 3, isFolder: false, text: async () => 'abc', ...more });
 
 async function started() {
-  const parts = startApp(({ state }) => { state.files.set('a.m', '1').set('sub', null).set('sub/b.m', '2'); });
+  const parts = startApp(({ state }) => {
+    state.files.set('a.m', '1').set('sub', null).set('sub/b.m', '2');
+  });
   await settle();
   return parts;
 }
@@ -16,7 +18,7 @@ test('names of every kind', () => {
   expect([0, 999, 1500, 25_000, 3_000_000].map(sizeText)).toEqual(['0 B', '999 B', '1.5 kB', '25 kB', '3.0 MB']);
 });
 
-test('the alert of a bad name is the engine\'s own, and nothing is made', async () => {
+test("the alert of a bad name is the engine's own, and nothing is made", async () => {
   const { app, session } = await started();
   const making = app.files.newFile();
   app.dialogs.current.value!.answer({ action: 0, field: '1bad.m' });
@@ -47,10 +49,12 @@ test('an import asks first, and refuses folders, other types, and files that can
   await run(picked('yes.csv'));
   await run(picked('broken.csv', { text: () => Promise.reject(new Error()) }));
   expect(texts).toEqual([
-    'Importing a directory (folder) is not supported', 'Importing a file of non-text type (photo.png)',
+    'Importing a directory (folder) is not supported',
+    'Importing a file of non-text type (photo.png)',
     'Importing the item "no.csv" into the folder "Work directory". Proceed?',
     'Importing the item "yes.csv" into the folder "Work directory". Proceed?',
-    'Importing the item "broken.csv" into the folder "Work directory". Proceed?', 'Error occurred while importing "broken.csv"',
+    'Importing the item "broken.csv" into the folder "Work directory". Proceed?',
+    'Error occurred while importing "broken.csv"',
   ]);
   expect([...session.state.files.keys()].filter((name) => name.endsWith('.csv'))).toEqual(['yes.csv']);
 });

@@ -18,14 +18,18 @@ export function HelpPage({ app, path }: { app: App; path: string }) {
   const size = app.settings.values.value?.docTextSize ?? 100;
   useEffect(() => {
     const root = article.current!;
-    root.replaceChildren(pageNodes(html, {
-      picture: (source) => { const target = resolveLink(path, source); return target && `/docs/${target}`; },
-    }));
+    root.replaceChildren(
+      pageNodes(html, {
+        picture: (source) => app.help.picture(resolveLink(path, source)),
+      }),
+    );
     dressCode(app, root);
     void setFormulas(root);
     root.parentElement!.scrollTop = 0;
   }, [html]);
-  useEffect(() => { article.current!.style.fontSize = `${size}%`; }, [size]);
+  useEffect(() => {
+    article.current!.style.fontSize = `${size}%`;
+  }, [size]);
 
   const follow = (event: MouseEvent) => {
     const link = (event.target as Element).closest('a');
@@ -61,11 +65,19 @@ function dressCode(app: App, root: HTMLElement): void {
       <>
         <InputEcho app={app} text={text} />
         {runs && (
-          <button type="button" class="try" aria-label={t.help.tryIt} title={t.help.tryIt} onClick={() => app.runText(text)}>
+          <button
+            type="button"
+            class="try"
+            aria-label={t.help.tryIt}
+            title={t.help.tryIt}
+            onClick={() => app.runText(text)}
+          >
             <Icon name="run" />
           </button>
         )}
-      </>, holder);
+      </>,
+      holder,
+    );
   }
 }
 
@@ -73,7 +85,9 @@ function FindInPage({ root, html }: { root(): HTMLElement; html: string }) {
   const query = useSignal('');
   const marks = useSignal<HTMLElement[]>([]);
   const at = useSignal(0);
-  useEffect(() => { find(''); }, [html]);
+  useEffect(() => {
+    find('');
+  }, [html]);
   const show = (index: number) => {
     marks.value[at.value]?.classList.remove('current');
     at.value = (index + marks.value.length) % Math.max(1, marks.value.length);
@@ -91,9 +105,15 @@ function FindInPage({ root, html }: { root(): HTMLElement; html: string }) {
   return (
     <div class="find-bar">
       <input
-        class="field small" type="search" placeholder={t.help.inPage} aria-label={t.help.inPage} value={query.value}
+        class="field small"
+        type="search"
+        placeholder={t.help.inPage}
+        aria-label={t.help.inPage}
+        value={query.value}
         onInput={(event) => find(event.currentTarget.value)}
-        onKeyDown={(event) => { if (event.key === 'Enter') show(at.value + (event.shiftKey ? -1 : 1)); }}
+        onKeyDown={(event) => {
+          if (event.key === 'Enter') show(at.value + (event.shiftKey ? -1 : 1));
+        }}
       />
       <span role="status">{query.value && (count ? t.help.foundAt(at.value + 1, count) : t.help.found(0))}</span>
       <IconButton icon="up" label={t.help.previousMatch} disabled={!count} onClick={() => show(at.value - 1)} />

@@ -12,17 +12,24 @@ export default function HelpPanel() {
   const app = useApp();
   const { help } = app;
   const page = help.path.value;
-  useEffect(() => { void help.loadTree(); }, []);
+  useEffect(() => {
+    void help.loadTree();
+  }, []);
   const name = help.files.value?.find((file) => file.relativePath === page)?.displayName;
   return (
     <Panel
-      id="help" label={t.shell.help}
-      title={page ? (
-        <div class="help-title">
-          <IconButton icon="back" label={t.help.back} onClick={() => help.back()} />
-          <h2>{name ?? t.shell.help}</h2>
-        </div>
-      ) : t.shell.help}
+      id="help"
+      label={t.shell.help}
+      title={
+        page ? (
+          <div class="help-title">
+            <IconButton icon="back" label={t.help.back} onClick={() => help.back()} />
+            <h2>{name ?? t.shell.help}</h2>
+          </div>
+        ) : (
+          t.shell.help
+        )
+      }
       actions={page && <IconButton icon="list" label={t.help.contents} onClick={() => help.toContents()} />}
     >
       {page ? <HelpPage app={app} key={page} path={page} /> : <Contents app={app} />}
@@ -43,20 +50,34 @@ function Contents({ app }: { app: App }) {
       <label class="search-field">
         <Icon name="search" />
         <input
-          type="search" class="field" placeholder={t.help.search} aria-label={t.help.search} value={help.query.value}
+          type="search"
+          class="field"
+          placeholder={t.help.search}
+          aria-label={t.help.search}
+          value={help.query.value}
           onInput={(event) => search(event.currentTarget.value)}
         />
       </label>
       {help.query.value && (
         <div class="help-scope">
           <Segments
-            label={t.help.scope} value={help.scope.value} options={[['title', t.help.title], ['content', t.help.content]]}
+            label={t.help.scope}
+            value={help.scope.value}
+            options={[
+              ['title', t.help.title],
+              ['content', t.help.content],
+            ]}
             onChange={(scope) => void help.search(help.query.value, scope)}
           />
         </div>
       )}
-      {hits === 'searching' ? <p class="files-note">{t.help.searching}</p>
-        : hits ? <Hits app={app} /> : <Tree app={app} />}
+      {hits === 'searching' ? (
+        <p class="files-note">{t.help.searching}</p>
+      ) : hits ? (
+        <Hits app={app} />
+      ) : (
+        <Tree app={app} />
+      )}
     </>
   );
 }
@@ -71,7 +92,10 @@ function Hits({ app }: { app: App }) {
       {hits.map((hit) => (
         <li key={hit.relativePath}>
           <button type="button" class="help-row page" onClick={() => void openPage(app, hit.relativePath)}>
-            <span><b>{hit.displayName}</b>{hit.excerpt && <small>{hit.excerpt}</small>}</span>
+            <span>
+              <b>{hit.displayName}</b>
+              {hit.excerpt && <small>{hit.excerpt}</small>}
+            </span>
           </button>
         </li>
       ))}
@@ -84,7 +108,12 @@ const depthOf = (file: DocFile) => file.relativePath.split('/').length - 1;
 function Tree({ app }: { app: App }) {
   const { help } = app;
   const files = help.files.value;
-  if (!files) return <p class="files-note" aria-busy="true">{t.help.loading}</p>;
+  if (!files)
+    return (
+      <p class="files-note" aria-busy="true">
+        {t.help.loading}
+      </p>
+    );
   const open = help.openFolders.value;
   const shown = files.filter((file) => {
     const parts = file.relativePath.split('/');
@@ -95,8 +124,14 @@ function Tree({ app }: { app: App }) {
       {shown.map((file) => (
         <li key={file.relativePath} class={`depth-${Math.min(3, depthOf(file))}`}>
           {file.isDir ? (
-            <button type="button" class="help-row" aria-expanded={open.has(file.relativePath)} onClick={() => help.toggleFolder(file.relativePath)}>
-              <Icon name={open.has(file.relativePath) ? 'chevronDown' : 'forward'} /><b>{file.displayName}</b>
+            <button
+              type="button"
+              class="help-row"
+              aria-expanded={open.has(file.relativePath)}
+              onClick={() => help.toggleFolder(file.relativePath)}
+            >
+              <Icon name={open.has(file.relativePath) ? 'chevronDown' : 'forward'} />
+              <b>{file.displayName}</b>
             </button>
           ) : (
             <button type="button" class="help-row page" onClick={() => void openPage(app, file.relativePath)}>

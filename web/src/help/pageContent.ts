@@ -1,19 +1,76 @@
 /// A help page as nodes of the app's own document: the body of the page with a short list of allowed
 /// elements and attributes. Nothing of it can run, and scripts and styles of the page stay out.
 
-const kAllowed = new Set(['A', 'ARTICLE', 'B', 'BLOCKQUOTE', 'BR', 'CODE', 'DD', 'DEL', 'DIV', 'DL', 'DT', 'EM', 'FIGCAPTION',
-  'FIGURE', 'FOOTER', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'HR', 'I', 'IMG', 'KBD', 'LI', 'MAIN', 'OL', 'P', 'PRE', 'S', 'SECTION',
-  'SPAN', 'STRONG', 'SUB', 'SUP', 'TABLE', 'TBODY', 'TD', 'TH', 'THEAD', 'TR', 'UL', 'VAR']);
-const kAttributes: Record<string, string[]> = { A: ['href'], IMG: ['src', 'alt'], TD: ['align'], TH: ['align'], OL: ['start'] };
+const kAllowed = new Set([
+  'A',
+  'ARTICLE',
+  'B',
+  'BLOCKQUOTE',
+  'BR',
+  'CODE',
+  'DD',
+  'DEL',
+  'DIV',
+  'DL',
+  'DT',
+  'EM',
+  'FIGCAPTION',
+  'FIGURE',
+  'FOOTER',
+  'H1',
+  'H2',
+  'H3',
+  'H4',
+  'H5',
+  'H6',
+  'HR',
+  'I',
+  'IMG',
+  'KBD',
+  'LI',
+  'MAIN',
+  'OL',
+  'P',
+  'PRE',
+  'S',
+  'SECTION',
+  'SPAN',
+  'STRONG',
+  'SUB',
+  'SUP',
+  'TABLE',
+  'TBODY',
+  'TD',
+  'TH',
+  'THEAD',
+  'TR',
+  'UL',
+  'VAR',
+]);
+const kAttributes: Record<string, string[]> = {
+  A: ['href'],
+  IMG: ['alt'],
+  TD: ['align'],
+  TH: ['align'],
+  OL: ['start'],
+};
 const kEverywhere = ['id', 'class'];
 
 export interface PageLinks {
-  /// The address of a picture that a page names; null leaves the picture out.
-  picture(source: string): string | null;
+  /// The SVG text of a picture that a page names; null leaves the picture out.
+  picture(source: string): Promise<string | null>;
+}
+
+/// What is left out later all the same is taken away before, since the policy would note it at parsing.
+function parsed(html: string): Document {
+  const plain = html
+    .replace(/<(style|script)\b[^]*?<\/\1>/gi, '')
+    .replace(/<\w[^>]*>/g, (tag) => tag.replace(/\s(?:style|on\w+)\s*=\s*(?:"[^"]*"|'[^']*'|[^\s>]+)/gi, ''));
+  return new DOMParser().parseFromString(plain, 'text/html');
 }
 
 export function pageNodes(html: string, links: PageLinks): DocumentFragment {
-  const page = new DOMParser().parseFromString(html, 'text/html');
+  const page = parsed(html);
   const content = document.createDocumentFragment();
   for (const node of page.body.childNodes) append(content, node, links);
   return content;
@@ -36,13 +93,15 @@ function append(parent: Node, node: Node, links: PageLinks): void {
     if (value !== null) element.setAttribute(attribute, value);
   }
   if (element instanceof HTMLImageElement) {
-    const address = links.picture(node.getAttribute('src') ?? '');
-    if (!address) return;
-    element.src = address;
-    element.loading = 'lazy';
-    element.addEventListener('error', () => element.remove());
+    void links.picture(node.getAttribute('src') ?? '').then((svg) => {
+      if (svg) element.src = `data:image/svg+xml;charset=utf-8,${encodeURIComponent(svg)}`;
+      else element.remove();
+    });
   }
-  if (element instanceof HTMLAnchorElement && /^\s*(javascript|data|vbscript):/i.test(element.getAttribute('href') ?? '')) {
+  if (
+    element instanceof HTMLAnchorElement &&
+    /^\s*(javascript|data|vbscript):/i.test(element.getAttribute('href') ?? '')
+  ) {
     element.removeAttribute('href');
   }
   node.childNodes.forEach((child) => append(element, child, links));
@@ -60,13 +119,17 @@ export async function setFormulas(root: HTMLElement): Promise<void> {
     if (parts.length < 2) continue;
     const holder = document.createDocumentFragment();
     for (const part of parts) {
-      if (!/^\\[([]/.test(part)) { holder.append(part); continue; }
+      if (!/^\\[([]/.test(part)) {
+        holder.append(part);
+        continue;
+      }
       const displayMode = part.startsWith('\\[');
       const html = renderToString(part.slice(2, -2), { output: 'mathml', displayMode, throwOnError: false });
-      const math = new DOMParser().parseFromString(html, 'text/html').querySelector('math');
+      const math = parsed(html).querySelector('math');
       const span = document.createElement('span');
       span.className = displayMode ? 'formula display' : 'formula';
-      if (math) span.append(document.importNode(math, true)); else span.textContent = part.slice(2, -2);
+      if (math) span.append(document.importNode(math, true));
+      else span.textContent = part.slice(2, -2);
       holder.append(span);
     }
     node.replaceWith(holder);

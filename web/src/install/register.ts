@@ -9,19 +9,27 @@ export function registerWorker(dialogs: Dialogs): void {
   const hadWorker = navigator.serviceWorker.controller !== null;
   let reloading = false;
   navigator.serviceWorker.addEventListener('controllerchange', () => {
-    if (hadWorker && !reloading) { reloading = true; location.reload(); }
+    if (hadWorker && !reloading) {
+      reloading = true;
+      location.reload();
+    }
   });
   addEventListener('load', () => {
-    navigator.serviceWorker.register('/worker.js').then((registration) => {
-      const offer = () => {
-        const waiting = registration.waiting;
-        if (waiting) dialogs.say(t.shell.newVersion, t.shell.reload, () => waiting.postMessage('take over'));
-      };
-      offer();
-      registration.addEventListener('updatefound', () => {
-        const fresh = registration.installing;
-        fresh?.addEventListener('statechange', () => { if (fresh.state === 'installed' && hadWorker) offer(); });
-      });
-    }).catch(() => {});  // private windows refuse workers
+    navigator.serviceWorker
+      .register('/worker.js')
+      .then((registration) => {
+        const offer = () => {
+          const waiting = registration.waiting;
+          if (waiting) dialogs.say(t.shell.newVersion, t.shell.reload, () => waiting.postMessage('take over'));
+        };
+        offer();
+        registration.addEventListener('updatefound', () => {
+          const fresh = registration.installing;
+          fresh?.addEventListener('statechange', () => {
+            if (fresh.state === 'installed' && hadWorker) offer();
+          });
+        });
+      })
+      .catch(() => {}); // private windows refuse workers
   });
 }

@@ -20,19 +20,36 @@ const kCaretStep = 9;
 export default function KeyboardView() {
   const app = useApp();
   const { keyboard } = app;
-  const tick = () => { navigator.vibrate?.(6); };
+  const tick = () => {
+    navigator.vibrate?.(6);
+  };
   return (
-    <div class="keyboard" role="group" aria-label={t.keyboard.name} onPointerDown={keepFocus} onContextMenu={(event) => event.preventDefault()}>
+    <div
+      class="keyboard"
+      role="group"
+      aria-label={t.keyboard.name}
+      onPointerDown={keepFocus}
+      onContextMenu={(event) => event.preventDefault()}
+    >
       <div class="keyboard-bar">
         <IconButton
-          icon="phone" label={t.keyboard.toSystem} keepFocus
+          icon="phone"
+          label={t.keyboard.toSystem}
+          keepFocus
           onClick={() => app.preferences.set({ keyboard: 'system' })}
         />
-        <IconButton icon="hide" label={t.keyboard.hide} keepFocus onClick={() => (document.activeElement as HTMLElement | null)?.blur()} />
+        <IconButton
+          icon="hide"
+          label={t.keyboard.hide}
+          keepFocus
+          onClick={() => (document.activeElement as HTMLElement | null)?.blur()}
+        />
       </div>
       {keyboard.rows.value.map((row, k) => (
         <div class="key-row" key={`${keyboard.type.value}-${k}`}>
-          {row.map((key) => <KeyButton item={key} key={key.id} tick={tick} />)}
+          {row.map((key) => (
+            <KeyButton item={key} key={key.id} tick={tick} />
+          ))}
         </div>
       ))}
     </div>
@@ -44,7 +61,10 @@ function KeyButton({ item, tick }: { item: Key; tick(): void }) {
   const pressed = useSignal(false);
   const choices = useSignal<number | null>(null);
   const state = useRef({ timer: 0, startX: 0, swiped: 0, handled: false, lastTap: 0 }).current;
-  const stop = () => { clearTimeout(state.timer); clearInterval(state.timer); };
+  const stop = () => {
+    clearTimeout(state.timer);
+    clearInterval(state.timer);
+  };
   useEffect(() => stop, []);
 
   const down = (event: PointerEvent) => {
@@ -61,7 +81,10 @@ function KeyButton({ item, tick }: { item: Key; tick(): void }) {
         state.timer = window.setInterval(() => void keyboard.press(item.id), kRepeatEvery);
       }, kRepeatDelay);
     } else if (item.longPress?.length) {
-      state.timer = window.setTimeout(() => { choices.value = 0; tick(); }, kLongPress);
+      state.timer = window.setTimeout(() => {
+        choices.value = 0;
+        tick();
+      }, kLongPress);
     }
   };
   const move = (event: PointerEvent) => {
@@ -97,23 +120,52 @@ function KeyButton({ item, tick }: { item: Key; tick(): void }) {
   const name = t.keyboard.keys[item.id] ?? item.text ?? item.char ?? item.id;
   return (
     <button
-      type="button" tabIndex={-1} aria-label={name} data-key={item.id} style={{ flexGrow: item.widthUnit }}
+      type="button"
+      tabIndex={-1}
+      aria-label={name}
+      data-key={item.id}
+      style={{ flexGrow: item.widthUnit }}
       class={`key${kFunctionKeys.has(item.id) ? ' function' : ''}${pressed.value ? ' pressed' : ''}${item.id === 'shift' && capital ? ' lit' : ''}`}
-      onPointerDown={down} onPointerMove={move} onPointerUp={up} onPointerCancel={up}
-      onClick={(event) => { if (event.detail === 0) void keyboard.press(item.id); }}
+      onPointerDown={down}
+      onPointerMove={move}
+      onPointerUp={up}
+      onPointerCancel={up}
+      onClick={(event) => {
+        if (event.detail === 0) void keyboard.press(item.id);
+      }}
     >
-      <span class="cap"><KeyFace item={item} pressed={pressed.value} locked={keyboard.capLocked.value} capital={capital} /></span>
-      {pressed.value && item.char && choices.value === null && item.id !== 'space' && <span class="balloon" aria-hidden="true">{item.text ?? item.char}</span>}
+      <span class="cap">
+        <KeyFace item={item} pressed={pressed.value} locked={keyboard.capLocked.value} capital={capital} />
+      </span>
+      {pressed.value && item.char && choices.value === null && item.id !== 'space' && (
+        <span class="balloon" aria-hidden="true">
+          {item.text ?? item.char}
+        </span>
+      )}
       {choices.value !== null && (
         <span class="alternatives" aria-hidden="true">
-          {item.longPress!.map((choice, k) => <i class={k === choices.value ? 'on' : ''} key={choice}>{choice}</i>)}
+          {item.longPress!.map((choice, k) => (
+            <i class={k === choices.value ? 'on' : ''} key={choice}>
+              {choice}
+            </i>
+          ))}
         </span>
       )}
     </button>
   );
 }
 
-function KeyFace({ item, pressed, locked, capital }: { item: Key; pressed: boolean; locked: boolean; capital: boolean }) {
+function KeyFace({
+  item,
+  pressed,
+  locked,
+  capital,
+}: {
+  item: Key;
+  pressed: boolean;
+  locked: boolean;
+  capital: boolean;
+}) {
   const image = item.id === 'shift' && capital ? 'shift.fill' : item.image;
   if (image && isIcon(image.replace('.left.fill', '.left'))) {
     return (

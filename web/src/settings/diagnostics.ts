@@ -20,7 +20,9 @@ export function diagnostics(app: App): string {
     `Console items: ${app.console.items.length}; open files: ${app.editor.files.value.length}; variables: ${app.workspace.variables.value.length}`,
     `Figure: ${app.figure.kind.value}, ${app.figure.drawing.value?.items.length ?? 0} items`,
     `Preferences: ${JSON.stringify(app.preferences.value.value)}`,
-    'Times:', ...times,
-    'Last errors:', ...app.dialogs.faults.slice(-20).map((fault) => `  ${fault.replace(/\n/g, '\n    ')}`),
+    'Times:',
+    ...times,
+    'Last errors:',
+    ...app.dialogs.faults.slice(-20).map((fault) => `  ${fault.replace(/\n/g, '\n    ')}`),
   ].join('\n');
 }

@@ -25,7 +25,15 @@ export function AppView({ app }: { app: App }) {
     <AppContext.Provider value={app}>
       <div class={`app ${mode}${editing.value ? ' editing' : ''}${keyboard ? ' with-keyboard' : ''}`}>
         <ConnectionBar />
-        {app.layout.maximized.value && mode !== 'phone' ? <One name={app.layout.maximized.value} /> : mode === 'desk' ? <Desk /> : mode === 'phone' ? <Phone /> : <TwoPanels />}
+        {app.layout.maximized.value && mode !== 'phone' ? (
+          <One name={app.layout.maximized.value} />
+        ) : mode === 'desk' ? (
+          <Desk />
+        ) : mode === 'phone' ? (
+          <Phone />
+        ) : (
+          <TwoPanels />
+        )}
         {keyboard && <KeyboardView />}
       </div>
       <Toast />
@@ -41,7 +49,9 @@ function Phone() {
   const { layout } = useApp();
   return (
     <>
-      <main class="stage"><PanelView name={layout.front.value} /></main>
+      <main class="stage">
+        <PanelView name={layout.front.value} />
+      </main>
       <Bar panels={['console', 'editor', 'figure', 'files']} rest={['workspace', 'help', 'settings']} />
     </>
   );
@@ -52,7 +62,9 @@ function One({ name }: { name: Panel }) {
   return (
     <>
       {layout.mode.value === 'desk' ? <TopBar /> : <Bar panels={kOrder} rest={[]} />}
-      <main class="stage desk-stage one"><PanelView name={name} /></main>
+      <main class="stage desk-stage one">
+        <PanelView name={name} />
+      </main>
     </>
   );
 }
@@ -69,11 +81,15 @@ function TwoPanels() {
       <main class={`stage pair ${vertical ? 'columns' : 'rows'}${layout.alone.value ? ' alone' : ''}`} ref={ref}>
         {!layout.alone.value && (
           <>
-            <div class="slot first"><PanelView name={layout.companion.value} /></div>
+            <div class="slot first">
+              <PanelView name={layout.companion.value} />
+            </div>
             <Divider name="pair" vertical={vertical} />
           </>
         )}
-        <div class="slot second"><PanelView name="console" /></div>
+        <div class="slot second">
+          <PanelView name="console" />
+        </div>
       </main>
     </>
   );
@@ -91,20 +107,30 @@ function Desk() {
         {layout.sidebarShown.value && (
           <>
             <div class="column sidebar">
-              <div class="slot first"><PanelView name="files" /></div>
+              <div class="slot first">
+                <PanelView name="files" />
+              </div>
               <Divider name="side" vertical={false} />
-              <div class="slot second"><PanelView name="workspace" /></div>
+              <div class="slot second">
+                <PanelView name="workspace" />
+              </div>
             </div>
             <Divider name="left" vertical />
           </>
         )}
         <div class="column middle">
-          <div class="slot first"><PanelView name="editor" /></div>
+          <div class="slot first">
+            <PanelView name="editor" />
+          </div>
           <Divider name="center" vertical={false} />
-          <div class="slot second"><PanelView name="console" /></div>
+          <div class="slot second">
+            <PanelView name="console" />
+          </div>
         </div>
         <Divider name="right" vertical reversed />
-        <div class="column right"><PanelView name={layout.side.value} /></div>
+        <div class="column right">
+          <PanelView name={layout.side.value} />
+        </div>
       </main>
     </>
   );
@@ -118,7 +144,12 @@ function useShares(ref: { current: HTMLElement | null }, shares: Record<string, 
 }
 
 function Mark() {
-  return <span class="mark"><Rings /><span class="wordmark">{t.shell.name}</span></span>;
+  return (
+    <span class="mark">
+      <Rings />
+      <span class="wordmark">{t.shell.name}</span>
+    </span>
+  );
 }
 
 function TopBar() {
@@ -127,17 +158,24 @@ function TopBar() {
   return (
     <header class="top-bar">
       <IconButton
-        icon="sidebar" label={t.shell.toggleSidebar} on={layout.sidebarShown.value} onClick={() => layout.toggleSidebar()}
+        icon="sidebar"
+        label={t.shell.toggleSidebar}
+        on={layout.sidebarShown.value}
+        onClick={() => layout.toggleSidebar()}
       />
       <Mark />
       <span class="work-directory">{settings.workDirectory.value}</span>
       <nav class="side-tabs" aria-label={t.shell.panels}>
         {sides.map((panel) => (
           <button
-            type="button" key={panel} class={layout.side.value === panel ? 'on' : ''}
-            aria-current={layout.side.value === panel ? 'page' : undefined} onClick={() => layout.show(panel)}
+            type="button"
+            key={panel}
+            class={layout.side.value === panel ? 'on' : ''}
+            aria-current={layout.side.value === panel ? 'page' : undefined}
+            onClick={() => layout.show(panel)}
           >
-            <Icon name={iconOf(panel)} />{t.shell[panel]}
+            <Icon name={iconOf(panel)} />
+            {t.shell[panel]}
           </button>
         ))}
       </nav>
@@ -147,15 +185,29 @@ function TopBar() {
 
 function Bar({ panels, rest }: { panels: Panel[]; rest: Panel[] }) {
   const { layout, figure, console } = useApp();
-  const more = (event: MouseEvent) => showMenu(event, t.shell.more, rest.map((panel) => ({
-    label: t.shell[panel], icon: iconOf(panel), onPick: () => layout.choose(panel),
-  })));
+  const more = (event: MouseEvent) =>
+    showMenu(
+      event,
+      t.shell.more,
+      rest.map((panel) => ({
+        label: t.shell[panel],
+        icon: iconOf(panel),
+        onPick: () => layout.choose(panel),
+      })),
+    );
   return (
     <nav class="bar" aria-label={t.shell.panels}>
       {panels.map((panel) => (
         <button
-          type="button" key={panel} class={layout.isShown(panel) ? 'on' : ''} aria-label={t.shell[panel]}
-          aria-current={layout.isShown(panel) ? 'page' : undefined} onClick={() => { closeMenu(); layout.choose(panel); }}
+          type="button"
+          key={panel}
+          class={layout.isShown(panel) ? 'on' : ''}
+          aria-label={t.shell[panel]}
+          aria-current={layout.isShown(panel) ? 'page' : undefined}
+          onClick={() => {
+            closeMenu();
+            layout.choose(panel);
+          }}
         >
           <Icon name={iconOf(panel)} />
           <span>{t.shell[panel]}</span>
@@ -165,7 +217,8 @@ function Bar({ panels, rest }: { panels: Panel[]; rest: Panel[] }) {
       ))}
       {rest.length > 0 && (
         <button type="button" class={rest.includes(layout.front.value) ? 'on' : ''} aria-haspopup="menu" onClick={more}>
-          <Icon name="more" /><span>{t.shell.more}</span>
+          <Icon name="more" />
+          <span>{t.shell.more}</span>
         </button>
       )}
     </nav>
@@ -178,8 +231,12 @@ function ConnectionBar() {
   return (
     <div class="connection-bar" role="alert">
       <Icon name="offline" />
-      <span><b>{t.connection.lost}</b> <span class="wide">{t.connection.lostText}</span></span>
-      <button type="button" class="button" onClick={() => session.retry()}>{t.connection.retry}</button>
+      <span>
+        <b>{t.connection.lost}</b> <span class="wide">{t.connection.lostText}</span>
+      </span>
+      <button type="button" class="button" onClick={() => session.retry()}>
+        {t.connection.retry}
+      </button>
     </div>
   );
 }
@@ -190,7 +247,12 @@ function Toast() {
   const toast = dialogs.toast.value;
   useEffect(() => {
     if (!toast) return;
-    const timer = setTimeout(() => { dialogs.toast.value = null; }, toast.action ? kToastTime * 3 : kToastTime);
+    const timer = setTimeout(
+      () => {
+        dialogs.toast.value = null;
+      },
+      toast.action ? kToastTime * 3 : kToastTime,
+    );
     return () => clearTimeout(timer);
   }, [toast]);
   return (
@@ -199,7 +261,15 @@ function Toast() {
         <div class="toast">
           <span>{toast.text}</span>
           {toast.action && (
-            <button type="button" onClick={() => { dialogs.toast.value = null; toast.onAction?.(); }}>{toast.action}</button>
+            <button
+              type="button"
+              onClick={() => {
+                dialogs.toast.value = null;
+                toast.onAction?.();
+              }}
+            >
+              {toast.action}
+            </button>
           )}
         </div>
       )}

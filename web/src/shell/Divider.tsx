@@ -16,9 +16,14 @@ export function Divider({ name, vertical, reversed }: { name: DividerName; verti
   const by = (delta: number) => layout.move(name, layout.shares.value[name] + (reversed ? -delta : delta));
   return (
     <div
-      class={`divider ${vertical ? 'vertical' : 'horizontal'}`} role="separator" tabIndex={0} aria-label={t.shell.divider}
-      aria-orientation={vertical ? 'vertical' : 'horizontal'} aria-valuenow={Math.round(layout.shares.value[name] * 100)}
-      aria-valuemin={0} aria-valuemax={100}
+      class={`divider ${vertical ? 'vertical' : 'horizontal'}`}
+      role="separator"
+      tabIndex={0}
+      aria-label={t.shell.divider}
+      aria-orientation={vertical ? 'vertical' : 'horizontal'}
+      aria-valuenow={Math.round(layout.shares.value[name] * 100)}
+      aria-valuemin={0}
+      aria-valuemax={100}
       onPointerDown={(event) => {
         drag.current = place(event);
         event.currentTarget.setPointerCapture(event.pointerId);
@@ -28,8 +33,14 @@ export function Divider({ name, vertical, reversed }: { name: DividerName; verti
         by((place(event) - drag.current) / sizeOf(event.currentTarget));
         drag.current = place(event);
       }}
-      onPointerUp={() => { drag.current = null; layout.save(); }}
-      onDblClick={() => { layout.move(name, NaN); layout.save(); }}
+      onPointerUp={() => {
+        drag.current = null;
+        layout.save();
+      }}
+      onDblClick={() => {
+        layout.move(name, NaN);
+        layout.save();
+      }}
       onKeyDown={(event) => {
         const step = { ArrowLeft: -1, ArrowUp: -1, ArrowRight: 1, ArrowDown: 1 }[event.key];
         if (!step) return;

@@ -3,7 +3,11 @@ import type { Panel as PanelName } from './core/layout';
 
 /// The frame of a panel: a header with its title and actions, and the content below it.
 export function Panel(props: {
-  id: PanelName; title: ComponentChildren; aside?: ComponentChildren; actions?: ComponentChildren; children: ComponentChildren;
+  id: PanelName;
+  title: ComponentChildren;
+  aside?: ComponentChildren;
+  actions?: ComponentChildren;
+  children: ComponentChildren;
   label?: string;
 }) {
   const name = props.label ?? (typeof props.title === 'string' ? props.title : props.id);

@@ -10,13 +10,36 @@ const kPrefix = 'kelo.';
 
 /// Storage that may be missing or full: reads then give nothing and writes are refused.
 export const deviceStore: Store = {
-  read(key) { try { return localStorage.getItem(kPrefix + key); } catch { return null; } },
-  write(key, text) { try { localStorage.setItem(kPrefix + key, text); return true; } catch { return false; } },
-  remove(key) { try { localStorage.removeItem(kPrefix + key); } catch { /* nothing is kept then */ } },
+  read(key) {
+    try {
+      return localStorage.getItem(kPrefix + key);
+    } catch {
+      return null;
+    }
+  },
+  write(key, text) {
+    try {
+      localStorage.setItem(kPrefix + key, text);
+      return true;
+    } catch {
+      return false;
+    }
+  },
+  remove(key) {
+    try {
+      localStorage.removeItem(kPrefix + key);
+    } catch {
+      /* nothing is kept then */
+    }
+  },
   keys() {
     try {
-      return Object.keys(localStorage).filter((key) => key.startsWith(kPrefix)).map((key) => key.slice(kPrefix.length));
-    } catch { return []; }
+      return Object.keys(localStorage)
+        .filter((key) => key.startsWith(kPrefix))
+        .map((key) => key.slice(kPrefix.length));
+    } catch {
+      return [];
+    }
   },
 };
 
@@ -26,7 +49,9 @@ export const deviceClock: Clock = {
     const timer = setTimeout(work, milliseconds);
     return () => clearTimeout(timer);
   },
-  nextFrame: (work) => { requestAnimationFrame(work); },
+  nextFrame: (work) => {
+    requestAnimationFrame(work);
+  },
 };
 
 export const theme = signal<Theme>('light');
@@ -34,7 +59,9 @@ export const theme = signal<Theme>('light');
 export function followPreferences(app: App): void {
   const dark = matchMedia('(prefers-color-scheme: dark)');
   const systemDark = signal(dark.matches);
-  dark.addEventListener('change', () => { systemDark.value = dark.matches; });
+  dark.addEventListener('change', () => {
+    systemDark.value = dark.matches;
+  });
   effect(() => {
     const { theme: wanted, motion, codeSize } = app.preferences.value.value;
     theme.value = wanted === 'auto' ? (systemDark.value ? 'dark' : 'light') : wanted;
@@ -56,7 +83,8 @@ export function followSize(app: App): void {
     const height = viewport?.height ?? innerHeight;
     document.documentElement.style.setProperty('--app-height', `${height}px`);
     // A keyboard lowers the height only; the arrangement is by the height without it.
-    if (innerWidth !== width || height > innerHeight * 0.75) app.layout.resize(innerWidth, Math.max(height, innerHeight));
+    if (innerWidth !== width || height > innerHeight * 0.75)
+      app.layout.resize(innerWidth, Math.max(height, innerHeight));
     width = innerWidth;
     scrollTo(0, 0);
   };

@@ -17,7 +17,10 @@ followSize(app);
 listenToKeys(app);
 addEventListener('error', (event) => app.dialogs.note(`${event.message} (${event.filename}:${event.lineno})`));
 addEventListener('unhandledrejection', (event) => app.dialogs.note(String(event.reason?.stack ?? event.reason)));
-addEventListener('beforeunload', (event) => { if (app.editor.anyDirty) event.preventDefault(); });
+addEventListener('pagehide', () => app.editor.keepAll());
+addEventListener('beforeunload', (event) => {
+  if (!app.editor.keepAll()) event.preventDefault();
+});
 render(<AppView app={app} />, document.getElementById('app')!);
 void exchangeToken().then(() => app.start());
 registerWorker(app.dialogs);

@@ -35,7 +35,9 @@ class Guard extends Component<{ onFault(error: unknown): void; children: Compone
     if (!this.state.failed) return this.props.children;
     return (
       <Empty title={t.shell.failed}>
-        <button type="button" class="button" onClick={() => this.setState({ failed: false })}>{t.shell.again}</button>
+        <button type="button" class="button" onClick={() => this.setState({ failed: false })}>
+          {t.shell.again}
+        </button>
       </Empty>
     );
   }
@@ -44,5 +46,9 @@ class Guard extends Component<{ onFault(error: unknown): void; children: Compone
 export function PanelView({ name }: { name: Panel }) {
   const { dialogs } = useApp();
   const View = kViews[name];
-  return <Guard key={name} onFault={(error) => dialogs.note(String((error as Error)?.stack ?? error))}><View /></Guard>;
+  return (
+    <Guard key={name} onFault={(error) => dialogs.note(String((error as Error)?.stack ?? error))}>
+      <View />
+    </Guard>
+  );
 }

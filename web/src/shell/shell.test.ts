@@ -6,8 +6,15 @@ import { Keyboard } from '../keyboard/core/keyboard';
 import { resolveLink } from '../help/core/help';
 import { Layout, modeFor } from './core/layout';
 
-test.each([[390, 844, 'phone'], [844, 390, 'lying'], [820, 1180, 'tablet'], [1180, 820, 'desk'], [1440, 900, 'desk'], [1024, 700, 'tablet'], [320, 568, 'phone']])(
-  '%i x %i is laid out as %s', (width, height, mode) => expect(modeFor(width, height)).toBe(mode));
+test.each([
+  [390, 844, 'phone'],
+  [844, 390, 'lying'],
+  [820, 1180, 'tablet'],
+  [1180, 820, 'desk'],
+  [1440, 900, 'desk'],
+  [1024, 700, 'tablet'],
+  [320, 568, 'phone'],
+])('%i x %i is laid out as %s', (width, height, mode) => expect(modeFor(width, height)).toBe(mode));
 
 test('panels come into view at every size, and the console can have all the room', () => {
   const layout = new Layout(memoryStore());
@@ -48,11 +55,18 @@ test('dividers stay within reach and are remembered; a spoilt memory counts as n
 
 test('the first start shows the tour once', async () => {
   const store = memoryStore();
-  const { app } = startApp(() => {}, { ...store, write: (key, text) => key !== 'preferences' && store.write(key, text) });
+  const { app } = startApp(() => {}, {
+    ...store,
+    write: (key, text) => key !== 'preferences' && store.write(key, text),
+  });
   await settle();
   expect(app.tour.step.value?.id).toBe('welcome');
   for (let k = 0; k < 6; k++) app.tour.next();
-  expect([app.tour.step.value, app.layout.front.value, app.preferences.value.value.tourSeen]).toEqual([null, 'console', true]);
+  expect([app.tour.step.value, app.layout.front.value, app.preferences.value.value.tourSeen]).toEqual([
+    null,
+    'console',
+    true,
+  ]);
 });
 
 test('presses of the keyboard keep their order, and a lost one stops none', async () => {
@@ -60,7 +74,12 @@ test('presses of the keyboard keep their order, and a lost one stops none', asyn
   await settle();
   const typed: string[] = [];
   const keyboard: Keyboard = app.keyboard;
-  keyboard.target.value = { insert: (text) => typed.push(text), deleteBackward: () => typed.push('<'), enter: () => typed.push('!'), moveCaret: () => {} };
+  keyboard.target.value = {
+    insert: (text) => typed.push(text),
+    deleteBackward: () => typed.push('<'),
+    enter: () => typed.push('!'),
+    moveCaret: () => {},
+  };
   for (const key of ['shift', 'A', 'b', 'deleteBackward', 'enter']) void keyboard.press(key);
   await keyboard.press('c');
   expect(typed).toEqual(['A', 'b', '<', '!', 'c']);
@@ -87,10 +106,22 @@ function sources(folder: string): [string, string][] {
 
 test('what a person reads stands in the catalogue, and colours stand in one file', () => {
   const all = sources(new URL('..', import.meta.url).pathname).filter(([path]) => !/\.test\./.test(path));
-  const words = all.filter(([path]) => path.endsWith('.tsx')).flatMap(([path, text]) =>
-    (text.match(/(?:<\w[^<>{}=]*>|<\/\w+>)[ \t]*[A-Za-z][a-z ]{2,}[^<>{}()=;]*<\/|(?:aria-label|title|placeholder)="[A-Za-z][^"]*"/g) ?? []).map((found) => `${path}: ${found}`));
+  const words = all
+    .filter(([path]) => path.endsWith('.tsx'))
+    .flatMap(([path, text]) =>
+      (
+        text.match(
+          /(?:<\w[^<>{}=]*>|<\/\w+>)[ \t]*[A-Za-z][a-z ]{2,}[^<>{}()=;]*<\/|(?:aria-label|title|placeholder)="[A-Za-z][^"]*"/g,
+        ) ?? []
+      ).map((found) => `${path}: ${found}`),
+    );
   expect(words).toEqual([]);
-  const colors = all.filter(([path]) => path.endsWith('.css') && !path.endsWith('tokens.css')).flatMap(([path, text]) =>
-    (text.match(/#[0-9a-f]{3,8}\b|rgb\(/gi) ?? []).filter((found) => found !== '#fff').map((found) => `${path}: ${found}`));
+  const colors = all
+    .filter(([path]) => path.endsWith('.css') && !path.endsWith('tokens.css'))
+    .flatMap(([path, text]) =>
+      (text.match(/#[0-9a-f]{3,8}\b|rgb\(/gi) ?? [])
+        .filter((found) => found !== '#fff')
+        .map((found) => `${path}: ${found}`),
+    );
   expect(colors).toEqual([]);
 });

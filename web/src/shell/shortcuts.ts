@@ -21,21 +21,41 @@ export function listenToKeys(app: App): void {
     else return;
     event.preventDefault();
   });
-  const look = () => { editing.value = document.activeElement?.classList.contains('cm-content') ?? false; };
+  const look = () => {
+    editing.value = document.activeElement?.classList.contains('cm-content') ?? false;
+  };
   document.addEventListener('focusin', look);
   // A press elsewhere takes the focus away before it is a click; what it aims at must not move until then.
   let pressed = false;
-  const later = () => setTimeout(() => { if (!pressed) look(); }, 60);
-  document.addEventListener('pointerdown', () => { pressed = true; }, true);
+  const later = () =>
+    setTimeout(() => {
+      if (!pressed) look();
+    }, 60);
+  document.addEventListener(
+    'pointerdown',
+    () => {
+      pressed = true;
+    },
+    true,
+  );
   for (const name of ['pointerup', 'pointercancel']) {
-    document.addEventListener(name, () => { pressed = false; later(); }, true);
+    document.addEventListener(
+      name,
+      () => {
+        pressed = false;
+        later();
+      },
+      true,
+    );
   }
   document.addEventListener('focusout', later);
 }
 
 function isText(target: EventTarget | null): boolean {
-  return target instanceof HTMLElement && (
-    target.isContentEditable || target.matches('textarea, select, input:not([type=radio]):not([type=checkbox])'));
+  return (
+    target instanceof HTMLElement &&
+    (target.isContentEditable || target.matches('textarea, select, input:not([type=radio]):not([type=checkbox])'))
+  );
 }
 
 /// Puts the focus into a panel: into its text field where it has one. A panel whose code is still on

@@ -21,14 +21,23 @@ const connection = {
 
 const shell = {
   name: 'Kelo',
-  console: 'Console', editor: 'Editor', figure: 'Figure', files: 'Files', workspace: 'Variables',
-  help: 'Help', settings: 'Settings', more: 'More',
+  console: 'Console',
+  editor: 'Editor',
+  figure: 'Figure',
+  files: 'Files',
+  workspace: 'Variables',
+  help: 'Help',
+  settings: 'Settings',
+  more: 'More',
   panels: 'Panels',
   skip: 'Skip to the console',
   divider: 'Divider',
   toggleSidebar: 'Files and variables',
   status: {
-    idle: 'Ready', running: 'Running', paused: 'Paused', waitInput: 'Waiting for input',
+    idle: 'Ready',
+    running: 'Running',
+    paused: 'Paused',
+    waitInput: 'Waiting for input',
   },
   newVersion: 'A new version is ready',
   reload: 'Reload',
@@ -37,5 +46,17 @@ const shell = {
 };
 
 export const text = {
-  dialogs, connection, shell, console, editor, figure, files, workspace, help, keyboard, settings, shortcuts, tour,
+  dialogs,
+  connection,
+  shell,
+  console,
+  editor,
+  figure,
+  files,
+  workspace,
+  help,
+  keyboard,
+  settings,
+  shortcuts,
+  tour,
 };

@@ -18,7 +18,9 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
   const editing = useSignal(false);
   const top = useSignal(0);
   const height = useSignal(400);
-  const frame = useSize((_, tall) => { height.value = tall; });
+  const frame = useSize((_, tall) => {
+    height.value = tall;
+  });
   const grid = useRef<HTMLTableElement>(null);
   const numRows = table.rows.length;
   const numCols = table.rows[0]?.length ?? 0;
@@ -31,12 +33,20 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
     const scroller = frame.current!;
     const y = at.value.row * rowHeight;
     if (y < scroller.scrollTop) scroller.scrollTop = y;
-    else if (y + 2 * rowHeight > scroller.scrollTop + scroller.clientHeight) scroller.scrollTop = y + 2 * rowHeight - scroller.clientHeight;
+    else if (y + 2 * rowHeight > scroller.scrollTop + scroller.clientHeight)
+      scroller.scrollTop = y + 2 * rowHeight - scroller.clientHeight;
     requestAnimationFrame(() => grid.current?.querySelector<HTMLElement>('[aria-selected="true"]')?.focus());
   };
   const onKey = (event: KeyboardEvent) => {
     if (editing.value) return;
-    const step = { ArrowLeft: [0, -1], ArrowRight: [0, 1], ArrowUp: [-1, 0], ArrowDown: [1, 0], PageDown: [10, 0], PageUp: [-10, 0] }[event.key];
+    const step = {
+      ArrowLeft: [0, -1],
+      ArrowRight: [0, 1],
+      ArrowUp: [-1, 0],
+      ArrowDown: [1, 0],
+      PageDown: [10, 0],
+      PageUp: [-10, 0],
+    }[event.key];
     const { row, column } = at.value;
     if (step) move(row + step[0]!, column + step[1]!);
     else if (event.key === 'Enter' || event.key === 'F2') editing.value = true;
@@ -56,9 +66,30 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
   return (
     <>
       {table.scale && <p class="sheet-scale">{t.workspace.times(table.scale)}</p>}
-      <div class="sheet" ref={frame} onScroll={(event) => { top.value = event.currentTarget.scrollTop; }}>
-        <table role="grid" aria-label={t.workspace.sheet(variable.name)} aria-rowcount={numRows} ref={grid} onKeyDown={onKey}>
-          <thead><tr><th />{Array.from({ length: numCols }, (_, k) => <th scope="col" key={k}>{k + 1}</th>)}</tr></thead>
+      <div
+        class="sheet"
+        ref={frame}
+        onScroll={(event) => {
+          top.value = event.currentTarget.scrollTop;
+        }}
+      >
+        <table
+          role="grid"
+          aria-label={t.workspace.sheet(variable.name)}
+          aria-rowcount={numRows}
+          ref={grid}
+          onKeyDown={onKey}
+        >
+          <thead>
+            <tr>
+              <th />
+              {Array.from({ length: numCols }, (_, k) => (
+                <th scope="col" key={k}>
+                  {k + 1}
+                </th>
+              ))}
+            </tr>
+          </thead>
           <tbody>
             {first > 0 && <tr aria-hidden="true" style={{ height: `${first * rowHeight}px` }} />}
             {table.rows.slice(first, end).map((cells, k) => {
@@ -69,8 +100,22 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
                   {cells.map((cell, column) => {
                     const on = at.value.row === row && at.value.column === column;
                     return (
-                      <td key={column} role="gridcell" aria-selected={on} tabIndex={on ? 0 : -1} onClick={() => pick(row, column)}>
-                        {on && editing.value ? <Cell label={t.workspace.element(variable.name, row + 1, column + 1)} value={cell} finish={finish} /> : cell}
+                      <td
+                        key={column}
+                        role="gridcell"
+                        aria-selected={on}
+                        tabIndex={on ? 0 : -1}
+                        onClick={() => pick(row, column)}
+                      >
+                        {on && editing.value ? (
+                          <Cell
+                            label={t.workspace.element(variable.name, row + 1, column + 1)}
+                            value={cell}
+                            finish={finish}
+                          />
+                        ) : (
+                          cell
+                        )}
                       </td>
                     );
                   })}
@@ -88,10 +133,18 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
 
 function Cell({ label, value, finish }: { label: string; value: string; finish(text: string | null): void }) {
   const input = useRef<HTMLInputElement>(null);
-  useEffect(() => { input.current?.select(); input.current?.focus(); }, []);
+  useEffect(() => {
+    input.current?.select();
+    input.current?.focus();
+  }, []);
   return (
     <input
-      ref={input} aria-label={label} defaultValue={value} size={Math.max(4, value.length)} autocomplete="off" inputMode="decimal"
+      ref={input}
+      aria-label={label}
+      defaultValue={value}
+      size={Math.max(4, value.length)}
+      autocomplete="off"
+      inputMode="decimal"
       onKeyDown={(event) => {
         event.stopPropagation();
         if (event.key === 'Enter') finish(event.currentTarget.value);

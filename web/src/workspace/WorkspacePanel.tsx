@@ -12,22 +12,36 @@ import { Sheet } from './Sheet';
 export default function WorkspacePanel() {
   const app = useApp();
   const { workspace } = app;
-  useEffect(() => { void workspace.refresh(); }, []);
+  useEffect(() => {
+    void workspace.refresh();
+  }, []);
   const open = workspace.open.value;
   return (
     <Panel
-      id="workspace" label={t.shell.workspace}
+      id="workspace"
+      label={t.shell.workspace}
       title={open ? <Title app={app} variable={open} /> : t.shell.workspace}
-      actions={open && (
-        <IconButton
-          icon="copy" label={t.workspace.copyText}
-          onClick={() => void copyText(workspace.shownText.value).then((done) => { if (done) app.dialogs.say(t.console.copied); })}
-        />
-      )}
+      actions={
+        open && (
+          <IconButton
+            icon="copy"
+            label={t.workspace.copyText}
+            onClick={() =>
+              void copyText(workspace.shownText.value).then((done) => {
+                if (done) app.dialogs.say(t.console.copied);
+              })
+            }
+          />
+        )
+      }
     >
-      {open ? <Look app={app} variable={open} />
-        : workspace.variables.value.length ? <List app={app} />
-          : <Empty title={t.workspace.emptyTitle} text={t.workspace.emptyText} />}
+      {open ? (
+        <Look app={app} variable={open} />
+      ) : workspace.variables.value.length ? (
+        <List app={app} />
+      ) : (
+        <Empty title={t.workspace.emptyTitle} text={t.workspace.emptyText} />
+      )}
     </Panel>
   );
 }
@@ -41,7 +55,9 @@ function Title({ app, variable }: { app: App; variable: Variable }) {
     <div class="variable-title">
       <IconButton icon="back" label={t.workspace.back} onClick={() => app.workspace.look(null)} />
       <h2>{variable.name}</h2>
-      <small>{sizeOf(variable)} {variable.class}</small>
+      <small>
+        {sizeOf(variable)} {variable.class}
+      </small>
     </div>
   );
 }
@@ -54,7 +70,9 @@ function List({ app }: { app: App }) {
           <button type="button" onClick={() => app.workspace.look(variable.name)}>
             <b>{variable.name}</b>
             <span class="preview">{valueOf(variable)}</span>
-            <span class="kind">{sizeOf(variable)} {variable.class}</span>
+            <span class="kind">
+              {sizeOf(variable)} {variable.class}
+            </span>
             <span class="bytes">{sizeText(variable.bytes)}</span>
           </button>
         </li>

@@ -10,14 +10,22 @@ export const kSizes = { phone: [390, 844], lying: [844, 390], tablet: [820, 1180
 export type Size = keyof typeof kSizes;
 export const kDist = new URL('../../dist', import.meta.url).pathname;
 
-export interface Opened { page: Page; context: BrowserContext; server: TestServer; session: FakeSession }
+export interface Opened {
+  page: Page;
+  context: BrowserContext;
+  server: TestServer;
+  session: FakeSession;
+}
 
 export function useBrowser() {
   let browser: Browser;
   const faults: string[] = [];
   const opened: Opened[] = [];
   beforeAll(async () => {
-    browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium', args: ['--no-sandbox'] });
+    browser = await chromium.launch({
+      executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
+      args: ['--no-sandbox'],
+    });
   });
   afterAll(() => browser.close());
   afterEach(async () => {
@@ -28,21 +36,36 @@ export function useBrowser() {
     expect(faults.splice(0)).toEqual([]);
   });
 
-  return async (size: Size, options: { theme?: 'light' | 'dark'; tour?: boolean; fill?: (session: FakeSession) => void } = {}): Promise<Opened> => {
+  return async (
+    size: Size,
+    options: { theme?: 'light' | 'dark'; tour?: boolean; fill?: (session: FakeSession) => void } = {},
+  ): Promise<Opened> => {
     const server = await serve(kDist);
     options.fill?.(server.session);
     const [width, height] = kSizes[size];
     const touch = size !== 'desk';
     const context = await browser.newContext({
-      viewport: { width, height }, hasTouch: touch, isMobile: touch, colorScheme: options.theme ?? 'light',
-      acceptDownloads: true, reducedMotion: 'reduce',
+      viewport: { width, height },
+      hasTouch: touch,
+      isMobile: touch,
+      colorScheme: options.theme ?? 'light',
+      acceptDownloads: true,
+      reducedMotion: 'reduce',
     });
-    if (!options.tour) await context.addInitScript(() => { localStorage.getItem('kelo.preferences') ?? localStorage.setItem('kelo.preferences', '{"tourSeen":true}'); });
+    if (!options.tour)
+      await context.addInitScript(() => {
+        localStorage.getItem('kelo.preferences') ?? localStorage.setItem('kelo.preferences', '{"tourSeen":true}');
+      });
     await context.addInitScript(() => {
-      document.addEventListener('securitypolicyviolation', (event) => console.error(`policy: ${event.violatedDirective} ${event.blockedURI}`));
+      document.addEventListener('securitypolicyviolation', (event) =>
+        console.error(`policy: ${event.violatedDirective} ${event.blockedURI}`),
+      );
     });
     const page = await context.newPage();
-    page.on('console', (message) => { if (message.type() === 'error' && !/WebSocket connection|ERR_CONNECTION_REFUSED/.test(message.text())) faults.push(message.text()); });
+    page.on('console', (message) => {
+      if (message.type() === 'error' && !/WebSocket connection|ERR_CONNECTION_REFUSED/.test(message.text()))
+        faults.push(message.text());
+    });
     page.on('pageerror', (error) => faults.push(String(error.stack ?? error)));
     await page.goto(server.address);
     await page.waitForSelector('.composer .cm-content');
@@ -57,7 +80,10 @@ export async function command(page: Page, text: string): Promise<void> {
   const input = page.locator('.composer .cm-content');
   await input.click();
   await page.keyboard.insertText(text);
-  await page.getByRole('button', { name: /^Run$|^Answer$/ }).last().click();
+  await page
+    .getByRole('button', { name: /^Run$|^Answer$/ })
+    .last()
+    .click();
 }
 
 /// Brings a panel into view by the bar, the tabs or the menu, as the size has it.
@@ -78,9 +104,17 @@ export async function show(page: Page, name: string): Promise<void> {
 /// Two fingers that move apart by the factor, around a point.
 export async function pinch(page: Page, x: number, y: number, factor: number): Promise<void> {
   const client = await page.context().newCDPSession(page);
-  const touch = (type: 'touchStart' | 'touchMove' | 'touchEnd', spread: number) => client.send('Input.dispatchTouchEvent', {
-    type, touchPoints: type === 'touchEnd' ? [] : [{ x: x - spread, y: y - spread, id: 1 }, { x: x + spread, y: y + spread, id: 2 }],
-  });
+  const touch = (type: 'touchStart' | 'touchMove' | 'touchEnd', spread: number) =>
+    client.send('Input.dispatchTouchEvent', {
+      type,
+      touchPoints:
+        type === 'touchEnd'
+          ? []
+          : [
+              { x: x - spread, y: y - spread, id: 1 },
+              { x: x + spread, y: y + spread, id: 2 },
+            ],
+    });
   await touch('touchStart', 40);
   for (let k = 1; k <= 8; k++) await touch('touchMove', 40 * (1 + ((factor - 1) * k) / 8));
   await touch('touchEnd', 0);

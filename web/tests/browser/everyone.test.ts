@@ -12,20 +12,36 @@ const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.mi
 const kPanels = ['Console', 'Editor', 'Figure', 'Files', 'Variables', 'Help', 'Settings'];
 
 async function findings(page: Page): Promise<string[]> {
-  await page.evaluate(axe);  // by the debugger, which the page's policy does not concern
+  await page.evaluate(axe); // by the debugger, which the page's policy does not concern
   return page.evaluate(async () => {
     const { violations } = await (window as unknown as { axe: { run(): Promise<{ violations: any[] }> } }).axe.run();
-    return violations.filter((each) => ['serious', 'critical'].includes(each.impact))
-      .map((each) => `${each.id}: ${each.nodes.slice(0, 3).map((node: any) => `${node.html.slice(0, 120)} ${node.any[0]?.message ?? ''}`).join(' | ')}`);
+    return violations
+      .filter((each) => ['serious', 'critical'].includes(each.impact))
+      .map(
+        (each) =>
+          `${each.id}: ${each.nodes
+            .slice(0, 3)
+            .map((node: any) => `${node.html.slice(0, 120)} ${node.any[0]?.message ?? ''}`)
+            .join(' | ')}`,
+      );
   });
 }
 
-test.each<[Size, 'light' | 'dark']>([['phone', 'light'], ['phone', 'dark'], ['tablet', 'dark'], ['desk', 'light'], ['desk', 'dark']])('no serious finding: %s, %s', async (size, theme) => {
+test.each<[Size, 'light' | 'dark']>([
+  ['phone', 'light'],
+  ['phone', 'dark'],
+  ['tablet', 'dark'],
+  ['desk', 'light'],
+  ['desk', 'dark'],
+])('no serious finding: %s, %s', async (size, theme) => {
   const { page } = await open(size, { theme, fill: fillSession });
   await show(page, 'Files');
   await page.locator('.file-row', { hasText: 'wave.m' }).getByRole('button').first().click();
   const found: Record<string, string[]> = {};
-  const look = async (name: string) => { const all = await findings(page); if (all.length) found[name] = all; };
+  const look = async (name: string) => {
+    const all = await findings(page);
+    if (all.length) found[name] = all;
+  };
   for (const panel of kPanels) {
     await show(page, panel);
     await page.waitForTimeout(150);
@@ -44,7 +60,11 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'light'], ['phone', 'dark'], ['ta
   await page.getByRole('button', { name: 'Configure' }).click();
   await page.locator('.figure-settings fieldset').first().waitFor();
   await look('settings of a figure');
-  await page.getByRole('button', { name: 'Close' }).or(page.getByRole('button', { name: 'Back to the figure' })).first().click();
+  await page
+    .getByRole('button', { name: 'Close' })
+    .or(page.getByRole('button', { name: 'Back to the figure' }))
+    .first()
+    .click();
   await page.locator('[data-panel="figure"]').getByRole('button', { name: 'More actions' }).click();
   await look('a menu');
   await page.getByRole('menuitem', { name: 'Close' }).click();
@@ -71,12 +91,17 @@ test('everything by keys: run, recall, leave the field, reach each panel, the li
   expect(await page.locator('.composer .cm-content').innerText()).toContain('for k');
   for (const [k, name] of ['console', 'editor', 'figure', 'files', 'workspace', 'help', 'settings'].entries()) {
     await page.keyboard.press(`Alt+Digit${k + 1}`);
-    await expect.poll(() => page.evaluate(() => (document.activeElement?.closest('[data-panel]') as HTMLElement | null)?.dataset.panel)).toBe(name);
+    await expect
+      .poll(() =>
+        page.evaluate(() => (document.activeElement?.closest('[data-panel]') as HTMLElement | null)?.dataset.panel),
+      )
+      .toBe(name);
   }
   await page.keyboard.press('?');
   await page.getByRole('heading', { name: 'Keyboard shortcuts' }).waitFor();
   await page.keyboard.press('Escape');
   await expect.poll(() => page.locator('dialog').count()).toBe(0);
+  await page.keyboard.press('Alt+Digit3');
   await page.locator('canvas').focus();
   await page.keyboard.press('ArrowRight');
   await page.locator('.figure-tip span').waitFor();
@@ -89,7 +114,8 @@ test('the own keyboard writes, shifts, repeats delete, and does not cover the li
   const key = (id: string) => page.locator(`[data-key="${id}"]`);
   await key('q').waitFor();
   expect(await page.locator('.composer .cm-content').getAttribute('inputmode')).toBe('none');
-  for (const id of ['shift', 'X', 'x', '=', 'numKeyboard', '1', '2', 'abc', '(', ')', 'deleteBackward']) await key(id).tap();
+  for (const id of ['shift', 'X', 'x', '=', 'numKeyboard', '1', '2', 'abc', '(', ')', 'deleteBackward'])
+    await key(id).tap();
   await expect.poll(() => page.locator('.composer .cm-content').innerText()).toBe('Xx=12(');
   const line = (await page.locator('.composer .cm-line').last().boundingBox())!;
   expect(line.y + line.height).toBeLessThan((await page.locator('.keyboard').boundingBox())!.y);
@@ -106,10 +132,13 @@ test('targets of a finger are large enough', async () => {
   await command(page, 'x = 1');
   for (const panel of ['Console', 'Files', 'Variables', 'Settings']) {
     await show(page, panel);
-    const small = await page.evaluate(() => [...document.querySelectorAll('button, select, a, [role=tab]')]
-      .filter((element) => element.checkVisibility() && !element.closest('.visually-hidden'))
-      .map((element) => ({ box: element.getBoundingClientRect(), html: element.outerHTML.slice(0, 90) }))
-      .filter(({ box }) => box.height < 40 || box.width < 32).map(({ html }) => html));
+    const small = await page.evaluate(() =>
+      [...document.querySelectorAll('button, select, a, [role=tab]')]
+        .filter((element) => element.checkVisibility() && !element.closest('.visually-hidden'))
+        .map((element) => ({ box: element.getBoundingClientRect(), html: element.outerHTML.slice(0, 90) }))
+        .filter(({ box }) => box.height < 40 || box.width < 32)
+        .map(({ html }) => html),
+    );
     expect(small, panel).toEqual([]);
   }
 });

@@ -12,9 +12,14 @@ const open = useBrowser();
 test('the first load is at most 180 kB compressed, code and styles, and 45 kB of fonts', async () => {
   const { page } = await open('desk');
   await page.waitForLoadState('networkidle');
-  const fetched = await page.evaluate(() => performance.getEntriesByType('resource').map((entry) => new URL(entry.name).pathname));
-  const size = (path: string) => path.endsWith('.woff2') ? statSync(kDist + path).size : gzipSync(readFileSync(kDist + path), { level: 9 }).length;
-  const assets = ['/index.html', ...new Set(fetched)].filter((path) => /\.(js|css|html|woff2)$/.test(path) && path !== '/worker.js');
+  const fetched = await page.evaluate(() =>
+    performance.getEntriesByType('resource').map((entry) => new URL(entry.name).pathname),
+  );
+  const size = (path: string) =>
+    path.endsWith('.woff2') ? statSync(kDist + path).size : gzipSync(readFileSync(kDist + path), { level: 9 }).length;
+  const assets = ['/index.html', ...new Set(fetched)].filter(
+    (path) => /\.(js|css|html|woff2)$/.test(path) && path !== '/worker.js',
+  );
   const sum = (paths: string[]) => paths.reduce((total, path) => total + size(path), 0);
   expect(assets.length).toBeGreaterThan(4);
   expect(sum(assets.filter((path) => !path.endsWith('.woff2')))).toBeLessThan(180_000);
@@ -54,12 +59,14 @@ test('a line of 10 MB is shown in part and freezes nothing', async () => {
 
 test('hostile texts are shown as texts, wherever they come from', async () => {
   const hostile = '<img src=x onerror="window.harmed=1"><script>window.harmed=1</script>';
-  const { page, session } = await open('desk', { fill: (each) => {
-    fillSession(each);
-    each.state.variables.push({ name: hostile, class: hostile, size: [1, 1], bytes: 8, preview: hostile });
-    each.state.files.set(`${hostile}.m`, hostile);
-    each.state.saved.push({ id: '1', name: hostile, timeStamp: 0, thumbnail: '"><script>window.harmed=1</script>' });
-  } });
+  const { page, session } = await open('desk', {
+    fill: (each) => {
+      fillSession(each);
+      each.state.variables.push({ name: hostile, class: hostile, size: [1, 1], bytes: 8, preview: hostile });
+      each.state.files.set(`${hostile}.m`, hostile);
+      each.state.saved.push({ id: '1', name: hostile, timeStamp: 0, thumbnail: '"><script>window.harmed=1</script>' });
+    },
+  });
   session.add({ contentType: 'charArray', varName: hostile, text: hostile });
   session.add({ contentType: 'error', text: hostile, message: { file: hostile, line: 1, column: 1 } });
   session.notify('console/progress', { text: hostile });
@@ -89,7 +96,13 @@ test('an error of any method is an alert or a line, and the panels stay', async 
   session.receive = async (text, send) => {
     const { id, method } = JSON.parse(text);
     if (/highlight|history|items|complete|layouts/i.test(method)) return receive(text, send);
-    send(JSON.stringify({ jsonrpc: '2.0', id, error: { code: 1, message: 'Disk full', data: { title: 'Disk full', text: method } } }));
+    send(
+      JSON.stringify({
+        jsonrpc: '2.0',
+        id,
+        error: { code: 1, message: 'Disk full', data: { title: 'Disk full', text: method } },
+      }),
+    );
   };
   await command(page, 'x = 1');
   await page.getByRole('heading', { name: 'Disk full' }).waitFor();
@@ -106,14 +119,18 @@ test('an error of any method is an alert or a line, and the panels stay', async 
   await expect.poll(() => page.locator('.file-row').count()).toBeGreaterThan(3);
 });
 
-test('the worker keeps the app\'s own files, and the app opens without the server', async () => {
+test("the worker keeps the app's own files, and the app opens without the server", async () => {
   const { page, server } = await open('phone');
-  await page.evaluate(async () => { await navigator.serviceWorker.ready; });
+  await page.evaluate(async () => {
+    await navigator.serviceWorker.ready;
+  });
   await page.waitForTimeout(500);
   server.server.close();
   server.drop();
   await page.reload();
   await page.getByText('The engine cannot be reached').waitFor();
-  const kept = await page.evaluate(async () => (await (await caches.open((await caches.keys())[0]!)).keys()).map((each) => new URL(each.url).pathname));
+  const kept = await page.evaluate(async () =>
+    (await (await caches.open((await caches.keys())[0]!)).keys()).map((each) => new URL(each.url).pathname),
+  );
   expect(kept.filter((path) => !/^\/($|assets\/|icon|manifest|examples\.json)/.test(path))).toEqual([]);
 });

@@ -6,7 +6,10 @@ import { serve } from './server';
 import { fillSession } from './stock';
 
 const kSizes: Record<string, [number, number, boolean]> = {
-  phone: [390, 844, true], lying: [844, 390, true], tablet: [820, 1180, true], desk: [1440, 900, false],
+  phone: [390, 844, true],
+  lying: [844, 390, true],
+  tablet: [820, 1180, true],
+  desk: [1440, 900, false],
 };
 const wanted = process.argv.slice(2);
 const panels = ['console', 'editor', 'figure', 'files', 'workspace', 'help', 'settings'];
@@ -26,14 +29,20 @@ for (const [size, [width, height, touch]] of Object.entries(kSizes)) {
     const server = await serve(new URL('../../dist', import.meta.url).pathname);
     fillSession(server.session);
     const context = await browser.newContext({
-      viewport: { width, height }, hasTouch: touch, isMobile: touch, colorScheme: theme, deviceScaleFactor: touch ? 2 : 1,
+      viewport: { width, height },
+      hasTouch: touch,
+      isMobile: touch,
+      colorScheme: theme,
+      deviceScaleFactor: touch ? 2 : 1,
     });
     await context.addInitScript(() => {
       localStorage.setItem('kelo.preferences', '{"tourSeen":true}');
       localStorage.setItem('kelo.openFiles', '{"paths":["wave.m","projectile.m"],"active":"wave.m"}');
     });
     const page = await context.newPage();
-    page.on('console', (message) => { if (message.type() === 'error') console.log(size, theme, message.text()); });
+    page.on('console', (message) => {
+      if (message.type() === 'error') console.log(size, theme, message.text());
+    });
     page.on('pageerror', (error) => console.log(size, theme, error.message));
     await page.goto(server.address);
     await page.waitForSelector('.item');
@@ -41,7 +50,7 @@ for (const [size, [width, height, touch]] of Object.entries(kSizes)) {
       if (wanted.length && !wanted.some((word) => names[k]!.includes(word))) continue;
       await page.keyboard.press(`Alt+Digit${k + 1}`);
       await page.evaluate(() => (document.activeElement as HTMLElement | null)?.blur());
-      if (panel === "help") await page.locator(".help-row").first().click();
+      if (panel === 'help') await page.locator('.help-row').first().click();
       await shoot(page, names[k]!);
     }
     await context.close();

@@ -6,12 +6,16 @@ import { serve } from './server';
 
 const kTurns = 9;
 const median = (all: number[]) => all.sort((a, b) => a - b)[all.length >> 1]!;
-const row = (what: string, all: number[]) => console.log(`| ${what} | ${median(all).toFixed(0)} ms | ${Math.max(...all).toFixed(0)} ms |`);
+const row = (what: string, all: number[]) =>
+  console.log(`| ${what} | ${median(all).toFixed(0)} ms | ${Math.max(...all).toFixed(0)} ms |`);
 
 const given = process.argv[2];
 const server = given ? null : await serve(new URL('../../dist', import.meta.url).pathname);
 const address = given ?? server!.address;
-const browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium', args: ['--no-sandbox'] });
+const browser = await chromium.launch({
+  executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
+  args: ['--no-sandbox'],
+});
 const context = await browser.newContext({ viewport: { width: 390, height: 844 }, serviceWorkers: 'block' });
 await context.addInitScript(() => localStorage.setItem('kelo.preferences', '{"tourSeen":true,"keyboard":"system"}'));
 
@@ -26,16 +30,19 @@ async function open(rate: number): Promise<[Page, CDPSession]> {
 /// From the start of the navigation until a typed character stands in the console's input.
 async function firstInput(): Promise<number> {
   const [page] = await open(6);
-  const time = await page.evaluate(() => new Promise<number>((resolve) => {
-    const look = () => {
-      const input = document.querySelector<HTMLElement>('.composer .cm-content');
-      if (!input) return requestAnimationFrame(look);
-      input.focus();
-      document.execCommand('insertText', false, 'x');
-      return requestAnimationFrame(() => resolve(performance.now()));
-    };
-    look();
-  }));
+  const time = await page.evaluate(
+    () =>
+      new Promise<number>((resolve) => {
+        const look = () => {
+          const input = document.querySelector<HTMLElement>('.composer .cm-content');
+          if (!input) return requestAnimationFrame(look);
+          input.focus();
+          document.execCommand('insertText', false, 'x');
+          return requestAnimationFrame(() => resolve(performance.now()));
+        };
+        look();
+      }),
+  );
   await page.close();
   return time;
 }
@@ -43,9 +50,17 @@ async function firstInput(): Promise<number> {
 /// From a key press to the picture behind it.
 async function keyToScreen(page: Page): Promise<number> {
   await page.evaluate(() => {
-    addEventListener('keydown', (event) => {
-      requestAnimationFrame(() => setTimeout(() => { (window as never as { took: number }).took = performance.now() - event.timeStamp; }, 0));
-    }, { once: true, capture: true });
+    addEventListener(
+      'keydown',
+      (event) => {
+        requestAnimationFrame(() =>
+          setTimeout(() => {
+            (window as never as { took: number }).took = performance.now() - event.timeStamp;
+          }, 0),
+        );
+      },
+      { once: true, capture: true },
+    );
   });
   await page.keyboard.press('a');
   await page.waitForTimeout(150);
@@ -72,12 +87,20 @@ if (given) {
     await page.keyboard.press('Control+Enter');
     await page.getByRole('button', { name: 'Stop' }).waitFor();
     await page.waitForTimeout(300);
-    stops.push(await page.evaluate(() => new Promise<number>((resolve) => {
-      const began = performance.now();
-      document.querySelector<HTMLElement>('.run-button.danger')!.click();
-      const look = () => { if (document.querySelector('.run-button.danger')) requestAnimationFrame(look); else resolve(performance.now() - began); };
-      look();
-    })));
+    stops.push(
+      await page.evaluate(
+        () =>
+          new Promise<number>((resolve) => {
+            const began = performance.now();
+            document.querySelector<HTMLElement>('.run-button.danger')!.click();
+            const look = () => {
+              if (document.querySelector('.run-button.danger')) requestAnimationFrame(look);
+              else resolve(performance.now() - began);
+            };
+            look();
+          }),
+      ),
+    );
   }
   row('Stop of an endless loop', stops);
 }

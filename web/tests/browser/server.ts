@@ -9,18 +9,41 @@ import { createInterface } from 'node:readline';
 import { WebSocketServer, type WebSocket } from 'ws';
 import { FakeSession } from '../fake/engine';
 
-export const kPolicy = "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; style-src 'self'; img-src 'self' data: blob:; "
-  + "font-src 'self'; connect-src 'self'; worker-src 'self'; manifest-src 'self'; frame-ancestors 'none'; base-uri 'none'; form-action 'self'";
+export const kPolicy =
+  "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; style-src 'self'; img-src 'self' data: blob:; " +
+  "font-src 'self'; connect-src 'self'; worker-src 'self'; manifest-src 'self'; frame-ancestors 'none'; base-uri 'none'; form-action 'self'";
 
 const kTypes: Record<string, string> = {
-  '.html': 'text/html; charset=utf-8', '.js': 'text/javascript', '.css': 'text/css', '.svg': 'image/svg+xml', '.png': 'image/png',
-  '.woff2': 'font/woff2', '.json': 'application/json', '.webmanifest': 'application/manifest+json', '.txt': 'text/plain; charset=utf-8',
+  '.html': 'text/html; charset=utf-8',
+  '.js': 'text/javascript',
+  '.css': 'text/css',
+  '.svg': 'image/svg+xml',
+  '.png': 'image/png',
+  '.woff2': 'font/woff2',
+  '.json': 'application/json',
+  '.webmanifest': 'application/manifest+json',
+  '.txt': 'text/plain; charset=utf-8',
 };
 
-export interface TestServer { address: string; session: FakeSession; server: Server; drop(): void; close(): void }
+export interface TestServer {
+  address: string;
+  session: FakeSession;
+  server: Server;
+  drop(): void;
+  close(): void;
+}
 
 function carryToProgram(socket: WebSocket, program: string, workdir: string): void {
-  const child = spawn(program, ['serve', '--stdio', '--workdir', workdir, '--state', join(workdir, '.state'), '--documents', join(workdir, '.documents')]);
+  const child = spawn(program, [
+    'serve',
+    '--stdio',
+    '--workdir',
+    workdir,
+    '--state',
+    join(workdir, '.state'),
+    '--documents',
+    join(workdir, '.documents'),
+  ]);
   createInterface({ input: child.stdout }).on('line', (line) => socket.send(line));
   socket.on('message', (data) => child.stdin.write(`${data}\n`));
   socket.on('close', () => child.stdin.end());
@@ -32,12 +55,19 @@ export async function serve(dist: string, program?: { path: string; workdir: str
   const server = createServer((request, response) => {
     const path = normalize(new URL(request.url ?? '/', 'http://x').pathname);
     const file = join(dist, path === '/' ? 'index.html' : path);
-    readFile(file).then((content) => {
-      response.writeHead(200, {
-        'Content-Type': kTypes[extname(file)] ?? 'application/octet-stream', 'Content-Security-Policy': kPolicy,
-        'X-Content-Type-Options': 'nosniff', 'Referrer-Policy': 'no-referrer',
-      }).end(content);
-    }, () => response.writeHead(404).end());
+    readFile(file).then(
+      (content) => {
+        response
+          .writeHead(200, {
+            'Content-Type': kTypes[extname(file)] ?? 'application/octet-stream',
+            'Content-Security-Policy': kPolicy,
+            'X-Content-Type-Options': 'nosniff',
+            'Referrer-Policy': 'no-referrer',
+          })
+          .end(content);
+      },
+      () => response.writeHead(404).end(),
+    );
   });
   new WebSocketServer({ server, path: '/session', maxPayload: 64 << 20 }).on('connection', (socket) => {
     sockets.add(socket);
@@ -51,8 +81,14 @@ export async function serve(dist: string, program?: { path: string; workdir: str
   await new Promise<void>((resolve) => server.listen(port, '127.0.0.1', resolve));
   const { port: taken } = server.address() as { port: number };
   return {
-    address: `http://127.0.0.1:${taken}/`, session, server,
+    address: `http://127.0.0.1:${taken}/`,
+    session,
+    server,
     drop: () => sockets.forEach((socket) => socket.terminate()),
-    close: () => { sockets.forEach((socket) => socket.terminate()); server.close(); server.closeAllConnections(); },
+    close: () => {
+      sockets.forEach((socket) => socket.terminate());
+      server.close();
+      server.closeAllConnections();
+    },
   };
 }

@@ -6,7 +6,12 @@ import { command, pinch, show, useBrowser, type Size } from './browser';
 
 const open = useBrowser();
 
-test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['desk', 'dark'], ['lying', 'light']])('the way of a student: %s, %s', async (size, theme) => {
+test.each<[Size, 'light' | 'dark']>([
+  ['phone', 'dark'],
+  ['tablet', 'light'],
+  ['desk', 'dark'],
+  ['lying', 'light'],
+])('the way of a student: %s, %s', async (size, theme) => {
   const { page, server, session } = await open(size, { theme, tour: true });
 
   // The tour, and the examples that come with it.
@@ -24,7 +29,7 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   // The tap on an error leads to its place; the corrected file runs.
   await show(page, 'Files');
   await page.locator('.file-row', { hasText: 'drop.m' }).getByRole('button').first().click();
-  await page.getByRole('button', { name: 'Run', exact: true }).first().click();
+  await page.locator('[data-panel="editor"]').getByRole('button', { name: 'Run', exact: true }).click();
   await show(page, 'Console');
   await page.getByRole('button', { name: 'Open drop.m, line 2' }).click();
   await page.locator('.file-field .cm-activeLine', { hasText: 'nosuch' }).waitFor();
@@ -49,8 +54,12 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
     await page.mouse.move(...middle);
     await page.mouse.wheel(0, -200);
   } else await pinch(page, ...middle, 1.6);
-  await expect.poll(() => session.requests.filter(({ method }) => method === 'figure/gesture').length).toBeGreaterThan(0);
-  const gesture = session.requests.find(({ method, params }) => method === 'figure/gesture' && (params as unknown as { kind: string }).kind === 'pinch')!;
+  await expect
+    .poll(() => session.requests.filter(({ method }) => method === 'figure/gesture').length)
+    .toBeGreaterThan(0);
+  const gesture = session.requests.find(
+    ({ method, params }) => method === 'figure/gesture' && (params as unknown as { kind: string }).kind === 'pinch',
+  )!;
   expect((gesture.params as unknown as { scaleX: number }).scaleX).toBeGreaterThan(1);
   if (size === 'desk') await page.mouse.move(middle[0] + 30, middle[1]);
   else await page.touchscreen.tap(middle[0] + 30, middle[1]);
@@ -77,6 +86,11 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   await page.locator('[data-panel="help"]').getByRole('searchbox').fill('mean');
   await page.locator('.help-row', { hasText: 'mean' }).first().click();
   await page.locator('.help-page math').first().waitFor();
+  await expect
+    .poll(() =>
+      page.locator('.help-page img').evaluateAll((all) => all.map((each) => (each as HTMLImageElement).naturalWidth)),
+    )
+    .toEqual([60]);
   expect(await page.evaluate(() => 'harmed' in window)).toBe(false);
   await page.getByRole('button', { name: 'Try it' }).click();
   await expect.poll(() => session.state.history.join()).toContain('mean(A)');
@@ -85,8 +99,6 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   await show(page, 'Editor');
   await page.locator('.file-field .cm-content').focus();
   await page.keyboard.insertText('% not saved');
-  await page.waitForTimeout(600);
-  page.once('dialog', (dialog) => void dialog.accept());
   await page.reload();
   await page.getByText(/Unsaved changes of “drop.m”/).waitFor();
   await show(page, 'Editor');
@@ -99,7 +111,9 @@ test.each<[Size, 'light' | 'dark']>([['phone', 'dark'], ['tablet', 'light'], ['d
   server.server.close();
   server.drop();
   await page.getByText('The engine cannot be reached').waitFor();
-  await new Promise<void>((resolve) => { server.server.listen(port, '127.0.0.1', resolve); });
+  await new Promise<void>((resolve) => {
+    server.server.listen(port, '127.0.0.1', resolve);
+  });
   await page.getByText('Connected again').waitFor();
   await command(page, 'again = 1');
   await page.getByText('again =', { exact: false }).first().waitFor();

@@ -8,13 +8,19 @@ import { FakeSession, MemoryEngine } from '../fake/engine';
 export class TestClock implements Clock {
   time = 0;
   private waiting: { at: number; work: () => void }[] = [];
-  now() { return this.time; }
+  now() {
+    return this.time;
+  }
   after(milliseconds: number, work: () => void) {
     const entry = { at: this.time + milliseconds, work };
     this.waiting.push(entry);
-    return () => { this.waiting = this.waiting.filter((each) => each !== entry); };
+    return () => {
+      this.waiting = this.waiting.filter((each) => each !== entry);
+    };
   }
-  nextFrame(work: () => void) { this.after(16, work); }
+  nextFrame(work: () => void) {
+    this.after(16, work);
+  }
   pass(milliseconds: number) {
     this.time += milliseconds;
     const due = this.waiting.filter((each) => each.at <= this.time);
@@ -27,8 +33,14 @@ export function memoryStore(capacity = Infinity): Store {
   const texts = new Map<string, string>();
   return {
     read: (key) => texts.get(key) ?? null,
-    write: (key, text) => { if (text.length > capacity) return false; texts.set(key, text); return true; },
-    remove: (key) => { texts.delete(key); },
+    write: (key, text) => {
+      if (text.length > capacity) return false;
+      texts.set(key, text);
+      return true;
+    },
+    remove: (key) => {
+      texts.delete(key);
+    },
     keys: () => [...texts.keys()],
   };
 }

@@ -13,7 +13,10 @@ import { History } from './history';
 /// More items than these are not kept in the page; the older half of them goes.
 const kMostItems = 40_000;
 
-export interface Completions { from: number; items: Completion[] }
+export interface Completions {
+  from: number;
+  items: Completion[];
+}
 
 export class Console {
   items: ConsoleItem[] = [];
@@ -32,14 +35,20 @@ export class Console {
   private drawPending = false;
 
   constructor(
-    private readonly session: Session, private readonly dialogs: Dialogs, private readonly clock: Clock,
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+    private readonly clock: Clock,
     private readonly folder: () => string,
   ) {
     session.on('console/item', (item) => this.add(item));
     session.on('console/cleared', () => this.replace([]));
     session.on('console/replaced', ({ items }) => this.replace(items));
-    session.on('console/prompt', ({ text }) => { this.prompt.value = text; });
-    session.on('console/progress', ({ text }) => { this.progress.value = text; });
+    session.on('console/prompt', ({ text }) => {
+      this.prompt.value = text;
+    });
+    session.on('console/progress', ({ text }) => {
+      this.progress.value = text;
+    });
     session.on('run/state', ({ status }) => this.setStatus(status));
   }
 
@@ -81,14 +90,18 @@ export class Console {
     void this.dialogs.guard(() => this.session.request('console/clear', {}));
   }
 
-  previous(current: string): string | null { return this.moved(this.history.previous(current)); }
-  next(): string | null { return this.moved(this.history.next()); }
+  previous(current: string): string | null {
+    return this.moved(this.history.previous(current));
+  }
+  next(): string | null {
+    return this.moved(this.history.next());
+  }
 
   async complete(text: string, position: number): Promise<Completions | null> {
     try {
       return await this.session.request('console/complete', { text, position });
     } catch {
-      return null;  // no completion is better than a dialog while typing
+      return null; // no completion is better than a dialog while typing
     }
   }
 
@@ -104,7 +117,9 @@ export class Console {
   private async start(request: () => Promise<{ seconds: number }>): Promise<void> {
     this.seconds.value = null;
     this.history.settle();
-    await this.dialogs.guard(async () => { this.seconds.value = (await request()).seconds; });
+    await this.dialogs.guard(async () => {
+      this.seconds.value = (await request()).seconds;
+    });
     await this.loadHistory().catch(() => {});
   }
 

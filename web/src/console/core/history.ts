@@ -11,8 +11,12 @@ export class History {
     this.index = items.length;
   }
 
-  get hasPrevious(): boolean { return this.index > 0; }
-  get hasNext(): boolean { return this.index < this.items.length; }
+  get hasPrevious(): boolean {
+    return this.index > 0;
+  }
+  get hasNext(): boolean {
+    return this.index < this.items.length;
+  }
 
   /// The older command, or null at the oldest. `current` is what stands in the input.
   previous(current: string): string | null {

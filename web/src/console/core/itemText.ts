@@ -7,7 +7,7 @@ export const kMorePart = 200000;
 /// Number of rows that the text takes when each line is broken after `cells` characters.
 export function rowsOf(text: string, cells: number): number {
   let rows = 0;
-  for (let start = 0; start <= text.length;) {
+  for (let start = 0; start <= text.length; ) {
     const newline = text.indexOf('\n', start);
     const end = newline < 0 ? text.length : newline;
     rows += Math.max(1, Math.ceil((end - start) / cells));

@@ -1,16 +1,25 @@
 /// Which rows of a long list lie in view. Heights are estimated when a row is added and corrected
 /// when it was measured; positions are prefix sums, recomputed from the first row that changed.
 
-export interface Window { first: number; end: number; before: number; total: number }
+export interface Window {
+  first: number;
+  end: number;
+  before: number;
+  total: number;
+}
 
 export class VirtualList {
   private heights: number[] = [];
   private tops: number[] = [0];
-  private valid = 0;  // Invariant: tops[0..valid] are right
+  private valid = 0; // Invariant: tops[0..valid] are right
 
-  get length(): number { return this.heights.length; }
+  get length(): number {
+    return this.heights.length;
+  }
 
-  push(height: number): void { this.heights.push(height); }
+  push(height: number): void {
+    this.heights.push(height);
+  }
 
   setHeight(row: number, height: number): boolean {
     if (this.heights[row] === height) return false;
@@ -19,7 +28,9 @@ export class VirtualList {
     return true;
   }
 
-  height(row: number): number { return this.heights[row] ?? 0; }
+  height(row: number): number {
+    return this.heights[row] ?? 0;
+  }
 
   reset(heights: number[]): void {
     this.heights = heights;
@@ -28,11 +39,14 @@ export class VirtualList {
   }
 
   top(row: number): number {
-    for (; this.valid < row; this.valid++) this.tops[this.valid + 1] = this.tops[this.valid]! + this.heights[this.valid]!;
+    for (; this.valid < row; this.valid++)
+      this.tops[this.valid + 1] = this.tops[this.valid]! + this.heights[this.valid]!;
     return this.tops[row]!;
   }
 
-  get total(): number { return this.top(this.length); }
+  get total(): number {
+    return this.top(this.length);
+  }
 
   /// The row at the offset: the last one whose top is not below it.
   rowAt(offset: number): number {
@@ -42,7 +56,8 @@ export class VirtualList {
     let high = this.length - 1;
     while (low < high) {
       const middle = (low + high + 1) >> 1;
-      if (this.tops[middle]! <= offset) low = middle; else high = middle - 1;
+      if (this.tops[middle]! <= offset) low = middle;
+      else high = middle - 1;
     }
     return low;
   }

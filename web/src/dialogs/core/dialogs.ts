@@ -5,7 +5,10 @@ import { signal } from '@preact/signals-core';
 import { ConnectionLost, EngineError } from '../../engine/core/session';
 import { text as t } from '../../texts/texts';
 
-export interface Action { label: string; danger?: boolean }
+export interface Action {
+  label: string;
+  danger?: boolean;
+}
 export interface Dialog {
   title: string;
   text: string;
@@ -19,8 +22,13 @@ export interface Dialog {
   actions: Action[];
   cancel: string;
 }
-export interface DialogAnswer { action: number; field: string }
-interface Open extends Dialog { answer(result: DialogAnswer | null): void }
+export interface DialogAnswer {
+  action: number;
+  field: string;
+}
+interface Open extends Dialog {
+  answer(result: DialogAnswer | null): void;
+}
 
 export class Dialogs {
   readonly current = signal<Open | null>(null);
@@ -31,7 +39,13 @@ export class Dialogs {
 
   ask(dialog: Dialog): Promise<DialogAnswer | null> {
     return new Promise((resolve) => {
-      this.queue.push({ ...dialog, answer: (result) => { this.next(); resolve(result); } });
+      this.queue.push({
+        ...dialog,
+        answer: (result) => {
+          this.next();
+          resolve(result);
+        },
+      });
       if (!this.current.value) this.next();
     });
   }
@@ -42,12 +56,15 @@ export class Dialogs {
   }
 
   async confirm(title: string, text: string, action: string, danger = false): Promise<boolean> {
-    return await this.ask({ title, text, actions: [{ label: action, danger }], cancel: t.dialogs.cancel }) !== null;
+    return (await this.ask({ title, text, actions: [{ label: action, danger }], cancel: t.dialogs.cancel })) !== null;
   }
 
   async askText(title: string, hint: string, action: string, value = '', select?: number): Promise<string | null> {
     const answer = await this.ask({
-      title, text: '', field: { label: title, hint, value, select }, actions: [{ label: action }],
+      title,
+      text: '',
+      field: { label: title, hint, value, select },
+      actions: [{ label: action }],
       cancel: t.dialogs.cancel,
     });
     return answer ? answer.field : null;
@@ -83,5 +100,7 @@ export class Dialogs {
     if (this.faults.length > 50) this.faults.shift();
   }
 
-  private next(): void { this.current.value = this.queue.shift() ?? null; }
+  private next(): void {
+    this.current.value = this.queue.shift() ?? null;
+  }
 }

@@ -3,7 +3,10 @@
 
 import type { Store } from '../../engine/core/ports';
 
-export interface Draft { text: string; revision: string }
+export interface Draft {
+  text: string;
+  revision: string;
+}
 
 export class Drafts {
   constructor(private readonly store: Store) {}
@@ -20,8 +23,12 @@ export class Drafts {
   }
 
   /// False when the store is full: then the text lives in the page alone.
-  put(path: string, draft: Draft): boolean { return this.store.write(`draft:${path}`, JSON.stringify(draft)); }
-  remove(path: string): void { this.store.remove(`draft:${path}`); }
+  put(path: string, draft: Draft): boolean {
+    return this.store.write(`draft:${path}`, JSON.stringify(draft));
+  }
+  remove(path: string): void {
+    this.store.remove(`draft:${path}`);
+  }
 
   get openFiles(): { paths: string[]; active: string | null } {
     try {

@@ -12,7 +12,11 @@ import { Drafts } from './drafts';
 export const kLargestFile = 10_000_000;
 const kDraftDelay = 400;
 
-export interface Mark { line: number; text: string; warning: boolean }
+export interface Mark {
+  line: number;
+  text: string;
+  warning: boolean;
+}
 export interface OpenFile {
   path: string;
   text: string;
@@ -21,7 +25,12 @@ export interface OpenFile {
   marks: Mark[];
 }
 /// A wish to show a place; `count` tells two wishes for one place apart.
-export interface Goto { path: string; line: number; column: number; count: number }
+export interface Goto {
+  path: string;
+  line: number;
+  column: number;
+  count: number;
+}
 
 export const nameOf = (path: string) => path.slice(path.lastIndexOf('/') + 1);
 export const folderOf = (path: string) => path.slice(0, Math.max(0, path.lastIndexOf('/')));
@@ -40,11 +49,16 @@ export class Editor {
   private gotos = 0;
 
   constructor(
-    private readonly session: Session, private readonly dialogs: Dialogs, private readonly clock: Clock, store: Store,
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+    private readonly clock: Clock,
+    store: Store,
   ) {
     this.drafts = new Drafts(store);
     session.on('console/item', (item) => this.mark(item));
-    session.on('run/state', ({ status }) => { if (status === 'running') this.runBegins(); });
+    session.on('run/state', ({ status }) => {
+      if (status === 'running') this.runBegins();
+    });
   }
 
   /// Opens what was open when the page was left, with the drafts of it.
@@ -57,7 +71,7 @@ export class Editor {
 
   /// Opens a file, or brings it to the front, and goes to the line when one is given.
   async open(path: string, line = 0, column = 1): Promise<boolean> {
-    const opened = this.find(path) ?? await this.dialogs.guard(() => this.load(path));
+    const opened = this.find(path) ?? (await this.dialogs.guard(() => this.load(path)));
     if (!opened) return false;
     this.activePath.value = path;
     if (line > 0) this.goto.value = { path, line, column, count: ++this.gotos };
@@ -73,7 +87,10 @@ export class Editor {
     file.text = text;
     if (wasDirty !== isDirty(file) || file.marks.length) this.update(path, { text });
     this.pendingDrafts.get(path)?.();
-    this.pendingDrafts.set(path, this.clock.after(kDraftDelay, () => this.keepDraft(path)));
+    this.pendingDrafts.set(
+      path,
+      this.clock.after(kDraftDelay, () => this.keepDraft(path)),
+    );
   }
 
   async save(path: string): Promise<boolean> {
@@ -85,7 +102,7 @@ export class Editor {
       this.saved(path, text, revision);
       return true;
     } catch (error) {
-      if (error instanceof EngineError && error.isAlert && await this.isStale(file)) return this.resolve(file, text);
+      if (error instanceof EngineError && error.isAlert && (await this.isStale(file))) return this.resolve(file, text);
       this.dialogs.fail(error);
       return false;
     }
@@ -97,10 +114,12 @@ export class Editor {
     if (!file) return;
     if (isDirty(file)) {
       const answer = await this.dialogs.ask({
-        title: t.editor.closeTitle, text: t.editor.closeText(nameOf(path)),
-        actions: [{ label: t.editor.save }, { label: t.editor.discard, danger: true }], cancel: t.dialogs.cancel,
+        title: t.editor.closeTitle,
+        text: t.editor.closeText(nameOf(path)),
+        actions: [{ label: t.editor.save }, { label: t.editor.discard, danger: true }],
+        cancel: t.dialogs.cancel,
       });
-      if (!answer || (answer.action === 0 && !await this.save(path))) return;
+      if (!answer || (answer.action === 0 && !(await this.save(path)))) return;
     }
     this.forget(path);
   }
@@ -122,9 +141,14 @@ export class Editor {
     this.remember();
   }
 
-  get anyDirty(): boolean { return this.files.value.some(isDirty); }
+  /// Keeps all drafts now, since the page may end. False when one could not be kept.
+  keepAll(): boolean {
+    return this.files.value.map((file) => this.keepDraft(file.path)).every((kept) => kept);
+  }
 
-  private find(path: string): OpenFile | undefined { return this.files.value.find((file) => file.path === path); }
+  private find(path: string): OpenFile | undefined {
+    return this.files.value.find((file) => file.path === path);
+  }
 
   private async load(path: string): Promise<OpenFile> {
     const { text, revision } = await this.session.request('files/read', { path });
@@ -135,7 +159,10 @@ export class Editor {
     const useDraft = draft !== null && draft.text !== text;
     if (draft && !useDraft) this.drafts.remove(path);
     const file: OpenFile = {
-      path, text: useDraft ? draft.text : text, savedText: text, marks: [],
+      path,
+      text: useDraft ? draft.text : text,
+      savedText: text,
+      marks: [],
       // A draft begun from an older revision must meet the conflict when it is saved.
       revision: useDraft ? draft.revision : revision,
     };
@@ -171,9 +198,11 @@ export class Editor {
   private async resolve(file: OpenFile, mine: string): Promise<boolean> {
     const theirs = await this.session.request('files/read', { path: file.path });
     const answer = await this.dialogs.ask({
-      title: t.editor.conflictTitle, text: t.editor.conflictText(nameOf(file.path)),
+      title: t.editor.conflictTitle,
+      text: t.editor.conflictText(nameOf(file.path)),
       compare: { leftTitle: t.editor.mine, left: mine, rightTitle: t.editor.theirs, right: theirs.text },
-      actions: [{ label: t.editor.keepMine }, { label: t.editor.keepTheirs }], cancel: t.dialogs.cancel,
+      actions: [{ label: t.editor.keepMine }, { label: t.editor.keepTheirs }],
+      cancel: t.dialogs.cancel,
     });
     if (!answer) return false;
     if (answer.action === 0) {
@@ -191,15 +220,18 @@ export class Editor {
     this.pendingDrafts.delete(path);
     this.update(path, { savedText: text, revision });
     const file = this.find(path);
-    if (file && isDirty(file)) this.keepDraft(path); else this.drafts.remove(path);
+    if (file && isDirty(file)) this.keepDraft(path);
+    else this.drafts.remove(path);
   }
 
-  private keepDraft(path: string): void {
+  private keepDraft(path: string): boolean {
     const file = this.find(path);
-    if (!file) return;
+    if (!file) return true;
+    this.pendingDrafts.get(path)?.();
     this.pendingDrafts.delete(path);
-    if (isDirty(file)) this.drafts.put(path, { text: file.text, revision: file.revision });
-    else this.drafts.remove(path);
+    if (isDirty(file)) return this.drafts.put(path, { text: file.text, revision: file.revision });
+    this.drafts.remove(path);
+    return true;
   }
 
   private forget(path: string): void {

@@ -29,11 +29,33 @@ export interface ConsoleItem {
   message?: MessagePlace | null;
 }
 
-export interface RunResult { status: 'done' | 'failed' | 'fault'; seconds: number }
-export interface Completion { label: string; kind: 'function' | 'variable' | 'field' | 'file'; detail: string }
-export interface Variable { name: string; class: string; size: number[]; bytes: number; preview: string }
-export interface Span { start: number; length: number; type: string; color: string }
-export interface Selection { text: string; start: number; end: number }
+export interface RunResult {
+  status: 'done' | 'failed' | 'fault';
+  seconds: number;
+}
+export interface Completion {
+  label: string;
+  kind: 'function' | 'variable' | 'field' | 'file';
+  detail: string;
+}
+export interface Variable {
+  name: string;
+  class: string;
+  size: number[];
+  bytes: number;
+  preview: string;
+}
+export interface Span {
+  start: number;
+  length: number;
+  type: string;
+  color: string;
+}
+export interface Selection {
+  text: string;
+  start: number;
+  end: number;
+}
 
 export interface FileItem {
   id: string;
@@ -42,7 +64,13 @@ export interface FileItem {
   isFolder: boolean;
   lastModifiedDate?: number | string | null;
 }
-export interface SearchHit { path: string; line: number; start: number; length: number; preview: string }
+export interface SearchHit {
+  path: string;
+  line: number;
+  start: number;
+  length: number;
+  preview: string;
+}
 
 export type KeyboardType = 'alpha' | 'alphaCap' | 'symbol';
 export interface Key {
@@ -62,7 +90,11 @@ export interface KeyPress {
 }
 
 export type FigureKind = 'none' | 'plot' | 'surface';
-export interface FigureAnswer { kind: FigureKind; model: FigureModel | null; revision: number }
+export interface FigureAnswer {
+  kind: FigureKind;
+  model: FigureModel | null;
+  revision: number;
+}
 export type FigureModel = Record<string, unknown>;
 export interface DrawingItem {
   kind: 'path' | 'polygon' | 'marker' | 'text' | 'clip' | 'restore';
@@ -86,14 +118,26 @@ export interface DrawingItem {
 }
 /// `plotArea` holds left, top, right and bottom; `title` and `description` are for whoever cannot see.
 export interface Drawing {
-  width: number; height: number; title: string; description: string;
+  width: number;
+  height: number;
+  title: string;
+  description: string;
   plotArea: [number, number, number, number];
   items: DrawingItem[];
 }
-export interface FigureTip { line: number; index: number; x: number; y: number; px: number; py: number }
+export interface FigureTip {
+  line: number;
+  index: number;
+  x: number;
+  y: number;
+  px: number;
+  py: number;
+}
 export interface Mesh {
   surfaces: { numRows: number; numCols: number; points: string }[];
-  xlims: unknown; ylims: unknown; zlims: unknown;
+  xlims: unknown;
+  ylims: unknown;
+  zlims: unknown;
   revision: number;
 }
 export type Gesture =
@@ -101,21 +145,42 @@ export type Gesture =
   | { kind: 'pinch'; x: number; y: number; scaleX: number; scaleY: number; width: number; height: number }
   | { kind: 'zoom'; scale: number; width: number; height: number }
   | { kind: 'reset'; width: number; height: number };
-export interface SavedFigure { id: string; name: string; timeStamp: number; thumbnail: string }
+export interface SavedFigure {
+  id: string;
+  name: string;
+  timeStamp: number;
+  thumbnail: string;
+}
 export type PictureFormat = 'png' | 'svg' | 'pdf';
 
-export interface DocFile { relativePath: string; displayName: string; isDir: boolean; ext: string }
-export interface DocHit { relativePath: string; displayName: string; excerpt?: string }
+export interface DocFile {
+  relativePath: string;
+  displayName: string;
+  isDir: boolean;
+  ext: string;
+}
+export interface DocHit {
+  relativePath: string;
+  displayName: string;
+  excerpt?: string;
+}
 
 type Path = { path: string };
 type Paths = { paths: string[] };
 
 /// Each method: [parameters, result].
 export interface Methods {
-  'session/open': [Empty, {
-    version: string; protocol: number; workDir: string; workDirDisplayText: string;
-    settings: Settings; runState: RunStatus;
-  }];
+  'session/open': [
+    Empty,
+    {
+      version: string;
+      protocol: number;
+      workDir: string;
+      workDirDisplayText: string;
+      settings: Settings;
+      runState: RunStatus;
+    },
+  ];
   'settings/get': [Empty, Settings];
   'settings/set': [Partial<Settings>, Settings];
   'console/run': [{ text: string; folder?: string }, RunResult];
@@ -155,7 +220,9 @@ export interface Methods {
   'figure/tip': [{ x: number; y: number; width: number; height: number }, FigureTip | null];
   'figure/gesture': [Gesture, FigureAnswer];
   'figure/picture': [
-    { format: PictureFormat; width?: number; height?: number; theme?: Theme; scale?: number }, { base64: string }];
+    { format: PictureFormat; width?: number; height?: number; theme?: Theme; scale?: number },
+    { base64: string },
+  ];
   'figure/save': [{ name: string }, { id: string | null }];
   'figure/close': [Empty, Empty];
   'figures/list': [Empty, { items: SavedFigure[] }];
@@ -163,6 +230,7 @@ export interface Methods {
   'figures/delete': [{ id: string }, Empty];
   'docs/tree': [Empty, { files: DocFile[] }];
   'docs/page': [{ relativePath: string; style: 'auto' | 'dark' | 'light'; textSize: number }, { html: string }];
+  'docs/picture': [{ relativePath: string }, { svg: string } | null];
   'docs/search': [{ scope: 'title' | 'content'; text: string }, { items: DocHit[] }];
   'docs/name': [{ name: string }, { relativePath: string } | null];
 }

@@ -7,19 +7,33 @@ import type { Method, Notification, Notifications, Params, Result } from './prot
 
 /// An error that the engine answered. Code 1 is the alert of a panel, with its own title and text.
 export class EngineError extends Error {
-  constructor(readonly code: number, readonly title: string, readonly text: string) {
+  constructor(
+    readonly code: number,
+    readonly title: string,
+    readonly text: string,
+  ) {
     super(text ? `${title}: ${text}` : title);
   }
-  get isAlert(): boolean { return this.code === 1; }
+  get isAlert(): boolean {
+    return this.code === 1;
+  }
 }
 
 /// The carrier was lost before the answer came; whether the request was carried out is not known.
 export class ConnectionLost extends Error {}
 
-interface Waiting { method: Method; since: number; resolve(value: unknown): void; reject(error: Error): void }
+interface Waiting {
+  method: Method;
+  since: number;
+  resolve(value: unknown): void;
+  reject(error: Error): void;
+}
 type Handler = (params: never) => void;
 
-export interface Timing { method: Method; milliseconds: number }
+export interface Timing {
+  method: Method;
+  milliseconds: number;
+}
 
 export class Session {
   readonly state = signal<CarrierState>('connecting');
@@ -29,8 +43,14 @@ export class Session {
   private readonly waiting = new Map<number, Waiting>();
   private readonly handlers = new Map<string, Set<Handler>>();
 
-  constructor(private readonly engine: Engine, private readonly now: () => number = () => 0) {
-    engine.listen((text) => this.receive(text), (state) => this.changeState(state));
+  constructor(
+    private readonly engine: Engine,
+    private readonly now: () => number = () => 0,
+  ) {
+    engine.listen(
+      (text) => this.receive(text),
+      (state) => this.changeState(state),
+    );
   }
 
   /// Sends a request. Rejects with `EngineError` or `ConnectionLost`.
@@ -46,13 +66,17 @@ export class Session {
   /// Calls the handler at each notification of that name. Returns the way to stop it.
   on<N extends Notification>(name: N, handler: (params: Notifications[N]) => void): () => void {
     let set = this.handlers.get(name);
-    if (!set) this.handlers.set(name, set = new Set());
+    if (!set) this.handlers.set(name, (set = new Set()));
     set.add(handler as Handler);
     return () => set.delete(handler as Handler);
   }
 
-  open(): void { this.engine.open(); }
-  retry(): void { this.engine.retry(); }
+  open(): void {
+    this.engine.open();
+  }
+  retry(): void {
+    this.engine.retry();
+  }
 
   private receive(text: string): void {
     const message = JSON.parse(text);

@@ -1,10 +1,19 @@
 /// The colours that the settings of a line offer, and their coded form: base64 of a JSON text with
 /// the role, by which each theme finds its own value, and the channels of the light theme.
 
-export interface LineColor { name: string; role: string; rgba: [number, number, number, number]; tone: string }
+export interface LineColor {
+  name: string;
+  role: string;
+  rgba: [number, number, number, number];
+  tone: string;
+}
 
-const hex = (code: number): [number, number, number, number] =>
-  [(code >> 16 & 255) / 255, (code >> 8 & 255) / 255, (code & 255) / 255, 1];
+const hex = (code: number): [number, number, number, number] => [
+  ((code >> 16) & 255) / 255,
+  ((code >> 8) & 255) / 255,
+  (code & 255) / 255,
+  1,
+];
 
 export const kLineColors: LineColor[] = [
   { name: 'Orange', role: 'system orange', rgba: hex(0xc66a00), tone: 'orange' },
@@ -26,9 +35,13 @@ function base64(text: string): string {
   let out = '';
   for (let k = 0; k < text.length; k += 3) {
     const [a, b, c] = [0, 1, 2].map((j) => text.charCodeAt(k + j) || 0) as [number, number, number];
-    const bits = a << 16 | b << 8 | c;
+    const bits = (a << 16) | (b << 8) | c;
     const left = text.length - k;
-    out += kDigits[bits >> 18]! + kDigits[bits >> 12 & 63]! + (left > 1 ? kDigits[bits >> 6 & 63]! : '=') + (left > 2 ? kDigits[bits & 63]! : '=');
+    out +=
+      kDigits[bits >> 18]! +
+      kDigits[(bits >> 12) & 63]! +
+      (left > 1 ? kDigits[(bits >> 6) & 63]! : '=') +
+      (left > 2 ? kDigits[bits & 63]! : '=');
   }
   return out;
 }
@@ -37,9 +50,9 @@ function fromBase64(text: string): string {
   const digits = [...text.replace(/=+$/, '')].map((digit) => kDigits.indexOf(digit));
   let out = '';
   for (let k = 0; k + 1 < digits.length; k += 4) {
-    const bits = digits[k]! << 18 | digits[k + 1]! << 12 | (digits[k + 2] ?? 0) << 6 | (digits[k + 3] ?? 0);
+    const bits = (digits[k]! << 18) | (digits[k + 1]! << 12) | ((digits[k + 2] ?? 0) << 6) | (digits[k + 3] ?? 0);
     const count = Math.min(3, digits.length - k - 1);
-    for (let j = 0; j < count; j++) out += String.fromCharCode(bits >> (16 - 8 * j) & 255);
+    for (let j = 0; j < count; j++) out += String.fromCharCode((bits >> (16 - 8 * j)) & 255);
   }
   return out;
 }
@@ -50,7 +63,10 @@ export const codedColor = ({ role, rgba }: LineColor): string => base64(JSON.str
 export function colorOf(coded: string): LineColor | null {
   try {
     const { role, rgba } = JSON.parse(fromBase64(coded));
-    return kLineColors.find((color) => (role ? color.role === role : color.rgba.every((value, k) => value === rgba[k]))) ?? null;
+    return (
+      kLineColors.find((color) => (role ? color.role === role : color.rgba.every((value, k) => value === rgba[k]))) ??
+      null
+    );
   } catch {
     return null;
   }

@@ -4,14 +4,26 @@
 
 import { signal } from '@preact/signals-core';
 import type {
-  Drawing, FigureAnswer, FigureKind, FigureModel, FigureTip, Gesture, PictureFormat, SavedFigure, Theme,
+  Drawing,
+  FigureAnswer,
+  FigureKind,
+  FigureModel,
+  FigureTip,
+  Gesture,
+  PictureFormat,
+  SavedFigure,
+  Theme,
 } from '../../engine/core/protocol';
 import { ConnectionLost, type Session } from '../../engine/core/session';
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { type PendingGesture, mergeGesture } from './gestures';
 
-export interface ViewSize { width: number; height: number; theme: Theme }
+export interface ViewSize {
+  width: number;
+  height: number;
+  theme: Theme;
+}
 
 export class Figure {
   readonly kind = signal<FigureKind>('none');
@@ -26,12 +38,18 @@ export class Figure {
   private gestureUnderWay = false;
   private pending: PendingGesture[] = [];
   private tips = 0;
+  private watchers = 0;
+  private modelUnderWay = false;
 
-  constructor(private readonly session: Session, private readonly dialogs: Dialogs) {
+  constructor(
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+  ) {
     session.on('figure/changed', (change) => this.changed(change.kind, change.revision));
   }
 
   async refresh(): Promise<void> {
+    this.revision = -1; // a server that was started anew counts anew
     this.take(await this.session.request('figure/get', {}));
   }
 
@@ -53,7 +71,9 @@ export class Figure {
       const { width, height } = this.view;
       const tip = await this.session.request('figure/tip', { x, y, width, height });
       if (mine === this.tips) this.tip.value = tip;
-    } catch { /* a tip that fails shows nothing */ }
+    } catch {
+      /* a tip that fails shows nothing */
+    }
   }
 
   hideTip(): void {
@@ -66,10 +86,14 @@ export class Figure {
     if (answer) this.take(answer);
   }
 
-  /// The model, read again when the figure has changed since.
-  async loadModel(): Promise<void> {
-    const answer = await this.dialogs.guard(() => this.session.request('figure/get', {}));
-    if (answer) this.take(answer);
+  /// Keeps the model up to date until the way given back is called. Without a watcher it is not read,
+  /// since it holds all points.
+  watchModel(): () => void {
+    this.watchers++;
+    void this.loadModel();
+    return () => {
+      if (--this.watchers === 0) this.model.value = null;
+    };
   }
 
   async save(): Promise<void> {
@@ -82,7 +106,7 @@ export class Figure {
   }
 
   async close(): Promise<void> {
-    if (!await this.dialogs.confirm(t.figure.closeTitle, t.figure.closeText, t.figure.close, true)) return;
+    if (!(await this.dialogs.confirm(t.figure.closeTitle, t.figure.closeText, t.figure.close, true))) return;
     await this.dialogs.guard(() => this.session.request('figure/close', {}));
   }
 
@@ -111,7 +135,7 @@ export class Figure {
 
   async remove(figure: SavedFigure): Promise<void> {
     const question = t.figure.deleteText(figure.name);
-    if (!await this.dialogs.confirm(t.figure.deleteTitle, question, t.figure.delete, true)) return;
+    if (!(await this.dialogs.confirm(t.figure.deleteTitle, question, t.figure.delete, true))) return;
     const done = await this.dialogs.guard(() => this.session.request('figures/delete', { id: figure.id }));
     if (done) this.saved.value = this.saved.value?.filter((each) => each.id !== figure.id) ?? null;
   }
@@ -119,14 +143,25 @@ export class Figure {
   private changed(kind: FigureKind, revision: number): void {
     this.kind.value = kind;
     this.revision = revision;
-    if (this.model.value) void this.loadModel();
+    if (this.watchers) void this.loadModel();
     void this.draw();
+  }
+
+  private async loadModel(): Promise<void> {
+    if (this.modelUnderWay) return;
+    this.modelUnderWay = true;
+    const answer = await this.dialogs.guard(() => this.session.request('figure/get', {}));
+    this.modelUnderWay = false;
+    if (!answer) return;
+    const newest = this.revision;
+    this.take(answer);
+    if (this.watchers && answer.revision < newest) void this.loadModel();
   }
 
   private take(answer: FigureAnswer): void {
     this.kind.value = answer.kind;
-    this.revision = answer.revision;
-    this.model.value = answer.model;
+    this.revision = Math.max(this.revision, answer.revision);
+    if (this.watchers) this.model.value = answer.model;
     void this.draw();
   }
 
@@ -160,8 +195,7 @@ export class Figure {
       for (let next = this.pending.shift(); next; next = this.pending.shift()) {
         const { width, height } = this.view;
         const answer = await this.session.request('figure/gesture', { ...next, width, height } as Gesture);
-        this.kind.value = answer.kind;
-        this.revision = answer.revision;
+        this.take(answer);
         await this.draw();
       }
     } catch (error) {

@@ -7,7 +7,10 @@ export type PendingGesture =
   | { kind: 'zoom'; scale: number }
   | { kind: 'reset' };
 
-export interface Point { x: number; y: number }
+export interface Point {
+  x: number;
+  y: number;
+}
 
 /// Adds a gesture to those that wait; the last of the same kind takes it up.
 export function mergeGesture(waiting: PendingGesture[], next: PendingGesture): PendingGesture[] {
@@ -37,10 +40,18 @@ export class Fingers {
 
   constructor(private readonly kind: () => 'plot' | 'surface') {}
 
-  get count(): number { return this.points.size; }
-  down(id: number, at: Point): void { this.points.set(id, at); }
-  up(id: number): void { this.points.delete(id); }
-  clear(): void { this.points.clear(); }
+  get count(): number {
+    return this.points.size;
+  }
+  down(id: number, at: Point): void {
+    this.points.set(id, at);
+  }
+  up(id: number): void {
+    this.points.delete(id);
+  }
+  clear(): void {
+    this.points.clear();
+  }
 
   move(id: number, to: Point): PendingGesture[] {
     const from = this.points.get(id);
@@ -63,8 +74,11 @@ function pinch(from: Point, to: Point, other: Point): PendingGesture {
     return before < kSmallestSpread ? 1 : bounded(Math.abs(b - still) / before);
   };
   return {
-    kind: 'pinch', x: (to.x + other.x) / 2, y: (to.y + other.y) / 2,
-    scaleX: scale(from.x, to.x, other.x), scaleY: scale(from.y, to.y, other.y),
+    kind: 'pinch',
+    x: (to.x + other.x) / 2,
+    y: (to.y + other.y) / 2,
+    scaleX: scale(from.x, to.x, other.x),
+    scaleY: scale(from.y, to.y, other.y),
   };
 }
 

@@ -2,16 +2,29 @@
 
 import type { FigureModel } from '../../engine/core/protocol';
 
-export interface Limits { lower: number; upper: number }
-export interface LineAttributes {
-  lineStyle: number; lineColor: string; lineWidth: number; markerStyle: number; markerSize: number;
-  name: string | null; shownInLegend: boolean; type: number;
+export interface Limits {
+  lower: number;
+  upper: number;
 }
-export interface PlotLine { attribute: LineAttributes; points: [number | null, number | null][] }
+export interface LineAttributes {
+  lineStyle: number;
+  lineColor: string;
+  lineWidth: number;
+  markerStyle: number;
+  markerSize: number;
+  name: string | null;
+  shownInLegend: boolean;
+  type: number;
+}
+export interface PlotLine {
+  attribute: LineAttributes;
+  points: [number | null, number | null][];
+}
 
 export const linesOf = (model: FigureModel | null) => (model?.lines as PlotLine[] | undefined) ?? [];
 export const surfacesOf = (model: FigureModel | null) =>
-  (model?.surfaces as { points: { x: number; y: number; z: number }[]; attributes: { numRows: number; numCols: number } }[]
+  (model?.surfaces as
+    | { points: { x: number; y: number; z: number }[]; attributes: { numRows: number; numCols: number } }[]
     | undefined) ?? [];
 export const limitsOf = (model: FigureModel | null, axis: string) =>
   (model?.[`${axis}lims`] as Limits | undefined) ?? { lower: 0, upper: 1 };

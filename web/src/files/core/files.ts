@@ -9,7 +9,12 @@ import { text as t } from '../../texts/texts';
 import { baseOf, isTextName, joined, parentOf, stemLength } from './names';
 
 /// A file that was picked or dropped, before its content is read.
-export interface Picked { name: string; size: number; isFolder: boolean; text(): Promise<string> }
+export interface Picked {
+  name: string;
+  size: number;
+  isFolder: boolean;
+  text(): Promise<string>;
+}
 export const kLargestImport = 40_000_000;
 
 export class Files {
@@ -25,10 +30,13 @@ export class Files {
   private searches = 0;
 
   constructor(
-    private readonly session: Session, private readonly dialogs: Dialogs,
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
     private readonly onMoved: (from: string, to: string | null) => void,
   ) {
-    session.on('files/changed', ({ path }) => { if (path === this.folder.value) void this.reload(); });
+    session.on('files/changed', ({ path }) => {
+      if (path === this.folder.value) void this.reload();
+    });
   }
 
   async enter(folder: string): Promise<void> {
@@ -50,7 +58,8 @@ export class Files {
     } catch (error) {
       if (error instanceof ConnectionLost) return;
       this.items.value = [];
-      if (folder) await this.enter(parentOf(folder)); else this.dialogs.fail(error);
+      if (folder) await this.enter(parentOf(folder));
+      else this.dialogs.fail(error);
     }
   }
 
@@ -91,7 +100,7 @@ export class Files {
   }
 
   async duplicate(paths: string[]): Promise<void> {
-    if (!await this.dialogs.confirm(t.files.duplicateTitle, t.files.named(paths), t.files.duplicate)) return;
+    if (!(await this.dialogs.confirm(t.files.duplicateTitle, t.files.named(paths), t.files.duplicate))) return;
     await this.work(t.files.duplicating, async () => {
       for (const path of paths) await this.session.request('files/duplicate', { path });
     });
@@ -111,7 +120,7 @@ export class Files {
   }
 
   async remove(paths: string[]): Promise<void> {
-    if (!await this.dialogs.confirm(t.files.deleteTitle, t.files.named(paths), t.files.delete, true)) return;
+    if (!(await this.dialogs.confirm(t.files.deleteTitle, t.files.named(paths), t.files.delete, true))) return;
     await this.work('', async () => {
       await this.session.request('files/delete', { paths });
       paths.forEach((path) => this.onMoved(path, null));
@@ -123,12 +132,18 @@ export class Files {
   }
 
   async importText(name: string, text: string): Promise<void> {
-    await this.work(t.files.importing, () => this.session.request('files/import', {
-      folder: this.folder.value, name, text,
-    }));
+    await this.work(t.files.importing, () =>
+      this.session.request('files/import', {
+        folder: this.folder.value,
+        name,
+        text,
+      }),
+    );
   }
 
-  refuseDrop(): void { void this.dialogs.alert(t.files.badDropTitle, t.files.badDrop); }
+  refuseDrop(): void {
+    void this.dialogs.alert(t.files.badDropTitle, t.files.badDrop);
+  }
 
   async read(path: string): Promise<string | undefined> {
     return (await this.dialogs.guard(() => this.session.request('files/read', { path })))?.text;
@@ -152,7 +167,7 @@ export class Files {
     if (!isTextName(name)) return this.dialogs.alert(t.files.importAborted, t.files.importBinary(name));
     if (file.size > kLargestImport) return this.dialogs.alert(t.files.importAborted, t.files.importTooLarge(name));
     const question = t.files.importQuestion(name, this.folder.value || t.files.root);
-    if (!await this.dialogs.confirm(t.files.import, question, t.files.import)) return;
+    if (!(await this.dialogs.confirm(t.files.import, question, t.files.import))) return;
     await this.work(t.files.importing, async () => {
       let text: string;
       try {
@@ -169,7 +184,7 @@ export class Files {
     const { items } = await this.session.request('files/list', { path: folder });
     const found: string[] = [];
     for (const item of items.filter((each) => each.isFolder)) {
-      found.push(item.relativePath, ...await this.foldersFrom(item.relativePath, depth + 1));
+      found.push(item.relativePath, ...(await this.foldersFrom(item.relativePath, depth + 1)));
     }
     return found;
   }

@@ -18,7 +18,10 @@ export class Help {
   private readonly trail: string[] = [];
   private searches = 0;
 
-  constructor(private readonly session: Session, private readonly dialogs: Dialogs) {}
+  constructor(
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+  ) {}
 
   async loadTree(): Promise<void> {
     if (this.files.value) return;
@@ -26,12 +29,16 @@ export class Help {
   }
 
   async open(relativePath: string, textSize = 100): Promise<void> {
-    const answer = await this.dialogs.guard(() => this.session.request('docs/page', {
-      relativePath, style: 'auto', textSize,
-    }));
+    const answer = await this.dialogs.guard(() =>
+      this.session.request('docs/page', {
+        relativePath,
+        style: 'auto',
+        textSize,
+      }),
+    );
     if (this.path.value && this.path.value !== relativePath) this.trail.push(this.path.value);
     this.path.value = relativePath;
-    this.html.value = answer?.html ?? '';  // a page that cannot be read stays blank
+    this.html.value = answer?.html ?? ''; // a page that cannot be read stays blank
   }
 
   /// The page of a built-in function, if it has one.
@@ -40,6 +47,12 @@ export class Help {
     if (!answer) return false;
     await this.open(answer.relativePath);
     return true;
+  }
+
+  /// The SVG text of a picture of a page; null for one that cannot be had.
+  async picture(relativePath: string | null): Promise<string | null> {
+    if (relativePath === null) return null;
+    return (await this.session.request('docs/picture', { relativePath }).catch(() => null))?.svg ?? null;
   }
 
   back(): void {
@@ -80,8 +93,10 @@ export function resolveLink(from: string, link: string): string | null {
   const path = decodeURIComponent(link.replace(/[#?].*$/, ''));
   const parts = path.startsWith('/') ? [] : from.split('/').slice(0, -1);
   for (const part of path.split('/')) {
-    if (part === '..') { if (!parts.length) return null; parts.pop(); }
-    else if (part && part !== '.') parts.push(part);
+    if (part === '..') {
+      if (!parts.length) return null;
+      parts.pop();
+    } else if (part && part !== '.') parts.push(part);
   }
   return parts.join('/');
 }

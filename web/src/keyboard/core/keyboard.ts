@@ -33,11 +33,16 @@ export class Keyboard {
   }
 
   /// Writes one of a key's alternatives.
-  pick(text: string): void { this.target.value?.insert(text); }
+  pick(text: string): void {
+    this.target.value?.insert(text);
+  }
 
   private async send(key: string, tap: Tap): Promise<void> {
     const answer = await this.session.request('keyboard/press', {
-      keyboardType: this.type.value, capLocked: this.capLocked.value, key, tap,
+      keyboardType: this.type.value,
+      capLocked: this.capLocked.value,
+      key,
+      tap,
     });
     this.type.value = answer.keyboardType;
     this.capLocked.value = answer.capLocked;

@@ -16,7 +16,12 @@ export interface Preferences {
 }
 
 export const kDefaults: Preferences = {
-  theme: 'auto', keyboard: 'auto', motion: 'auto', codeSize: 100, enterRuns: true, tourSeen: false,
+  theme: 'auto',
+  keyboard: 'auto',
+  motion: 'auto',
+  codeSize: 100,
+  enterRuns: true,
+  tourSeen: false,
 };
 
 export class PreferenceStore {
@@ -25,7 +30,9 @@ export class PreferenceStore {
   constructor(private readonly store: Store) {
     try {
       this.value.value = { ...kDefaults, ...JSON.parse(store.read('preferences') ?? '{}') };
-    } catch { /* an unreadable text counts as none */ }
+    } catch {
+      /* an unreadable text counts as none */
+    }
   }
 
   set(change: Partial<Preferences>): void {

@@ -13,7 +13,10 @@ export class Settings {
   readonly workDirectory = signal('');
   private cells = 0;
 
-  constructor(private readonly session: Session, private readonly dialogs: Dialogs) {}
+  constructor(
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+  ) {}
 
   opened(answer: { settings: Values; version: string; workDirDisplayText: string; workDir: string }): void {
     this.values.value = answer.settings;

@@ -4,7 +4,7 @@
 import { effect, untracked } from '@preact/signals-core';
 import type { Clock, Store } from '../../engine/core/ports';
 import type { Engine } from '../../engine/core/engine';
-import { ConnectionLost, Session } from '../../engine/core/session';
+import { ConnectionLost, EngineError, Session } from '../../engine/core/session';
 import { Console } from '../../console/core/console';
 import { Dialogs } from '../../dialogs/core/dialogs';
 import { Editor, isDirty, isProgram } from '../../editor/core/editor';
@@ -18,6 +18,8 @@ import { Tour } from '../../tour/core/tour';
 import { Workspace } from '../../workspace/core/workspace';
 import { text as t } from '../../texts/texts';
 import { Layout } from './layout';
+
+const kNoMethod = -32601;
 
 export class App {
   readonly session: Session;
@@ -35,8 +37,12 @@ export class App {
   readonly tour: Tour;
   private openedBefore = false;
 
-  constructor(engine: Engine, store: Store, readonly clock: Clock) {
-    const session = this.session = new Session(engine, () => clock.now());
+  constructor(
+    engine: Engine,
+    store: Store,
+    readonly clock: Clock,
+  ) {
+    const session = (this.session = new Session(engine, () => clock.now()));
     this.layout = new Layout(store);
     this.preferences = new PreferenceStore(store);
     this.settings = new Settings(session, this.dialogs);
@@ -47,13 +53,21 @@ export class App {
     this.workspace = new Workspace(session, this.dialogs, (text) => this.console.run(text));
     this.help = new Help(session, this.dialogs);
     this.keyboard = new Keyboard(session);
-    this.tour = new Tour((panel) => this.layout.show(panel), () => this.preferences.set({ tourSeen: true }));
+    this.tour = new Tour(
+      (panel) => this.layout.show(panel),
+      () => this.preferences.set({ tourSeen: true }),
+    );
     effect(() => {
-      if (session.state.value === 'open') untracked(() => { void this.opened(); });
+      if (session.state.value === 'open')
+        untracked(() => {
+          void this.opened();
+        });
     });
   }
 
-  start(): void { this.session.open(); }
+  start(): void {
+    this.session.open();
+  }
 
   /// Opens the place of an error: the file at its line.
   async openPlace(file: string, line: number, column: number): Promise<void> {
@@ -70,7 +84,7 @@ export class App {
   /// Saves what is unsaved of the file and runs it.
   async runFile(path: string): Promise<void> {
     const file = this.editor.files.value.find((each) => each.path === path);
-    if (file && isDirty(file) && !await this.editor.save(path)) return;
+    if (file && isDirty(file) && !(await this.editor.save(path))) return;
     if (!isProgram(path)) return;
     if (!this.layout.isShown('console')) this.layout.show('console');
     await this.console.runFile(path);
@@ -92,7 +106,9 @@ export class App {
       await work();
     } catch (error) {
       if (error instanceof ConnectionLost) throw error;
-      this.dialogs.fail(error);
+      // An engine of another version may lack a method; the panel stays empty then.
+      if (error instanceof EngineError && error.code === kNoMethod) this.dialogs.note(error.message);
+      else this.dialogs.fail(error);
     }
   }
 
@@ -100,10 +116,16 @@ export class App {
     try {
       const answer = await this.session.request('session/open', {});
       this.settings.opened(answer);
-      await Promise.all([
-        () => this.console.refresh(answer.runState), () => this.files.reload(), () => this.workspace.refresh(),
-        () => this.figure.refresh(), () => this.keyboard.load(), () => this.editor.restore(),
-      ].map((load) => this.load(load)));
+      await Promise.all(
+        [
+          () => this.console.refresh(answer.runState),
+          () => this.files.reload(),
+          () => this.workspace.refresh(),
+          () => this.figure.refresh(),
+          () => this.keyboard.load(),
+          () => this.editor.restore(),
+        ].map((load) => this.load(load)),
+      );
     } catch (error) {
       if (!(error instanceof ConnectionLost)) this.dialogs.fail(error);
       return;

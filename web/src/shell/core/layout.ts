@@ -11,7 +11,11 @@ export type Divider = 'left' | 'right' | 'center' | 'pair' | 'side';
 /// Shares of each divider: of the window for left and right, of the space for the others.
 const kShares: Record<Divider, number> = { left: 0.19, right: 0.34, center: 0.56, pair: 0.5, side: 0.55 };
 const kLimits: Record<Divider, [number, number]> = {
-  left: [0.12, 0.3], right: [0.2, 0.5], center: [0.15, 0.85], pair: [0.25, 0.75], side: [0.2, 0.8],
+  left: [0.12, 0.3],
+  right: [0.2, 0.5],
+  center: [0.15, 0.85],
+  pair: [0.25, 0.75],
+  side: [0.2, 0.8],
 };
 const kSidePanels: Panel[] = ['figure', 'help', 'settings'];
 
@@ -37,10 +41,17 @@ export class Layout {
   readonly visible = computed<Panel[]>(() => {
     if (this.maximized.value && this.mode.value !== 'phone') return [this.maximized.value];
     switch (this.mode.value) {
-      case 'phone': return [this.front.value];
-      case 'desk': return [...(this.sidebarShown.value ? ['files', 'workspace'] as Panel[] : []),
-        'editor', 'console', this.side.value];
-      default: return this.alone.value ? ['console'] : [this.companion.value, 'console'];
+      case 'phone':
+        return [this.front.value];
+      case 'desk':
+        return [
+          ...(this.sidebarShown.value ? (['files', 'workspace'] as Panel[]) : []),
+          'editor',
+          'console',
+          this.side.value,
+        ];
+      default:
+        return this.alone.value ? ['console'] : [this.companion.value, 'console'];
     }
   });
 
@@ -51,10 +62,14 @@ export class Layout {
       const { shares, sidebar } = JSON.parse(saved);
       for (const name of Object.keys(kShares) as Divider[]) this.move(name, Number(shares?.[name] ?? kShares[name]));
       this.sidebarShown.value = sidebar !== false;
-    } catch { /* an unreadable text counts as none */ }
+    } catch {
+      /* an unreadable text counts as none */
+    }
   }
 
-  resize(width: number, height: number): void { this.mode.value = modeFor(width, height); }
+  resize(width: number, height: number): void {
+    this.mode.value = modeFor(width, height);
+  }
 
   /// Brings the panel into view.
   show(panel: Panel): void {
@@ -69,7 +84,9 @@ export class Layout {
   }
 
   /// The Resize button: the panel takes all the room, or gives it back.
-  resizePanel(panel: Panel): void { this.maximized.value = this.maximized.value === panel ? null : panel; }
+  resizePanel(panel: Panel): void {
+    this.maximized.value = this.maximized.value === panel ? null : panel;
+  }
 
   /// A tap in the bar: shows the panel; a tap on the console beside another gives it all the room.
   choose(panel: Panel): void {
@@ -78,7 +95,9 @@ export class Layout {
     else this.show(panel);
   }
 
-  isShown(panel: Panel): boolean { return this.visible.value.includes(panel); }
+  isShown(panel: Panel): boolean {
+    return this.visible.value.includes(panel);
+  }
 
   toggleSidebar(shown = !this.sidebarShown.value): void {
     this.sidebarShown.value = shown;

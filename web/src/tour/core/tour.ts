@@ -4,7 +4,10 @@ import { computed, signal } from '@preact/signals-core';
 import type { Panel } from '../../shell/core/layout';
 
 export type StepId = 'welcome' | 'console' | 'editor' | 'figure' | 'files' | 'help';
-export interface Step { id: StepId; panel: Panel }
+export interface Step {
+  id: StepId;
+  panel: Panel;
+}
 
 export const kSteps: Step[] = [
   { id: 'welcome', panel: 'console' },
@@ -19,11 +22,20 @@ export class Tour {
   readonly index = signal(-1);
   readonly step = computed(() => kSteps[this.index.value] ?? null);
 
-  constructor(private readonly show: (panel: Panel) => void, private readonly onEnd: () => void) {}
+  constructor(
+    private readonly show: (panel: Panel) => void,
+    private readonly onEnd: () => void,
+  ) {}
 
-  start(): void { this.go(0); }
-  next(): void { this.go(this.index.value + 1); }
-  back(): void { this.go(Math.max(0, this.index.value - 1)); }
+  start(): void {
+    this.go(0);
+  }
+  next(): void {
+    this.go(this.index.value + 1);
+  }
+  back(): void {
+    this.go(Math.max(0, this.index.value - 1));
+  }
 
   end(): void {
     this.index.value = -1;

@@ -2,7 +2,10 @@
 /// looked at as a sheet. A text of another shape (pages, structures, texts) gives null and is shown
 /// as it is.
 
-export interface ValueTable { scale: string; rows: string[][] }
+export interface ValueTable {
+  scale: string;
+  rows: string[][];
+}
 
 const kColumns = /^\s*Columns? \d+/;
 
@@ -15,7 +18,10 @@ export function parseTable(text: string, numRows: number, numCols: number): Valu
   for (const line of lines) {
     const content = line.trim();
     if (!content) continue;
-    if (kColumns.test(content)) { row = 0; continue; }
+    if (kColumns.test(content)) {
+      row = 0;
+      continue;
+    }
     const factor = /^(1(?:\.0+)?e[-+]?\d+) ?\*$/i.exec(content);
     if (factor) {
       if (scale && scale !== factor[1]) return null;

@@ -22,10 +22,16 @@ export class Workspace {
   });
 
   constructor(
-    private readonly session: Session, private readonly dialogs: Dialogs, private readonly run: (text: string) => boolean,
+    private readonly session: Session,
+    private readonly dialogs: Dialogs,
+    private readonly run: (text: string) => boolean,
   ) {
-    session.on('workspace/changed', () => { void this.refresh(); });
-    session.on('console/replaced', () => { if (this.openName.value) void this.load(); });
+    session.on('workspace/changed', () => {
+      void this.refresh();
+    });
+    session.on('console/replaced', () => {
+      if (this.openName.value) void this.load();
+    });
   }
 
   async refresh(): Promise<void> {

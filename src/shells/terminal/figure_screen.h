@@ -1,0 +1,33 @@
+// The current figure in the interactive console: shown below the output whenever a command has changed it.
+#pragma once
+
+#include <optional>
+
+#include "figures/figure_panel.h"
+#include "figures/pictures/renderer.h"
+#include "shells/terminal/options.h"
+#include "shells/terminal/screen_graphics.h"
+
+namespace kelo::terminal {
+
+class FigureScreen {
+ public:
+  FigureScreen(const Options& options, figures::FigurePanel& panel, pictures::Renderer& renderer);
+
+  /// Shows the figure if it has changed since the last call and there is one. Thread: main, between commands
+  void showIfChanged();
+  /// Shows it in any case.
+  void show();
+
+ private:
+  bool showsPictures();
+  std::string picture(const figures::Figure& figure);
+
+  const Options& options_;
+  figures::FigurePanel& panel_;
+  pictures::Renderer& renderer_;
+  int64_t shownRevision_ = 0;
+  std::optional<ScreenGraphics> graphics_;  ///< once asked for
+};
+
+}  // namespace kelo::terminal

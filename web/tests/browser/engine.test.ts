@@ -1,0 +1,132 @@
+/// The app on the real server and engine, when the program is built: the token, a run and its stop,
+/// what an error leads to, a reload in the middle of a run, and the file that comes of it.
+
+import { type ChildProcess, spawn } from 'node:child_process';
+import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { createInterface } from 'node:readline';
+import { chromium, type Browser, type Page } from 'playwright-core';
+import { afterAll, beforeAll, describe, expect, test } from 'vitest';
+import { command, show } from './browser';
+
+const program = process.env.KELO ?? new URL('../../../build/release/kelo', import.meta.url).pathname;
+
+describe.skipIf(!existsSync(program))('the real engine', () => {
+  let folder: string;
+  let server: ChildProcess;
+  let address: string;
+  let browser: Browser;
+  let page: Page;
+  const faults: string[] = [];
+
+  beforeAll(async () => {
+    folder = mkdtempSync(join(tmpdir(), 'kelo-web-'));
+    const [work, state, documents] = ['work', 'state', 'documents'].map((name) => join(folder, name)) as [
+      string,
+      string,
+      string,
+    ];
+    for (const each of [work, state, documents]) mkdirSync(each);
+    server = spawn(program, [
+      'serve',
+      '--port',
+      '0',
+      '--no-open',
+      '--workdir',
+      work,
+      '--state',
+      state,
+      '--documents',
+      documents,
+    ]);
+    address = await new Promise<string>((resolve, reject) => {
+      createInterface({ input: server.stdout! }).once('line', resolve);
+      server.once('exit', () => reject(new Error('the server ended')));
+    });
+    browser = await chromium.launch({
+      executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
+      args: ['--no-sandbox'],
+    });
+    page = await (await browser.newContext({ viewport: { width: 1440, height: 900 } })).newPage();
+    page.on('console', (message) => {
+      if (message.type() === 'error') faults.push(`${message.text()} ${JSON.stringify(message.location())}`);
+    });
+    page.on('pageerror', (error) => faults.push(String(error.stack ?? error)));
+    await page.goto(address);
+    await page.getByRole('button', { name: 'Leave the tour' }).click();
+  });
+  afterAll(async () => {
+    await browser.close();
+    const ended = new Promise((resolve) => server.once('exit', resolve));
+    server.kill('SIGINT');
+    await ended;
+    rmSync(folder, { recursive: true, force: true });
+  });
+
+  test('the token is gone from the address bar, and the examples are in the files', async () => {
+    expect(page.url()).not.toContain('#');
+    await page.locator('.file-row', { hasText: 'tour.m' }).waitFor();
+  });
+
+  test('a command, its colours, its variable, its sheet, and an edited element', async () => {
+    await command(page, 'A = [1000 2; 3 4.5]');
+    await page.locator('.item', { hasText: 'A =' }).last().waitFor();
+    await expect.poll(() => page.locator('.item.input .tok-green').count()).toBeGreaterThan(2);
+    await page.locator('.variables button', { hasText: 'A' }).first().click();
+    await expect.poll(() => page.locator('.sheet td').count()).toBe(4);
+    await page.locator('.sheet td').nth(3).click();
+    await page.locator('.sheet td').nth(3).click();
+    await page.keyboard.type('7');
+    await page.keyboard.press('Enter');
+    await expect.poll(() => page.locator('.sheet td').nth(3).innerText()).toMatch(/7|0\.007/);
+    await page.getByRole('button', { name: 'All variables' }).click();
+  });
+
+  test('a run that never ends is stopped at once, also after a reload', async () => {
+    await command(page, 'k = 0;\nwhile 1\nk = k + 1;\nend');
+    await page.getByRole('button', { name: 'Stop' }).waitFor();
+    await page.reload();
+    await page.getByRole('button', { name: 'Stop' }).first().click();
+    await page.getByText('Terminated by user interruption').first().waitFor({ timeout: 3000 });
+    await page.getByRole('button', { name: 'Run', exact: true }).last().waitFor();
+  });
+
+  test('input asks and takes its answer', async () => {
+    await command(page, "n = input('How many? ');\nn * 2");
+    await page.locator('.composer .prompt', { hasText: 'How many?' }).waitFor();
+    await command(page, '21');
+    await page.locator('.item', { hasText: '42' }).last().waitFor();
+  });
+
+  test('an error leads to its place; the corrected file is written whole', async () => {
+    await page.getByRole('button', { name: 'Add File' }).click();
+    await page.getByPlaceholder('Only m, csv, txt or dat file').fill('broken.m');
+    await page.keyboard.press('Enter');
+    const text = page.locator('.file-field .cm-content');
+    await text.waitFor();
+    await text.focus();
+    await page.keyboard.press('Control+a');
+    await page.keyboard.press('Delete'); // else the browser itself edits lines, with styles of its own
+    await page.keyboard.insertText('v = 20;\ny = 2*nosuch');
+    await page.keyboard.press('Control+Enter');
+    await page.getByRole('button', { name: 'Open broken.m, line 2' }).click();
+    await page.locator('.mark-sign').waitFor();
+    await page.keyboard.press('Shift+End');
+    await page.keyboard.press('Home');
+    await page.keyboard.press('Shift+End');
+    await page.keyboard.insertText('y = 2*v');
+    await page.keyboard.press('Control+s');
+    await expect.poll(() => readFileSync(join(folder, 'work', 'broken.m'), 'utf8')).toBe('v = 20;\ny = 2*v');
+  });
+
+  test('help is read and its examples run', async () => {
+    await show(page, 'Help');
+    await page.locator('[data-panel="help"]').getByRole('searchbox').fill('sum');
+    await page.locator('.help-row', { hasText: /^sum$/ }).first().click();
+    await page.getByRole('button', { name: 'Try it' }).first().click();
+    await page.locator('.item.input').last().waitFor();
+  });
+
+  test('nothing was refused by the policy, and nothing failed', () => expect(faults).toEqual([]));
+});
