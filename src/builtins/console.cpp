@@ -82,6 +82,20 @@ const CharArray& promptOf(const Call& call) {
   return prompt->asChar();
 }
 
+/// Messages about an answer point into it.
+class AnswerScope {
+ public:
+  AnswerScope(Environment& environment, const std::string& answer) : environment_(environment) {
+    environment_.evaluatesAnswer(&answer);
+  }
+  AnswerScope(const AnswerScope&) = delete;
+  AnswerScope& operator=(const AnswerScope&) = delete;
+  ~AnswerScope() { environment_.evaluatesAnswer(nullptr); }
+
+ private:
+  Environment& environment_;
+};
+
 /// REQUIRES: an evaluator, unless the answer is taken as text
 NodeValue input(Call& call) {
   const std::string prompt = linesOf(promptOf(call));
@@ -90,7 +104,9 @@ NodeValue input(Call& call) {
   if (isText && read::text(call, 1, option) != "s") throw option.complaint(call);
   const std::optional<std::string> line = call.environment.readInput(prompt);
   if (!line) return NodeValue::failure();  // the statement loop tells of the stop
-  return isText ? NodeValue(charRow(*line)) : call.machine->evaluateText(*line);
+  if (isText) return charRow(*line);
+  const AnswerScope scope(call.environment, *line);
+  return call.machine->evaluateText(*line);
 }
 
 // ---- pause

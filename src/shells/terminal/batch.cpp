@@ -62,6 +62,20 @@ ExitStatus printCode(Session& session, const std::string& text, const std::strin
   return kAllRan;
 }
 
+/// False when Ctrl-C was pressed before the last one, also between two of them; a fatal fault ends them too.
+bool runCommands(Session& session, const std::vector<std::string>& commands) {
+  for (size_t k = 0; k < commands.size(); ++k) {
+    session.writer.continueWith(commands[k]);
+    session.run([&](AppController& app) { app.startCommand(commands[k]); });
+    const bool isLast = k + 1 == commands.size();
+    if (isLast || session.lastStatus() == kFatalFault) break;
+    if (!session.wasStopped() && session.stopSignal.take() == 0) continue;
+    if (session.lastStatus() == kAllRan) tell("stopped before all commands had run");
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 ExitStatus runBatch(const Options& options) {
@@ -72,6 +86,8 @@ ExitStatus runBatch(const Options& options) {
     return kWrongUsage;
   }
   Session session(options, place->workDir, styleOf(options));
+  session.endAtSecondPress();
+  session.app.console.history.setKeeping(isatty(STDIN_FILENO));
   if (!options.width) session.app.environment.settings.consoleCells = terminalWidth();
 
   if (!place->fileName.empty() && options.code) {
@@ -86,22 +102,20 @@ ExitStatus runBatch(const Options& options) {
   }
   std::vector<std::string> commands = options.commands;
   if (commands.empty()) {
-    const std::optional<std::string> text = session.input.rest();
+    const std::optional<std::string> text = session.input.rest(session.stopSignal.descriptor());
     const std::string& unread = session.input.fault();
     if (!unread.empty()) tell("standard input cannot be read: " + unread);
     if (!text) return kCommandFailed;
     commands.push_back(*text);
   }
-  for (const std::string& command : commands) {
-    if (options.code) {
+  if (options.code) {
+    for (const std::string& command : commands) {
       if (printCode(session, command, "") != kAllRan) return kCommandFailed;
-      continue;
     }
-    session.writer.continueWith(command);
-    session.run([&](AppController& app) { app.startCommand(command); });
-    if (session.wasStopped() || session.lastStatus() == kFatalFault) break;
+    return kAllRan;
   }
-  return endOf(session, options);
+  const bool allRan = runCommands(session, commands);
+  return std::max(endOf(session, options), allRan ? kAllRan : kCommandFailed);
 }
 
 }  // namespace kelo::terminal

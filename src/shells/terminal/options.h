@@ -11,7 +11,7 @@
 namespace kelo::terminal {
 
 /// What the program ends with.
-enum ExitStatus { kAllRan = 0, kCommandFailed = 1, kWrongUsage = 2, kFatalFault = 70 };
+enum ExitStatus { kAllRan = 0, kCommandFailed = 1, kWrongUsage = 2, kFatalFault = 70, kInterrupted = 130 };
 
 struct Options {
   std::vector<std::string> commands;  ///< of -e, in order
