@@ -1,4 +1,5 @@
-// Drawings and pictures: display lists of long lines, and the files of the figures that bench/compare/drawing.py makes too.
+// Drawings and pictures: display lists of long lines, and the files of the figures that
+// bench/compare/drawing.py makes too.
 #include <benchmark/benchmark.h>
 
 #include <cmath>

@@ -20,6 +20,7 @@ class Player : private ConsoleView {
   /// "width 40", "digits 8".
   void set(const std::string& setting);
   void writeFile(const std::string& path, const std::string& content) { files_.writeFile(path, content); }
+  AppController& app() { return app_; }
   /// Runs a command or the file of a path, with answers for `input` and `pause`, and gives the items that come back.
   Lines play(const std::string& text, bool isFile, const Lines& answers);
 

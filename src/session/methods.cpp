@@ -8,7 +8,7 @@ const std::vector<Method>& methods() {
   static const auto* const all = [] {
     auto* joined = new std::vector<Method>;
     for (const auto group : {sessionMethods, consoleMethods, workspaceMethods, editorMethods, keyboardMethods, filesMethods,
-                             docsMethods}) {
+                             figureMethods, docsMethods}) {
       const std::vector<Method> rows = group();
       joined->insert(joined->end(), rows.begin(), rows.end());
     }

@@ -23,6 +23,7 @@ std::vector<Method> workspaceMethods();
 std::vector<Method> editorMethods();
 std::vector<Method> keyboardMethods();
 std::vector<Method> filesMethods();
+std::vector<Method> figureMethods();
 std::vector<Method> docsMethods();
 
 }  // namespace kelo::session

@@ -25,11 +25,26 @@ Panels::Panels(const Setup& given)
             [this](const RunResult& result) { runEnded(result); },
             [this] { return setup.isCongested && setup.isCongested(); }}),
       app(host, feed, builtins::library()),
+      figureDocuments(setup.documents, host.clock, {KELO_VERSION, "", ""}, [](const std::string&) {}),
       files(setup.tree, store, setup.workDir),
       highlighter(readFunctionNames(setup.resources.readFile("functions.plist").value_or(""))),
       docFiles(setup.resources),
       docSearch(setup.resources) {
+  app.figures.changed = [this] { figureChanged(); };
   applySettings();
+}
+
+/// Thread: any. Many changes in a row are told once.
+void Panels::figureChanged() {
+  constexpr double kSecondsBetweenFrames = 1.0 / 60;
+  if (!figureHasChanged_.exchange(true)) host.mainQueue.after(kSecondsBetweenFrames, [this] { tellOfFigure(); });
+}
+
+void Panels::tellOfFigure() {
+  if (!figureHasChanged_.exchange(false)) return;
+  constexpr const char* kKinds[] = {"none", "plot", "surface"};
+  const size_t kind = app.figures.read([](const figures::Figure& figure) { return figure.index(); });
+  notify("figure/changed", {{"kind", kKinds[kind]}, {"revision", app.figures.revision()}});
 }
 
 void Panels::notify(const std::string& method, const Json& params) const {
@@ -64,6 +79,7 @@ void Panels::endOfInput() {
 
 void Panels::runEnded(const RunResult& result) {
   variablesAreStale_ = true;
+  tellOfFigure();
   if (std::exchange(settingsAreStale_, false) && applySettings()) showItemsAnew();
   notify("workspace/changed", Json::object());
   const char* status = result.fatalFault ? "fault" : result.failed ? "failed" : "done";

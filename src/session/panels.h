@@ -3,6 +3,7 @@
 // Thread: main. Values belong to the parser queue while a run is going on; a method touches them only while none is.
 #pragma once
 
+#include <atomic>
 #include <deque>
 #include <optional>
 #include <string>
@@ -10,6 +11,9 @@
 #include "docs/doc_files.h"
 #include "docs/doc_search.h"
 #include "editor/syntax_highlighter.h"
+#include "figures/drawing/line_index.h"
+#include "figures/figure_documents.h"
+#include "figures/pictures/renderer.h"
 #include "files/file_panel.h"
 #include "interpreter/app_controller.h"
 #include "platform/file_tree.h"
@@ -27,6 +31,7 @@ struct Setup {
   platform::Host host;
   platform::FileTree& tree;               ///< the work directory, for the files panel
   const platform::FileSystem& resources;  ///< the program's own files: help pages, names to colour
+  platform::FileSystem& documents;        ///< the documents directory, for saved figures
   std::string workDir;                    ///< as the system names it
   std::string workDirDisplayText;         ///< as the user reads it
   /// Takes a notification, as one line of text.
@@ -35,6 +40,8 @@ struct Setup {
   std::function<bool()> isCongested = {};
   /// Watches the folders that are listed; absent: changes from outside are not told.
   platform::FolderWatcher* watcher = nullptr;
+  /// Makes pictures of pixels; absent: there are none.
+  pictures::Renderer* renderer = nullptr;
 };
 
 struct Panels {
@@ -59,6 +66,9 @@ struct Panels {
   AppSettings settings;
   ConsoleFeed feed;
   AppController app;
+  figures::FigureDocuments figureDocuments;
+  std::vector<figures::FigureData> savedFigures;  ///< as they were last listed, and those saved since
+  drawing::DrawingCache drawingCache;
   FilePanel files;
   int64_t lastSearch = 0;  ///< number of the latest search in files
   SyntaxHighlighter highlighter;
@@ -67,6 +77,8 @@ struct Panels {
 
  private:
   void runStateChanged(RunState::Status status);
+  void figureChanged();
+  void tellOfFigure();
   void runEnded(const RunResult& result);
   /// True when items are formatted otherwise from now on.
   bool applySettings();
@@ -76,6 +88,7 @@ struct Panels {
   bool variablesAreStale_ = true;
   bool settingsAreStale_ = false;
   bool inputHasEnded_ = false;
+  std::atomic<bool> figureHasChanged_ = false;  ///< and nobody was told yet
   std::deque<std::string> watched_;  // folders, the latest last
   Answer runAnswer_;
   double runBegan_ = 0;  // monotonic seconds

@@ -1,5 +1,5 @@
-// Laws of drawings: texts lie apart and inside, whatever the figure and the size; an index changes nothing; nothing that a
-// figure may hold harms.
+// Laws of drawings: texts lie apart and inside, whatever the figure and the size; an index changes
+// nothing; nothing that a figure may hold harms.
 #include "figures/drawing/drawing.h"
 
 #include <gtest/gtest.h>

@@ -36,7 +36,8 @@ uint32_t painted(const DisplayList& list, Vec2 at) {
   return top;
 }
 
-/// The plane that is nearest to the eye there, 0: none; -1 too near to an edge or a crossing to tell.
+/// The plane that is nearest to the eye there, 0: none; -1 too near to an edge or a crossing to
+/// tell.
 int nearest(const BoxView& view, Vec2 at) {
   double best = -HUGE_VAL, second = -HUGE_VAL;
   int result = 0;
@@ -46,7 +47,8 @@ int nearest(const BoxView& view, Vec2 at) {
     };
     const Vec3 o = on(0, 0), a = on(1, 0) - o, b = on(0, 1) - o;
     const double d = a.x * b.y - a.y * b.x, x = at.x - o.x, y = at.y - o.y;
-    const double s = (x * b.y - y * b.x) / d, t = (a.x * y - a.y * x) / d, reach = std::fmax(std::fabs(s), std::fabs(t));
+    const double s = (x * b.y - y * b.x) / d, t = (a.x * y - a.y * x) / d,
+                 reach = std::fmax(std::fabs(s), std::fabs(t));
     if (std::fabs(reach - 3) < 0.03) return -1;
     if (reach > 3) continue;
     const double depth = o.z + s * a.z + t * b.z;

@@ -1,5 +1,6 @@
-// Pictures: a few approved SVGs, and laws of the painted ones. A picture that differs is left beside the approved one as
-// NAME.received; with KELO_ACCEPT=1 in the environment it is accepted instead.
+// Pictures: a few approved SVGs, and laws of the painted ones. A picture that differs is left
+// beside the approved one as NAME.received; with KELO_ACCEPT=1 in the environment it is accepted
+// instead.
 #include "figures/pictures/native/cairo_renderer.h"
 
 #include <gtest/gtest.h>
@@ -18,12 +19,13 @@ namespace kelo::pictures {
 namespace {
 
 using namespace drawing;
-using native::CairoRenderer;
 using figures::PlotData;
 using figures::SurfData;
+using native::CairoRenderer;
 
 void expectApproved(const std::string& name, const std::string& text) {
-  const std::string path = test::testsDir() + "/figures_pictures_native/approved/" + name + ".svg", received = path + ".received";
+  const std::string path = test::testsDir() + "/figures_pictures_native/approved/" + name + ".svg",
+                    received = path + ".received";
   std::ifstream file(path);
   std::ostringstream approved;
   approved << file.rdbuf();
@@ -37,7 +39,8 @@ void expectApproved(const std::string& name, const std::string& text) {
 PlotData styledPlot() {
   std::vector<figures::Line> lines;
   for (int k = 0; k < 13; ++k) {
-    figures::Line line = sampleLine(7, 0, 3000, [](double x) { return std::sin(x / 500); }, k);
+    figures::Line line = sampleLine(
+        7, 0, 3000, [](double x) { return std::sin(x / 500); }, k);
     std::vector<figures::Point> points(line.points.begin(), line.points.end());
     for (figures::Point& p : points) p.y += k;
     points[3].y = k % 4 == 0 ? NAN : points[3].y;
@@ -71,7 +74,8 @@ TEST(Pictures, approved) {
   surface.zLabelText = "height";
   surface.setLimits(figures::Axis::z, {-0.2, 0.8});
   expectApproved("surface", svg(draw(surface, {{640, 480}})));
-  SurfData both({sampleSurface(4, 4, [](double x, double) { return x; }), sampleSurface(3, 3, [](double, double y) { return y; })});
+  SurfData both({sampleSurface(4, 4, [](double x, double) { return x; }),
+                 sampleSurface(3, 3, [](double, double y) { return y; })});
   both.rotationAngles = {-70, 0, 20};
   both.zoomFactor = 0.8;
   expectApproved("surfaces_dark", svg(draw(both, {{400, 300}, &Theme::dark()})));
@@ -85,8 +89,8 @@ int distance(uint32_t a, uint32_t b) {
   return most;
 }
 
-/// Pixels of one picture whose like is not found in the other one, there or next to it, within what blending at edges
-/// makes of a colour.
+/// Pixels of one picture whose like is not found in the other one, there or next to it, within what
+/// blending at edges makes of a colour.
 int numUnlike(const Bitmap& a, const Bitmap& b) {
   int unlike = 0;
   for (int y = 0; y < a.height; ++y) {

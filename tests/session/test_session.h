@@ -17,7 +17,10 @@ namespace kelo::session {
 class TestSession {
  public:
   explicit TestSession(const std::string& folder) : disk_(folder), tree_(folder) {
-    synchronization_.whileAsleep = [this] { session_.stop(); };
+    synchronization_.whileAsleep = [this] {
+      mainQueue_.drain();
+      if (session_.panels().app.control.wait()) session_.stop();
+    };
   }
 
   /// Sends a message and gives all that came back: answers, then notifications.
@@ -41,13 +44,14 @@ class TestSession {
   platform::ManualMainQueue mainQueue_{clock_};
   platform::ScriptedSynchronization synchronization_;
   platform::MemoryStore store_;
-  platform::MemoryFileSystem resources_;
+  platform::MemoryFileSystem resources_, documents_;
   platform::native::Disk disk_;
   platform::native::DiskTree tree_;
   std::vector<std::string> answers_;
   Session session_{{{parserQueue_, mainQueue_, synchronization_, disk_, store_, clock_},
                     tree_,
                     resources_,
+                    documents_,
                     "/work",
                     "work",
                     [this](const std::string& text) { notifications.push_back(text); }}};

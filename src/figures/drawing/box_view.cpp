@@ -20,7 +20,8 @@ Matrix product(const Matrix& a, const Matrix& b) {
   return c;
 }
 
-/// About axis 0, 1 or 2. Rounded, so that the last bits of sines, which differ between machines, do not matter.
+/// About axis 0, 1 or 2. Rounded, so that the last bits of sines, which differ between machines, do
+/// not matter.
 Matrix rotation(int axis, double degrees) {
   const double angle = std::fmod(std::isfinite(degrees) ? degrees : 0, 360) * std::numbers::pi / 180;
   const auto rounded = [](double x) { return std::round(x * 1e12) / 1e12; };
@@ -66,7 +67,8 @@ BoxView::AxisMap BoxView::mapOf(const figures::Limits& limits) {
   return {lower, half ? limits.upper / 2 - lower : limits.width(), half};
 }
 
-/// -1 at the lower limit, 1 at the upper one; limits that are one number have everything in the middle.
+/// -1 at the lower limit, 1 at the upper one; limits that are one number have everything in the
+/// middle.
 double BoxView::share(const AxisMap& map, double value) {
   if (map.width == 0) return 0;
   return ((map.half ? value / 2 : value) - map.lower) / map.width * 2 - 1;

@@ -1,7 +1,9 @@
-// How a surface's box is seen: parallel projection of the turned, moved and scaled box onto the picture.
+// How a surface's box is seen: parallel projection of the turned, moved and scaled box onto the
+// picture.
 //
-// The box reaches from -1 to 1 in x and y and from -kHeight to kHeight in z; the limits of the axes are its faces. It is
-// turned about z, then y, then x. The eye looks along -z of the turned box; y goes up on the screen.
+// The box reaches from -1 to 1 in x and y and from -kHeight to kHeight in z; the limits of the axes
+// are its faces. It is turned about z, then y, then x. The eye looks along -z of the turned box; y
+// goes up on the screen.
 #pragma once
 
 #include <array>
@@ -38,7 +40,8 @@ class BoxView {
     const Vec3 q = onScreen(p);
     return {q.x, q.y};
   }
-  /// How directly the face with this outward normal looks at the eye: 1 straight, 0 from the side, below 0 away.
+  /// How directly the face with this outward normal looks at the eye: 1 straight, 0 from the side,
+  /// below 0 away.
   double facing(Vec3 normal) const { return rotated(normal).z; }
   /// Points a unit of the box takes on the screen where it is seen at full length.
   double pointsPerUnit() const { return std::fmax(scale_.x, scale_.y); }

@@ -1,5 +1,5 @@
-// The measure of the font of figures, DejaVu Sans, from a table of its widths: needs no font library, and places text
-// alike on every machine.
+// The measure of the font of figures, DejaVu Sans, from a table of its widths: needs no font
+// library, and places text alike on every machine.
 #pragma once
 
 #include "platform/font_measure.h"

@@ -1,9 +1,10 @@
-// The display list: a figure as a flat list of things to paint, in painting order. Whatever shows a figure - a file, the
-// terminal, a canvas - paints this list and knows nothing else of figures.
+// The display list: a figure as a flat list of things to paint, in painting order. Whatever shows a
+// figure - a file, the terminal, a canvas - paints this list and knows nothing else of figures.
 //
-// It is a structure of arrays: all coordinates stand in one array of 32-bit floats, x and y in turn, and an item is a
-// range of it. A pair of NaN breaks a path. Joins of lines are round, ends are cut off at the last point. Colours are
-// resolved by a theme already; the role tells what an item is.
+// It is a structure of arrays: all coordinates stand in one array of 32-bit floats, x and y in
+// turn, and an item is a range of it. A pair of NaN breaks a path. Joins of lines are round, ends
+// are cut off at the last point. Colours are resolved by a theme already; the role tells what an
+// item is.
 #pragma once
 
 #include <cstdint>
@@ -70,7 +71,8 @@ struct MarkerShape {
 
 class DisplayList {
  public:
-  /// `clip` holds two points, the corners of a rectangle that bounds what follows up to its `restore`; clips do not nest.
+  /// `clip` holds two points, the corners of a rectangle that bounds what follows up to its
+  /// `restore`; clips do not nest.
   enum class Kind : uint8_t { path, polygon, marker, text, clip, restore };
 
   struct Item {

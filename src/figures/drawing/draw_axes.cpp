@@ -11,7 +11,8 @@ using figures::Axis;
 constexpr double kTickApart = 2;
 constexpr double kGridApart = 5;
 
-/// Where ticks stand along an axis, in points, those apart from the one before; the axis's own ends are kept.
+/// Where ticks stand along an axis, in points, those apart from the one before; the axis's own ends
+/// are kept.
 std::vector<double> places(const figures::AxisReading& axis, const AxisScale& scale, double apart) {
   std::vector<double> places;
   for (const double tick : axis.ticks) {

@@ -1,6 +1,7 @@
-// Each axis runs along an edge of the box's outline, where nothing of the surface can lie over its texts: x and y along the
-// lowest such edge on the screen, z along the leftmost. An axis that is seen end on is left out. Texts stand on the outer
-// side of their edge; one that would lie over another or leave the picture is moved or left out.
+// Each axis runs along an edge of the box's outline, where nothing of the surface can lie over its
+// texts: x and y along the lowest such edge on the screen, z along the leftmost. An axis that is
+// seen end on is left out. Texts stand on the outer side of their edge; one that would lie over
+// another or leave the picture is moved or left out.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -80,7 +81,8 @@ class BoxAxes {
     return edge;
   }
 
-  /// Of the four edges along an axis, those where a face that is seen meets one that is not make the outline.
+  /// Of the four edges along an axis, those where a face that is seen meets one that is not make
+  /// the outline.
   std::optional<Edge> chooseEdge(int axis) const {
     const int u = (axis + 1) % 3, v = (axis + 2) % 3;
     std::optional<Edge> best;
@@ -126,7 +128,8 @@ class BoxAxes {
   bool isFree(const Rect& box) const {
     const Rect picture{0, 0, sheet_.list.size.width, sheet_.list.size.height};
     const bool isInside = picture.contains({box.left, box.top}) && picture.contains({box.right, box.bottom});
-    return isInside && std::none_of(taken_.begin(), taken_.end(), [&](const Rect& other) { return other.overlaps(box); });
+    return isInside &&
+           std::none_of(taken_.begin(), taken_.end(), [&](const Rect& other) { return other.overlaps(box); });
   }
 
   /// A text around its centre; a turned one reads upwards.
@@ -143,8 +146,8 @@ class BoxAxes {
     const bool isUpright = std::fabs(edge.upper.y - edge.lower.y) > std::fabs(edge.upper.x - edge.lower.x);
     std::optional<double> lineHeight;
     if (isUpright) lineHeight = sheet_.measure.lineHeight(size);
-    figures::TickLabels labels =
-        figures::tickLabels(surface_.axis(static_cast<Axis>(axis)), edge.length(), {measure, lineHeight, kShareOfLabel});
+    figures::TickLabels labels = figures::tickLabels(surface_.axis(static_cast<Axis>(axis)), edge.length(),
+                                                     {measure, lineHeight, kShareOfLabel});
     powers_[axis] = labels.power;
     if (labels.labels.size() > 2) std::rotate(labels.labels.begin() + 1, labels.labels.end() - 1, labels.labels.end());
     for (const figures::TickLabel& label : labels.labels) {  // the ends first: they are to be kept
@@ -161,7 +164,8 @@ class BoxAxes {
     return axis == 0 ? surface_.xLabelText : axis == 1 ? surface_.yLabelText : surface_.zLabelText;
   }
 
-  /// The label beside the middle of its edge, with the power of ten behind it; along the axis z it is turned.
+  /// The label beside the middle of its edge, with the power of ten behind it; along the axis z it
+  /// is turned.
   void drawLabel(int axis, const Edge& edge) {
     const double size = sheet_.em, height = sheet_.measure.capHeight(size);
     const bool isTurned = axis == 2 && std::fabs(edge.outward.x) > 0.8 && sheet_.options.fontSize == 0;
@@ -186,7 +190,8 @@ class BoxAxes {
     put(kParts[axis].power, end - reading * (powerLength / 2), power, sheet_.theme.tickLabel);
   }
 
-  /// A place in the picture that is free: beside the middle of the edge if it can be, else further along or further out.
+  /// A place in the picture that is free: beside the middle of the edge if it can be, else further
+  /// along or further out.
   std::optional<Vec2> freeNear(const Edge& edge, double distance, Vec2 extent) const {
     const Size size = sheet_.list.size;
     const double margin = 0.3 * sheet_.em;

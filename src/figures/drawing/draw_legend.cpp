@@ -1,4 +1,5 @@
-// A legend that is larger than the box shrinks: first the samples, then the names, then rows are left out and counted.
+// A legend that is larger than the box shrinks: first the samples, then the names, then rows are
+// left out and counted.
 #include "figures/drawing/draw_legend.h"
 
 #include <algorithm>
@@ -65,7 +66,8 @@ class LegendDrawing {
 
   void chooseWidths() {
     const double room = area_.width() - 2 * margin_ - 2 * padding_;
-    sample_ = std::min({std::clamp(legend_.lineLength, 0.0, 1000.0) * sheet_.unit * 0.5, 0.1 * area_.width(), room / 3});
+    sample_ =
+        std::min({std::clamp(legend_.lineLength, 0.0, 1000.0) * sheet_.unit * 0.5, 0.1 * area_.width(), room / 3});
     gap_ = 0.6 * sheet_.em;
     if (sheet_.options.fontSize > 0) sample_ = 4 * sheet_.em, gap_ = sheet_.em;
     const double names = std::min(room - sample_ - gap_, std::max(0.6 * area_.width(), 8 * sheet_.em));

@@ -38,7 +38,8 @@ void drawPath(Sheet& sheet, const Line& line, Role role, const PlotFrame& frame,
   sheet.list.dropIfEmpty();
 }
 
-/// Stems grow from 0, or from the limit that is nearest to it, and the baseline is drawn where it is in sight.
+/// Stems grow from 0, or from the limit that is nearest to it, and the baseline is drawn where it
+/// is in sight.
 void drawStems(Sheet& sheet, const Line& line, Role role, const PlotFrame& frame) {
   const double base = std::clamp(0.0, frame.ylims.lower, frame.ylims.upper);
   const double baseY = frame.y(base);

@@ -23,7 +23,8 @@ double besideBox(const Sheet& sheet, const SurfData& surface) {
   const SizedMeasure measure(sheet.measure, sheet.tickSize());
   const double length = 0.45 * sheet.list.size.height;
   double widest = 0;
-  for (const auto& label : figures::tickLabels(surface.axis(figures::Axis::z), length, {measure, {}, kShareOfLabel}).labels) {
+  for (const auto& label :
+       figures::tickLabels(surface.axis(figures::Axis::z), length, {measure, {}, kShareOfLabel}).labels) {
     widest = std::fmax(widest, measure.width(label.text));
   }
   return sheet.tickLength() + widest + (surface.zLabelText.empty() ? 1.4 : 2.7) * sheet.em;
@@ -34,7 +35,8 @@ Rect roomForBox(const Sheet& sheet, const SurfData& surface, size_t titleLines) 
   const double em = sheet.em, title = static_cast<double>(titleLines) * sheet.measure.lineHeight(sheet.titleSize());
   const Size size = sheet.list.size;
   const bool isCells = sheet.options.fontSize > 0;
-  double side = isCells ? 6 * em : std::fmax(besideBox(sheet, surface), 4.4 * em), bottom = isCells ? 2.5 * em : 4.4 * em;
+  double side = isCells ? 6 * em : std::fmax(besideBox(sheet, surface), 4.4 * em),
+         bottom = isCells ? 2.5 * em : 4.4 * em;
   double top = title + (isCells ? 0 : 1.3 * em);
   side = std::fmin(side, 0.3 * size.width);
   bottom = std::fmin(bottom, 0.3 * size.height);
@@ -59,7 +61,8 @@ void drawAsLine(Sheet& sheet, const SurfData::Surface& surface, Role role, const
   bool isOpen = true;
   for (const auto& point : surface.points) {
     const Vec3 p = view.inBox(point);
-    const bool isSeen = p.isFinite() && std::fabs(p.x) <= 1 && std::fabs(p.y) <= 1 && std::fabs(p.z) <= BoxView::kHeight;
+    const bool isSeen =
+        p.isFinite() && std::fabs(p.x) <= 1 && std::fabs(p.y) <= 1 && std::fabs(p.z) <= BoxView::kHeight;
     if (isSeen) sheet.list.point(view.place(p));
     if (!isSeen && isOpen) sheet.list.breakPath();
     isOpen = isSeen;
@@ -83,7 +86,8 @@ void drawFace(Sheet& sheet, const Face& face, double meshWidth) {
     if (!(face.isOnMesh >> k & 1)) continue;
     if (!isFirst) sheet.list.breakPath();
     isFirst = false;
-    for (const Vec3& corner : {face.corners[k], face.corners[(k + 1) % face.count]}) sheet.list.point(corner.x, corner.y);
+    for (const Vec3& corner : {face.corners[k], face.corners[(k + 1) % face.count]})
+      sheet.list.point(corner.x, corner.y);
   }
 }
 
@@ -96,7 +100,8 @@ void drawFaces(Sheet& sheet, const SurfData& surface, const BoxView& view) {
     drawAsLine(sheet, one, {Part::surface, static_cast<uint32_t>(k + 1)}, view);
   }
   const double meshWidth = 0.6 * std::fmin(sheet.unit, 1.5);
-  for (const Face& face : facesOf(surface, view, sheet.options.fontSize > 0 ? kLeastCellOfDots : kLeastCell)) drawFace(sheet, face, meshWidth);
+  for (const Face& face : facesOf(surface, view, sheet.options.fontSize > 0 ? kLeastCellOfDots : kLeastCell))
+    drawFace(sheet, face, meshWidth);
 }
 
 DisplayList draw(const SurfData& surface, const DrawingOptions& options) {
@@ -105,7 +110,8 @@ DisplayList draw(const SurfData& surface, const DrawingOptions& options) {
   std::vector<std::string> title;
   if (surface.title) {
     const double width = sheet.list.size.width - 2 * sheet.em;
-    title = wrapped(*surface.title, sheet.measure, sheet.titleSize(), width, sheet.list.size.height < 14 * sheet.em ? 1 : 2);
+    title = wrapped(*surface.title, sheet.measure, sheet.titleSize(), width,
+                    sheet.list.size.height < 14 * sheet.em ? 1 : 2);
   }
   const Rect room = roomForBox(sheet, surface, title.size());
   sheet.list.plotArea = room;

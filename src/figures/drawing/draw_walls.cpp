@@ -26,7 +26,8 @@ struct Wall {
   }
 };
 
-void drawGridAcross(Sheet& sheet, const SurfData& surface, const BoxView& view, const Wall& wall, int along, int across) {
+void drawGridAcross(Sheet& sheet, const SurfData& surface, const BoxView& view, const Wall& wall, int along,
+                    int across) {
   const figures::AxisReading axis = surface.axis(static_cast<Axis>(along));
   double before = -HUGE_VAL;
   for (const double tick : axis.ticks) {

@@ -7,7 +7,8 @@
 
 namespace kelo::drawing {
 
-/// `cache`, when given, keeps an index of long lines for the next drawing. No figure gives the empty ground.
+/// `cache`, when given, keeps an index of long lines for the next drawing. No figure gives the
+/// empty ground.
 DisplayList draw(const figures::Figure& figure, const DrawingOptions& options, DrawingCache* cache = nullptr);
 DisplayList draw(const figures::PlotData& plot, const DrawingOptions& options, DrawingCache* cache = nullptr);
 DisplayList draw(const figures::SurfData& surface, const DrawingOptions& options);

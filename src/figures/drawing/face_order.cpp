@@ -1,7 +1,8 @@
-// Two steps: faces of different surfaces that pierce each other are cut along the line where they meet; then, for each two
-// faces that overlap on the screen, the one behind at a point they share has to come first, and the faces are sorted so
-// that all these demands are met (Newell, Newell and Sancha, 1972, as a graph). Where demands run in a circle, which plane
-// faces that do not pierce rarely do, the furthest face goes first.
+// Two steps: faces of different surfaces that pierce each other are cut along the line where they
+// meet; then, for each two faces that overlap on the screen, the one behind at a point they share
+// has to come first, and the faces are sorted so that all these demands are met (Newell, Newell and
+// Sancha, 1972, as a graph). Where demands run in a circle, which plane faces that do not pierce
+// rarely do, the furthest face goes first.
 #include "figures/drawing/face_order.h"
 
 #include <algorithm>
@@ -55,7 +56,8 @@ std::vector<uint32_t> byDepth(const std::vector<Face>& faces, const std::vector<
   return order;
 }
 
-/// The faces in an order in which none comes before one that it covers, the furthest of the possible ones each time.
+/// The faces in an order in which none comes before one that it covers, the furthest of the
+/// possible ones each time.
 std::vector<uint32_t> inOrderOfDemands(const std::vector<Face>& faces) {
   std::vector<double> depths(faces.size());
   for (size_t i = 0; i < faces.size(); ++i) depths[i] = faces[i].depth();

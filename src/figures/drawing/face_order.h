@@ -7,8 +7,8 @@
 
 namespace kelo::drawing {
 
-/// The faces from the furthest to the nearest. Faces that pierce each other are cut where they do, so that what is hidden
-/// is hidden.
+/// The faces from the furthest to the nearest. Faces that pierce each other are cut where they do,
+/// so that what is hidden is hidden.
 std::vector<Face> inPaintingOrder(std::vector<Face> faces);
 
 }  // namespace kelo::drawing

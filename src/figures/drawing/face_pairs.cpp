@@ -152,7 +152,8 @@ int nearerOf(const Face& a, const Face& b) {
   return std::fabs(difference) < 1e-9 ? 0 : difference > 0 ? 1 : -1;
 }
 
-/// Faces are sorted into the cells of a grid; a pair is met in the cell where its shared rectangle begins.
+/// Faces are sorted into the cells of a grid; a pair is met in the cell where its shared rectangle
+/// begins.
 void forEachPair(const std::vector<Face>& faces, const std::function<void(uint32_t, uint32_t)>& call) {
   if (faces.empty()) return;
   std::vector<Rect> bounds;

@@ -9,7 +9,8 @@
 
 namespace kelo::drawing {
 
-/// normal * p = distance for all points of a face; the normal has length 1, or 0 for a face without area.
+/// normal * p = distance for all points of a face; the normal has length 1, or 0 for a face without
+/// area.
 struct Plane {
   Vec3 normal;
   double distance = 0;
@@ -25,7 +26,8 @@ bool pierces(const Face& a, const Plane& planeOfA, const Face& b, const Plane& p
 /// The part of a face above (side 1) or below (side -1) a plane; fewer than three corners: none.
 Face cut(const Face& face, const Plane& plane, double side);
 
-/// 1: where both are seen, a is nearer to the eye; -1: b is; 0: they share no place, or touch there.
+/// 1: where both are seen, a is nearer to the eye; -1: b is; 0: they share no place, or touch
+/// there.
 int nearerOf(const Face& a, const Face& b);
 
 /// Calls for each two faces whose rectangles on the screen overlap, once.

@@ -1,4 +1,5 @@
-// Points and rectangles of a picture, in points (1/72 inch on paper, a CSS pixel on a screen); y grows downwards.
+// Points and rectangles of a picture, in points (1/72 inch on paper, a CSS pixel on a screen); y
+// grows downwards.
 #pragma once
 
 #include <algorithm>

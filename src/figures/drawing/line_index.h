@@ -1,7 +1,9 @@
-// An index over the points of a long line whose x never falls: least and greatest y of every block of points, so that a
-// drawing at any limits looks at a few blocks per column of pixels instead of at all points.
+// An index over the points of a long line whose x never falls: least and greatest y of every block
+// of points, so that a drawing at any limits looks at a few blocks per column of pixels instead of
+// at all points.
 //
-// It takes 18 bytes for 256 points. Lines with gaps or with x that turns back have none; they are read whole each time.
+// It takes 18 bytes for 256 points. Lines with gaps or with x that turns back have none; they are
+// read whole each time.
 #pragma once
 
 #include <cstdint>

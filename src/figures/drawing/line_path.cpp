@@ -54,7 +54,8 @@ class Columns {
   Columns(const PlotFrame& frame, Reduction reduction)
       : frame_(frame), perPoint_(reduction.columnsPerPoint) {}
 
-  /// The edges [lower, upper) of the column that x stands in; beyond the limits one column takes all.
+  /// The edges [lower, upper) of the column that x stands in; beyond the limits one column takes
+  /// all.
   void around(double x, double& lower, double& upper) const {
     if (x < frame_.xlims.lower) {
       lower = -kLargest;
@@ -106,7 +107,8 @@ void addByRuns(PathSink& sink, std::span<const Point> points, const Columns& col
   }
 }
 
-/// The same with the index: reads what lies inside the limits, and of that only what the index does not know.
+/// The same with the index: reads what lies inside the limits, and of that only what the index does
+/// not know.
 void addByIndex(PathSink& sink, const LineIndex& index, const PlotFrame& frame, const Columns& columns) {
   const std::span<const Point> points = index.points();
   const auto count = static_cast<int64_t>(points.size());

@@ -1,7 +1,9 @@
-// The points of a line as the path that is drawn: reduced to what the pixels can tell apart, as steps where it is stairs.
+// The points of a line as the path that is drawn: reduced to what the pixels can tell apart, as
+// steps where it is stairs.
 //
-// Of neighbouring points that fall into one column of pixels, the first, the lowest, the highest and the last are kept, in
-// their order: what is drawn between columns and the height of what is drawn within one stay as they are.
+// Of neighbouring points that fall into one column of pixels, the first, the lowest, the highest
+// and the last are kept, in their order: what is drawn between columns and the height of what is
+// drawn within one stay as they are.
 // Source: Jugel, Jerzak, Hackenbroich and Markl, "M4", 2014.
 #pragma once
 
@@ -23,7 +25,8 @@ struct Reduction {
   double columnsPerPoint = 0;
 };
 
-/// Adds the line to the last item of the list. `index`, where there is one, is that of the line's points.
+/// Adds the line to the last item of the list. `index`, where there is one, is that of the line's
+/// points.
 void addLinePath(DisplayList& list, const figures::Line& line, const PlotFrame& frame, Reduction reduction,
                  const LineIndex* index);
 

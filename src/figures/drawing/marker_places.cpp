@@ -7,7 +7,8 @@ namespace {
 
 using figures::Point;
 
-/// Cells and columns a point of width is cut into: finer than the pixels, so that nothing moves in sight.
+/// Cells and columns a point of width is cut into: finer than the pixels, so that nothing moves in
+/// sight.
 constexpr double kCellsPerPixel = 2;
 constexpr double kFewPoints = 2000;
 
@@ -77,7 +78,9 @@ void addStems(DisplayList& list, std::span<const Point> points, const PlotFrame&
   bool isFirst = true;
   const double perPoint = reduction.columnsPerPoint * kCellsPerPixel;
   const auto isDrawn = [&](const Point& p) { return frame.xlims.contains(p.x) && std::isfinite(p.y); };
-  const auto end = [&](const Point& p) { return std::fmin(std::fmax(frame.y(p.y), frame.area.top), frame.area.bottom); };
+  const auto end = [&](const Point& p) {
+    return std::fmin(std::fmax(frame.y(p.y), frame.area.top), frame.area.bottom);
+  };
   if (perPoint <= 0 || static_cast<double>(points.size()) < 2 * perPoint * frame.area.width()) {
     for (const Point& p : points) {
       if (isDrawn(p)) addStem(list, frame.x(p.x), end(p), baseY, isFirst);

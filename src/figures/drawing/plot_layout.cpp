@@ -1,4 +1,5 @@
-// The margins depend on the texts, the texts on the length of the axes, so the box is found in two rounds.
+// The margins depend on the texts, the texts on the length of the axes, so the box is found in two
+// rounds.
 #include "figures/drawing/plot_layout.h"
 
 #include <algorithm>
@@ -67,7 +68,8 @@ class Layout {
     layout_.area = {left, top, size_.width - right, size_.height - bottom};
   }
 
-  /// Whole rows and columns: a row for the title, one for the label and power of y, the axis, its ticks, its label.
+  /// Whole rows and columns: a row for the title, one for the label and power of y, the axis, its
+  /// ticks, its label.
   void placeBoxInCells(double yTickWidth) {
     const double cell = em_, row = line();
     const double top = row * (static_cast<double>(layout_.title.size()) + (yPower_ || showsYLabel_ ? 1 : 0));
@@ -102,7 +104,8 @@ class Layout {
   void chooseTickLabels() {
     const SizedMeasure measure = sized(sheet_);
     const auto& plot = plot_;
-    layout_.xTicks = figures::tickLabels(plot.axis(Axis::x), layout_.area.width(), {measure, std::nullopt, kShareOfLabel});
+    layout_.xTicks =
+        figures::tickLabels(plot.axis(Axis::x), layout_.area.width(), {measure, std::nullopt, kShareOfLabel});
     const double height = measure_.lineHeight(sheet_.tickSize());
     layout_.yTicks = figures::tickLabels(plot.axis(Axis::y), layout_.area.height(), {measure, height, kShareOfLabel});
     dropOverlapping();
@@ -143,7 +146,9 @@ class Layout {
     if (isScreenOfCells()) placeInCells();
     const double power = xPower_ ? 2 * measure_.width(powerText(layout_.xTicks.power) + "  ", em_) : 0;
     if (showsXLabel_) layout_.xLabel = fitted(*plot_.xLabel, measure_, em_, area.width() - power);
-    if (showsYLabel_) layout_.yLabel = fitted(*plot_.yLabel, measure_, em_, isScreenOfCells() ? area.left + area.width() / 2 : area.height());
+    if (showsYLabel_)
+      layout_.yLabel =
+          fitted(*plot_.yLabel, measure_, em_, isScreenOfCells() ? area.left + area.width() / 2 : area.height());
   }
 
   /// Baselines are the lower edges of rows there.

@@ -1,5 +1,6 @@
-// Where everything around a plot's box stands: title, labels, the texts at the ticks, the powers of ten. Nothing overlaps
-// and nothing is cut: texts that find no room are shortened, and left out where even that does not help.
+// Where everything around a plot's box stands: title, labels, the texts at the ticks, the powers of
+// ten. Nothing overlaps and nothing is cut: texts that find no room are shortened, and left out
+// where even that does not help.
 #pragma once
 
 #include <string>

@@ -7,7 +7,8 @@
 namespace kelo::drawing {
 namespace {
 
-/// Narrows [t0, t1] to where a + t * d <= bound (or >= for negative sides, by signs). False: nothing is left.
+/// Narrows [t0, t1] to where a + t * d <= bound (or >= for negative sides, by signs). False:
+/// nothing is left.
 bool narrow(double distance, double step, double& t0, double& t1) {
   if (step == 0) return distance >= 0;
   const double t = distance / step;

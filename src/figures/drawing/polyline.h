@@ -1,4 +1,5 @@
-// A line on its way into the display list: points come one by one, the part inside a rectangle goes out.
+// A line on its way into the display list: points come one by one, the part inside a rectangle goes
+// out.
 #pragma once
 
 #include "figures/drawing/display_list.h"

@@ -5,7 +5,8 @@
 namespace kelo::drawing {
 namespace {
 
-/// Grows slower than the smaller side, so that a thumbnail stays readable and a poster is no page of tiny print.
+/// Grows slower than the smaller side, so that a thumbnail stays readable and a poster is no page
+/// of tiny print.
 double fontSizeFor(const Size& size) {
   const double side = std::fmin(size.height, size.width * 0.8);
   return std::fmin(std::fmax(12 * std::pow(std::fmax(side, 1) / 480, 0.65), 8.5), 36);

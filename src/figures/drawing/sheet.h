@@ -1,5 +1,5 @@
-// What every part of a drawing needs: the list it adds to, the theme, the measure of text, and the unit that widths,
-// gaps and fonts grow with.
+// What every part of a drawing needs: the list it adds to, the theme, the measure of text, and the
+// unit that widths, gaps and fonts grow with.
 #pragma once
 
 #include <cmath>
@@ -20,12 +20,13 @@ struct DrawingOptions {
   Size size;
   const Theme* theme = &Theme::light();
   const platform::FontMeasure* measure = nullptr;  ///< null: that of DejaVu Sans
-  /// Device pixels per point of the finest screen that is to show the list; long lines are reduced to what such pixels
-  /// can tell apart.
+  /// Device pixels per point of the finest screen that is to show the list; long lines are reduced
+  /// to what such pixels can tell apart.
   double pixelsPerPoint = 2;
   /// False: every point of a line goes into the list.
   bool reducesLines = true;
-  /// Points per letter height instead of the one that follows from the size, for a screen of character cells.
+  /// Points per letter height instead of the one that follows from the size, for a screen of
+  /// character cells.
   double fontSize = 0;
 };
 

@@ -1,5 +1,6 @@
-// A surface whose x runs with the rows and y with the columns (or the other way round) is painted by rows and columns from
-// the far side, which is exact; anything else goes through the general order of faces.
+// A surface whose x runs with the rows and y with the columns (or the other way round) is painted
+// by rows and columns from the far side, which is exact; anything else goes through the general
+// order of faces.
 #include "figures/drawing/surface_faces.h"
 
 #include <algorithm>
@@ -15,7 +16,8 @@ using Surface = figures::SurfData::Surface;
 /// Lines of the mesh are at least so far apart, in points.
 constexpr double kMeshApart = 7;
 
-/// Cells of meshes that are cut into triangles, whose order is looked for pair by pair, are at least so large.
+/// Cells of meshes that are cut into triangles, whose order is looked for pair by pair, are at
+/// least so large.
 constexpr double kLeastTriangle = 6;
 
 struct Corner {
@@ -103,7 +105,8 @@ class Mesh {
   int64_t numRows() const { return static_cast<int64_t>(rows_.size()); }
   int64_t numCols() const { return static_cast<int64_t>(cols_.size()); }
 
-  /// One coordinate follows the rows alone and the other the columns alone, both without turning back.
+  /// One coordinate follows the rows alone and the other the columns alone, both without turning
+  /// back.
   bool isHeightField(bool& xFollowsRows) const {
     for (const bool rowsAreX : {true, false}) {
       xFollowsRows = rowsAreX;
@@ -114,7 +117,8 @@ class Mesh {
 
   /// From the far rows and columns to the near ones.
   void addInOrder(std::vector<Face>& faces, bool xFollowsRows) const {
-    const Vec3 alongRows = xFollowsRows ? Vec3{1, 0, 0} : Vec3{0, 1, 0}, alongCols = xFollowsRows ? Vec3{0, 1, 0} : Vec3{1, 0, 0};
+    const Vec3 alongRows = xFollowsRows ? Vec3{1, 0, 0} : Vec3{0, 1, 0},
+               alongCols = xFollowsRows ? Vec3{0, 1, 0} : Vec3{1, 0, 0};
     const bool rowsComeNearer = (view_.facing(alongRows) >= 0) == rises(xFollowsRows ? &Vec3::x : &Vec3::y, true);
     const bool colsComeNearer = (view_.facing(alongCols) >= 0) == rises(xFollowsRows ? &Vec3::y : &Vec3::x, false);
     for (int64_t jj = 0; jj + 1 < numCols(); ++jj) {
@@ -163,8 +167,9 @@ class Mesh {
     const std::array<const Corner*, 4> c = {&corner(i, j), &corner(i + 1, j), &corner(i + 1, j + 1), &corner(i, j + 1)};
     if (!std::all_of(c.begin(), c.end(), [](const Corner* corner) { return corner->isFinite; })) return;
     const bool isInside = std::all_of(c.begin(), c.end(), [](const Corner* corner) { return corner->isInside; });
-    const std::array<bool, 4> onMesh = {isMeshLine(j, numCols(), meshEvery_[1]), isMeshLine(i + 1, numRows(), meshEvery_[0]),
-                                        isMeshLine(j + 1, numCols(), meshEvery_[1]), isMeshLine(i, numRows(), meshEvery_[0])};
+    const std::array<bool, 4> onMesh = {
+        isMeshLine(j, numCols(), meshEvery_[1]), isMeshLine(i + 1, numRows(), meshEvery_[0]),
+        isMeshLine(j + 1, numCols(), meshEvery_[1]), isMeshLine(i, numRows(), meshEvery_[0])};
     double height = 0;
     for (const Corner* corner : c) height += corner->box.z / 4;
     if (!inTriangles_) return addPiece(faces, c, onMesh, {0, 1, 2, 3}, isInside, height);

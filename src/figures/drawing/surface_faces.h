@@ -1,5 +1,5 @@
-// The faces of surfaces as they are painted: cut at the box, projected, coloured by height, from the furthest to the
-// nearest.
+// The faces of surfaces as they are painted: cut at the box, projected, coloured by height, from
+// the furthest to the nearest.
 #pragma once
 
 #include <vector>
@@ -19,8 +19,8 @@ struct Face {
   double depth() const;
 };
 
-/// All visible faces in painting order. `resolution`: the least extent in points that a cell of a mesh should have; finer
-/// meshes are thinned.
+/// All visible faces in painting order. `resolution`: the least extent in points that a cell of a
+/// mesh should have; finer meshes are thinned.
 std::vector<Face> facesOf(const figures::SurfData& surface, const BoxView& view, double resolution);
 
 }  // namespace kelo::drawing

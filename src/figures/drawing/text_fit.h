@@ -1,5 +1,5 @@
-// Texts of a figure made to fit: whatever a user typed becomes lines without control characters that are no wider than
-// their place; what is too long ends in "…".
+// Texts of a figure made to fit: whatever a user typed becomes lines without control characters
+// that are no wider than their place; what is too long ends in "…".
 #pragma once
 
 #include <string>
@@ -19,7 +19,8 @@ std::string cleanLine(std::string_view utf8);
 /// The clean line, cut to a width.
 std::string fitted(std::string_view utf8, const platform::FontMeasure& measure, double size, double maxWidth);
 
-/// At most so many clean lines, broken at line ends and, where needed, at blanks; the last one is cut.
+/// At most so many clean lines, broken at line ends and, where needed, at blanks; the last one is
+/// cut.
 std::vector<std::string> wrapped(std::string_view utf8, const platform::FontMeasure& measure, double size,
                                  double maxWidth, size_t maxLines);
 

@@ -1,7 +1,8 @@
 // Light and dark: the values of all colour roles on their ground.
 //
-// Lines stand off the plot area by at least 3:1, text by 4.5:1 (tested). The eight colours of the cycle differ in lightness
-// as well as in hue as far as their names allow, so that most pairs are told apart by colour-blind eyes too.
+// Lines stand off the plot area by at least 3:1, text by 4.5:1 (tested). The eight colours of the
+// cycle differ in lightness as well as in hue as far as their names allow, so that most pairs are
+// told apart by colour-blind eyes too.
 #pragma once
 
 #include <array>

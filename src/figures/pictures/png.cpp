@@ -1,4 +1,5 @@
-// Rows are stored without a filter under a palette, and as differences from the row above in full colour.
+// Rows are stored without a filter under a palette, and as differences from the row above in full
+// colour.
 #include "figures/pictures/png.h"
 
 #include <zlib.h>

@@ -11,7 +11,8 @@ namespace kelo::pictures {
 class Renderer {
  public:
   virtual ~Renderer() = default;
-  /// `scale` pixels a point. throws Problem, when the library or the font is missing or memory runs out
+  /// `scale` pixels a point. throws Problem, when the library or the font is missing or memory runs
+  /// out
   virtual Bitmap bitmap(const drawing::DisplayList& list, double scale) = 0;
   /// A document of one page as large as the list. throws Problem
   virtual std::string pdf(const drawing::DisplayList& list) = 0;

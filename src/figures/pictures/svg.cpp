@@ -1,10 +1,11 @@
-// Neighbouring items of one role make one group; in it, neighbouring items of one paint make one path.
+// Neighbouring items of one role make one group; in it, neighbouring items of one paint make one
+// path.
 #include "figures/pictures/svg.h"
 
 #include <algorithm>
 
-#include "figures/drawing/marker_outline.h"
 #include "figures/drawing/hundredths.h"
+#include "figures/drawing/marker_outline.h"
 #include "figures/pictures/svg_path.h"
 
 namespace kelo::pictures {
@@ -85,9 +86,9 @@ class Writer {
  private:
   void head() {
     const std::string width = hundredthsText(list_.size.width), height = hundredthsText(list_.size.height);
-    out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height + "\" viewBox=\"0 0 " +
-           width + " " + height + "\" role=\"img\" font-family=\"DejaVu Sans,Verdana,sans-serif\"" +
-           " stroke-linejoin=\"round\">\n";
+    out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height +
+           "\" viewBox=\"0 0 " + width + " " + height +
+           "\" role=\"img\" font-family=\"DejaVu Sans,Verdana,sans-serif\"" + " stroke-linejoin=\"round\">\n";
     out_ += "<title>" + escaped(list_.title) + "</title>\n<desc>" + escaped(list_.description) + "</desc>\n";
   }
 
@@ -119,8 +120,8 @@ class Writer {
     const std::span<const float> p = item.points;
     const std::string x = hundredthsText(p[0]), y = hundredthsText(p[1]);
     const std::string width = hundredthsText(p[2] - p[0]), height = hundredthsText(p[3] - p[1]);
-    out_ += "<svg x=\"" + x + "\" y=\"" + y + "\" width=\"" + width + "\" height=\"" + height + "\" viewBox=\"" + x + " " +
-            y + " " + width + " " + height + "\">\n";
+    out_ += "<svg x=\"" + x + "\" y=\"" + y + "\" width=\"" + width + "\" height=\"" + height + "\" viewBox=\"" + x +
+            " " + y + " " + width + " " + height + "\">\n";
   }
 
   void shareText(const drawing::Text& text) {
@@ -147,7 +148,8 @@ class Writer {
     out_ += "<path" + paintAttributes(paint, sharedWidth_) + " d=\"" + path.data() + "\"/>\n";
   }
 
-  /// A path or polygon, with the paths behind it that share its paint. Overlapping polygons stay apart.
+  /// A path or polygon, with the paths behind it that share its paint. Overlapping polygons stay
+  /// apart.
   size_t shape(size_t i) {
     const Item first = list_[i];
     SvgPath data;
@@ -160,7 +162,8 @@ class Writer {
     return i;
   }
 
-  /// Filled markers with an edge cover each other one by one; others need no order and make one path.
+  /// Filled markers with an edge cover each other one by one; others need no order and make one
+  /// path.
   size_t markers(const Item& item, size_t i) {
     const drawing::MarkerOutline outline = drawing::markerOutline(*item.marker);
     Paint paint = item.paint;

@@ -1,5 +1,5 @@
-// A display list as SVG: text stays text, parts are groups with their role as class, a title and a description are there
-// for screen readers. The same list gives the same bytes on every machine.
+// A display list as SVG: text stays text, parts are groups with their role as class, a title and a
+// description are there for screen readers. The same list gives the same bytes on every machine.
 #pragma once
 
 #include <string>

@@ -21,6 +21,15 @@ std::string displayText(const std::string& workDir) {
   return "~" + workDir.substr(prefix.size());
 }
 
+/// The folder asked for, else that of the settings when one was asked for, else the one of the XDG convention.
+std::string documentsDirectory(const ServeOptions& options) {
+  if (options.documentsDir) return *options.documentsDir;
+  if (options.stateDir) return *options.stateDir;
+  if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && data[0] == '/') return std::string(data) + "/kelo";
+  const char* home = std::getenv("HOME");
+  return std::string(home != nullptr ? home : ".") + "/.local/share/kelo";
+}
+
 }  // namespace
 
 Machine::Machine(const ServeOptions& options, const Transport& transport)
@@ -28,15 +37,21 @@ Machine::Machine(const ServeOptions& options, const Transport& transport)
       files(options.workDir),
       tree(options.workDir),
       resources(platform::native::resourceDirectory()),
+      documents(documentsDirectory(options)),
       watcher(tree, mainQueue, [this](const std::string& folder) { session.folderChanged(folder); }),
       session({{parserQueue, mainQueue, synchronization, files, store, clock},
                tree,
                resources,
+               documents,
                options.workDir,
                displayText(options.workDir),
                transport.notify,
                transport.isCongested,
-               &watcher}) {
+               &watcher,
+               &renderer}) {
+  std::error_code ignored;  // saving tells
+  std::filesystem::create_directories(documentsDirectory(options), ignored);
+  session.panels().figureDocuments.makeFolder();
   platform::native::adaptToMachine();
   platform::setParallelFor(&pool);
   parserQueue.async(warmUpParser);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "figures/pictures/native/cairo_renderer.h"
 #include "platform/native/clock.h"
 #include "platform/native/disk.h"
 #include "platform/native/disk_tree.h"
@@ -38,6 +39,8 @@ class Machine {
   platform::native::Disk files;
   platform::native::DiskTree tree;
   platform::native::Disk resources;
+  platform::native::Disk documents;
+  pictures::native::CairoRenderer renderer;
   platform::native::InotifyWatcher watcher;
   session::Session session;
 };

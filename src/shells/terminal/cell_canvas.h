@@ -1,5 +1,5 @@
-// A screen of character cells on which a display list is painted: each cell is 8 x 16 points and holds a character or
-// 2 x 4 dots.
+// A screen of character cells on which a display list is painted: each cell is 8 x 16 points and
+// holds a character or 2 x 4 dots.
 #pragma once
 
 #include <cstdint>

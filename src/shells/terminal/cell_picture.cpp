@@ -66,7 +66,9 @@ class Painter {
     const auto cells = static_cast<int>(CellMeasure::cells(text.text));
     const int at = static_cast<int>(std::lround(item.points[0] / CellCanvas::kCellWidth));
     if (text.angle != 0) return writeUpright(item, at, cells);
-    const int column = text.anchor == drawing::Anchor::start ? at : text.anchor == drawing::Anchor::end ? at - cells : at - cells / 2;
+    const int column = text.anchor == drawing::Anchor::start ? at
+                       : text.anchor == drawing::Anchor::end ? at - cells
+                                                             : at - cells / 2;
     canvas_.write(std::max(column, 0), rowOfBaseline(item.points[1]), text.text, text.color);
   }
 
@@ -80,7 +82,8 @@ class Painter {
     const drawing::Rect& area = list_.plotArea;
     const int left = static_cast<int>(area.left) / CellCanvas::kCellWidth - 1;
     const int right = static_cast<int>(area.right) / CellCanvas::kCellWidth;
-    const int top = static_cast<int>(area.top) / CellCanvas::kCellHeight, bottom = static_cast<int>(area.bottom) / CellCanvas::kCellHeight;
+    const int top = static_cast<int>(area.top) / CellCanvas::kCellHeight,
+              bottom = static_cast<int>(area.bottom) / CellCanvas::kCellHeight;
     const Rgba color = drawing::Theme::light().axis;
     for (int row = top; row < bottom; ++row) canvas_.write(left, row, "│", color);
     for (int column = left + 1; column < right; ++column) canvas_.write(column, bottom, "─", color);

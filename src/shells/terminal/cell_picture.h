@@ -1,4 +1,5 @@
-// A figure as text: dots of braille characters in the plot, ticks, labels and axes as characters around it.
+// A figure as text: dots of braille characters in the plot, ticks, labels and axes as characters
+// around it.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// The console's own commands for figures: `:save NAME`, `:figures`, `:show NAME`, `:export FILE`, `:close`.
+// The console's own commands for figures: `:save NAME`, `:figures`, `:show NAME`, `:export FILE`,
+// `:close`.
 #pragma once
 
 #include <string>
@@ -24,7 +25,8 @@ class FigureCommands {
                  pictures::Renderer& renderer, FigureScreen& screen)
       : options_(options), panel_(panel), documents_(documents), renderer_(renderer), screen_(screen) {}
 
-  /// Runs a line that is such a command, tells of the outcome and gives true; false for any other line.
+  /// Runs a line that is such a command, tells of the outcome and gives true; false for any other
+  /// line.
   bool run(const std::string& line);
 
  private:

@@ -20,7 +20,8 @@ class FigureFiles {
   FigureFiles(const figures::FigureDocuments& documents, pictures::Renderer& renderer)
       : documents_(documents), renderer_(renderer) {}
 
-  /// Writes the file whole or not at all and gives what went wrong. REQUIRES: figureNameFault gave nothing
+  /// Writes the file whole or not at all and gives what went wrong. REQUIRES: figureNameFault gave
+  /// nothing
   std::optional<std::string> write(const std::string& path, const figures::Figure& figure,
                                    const pictures::PictureOptions& options) const;
 

@@ -50,7 +50,8 @@ std::string FigureScreen::picture(const figures::Figure& figure) {
   const int columns = std::clamp(terminalWidth() - 1, kLeastColumns, kMostColumns);
   const drawing::Theme& theme = *drawing::Theme::named(options_.theme);
   if (!showsPictures()) {
-    if (options_.plots == "picture") return "This terminal shows no pictures (kelo --plots braille draws with characters)\n";
+    if (options_.plots == "picture")
+      return "This terminal shows no pictures (kelo --plots braille draws with characters)\n";
     const int rows = std::clamp(columns * 3 / 10, kLeastRows, kMostRows);
     return cellPicture(figure, {columns, rows, wantsColour(STDOUT_FILENO), &theme});
   }

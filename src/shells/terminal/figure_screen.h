@@ -1,4 +1,5 @@
-// The current figure in the interactive console: shown below the output whenever a command has changed it.
+// The current figure in the interactive console: shown below the output whenever a command has
+// changed it.
 #pragma once
 
 #include <optional>
@@ -14,7 +15,8 @@ class FigureScreen {
  public:
   FigureScreen(const Options& options, figures::FigurePanel& panel, pictures::Renderer& renderer);
 
-  /// Shows the figure if it has changed since the last call and there is one. Thread: main, between commands
+  /// Shows the figure if it has changed since the last call and there is one. Thread: main, between
+  /// commands
   void showIfChanged();
   /// Shows it in any case.
   void show();

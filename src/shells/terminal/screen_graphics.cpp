@@ -14,7 +14,8 @@
 namespace kelo::terminal {
 namespace {
 
-// A picture of one pixel that is only tried, the size of a cell, and what every terminal answers: its kind.
+// A picture of one pixel that is only tried, the size of a cell, and what every terminal answers:
+// its kind.
 constexpr const char kQuestions[] = "\x1b_Gi=31,s=1,v=1,a=q,t=d,f=24;AAAA\x1b\\\x1b[16t\x1b[c";
 constexpr int kPatience = 200;  // milliseconds
 constexpr size_t kKittyChunk = 4096;
@@ -136,11 +137,11 @@ std::string sixelPicture(const pictures::Bitmap& bitmap) {
   std::string text;
   sixel_output_t* output = nullptr;
   sixel_dither_t* dither = nullptr;
-  const bool isReady = SIXEL_SUCCEEDED(sixel.outputNew(&output, append, &text, nullptr)) &&
-                       SIXEL_SUCCEEDED(sixel.ditherNew(&dither, 256, nullptr)) &&
-                       SIXEL_SUCCEEDED(sixel.ditherInitialize(dither, bytes, bitmap.width, bitmap.height,
-                                                              SIXEL_PIXELFORMAT_RGB888, SIXEL_LARGE_AUTO, SIXEL_REP_AUTO,
-                                                              SIXEL_QUALITY_AUTO));
+  const bool isReady =
+      SIXEL_SUCCEEDED(sixel.outputNew(&output, append, &text, nullptr)) &&
+      SIXEL_SUCCEEDED(sixel.ditherNew(&dither, 256, nullptr)) &&
+      SIXEL_SUCCEEDED(sixel.ditherInitialize(dither, bytes, bitmap.width, bitmap.height, SIXEL_PIXELFORMAT_RGB888,
+                                             SIXEL_LARGE_AUTO, SIXEL_REP_AUTO, SIXEL_QUALITY_AUTO));
   if (isReady) sixel.encode(bytes, bitmap.width, bitmap.height, 3, dither, output);
   if (dither != nullptr) sixel.ditherUnref(dither);
   if (output != nullptr) sixel.outputUnref(output);

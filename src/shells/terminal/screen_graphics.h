@@ -13,8 +13,9 @@ struct ScreenGraphics {
   double cellWidth = 8, cellHeight = 16;  ///< pixels, where the terminal tells
 };
 
-/// Asks the terminal behind standard input and output; keys that are typed meanwhile may be lost. A terminal that does not
-/// answer within a fifth of a second shows no pictures. REQUIRES: both are terminals, nothing else reads
+/// Asks the terminal behind standard input and output; keys that are typed meanwhile may be lost. A
+/// terminal that does not answer within a fifth of a second shows no pictures. REQUIRES: both are
+/// terminals, nothing else reads
 ScreenGraphics askForGraphics();
 
 /// What shows a PNG there and goes to the next line.

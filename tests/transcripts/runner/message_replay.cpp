@@ -37,6 +37,8 @@ class Console {
     mainQueue.drain();
   }
 
+  bool waits() { return session().panels().app.control.wait().has_value(); }
+
  private:
   session::Session& session() {
     if (!session_) {
@@ -44,6 +46,7 @@ class Console {
           {parserQueue_, mainQueue, synchronization_, files, store_, clock},
           tree_,
           resources,
+          documents_,
           "/work",
           "work",
           [this](const std::string& message) { writeNotification(Json::parse(message)); }});
@@ -65,6 +68,7 @@ class Console {
   platform::InlineQueue parserQueue_;
   platform::ScriptedSynchronization synchronization_;
   platform::MemoryStore store_;
+  platform::MemoryFileSystem documents_;
   platform::MemoryFileTree tree_{files};
   int lastId_ = 0;
   std::unique_ptr<session::Session> session_;  // made when the files of the case are there
@@ -118,6 +122,7 @@ class MessageReplay {
   /// The next message of the case, else a timer, else Stop.
   void whileAsleep() {
     console_->mainQueue.drain();
+    if (!console_->waits()) return;  // for the main thread, not for a person
     while (next_ < lines_.size() && isOutput(lines_[next_])) ++next_;
     const bool hasMessage = next_ < lines_.size() && lines_[next_].starts_with(">");
     if (hasMessage) return step();

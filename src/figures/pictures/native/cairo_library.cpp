@@ -25,7 +25,8 @@ F find(void* library, const char* name) {
   return reinterpret_cast<F>(function);
 }
 
-/// The font's file is read directly: asking for it by name would read the catalogue of all fonts first.
+/// The font's file is read directly: asking for it by name would read the catalogue of all fonts
+/// first.
 cairo_font_face_t* openFont(const CairoLibrary& cairo) {
   void* freetype = open("libfreetype.so.6");
   FT_Library library = nullptr;

@@ -1,4 +1,5 @@
-// The graphics library, loaded when the first picture is made, so that a start without a picture pays nothing for it.
+// The graphics library, loaded when the first picture is made, so that a start without a picture
+// pays nothing for it.
 #pragma once
 
 #include <cairo-ft.h>

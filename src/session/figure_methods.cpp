@@ -1,0 +1,266 @@
+// The current figure, and the saved ones.
+#include <cmath>
+
+#include "figures/coding/base64.h"
+#include "figures/coding/coded_form.h"
+#include "figures/drawing/display_list_json.h"
+#include "figures/drawing/drawing.h"
+#include "figures/pictures/png.h"
+#include "figures/pictures/svg.h"
+#include "messages/message.h"
+#include "session/figure_edit.h"
+#include "session/figure_gestures.h"
+#include "session/figure_tip.h"
+#include "session/methods.h"
+#include "session/panels.h"
+
+namespace kelo::session {
+namespace {
+
+using figures::Figure;
+using figures::SurfData;
+
+constexpr double kMostPoints = 20'000;  // of a side of a view
+constexpr double kMostPixels = 64e6;    // of a picture
+constexpr drawing::Size kThumbnail = {320, 240};
+
+double lengthOf(const Call& call, const char* name, double fallback) {
+  const double length = call.has(name) ? call.number(name) : fallback;
+  if (!(length >= 1 && length <= kMostPoints)) throw wrongParameter(name, "a number from 1 to 20000");
+  return length;
+}
+
+drawing::Size viewOf(const Call& call) { return {lengthOf(call, "width", 640), lengthOf(call, "height", 480)}; }
+
+const char* kindOf(const Figure& figure) {
+  constexpr const char* kKinds[] = {"none", "plot", "surface"};
+  return kKinds[figure.index()];
+}
+
+Json figureJson(const Call& call) {
+  const figures::FigurePanel& panel = call.panels.app.figures;
+  const int64_t revision = panel.revision();
+  const Figure figure = panel.figure();
+  try {
+    return {{"kind", kindOf(figure)},
+            {"model", Json::parse(figures::codedForm(figure, figures::NonFinite::asNull))},
+            {"revision", revision}};
+  } catch (const figures::CodingError& fault) {
+    throw alert("The figure is too large", fault.what());
+  }
+}
+
+std::optional<Json> get(const Call& call) { return figureJson(call); }
+
+/// Changes the figure that is shown by a function of figures.
+template <class F>
+void change(const Call& call, F&& changed) {
+  call.panels.app.figures.write([&](Figure& figure) { figure = changed(static_cast<const Figure&>(figure)); });
+}
+
+std::optional<Json> edit(const Call& call) {
+  change(call, [&](const Figure& figure) { return editedFigure(figure, call.params.at("changes")); });
+  return figureJson(call);
+}
+
+drawing::DisplayList drawn(const Call& call, const drawing::Size& size, double pixelsPerPoint, bool cached) {
+  drawing::DrawingOptions options;
+  options.size = size;
+  options.theme = drawing::Theme::named(call.textOr("theme", "light"));
+  options.pixelsPerPoint = pixelsPerPoint;
+  return drawing::draw(call.panels.app.figures.figure(), options, cached ? &call.panels.drawingCache : nullptr);
+}
+
+std::optional<Json> drawing(const Call& call) {
+  constexpr double kPixelsPerPoint = 2;
+  return Json::parse(drawing::json(drawn(call, viewOf(call), kPixelsPerPoint, true)));
+}
+
+Json limitsJson(const figures::Limits& limits) { return {{"lower", limits.lower}, {"upper", limits.upper}}; }
+
+std::string bytesOf(std::span<const figures::SCNVector3> points) {
+  static_assert(sizeof(figures::SCNVector3) == 3 * sizeof(float));
+  return {reinterpret_cast<const char*>(points.data()), points.size_bytes()};
+}
+
+std::optional<Json> mesh(const Call& call) {
+  const int64_t revision = call.panels.app.figures.revision();
+  const Figure figure = call.panels.app.figures.figure();
+  const auto* surface = std::get_if<SurfData>(&figure);
+  if (surface == nullptr) throw alert("There is no surface");
+  Json surfaces = Json::array();
+  for (const SurfData::Surface& part : surface->surfaces) {
+    surfaces.push_back({{"numRows", part.attributes.numRows},
+                        {"numCols", part.attributes.numCols},
+                        {"points", figures::base64Of(bytesOf(part.points.values()))}});
+  }
+  return Json{{"surfaces", std::move(surfaces)},
+              {"xlims", limitsJson(surface->xlims)},
+              {"ylims", limitsJson(surface->ylims)},
+              {"zlims", limitsJson(surface->zlims)},
+              {"revision", revision}};
+}
+
+std::optional<Json> tip(const Call& call) {
+  const auto found =
+      nearestPoint(call.panels.app.figures.figure(), {call.number("x"), call.number("y")}, viewOf(call));
+  if (!found) return Json(nullptr);
+  return Json{{"line", found->line}, {"index", found->index}, {"x", found->x},
+              {"y", found->y},       {"px", found->px},       {"py", found->py}};
+}
+
+/// A number that its kind of gesture needs.
+double needed(const Call& call, const char* name) {
+  if (!call.has(name)) throw wrongParameter(name, "a number");
+  return call.number(name);
+}
+
+double scaleOf(const Call& call, const char* name) {
+  const double scale = needed(call, name);
+  if (!(scale >= 1e-3 && scale <= 1e3)) throw wrongParameter(name, "a number from 0.001 to 1000");
+  return scale;
+}
+
+Gesture gestureOf(const Call& call) {
+  using Kind = Gesture::Kind;
+  const std::string kind = call.text("kind");
+  Gesture gesture{Kind::reset, viewOf(call)};
+  if (kind == "pan" || kind == "rotate") {
+    gesture.kind = kind == "pan" ? Kind::pan : Kind::rotate;
+    gesture.dx = needed(call, "dx");
+    gesture.dy = needed(call, "dy");
+  } else if (kind == "pinch") {
+    gesture.kind = Kind::pinch;
+    gesture.x = needed(call, "x");
+    gesture.y = needed(call, "y");
+    gesture.scaleX = scaleOf(call, "scaleX");
+    gesture.scaleY = scaleOf(call, "scaleY");
+  } else if (kind == "zoom") {
+    gesture.kind = Kind::zoom;
+    gesture.scaleX = gesture.scaleY = scaleOf(call, "scale");
+  }
+  return gesture;
+}
+
+std::optional<Json> gesture(const Call& call) {
+  const Gesture gesture = gestureOf(call);
+  change(call, [&](const Figure& figure) { return moved(figure, gesture); });
+  return figureJson(call);
+}
+
+pictures::Renderer& rendererOf(const Call& call) {
+  if (call.panels.setup.renderer == nullptr) throw alert("No picture can be made here");
+  return *call.panels.setup.renderer;
+}
+
+std::string pictureBytes(const Call& call, const std::string& format) {
+  const drawing::Size size = viewOf(call);
+  const double scale = call.has("scale") ? call.number("scale") : 2;
+  if (!(scale >= 0.1 && scale <= 10)) throw wrongParameter("scale", "a number from 0.1 to 10");
+  if (size.width * size.height * scale * scale > kMostPixels) throw wrongParameter("scale", "smaller: the picture is too large");
+  const drawing::DisplayList list = drawn(call, size, scale, false);
+  if (format == "svg") return pictures::svg(list);
+  if (format == "pdf") return rendererOf(call).pdf(list);
+  return pictures::png(rendererOf(call).bitmap(list, scale), scale);
+}
+
+std::optional<Json> picture(const Call& call) {
+  try {
+    return Json{{"base64", figures::base64Of(pictureBytes(call, call.text("format")))}};
+  } catch (const Problem& problem) {
+    throw alert("No picture can be made here", problem.reason.value_or(""));
+  }
+}
+
+/// The picture in the list of saved figures; none where pictures cannot be made.
+std::string thumbnailOf(const Call& call) {
+  if (call.panels.setup.renderer == nullptr) return "";
+  try {
+    return pictures::png(call.panels.setup.renderer->bitmap(drawn(call, kThumbnail, 1, false), 1), 1);
+  } catch (const Problem&) {
+    return "";
+  }
+}
+
+// ---- Saved figures
+
+std::optional<Json> save(const Call& call) {
+  Panels& panels = call.panels;
+  const Figure figure = panels.app.figures.figure();
+  if (std::holds_alternative<std::monostate>(figure)) return Json{{"id", nullptr}};
+  std::optional<figures::FigureData> saved = panels.figureDocuments.save(call.text("name"), figure, thumbnailOf(call));
+  const std::string id = saved->id.text;
+  panels.savedFigures.push_back(std::move(*saved));
+  return Json{{"id", id}};
+}
+
+std::optional<Json> close(const Call& call) {
+  call.panels.app.figures.close();
+  return Json::object();
+}
+
+std::optional<Json> list(const Call& call) {
+  Panels& panels = call.panels;
+  panels.savedFigures = panels.figureDocuments.loadAll();
+  Json items = Json::array();
+  for (const figures::FigureData& saved : panels.savedFigures) {
+    items.push_back({{"id", saved.id.text},
+                     {"name", saved.fileNameWithoutExt},
+                     {"timeStamp", saved.timeStamp},
+                     {"thumbnail", figures::base64Of(saved.thumbnail.data.bytes)}});
+  }
+  return Json{{"items", std::move(items)}};
+}
+
+std::vector<figures::FigureData>::iterator savedFigure(const Call& call) {
+  auto& saved = call.panels.savedFigures;
+  const std::string id = call.text("id");
+  const auto found = std::find_if(saved.begin(), saved.end(), [&](const auto& figure) { return figure.id.text == id; });
+  if (found == saved.end()) throw wrongParameter("id", "the id of a saved figure");
+  return found;
+}
+
+std::optional<Json> show(const Call& call) {
+  call.panels.app.figures.show(savedFigure(call)->figure());
+  return Json::object();
+}
+
+std::optional<Json> remove(const Call& call) {
+  const auto saved = savedFigure(call);
+  call.panels.figureDocuments.remove(*saved);
+  call.panels.savedFigures.erase(saved);
+  return Json::object();
+}
+
+}  // namespace
+
+std::vector<Method> figureMethods() {
+  const Parameter width = {"width", Kind::number}, height = {"height", Kind::number};
+  const Parameter theme = {"theme", Kind::text, true, "light|dark"}, id = {"id", Kind::text};
+  const auto optional = [](const char* name) { return Parameter{name, Kind::number, false}; };
+  const char* const figure = "{kind, model, revision}";
+  return {
+      {"figure/get", {}, get, figure, "The current figure: none, plot or surface, in its coded form"},
+      {"figure/edit", {{"changes", Kind::object}}, edit, figure, "Change keys of the coded form"},
+      {"figure/drawing", {width, height, theme}, drawing, "{width, height, plotArea, items}", "What is to be painted"},
+      {"figure/mesh", {}, mesh, "{surfaces: [{numRows, numCols, points}], xlims, ylims, zlims, revision}",
+       "The meshes of a surface, points as 32-bit floats x, y, z"},
+      {"figure/tip", {{"x", Kind::number}, {"y", Kind::number}, width, height}, tip,
+       "{line, index, x, y, px, py} or null", "The nearest point of a plot; line and index count from 0"},
+      {"figure/gesture",
+       {{"kind", Kind::text, true, "pan|pinch|rotate|zoom|reset"}, width, height, optional("dx"), optional("dy"),
+        optional("x"), optional("y"), optional("scaleX"), optional("scaleY"), optional("scale")},
+       gesture, figure, "pan and rotate with dx, dy; pinch with x, y, scaleX, scaleY; zoom with scale"},
+      {"figure/picture",
+       {{"format", Kind::text, true, "png|svg|pdf"}, optional("width"), optional("height"),
+        {"theme", Kind::text, false, "light|dark"}, optional("scale")},
+       picture, "{base64}", "A picture, 640 x 480, light and at scale 2 unless told"},
+      {"figure/save", {{"name", Kind::text}}, save, "{id}", "Save the current figure under a name"},
+      {"figure/close", {}, close, "{}", "No figure any more"},
+      {"figures/list", {}, list, "{items: [{id, name, timeStamp, thumbnail}]}", "The saved figures"},
+      {"figures/show", {id}, show, "{}", "Show a saved figure"},
+      {"figures/delete", {id}, remove, "{}", "Delete a saved figure"},
+  };
+}
+
+}  // namespace kelo::session
