@@ -2,7 +2,8 @@
 /// pinch, save, export, find help, come back after a reload and after the server was gone.
 
 import { expect, test } from 'vitest';
-import { command, pinch, show, useBrowser, type Size } from './browser';
+import { command, show, useBrowser, type Size } from './browser';
+import { pinch } from './fingers';
 
 const open = useBrowser();
 
