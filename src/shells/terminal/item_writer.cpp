@@ -43,11 +43,14 @@ void ItemWriter::continueWith(std::string text) {
 
 void ItemWriter::item(const Display& display) {
   if (display.contentType() == Display::DisplayContentType::inputText) return;  // it has been typed here
+  whole(display, display.contentType() == Display::DisplayContentType::disp);
+}
+
+void ItemWriter::whole(const Display& display, bool isText) {
   if (style_.json) return write(STDOUT_FILENO, jsonLine(display));
   const bool isError = display.contentType() == Display::DisplayContentType::error;
   std::string text = isError ? errorText(display) : display.displayText();
   if (!text.ends_with('\n')) text += '\n';  // the text of a structure ends its line itself
-  const bool isText = display.contentType() == Display::DisplayContentType::disp;
   write(isError ? STDERR_FILENO : STDOUT_FILENO, separator(isText) + text);
 }
 
@@ -60,7 +63,7 @@ std::string ItemWriter::separator(bool isText) {
 }
 
 void ItemWriter::prompt(const Display& display) {
-  if (!style_.promptStaysOpen && !style_.editorPrompts) return item(display);
+  if (!style_.promptStaysOpen && !style_.editorPrompts) return whole(display, /*isText=*/false);
   std::string text = separator(/*isText=*/false) + display.displayText();
   if (style_.editorPrompts) {
     const size_t lastLine = text.find_last_of('\n') + 1;

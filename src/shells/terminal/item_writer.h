@@ -55,6 +55,7 @@ class ItemWriter : public ConsoleView {
   std::string hintLine(const std::string& hint) const;
 
  private:
+  void whole(const Display& display, bool isText);
   std::string separator(bool isText);
   void write(int descriptor, const std::string& text);
   std::string errorText(const Display& display) const;
