@@ -1,14 +1,9 @@
-# A layer is a folder of src/ and one static library. What it links is what it may include: a source that reaches
-# upwards does not link. Sources are found by name, so a new file needs no line here.
+# A layer is a folder of src/ and one static library. What it links is what it may include, which the test
+# "layers" compares. Sources are found by name, so a new file needs no line here.
 #
-#   kelo_layer(NAME [HEADER_ONLY] [NESTED folders...] LINKS other layers and libraries...)
+#   kelo_layer(NAME [NESTED folders...] LINKS other layers and libraries...)
 function(kelo_layer name)
-  cmake_parse_arguments(LAYER "HEADER_ONLY" "" "NESTED;LINKS" ${ARGN})
-  if(LAYER_HEADER_ONLY)
-    add_library(kelo_${name} INTERFACE)
-    target_link_libraries(kelo_${name} INTERFACE kelo_options ${LAYER_LINKS})
-    return()
-  endif()
+  cmake_parse_arguments(LAYER "" "" "NESTED;LINKS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   foreach(folder ${LAYER_NESTED})  # inside, and layers of their own
     list(FILTER sources EXCLUDE REGEX "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/")

@@ -2,7 +2,7 @@
 // declares. Tested by tests/transcripts/builtins/calls.txt.
 #include "builtins/library.h"
 #include "interpreter/reader.h"
-#include "interpreter/visitor.h"
+#include "interpreter/machine.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/system_functions.h"
 
@@ -11,18 +11,18 @@ namespace {
 
 enum class Side { inputs, outputs };
 
-std::optional<Visitor::Signature> runningCall(const Call& call) {
-  return call.visitor ? call.visitor->runningCall() : std::nullopt;
+std::optional<Machine::Signature> runningCall(const Call& call) {
+  return call.machine ? call.machine->runningCall() : std::nullopt;
 }
 
-std::optional<Visitor::Signature> declared(const Call& call) {
+std::optional<Machine::Signature> declared(const Call& call) {
   const Storable& function = call.arg(0);
-  if (call.visitor == nullptr) return std::nullopt;
-  if (const FunctionHandle* handle = function.funcHandle()) return call.visitor->signatureOf(*handle);
+  if (call.machine == nullptr) return std::nullopt;
+  if (const FunctionHandle* handle = function.funcHandle()) return call.machine->signatureOf(*handle);
   if (!read::isText(function)) return std::nullopt;
   const std::string name = toUtf8(function.numeric()->asChar());
   if (!followsNameRule(name)) return std::nullopt;
-  return call.visitor->signatureOf(Name::intern(name));
+  return call.machine->signatureOf(Name::intern(name));
 }
 
 NodeValue countOfArguments(Call& call) {

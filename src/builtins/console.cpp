@@ -9,7 +9,7 @@
 #include "builtins/text/char_rows.h"
 #include "interpreter/environment.h"
 #include "interpreter/reader.h"
-#include "interpreter/visitor.h"
+#include "interpreter/machine.h"
 #include "messages/catalogue/system_functions.h"
 
 namespace kelo::builtins {
@@ -27,16 +27,14 @@ NodeValue clc(Call& call) {
 
 // ---- Workspace
 
-/// The variables of the running workspace; local functions are none.
-std::vector<Name> variables(const Workspace& workspace) {
-  std::vector<Name> names = workspace.names();
-  std::erase_if(names, [&](Name name) { return workspace.find(name)->isLocalFunc(); });
-  return names;
+/// The variables of the running workspace.
+std::vector<Name> variables(const Call& call) {
+  return call.machine ? call.machine->variables() : std::vector<Name>();
 }
 
 NodeValue who(Call& call) {
   std::vector<std::string> names;
-  for (const Name name : variables(call.environment.workspaces.top())) names.push_back(name.text());
+  for (const Name name : variables(call)) names.push_back(name.text());
   std::sort(names.begin(), names.end());
   if (!call.isStatement()) {
     std::vector<TextRow> rows;
@@ -56,10 +54,11 @@ NodeValue clear(Call& call) {
     const std::string word = read::text(call, k, Wording::sentence(text::kClearInputs));
     if (!isOption(word)) names.push_back(Name::intern(word));
   }
-  Workspace& workspace = call.environment.workspaces.top();
-  const std::vector<Name> present = variables(workspace);
+  const std::vector<Name> present = variables(call);
   for (const Name name : present) {
-    if (names.empty() || std::find(names.begin(), names.end(), name) != names.end()) workspace.erase(name);
+    if (names.empty() || std::find(names.begin(), names.end(), name) != names.end()) {
+      call.machine->clearVariable(name);
+    }
   }
   return NodeValue::nothing();
 }
@@ -83,6 +82,20 @@ const CharArray& promptOf(const Call& call) {
   return prompt->asChar();
 }
 
+/// Messages about an answer point into it.
+class AnswerScope {
+ public:
+  AnswerScope(Environment& environment, const std::string& answer) : environment_(environment) {
+    environment_.evaluatesAnswer(&answer);
+  }
+  AnswerScope(const AnswerScope&) = delete;
+  AnswerScope& operator=(const AnswerScope&) = delete;
+  ~AnswerScope() { environment_.evaluatesAnswer(nullptr); }
+
+ private:
+  Environment& environment_;
+};
+
 /// REQUIRES: an evaluator, unless the answer is taken as text
 NodeValue input(Call& call) {
   const std::string prompt = linesOf(promptOf(call));
@@ -91,7 +104,9 @@ NodeValue input(Call& call) {
   if (isText && read::text(call, 1, option) != "s") throw option.complaint(call);
   const std::optional<std::string> line = call.environment.readInput(prompt);
   if (!line) return NodeValue::failure();  // the statement loop tells of the stop
-  return isText ? NodeValue(charRow(*line)) : call.visitor->evaluateText(*line);
+  if (isText) return charRow(*line);
+  const AnswerScope scope(call.environment, *line);
+  return call.machine->evaluateText(*line);
 }
 
 // ---- pause

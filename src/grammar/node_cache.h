@@ -1,8 +1,7 @@
-// What the evaluator finds once per node and keeps with it: the kind of the node, its operator,
-// name, literal and operands.
+// What is found once per node and kept with it: the kind of the node, its operator, name, literal and operands.
 //
-// Nodes are made by the parser without any of this; the first visit fills it in (see resolve.h in
-// the interpreter). Later visits neither ask for the class of a node nor read the text of a token.
+// Nodes are made by the parser without any of this; the lowering fills it in before it visits a node (see resolve.h in
+// the interpreter), and so asks for the class of a node and reads the text of its tokens once.
 #pragma once
 
 #include <cstdint>
@@ -14,8 +13,7 @@ namespace kelo {
 
 class KeloNode;
 
-/// What a node is to the evaluator. `unresolved`: not visited yet; `none`: nothing that can be
-/// evaluated.
+/// What a node is. `unresolved`: not looked at yet; `none`: nothing that can be evaluated.
 enum class NodeKind : uint8_t {
   unresolved, none,
   number, imaginary, charText, emptyMat, parenthesis,
@@ -24,6 +22,9 @@ enum class NodeKind : uint8_t {
   statList, expression, assignment, forLoop, whileLoop, if_, switch_, break_, continue_, return_,
 };
 
+/// What an assignment writes to: NAME, [NAMES], NAME(ARGS), NAME.FIELD...
+enum class AssignmentForm : uint8_t { variable, list, elements, chain };
+
 /// What only some kinds of node need; each kind has a struct of its own.
 struct NodeDetails {
   virtual ~NodeDetails() = default;
@@ -31,16 +32,17 @@ struct NodeDetails {
 
 struct NodeCache {
   NodeKind kind = NodeKind::unresolved;
-  uint8_t selector = 0;        ///< the operator, or the alternative of the rule
-  bool flag = false;           ///< statements: shows its result; lists: break and continue are allowed; literals: valid
-  bool containsEnd = false;    ///< an index with the keyword `end` in it
-  Name name;                   ///< of a variable or function
-  mutable uint32_t hint = 0;   ///< where the name stood in its workspace last time
-  int32_t line = -1;           ///< of the first token, from 1; -1: not asked yet
-  int32_t charPos = -1;        ///< code point in the line, from 0
-  int64_t extent = -1;         ///< `end` and ":": the extent of the last index they stood in
-  double number = 0;           ///< literals
-  KeloNode* first = nullptr;   ///< operands
+  uint8_t op = 0;                ///< the BinaryOp or UnaryOp of an operator
+  bool isValid = false;          ///< literals: the text is a number
+  bool containsEnd = false;      ///< an argument with the keyword `end` in it
+  Name name;                     ///< of a variable or function
+  AssignmentForm assignment = AssignmentForm::variable;
+  bool shows = false;            ///< statements: no ";" behind it
+  int32_t line = -1;             ///< of the first token, from 1; -1: not asked yet
+  int32_t charPos = -1;          ///< code point in the line, from 0
+  int64_t extent = -1;           ///< `end` and ":": the extent of the last index they stood in; -1: none yet
+  double number = 0;             ///< literals
+  KeloNode* first = nullptr;     ///< operands
   KeloNode* second = nullptr;
   std::unique_ptr<NodeDetails> details;
 };

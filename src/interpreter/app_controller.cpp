@@ -11,6 +11,7 @@ AppController::AppController(const platform::Host& host, ConsoleView& view, cons
       control(host, console),
       figures(host.synchronization),
       environment(host, console, control, figures, builtins),
+      store_(host.store),
       parserQueue_(host.parserQueue),
       mainQueue_(host.mainQueue) {
   console.history.load();
@@ -22,6 +23,7 @@ void AppController::pressRun() {
       const std::optional<std::string> text = std::exchange(console.input.text, std::nullopt);
       if (!text) return;
       console.history.add(*text);
+      store_.save();  // a run that never ends keeps its text too
       environment.runInDir = panelDir;
       environment.show(Display::inputText(*text, environment.displayParameters()));
       startCommand(*text);

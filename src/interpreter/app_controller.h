@@ -44,6 +44,7 @@ class AppController {
   std::string panelDir;  ///< the directory that a console command runs in, relative to the work directory
 
  private:
+  platform::KeyValueStore& store_;
   platform::WorkQueue& parserQueue_;
   platform::MainQueue& mainQueue_;
 };

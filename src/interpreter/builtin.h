@@ -26,7 +26,7 @@ namespace kelo {
 
 class Call;
 class Environment;
-class Visitor;
+class Machine;
 
 /// What a row calls: a function and, where several names share it, which of them is meant:
 /// {reduction, Reduction::sum}.
@@ -92,8 +92,8 @@ struct CallSite {
 class Call {
  public:
   Call(const Builtin& row, std::span<Storable> arguments, std::optional<int> lhsVariableCount, const CallSite& site,
-       Environment& environment, Visitor* visitor)
-      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), environment(environment), visitor(visitor) {}
+       Environment& environment, Machine* machine)
+      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), environment(environment), machine(machine) {}
 
   const Builtin& builtin;
   std::span<Storable> args;             ///< the call's own: a handler may move from them
@@ -101,7 +101,7 @@ class Call {
   std::optional<int> lhsVariableCount;
   const CallSite& site;
   Environment& environment;
-  Visitor* visitor;  ///< the evaluator of the run; null when there is none
+  Machine* machine;  ///< that runs the program; null when there is none
 
   int count() const { return static_cast<int>(args.size()); }
   /// Argument k, from 0.

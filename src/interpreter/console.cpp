@@ -42,13 +42,22 @@ void Console::History::load() {
   index_ = count();
 }
 
-void Console::History::add(const std::string& text) {
+void Console::History::append(std::vector<std::string>& items, const std::string& text) {
   // NOTE: intended: the oldest item goes before the comparison, so at the limit a repeated command still costs it.
-  if (count() >= countLimit) items_.erase(items_.begin());
-  if (items_.empty() || items_.back() != text) items_.push_back(text);
+  if (static_cast<int64_t>(items.size()) >= countLimit) items.erase(items.begin());
+  if (items.empty() || items.back() != text) items.push_back(text);
+}
+
+void Console::History::add(const std::string& text) {
+  if (!keeps_ || text.size() > kLongestText) return;
+  append(items_, text);
   index_ = count();
-  store_.set(key, items_);
-  store_.save();
+  store_.change(key, [text](const platform::StoredValue* stored) -> platform::StoredValue {
+    const auto* known = stored ? std::get_if<std::vector<std::string>>(stored) : nullptr;
+    std::vector<std::string> items = known ? *known : std::vector<std::string>();
+    append(items, text);
+    return items;
+  });
 }
 
 std::optional<std::string> Console::History::previous() {

@@ -29,6 +29,9 @@ class ConsoleView {
   virtual void item(const Display& display) = 0;
   /// The prompt of `input` was appended. Thread: the parser queue.
   virtual void prompt(const Display& display) { item(display); }
+  /// From now on messages without a file point into this answer to `input`; null: into the command again. Thread: the
+  /// parser queue.
+  virtual void evaluatesAnswer(const std::string* answer) {}
   /// `clc`. Thread: the parser queue.
   virtual void cleared() {}
   /// How far a long task of a built-in is, as a short line that the next one replaces; "" takes it away. Thread: the
@@ -67,17 +70,21 @@ struct Console {
     int64_t numOfLines_ = 0;
   };
 
-  /// The texts run before, at most about countLimit, and a place among them for the previous and next buttons.
+  /// The texts run before, at most about countLimit, and a place among them for the previous and next buttons. Consoles
+  /// that share a store keep each other's texts.
   ///
   /// Invariant: 0 <= index <= items.size(); index == items.size() means behind the last, where a new text is typed.
   class History {
    public:
     static constexpr const char* key = "consoleHistory";
     static constexpr int64_t countLimit = 20;
+    static constexpr size_t kLongestText = 64 << 10;  ///< bytes; a longer one is not kept
 
     explicit History(platform::KeyValueStore& store) : store_(store) {}
     void load();
-    /// Adds a text unless it equals the last one, puts the place behind the end and saves.
+    /// Whether texts are kept: not where nobody types them. Default: yes
+    void setKeeping(bool keeps) { keeps_ = keeps; }
+    /// Adds a text unless it equals the last one and puts the place behind the end. The store saves it with the rest.
     void add(const std::string& text);
     /// The text that the button puts into the input; nothing when there is no further one.
     std::optional<std::string> previous();
@@ -90,10 +97,12 @@ struct Console {
 
    private:
     int64_t count() const { return static_cast<int64_t>(items_.size()); }
+    static void append(std::vector<std::string>& items, const std::string& text);
 
     platform::KeyValueStore& store_;
     std::vector<std::string> items_;
     int64_t index_ = 0;
+    bool keeps_ = true;
   };
 
   Console(ConsoleView& view, platform::KeyValueStore& store) : output(view), history(store) {}

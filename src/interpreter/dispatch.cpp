@@ -46,11 +46,11 @@ std::string lastResort(const Builtin& row) {
 }  // namespace
 
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, Environment& environment, Visitor* visitor) {
+                      const CallSite& site, Environment& environment, Machine* machine) {
   Message message;
   try {
     checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-    Call call(row, args, lhsVariableCount, site, environment, visitor);
+    Call call(row, args, lhsVariableCount, site, environment, machine);
     return row.handler(call);
   } catch (const Problem& problem) {
     message = messageAt(site);

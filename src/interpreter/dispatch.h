@@ -10,9 +10,9 @@ namespace kelo {
 /// A message about a place; what is to be said is filled in by the caller.
 Message messageAt(const CallSite& site);
 
-/// Runs a built-in; `visitor` is the evaluator of the run, for the few that ask it. The result is its value, void, or
+/// Runs a built-in; `machine` is that of the run, for the few that ask it. The result is its value, void, or
 /// failure when an error has been shown.
 NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, Environment& environment, Visitor* visitor = nullptr);
+                      const CallSite& site, Environment& environment, Machine* machine = nullptr);
 
 }  // namespace kelo

@@ -62,6 +62,8 @@ class Environment {
   /// `input`: shows the prompt and sleeps until a line comes. Nothing when the run is being stopped: return
   /// `failure` and let the statement loop report it.
   std::optional<std::string> readInput(const std::string& prompt);
+  /// Tells the console that messages without a file point into this answer; null: into the command again.
+  void evaluatesAnswer(const std::string* answer) { console_.output.view().evaluatesAnswer(answer); }
   /// `pause`: sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is off.
   void pauseFor(std::optional<double> seconds) { control_.pauseFor(seconds); }
   AllowingPause allowPause() const { return control_.allowPause; }

@@ -1,4 +1,4 @@
-// What the evaluator keeps with the nodes that need more than a NodeCache: lists of operands, calls, chains, functions.
+// What is kept with the nodes that need more than a NodeCache: lists of operands, calls, chains, functions.
 #pragma once
 
 #include <optional>
@@ -11,6 +11,8 @@
 #include "values/function_bodies.h"
 
 namespace kelo {
+
+struct FunctionUnit;
 
 /// Char: the text. Built as a value once.
 struct LiteralDetails : NodeDetails {
@@ -46,8 +48,9 @@ struct CallDetails : NodeDetails {
 
 /// A handle as it is written.
 struct HandleDetails : NodeDetails {
-  std::vector<Name> inputArgs;
-  std::string expression, displayText;
+  enum class Form : uint8_t { anonymous, builtIn, name };
+  Form form = Form::anonymous;
+  Ref<HandleBody> body;  // of an anonymous function
   std::optional<Problem> problem;
 };
 
@@ -83,19 +86,11 @@ struct BranchDetails : NodeDetails {
   std::vector<Branch> branches;
 };
 
-/// A declared function.
-struct FunctionDetails : NodeDetails {
-  Name funName;
-  std::vector<Name> inputs, outputs;
-  KeloNode* body = nullptr;  // null: no statements
-  KeloNode* node = nullptr;
-};
-
 /// A whole text: the main function or the statement list, and the local functions.
 struct ProgramDetails : NodeDetails {
   enum class Form { function, statList, noText };
   Form form = Form::noText;
-  FunctionDetails main;
+  FunctionUnit* main = nullptr;  // kept with its declaration
   KeloNode* statements = nullptr;
   std::vector<LocalFunctionBody> localFunctions;
   std::optional<std::string> problem;  // what forbids to run it: a name declared twice

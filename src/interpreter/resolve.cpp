@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <set>
 
 #include <fmt/format.h>
 
 #include "KeloParser.h"
 #include "frontend/node_text.h"
 #include "interpreter/builtin_table.h"
+#include "interpreter/function_unit.h"
 #include "interpreter/node_details.h"
 #include "messages/catalogue/interpreter.h"
 #include "values/operators.h"
@@ -73,7 +75,7 @@ void resolveNumber(KeloNode& node, NodeKind kind, std::string text) {
   char* end = nullptr;
   node.cache.kind = kind;
   node.cache.number = std::strtod(text.c_str(), &end);
-  node.cache.flag = *end == '\0';
+  node.cache.isValid = *end == '\0';
 }
 
 void resolveChar(KeloNode& node) {
@@ -107,7 +109,7 @@ void resolveBinary(KeloNode& node) {
   node.cache.kind = NodeKind::binaryOps;
   node.cache.first = withoutParentheses(operands[0]);
   node.cache.second = withoutParentheses(operands[1]);
-  node.cache.selector = static_cast<uint8_t>(*binaryOpOf(tokenType(node.children[1])));
+  node.cache.op = static_cast<uint8_t>(*binaryOpOf(tokenType(node.children[1])));
 }
 
 void resolveUnary(KeloNode& node) {
@@ -115,7 +117,7 @@ void resolveUnary(KeloNode& node) {
   const UnaryOp op = token == P::NOT ? UnaryOp::not_ : token == P::MINUS ? UnaryOp::minus : UnaryOp::plus;
   node.cache.kind = NodeKind::unaryOps;
   node.cache.first = withoutParentheses(expressionsOf(node)[0]);
-  node.cache.selector = static_cast<uint8_t>(op);
+  node.cache.op = static_cast<uint8_t>(op);
 }
 
 void resolveTranspose(KeloNode& node) {
@@ -199,24 +201,59 @@ ChainDetails& resolveChain(KeloNode& node) {
   return chain;
 }
 
+// The names that a body mentions, for a handle to capture; those that stand alone in it may be scripts, which see all.
+// `bound` are the inputs of the handle and of those inside it around the tree.
+void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
+  const size_t outer = bound.size();
+  if (auto* handle = dynamic_cast<P::Func_handleContext*>(tree); handle && handle->expr()) {
+    const auto inputs = namesOf(*handle);
+    for (auto* name : handle->id_names()) addMentioned(name, bound, body);  // a call that leaves it out sees a variable
+    bound.insert(bound.end(), inputs.begin(), inputs.end());
+    addMentioned(handle->expr(), bound, body);
+    bound.resize(outer);
+    return;
+  }
+  if (auto* names = dynamic_cast<P::Id_namesContext*>(tree)) {
+    const Name name = nameOf(names);
+    if (std::find(bound.begin(), bound.end(), name) != bound.end()) return;
+    size_t k = std::find(body.captured.begin(), body.captured.end(), name) - body.captured.begin();
+    if (k == body.captured.size()) {
+      body.captured.push_back(name);
+      body.mayBeScript.push_back(false);
+    }
+    if (dynamic_cast<P::IdContext*>(names->parent)) body.mayBeScript[k] = true;
+  } else if (auto* call = dynamic_cast<P::Built_in_funContext*>(tree)) {
+    static const std::set<std::string> lookAround = {"clear", "input", "nargin", "nargout", "who"};
+    body.capturesAll = body.capturesAll || lookAround.contains(call->getStart()->getText());
+  }
+  for (ParseTree* child : tree->children) addMentioned(child, bound, body);
+}
+
 // A handle's text runs from "@" to the end of the body, as typed.
 void resolveHandle(KeloNode& node) {
   auto& handle = *dynamic_cast<P::FuncHandleContext&>(node).func_handle();
   auto& details = makeDetails<HandleDetails>(node);
   node.cache.kind = NodeKind::funcHandle;
   if (handle.BUILT_IN_FUNC() || (!handle.LPAR() && !handle.id_names().empty())) {
-    node.cache.selector = handle.BUILT_IN_FUNC() ? 4 : 3;
+    details.form = handle.BUILT_IN_FUNC() ? HandleDetails::Form::builtIn : HandleDetails::Form::name;
     node.cache.name = Name::intern(handle.children[1]->getText());
     return;
   }
-  node.cache.selector = 1;
-  node.cache.first = handle.expr();
-  details.inputArgs = namesOf(handle);
-  details.expression = sourceText(*handle.expr());
-  details.displayText = sourceText(handle);
-  for (size_t k = 0; k < details.inputArgs.size(); ++k) {
+  details.form = HandleDetails::Form::anonymous;
+  details.body = makeRef<HandleBody>();
+  HandleBody& body = *details.body;
+  const TextPosition position = positionOf(*handle.expr());
+  body.inputArgs = namesOf(handle);
+  body.expression = sourceText(*handle.expr());
+  body.displayText = sourceText(handle);
+  body.exprLineNum = position.line;
+  body.exprCharPos = position.charPos;
+  body.relativePath = node.relativePath;
+  std::vector<Name> bound = body.inputArgs;
+  addMentioned(handle.expr(), bound, body);
+  for (size_t k = 0; k < body.inputArgs.size(); ++k) {
     for (size_t m = 0; m < k; ++m) {
-      if (details.inputArgs[k] == details.inputArgs[m]) details.problem = problem(text::kDuplicatedArguments);
+      if (body.inputArgs[k] == body.inputArgs[m]) details.problem = problem(text::kDuplicatedArguments);
     }
   }
 }
@@ -240,39 +277,33 @@ void resolveStatements(KeloNode& node) {
 void resolveExpression(KeloNode& node) {
   node.cache.kind = NodeKind::expression;
   node.cache.first = expressionsOf(node)[0];
-  node.cache.flag = !endsQuietly(node);
+  node.cache.shows = !endsQuietly(node);
   if (dynamic_cast<P::IdContext*>(node.cache.first)) node.cache.name = nameOf(node.cache.first);
 }
 
 void resolveAssignment(KeloNode& node) {
   KeloNode& assignment = *dynamic_cast<P::AssignmentContext&>(node).var_assign();
   node.cache.kind = NodeKind::assignment;
-  node.cache.flag = !endsQuietly(node);
+  node.cache.shows = !endsQuietly(node);
   node.cache.first = &assignment;
   NodeCache& cache = assignment.cache;
   const auto expressions = expressionsOf(assignment);
   cache.second = expressions.back();
   cache.kind = NodeKind::assignment;
   if (dynamic_cast<P::Var_assignmentContext*>(&assignment)) {
-    cache.selector = 1;
+    cache.assignment = AssignmentForm::variable;
     cache.name = nameOf(&assignment);
   } else if (dynamic_cast<P::Var_list_assignmentContext*>(&assignment)) {
-    cache.selector = 0;
+    cache.assignment = AssignmentForm::list;
     makeDetails<ListDetails>(assignment).names = namesOf(assignment);
   } else if (dynamic_cast<P::Subarray_assignmentContext*>(&assignment)) {
-    cache.selector = 2;
+    cache.assignment = AssignmentForm::elements;
     cache.name = nameOf(&assignment);
     makeDetails<CallDetails>(assignment).args = subscriptsOf({expressions.begin(), expressions.end() - 1});
   } else {
-    cache.selector = 3;
+    cache.assignment = AssignmentForm::chain;
     resolveChain(assignment).right = cache.second;
   }
-}
-
-// `break` and `continue` reach through the lists of `if` and `switch` below a loop.
-void allowBreakContinue(ParseTree* tree) {
-  if (auto* list = dynamic_cast<P::Stat_listContext*>(tree)) list->cache.flag = true;
-  for (ParseTree* child : tree->children) allowBreakContinue(child);
 }
 
 void resolveLoop(KeloNode& node, NodeKind kind) {
@@ -280,7 +311,6 @@ void resolveLoop(KeloNode& node, NodeKind kind) {
   node.cache.first = expressionsOf(node)[0];
   node.cache.second = childOf<P::Stat_listContext>(node);
   if (kind == NodeKind::forLoop) node.cache.name = namesOf(node)[0];
-  if (node.cache.second) allowBreakContinue(node.cache.second);
 }
 
 template <class... Contexts>
@@ -363,26 +393,13 @@ void resolveStatement(KeloNode& node) {
 
 // ---- Programs
 
-FunctionDetails functionDetails(P::Function_declareContext& declaration) {
-  FunctionDetails details;
-  auto& inputs = *childOf<P::Function_inputsContext>(declaration);
-  auto& outputs = *childOf<P::Function_outputsContext>(inputs);
-  details.node = &declaration;
-  details.inputs = namesOf(inputs);
-  details.funName = details.inputs.front();
-  details.inputs.erase(details.inputs.begin());
-  details.outputs = namesOf(outputs);
-  details.body = childOf<P::Stat_listContext>(declaration);
-  return details;
-}
-
 std::string stemOf(const std::string& path) {
   const std::string file = path.substr(path.find_last_of('/') + 1);
   return file.substr(0, file.find_last_of('.'));
 }
 
 // What forbids a further local function beside those of the program so far.
-std::optional<std::string> problemWith(const ProgramDetails& program, const FunctionDetails& function, Name path) {
+std::optional<std::string> problemWith(const ProgramDetails& program, const FunctionUnit& function, Name path) {
   const bool isScript = program.form == ProgramDetails::Form::statList;
   if (isScript && !path.isEmpty() && stemOf(path.text()) == function.funName.text()) {
     return fmt::format(text::kLocalNamedLikeScript, function.funName.text());
@@ -392,24 +409,38 @@ std::optional<std::string> problemWith(const ProgramDetails& program, const Func
   if (std::any_of(others.begin(), others.end(), sameName)) {
     return fmt::format(text::kLocalAlreadyDefined, function.funName.text());
   }
-  if (!isScript && program.main.funName == function.funName) {
+  if (!isScript && program.main->funName == function.funName) {
     return fmt::format(text::kMainAlreadyDefined, function.funName.text());
   }
   return std::nullopt;
 }
 
-void addLocalFunction(ProgramDetails& program, const FunctionDetails& function, Name path) {
+void addLocalFunction(ProgramDetails& program, const FunctionUnit& function, Name path) {
   if (!program.problem) {
     program.problem = problemWith(program, function, path);
     if (program.problem) program.problemNode = function.node;
   }
-  program.localFunctions.push_back({function.funName, function.inputs, function.outputs, function.body});
+  program.localFunctions.push_back({function.funName, function.inputs, function.outputs, function.node});
 }
 
 }  // namespace
 
 void resolve(KeloNode& node, const BuiltinTable& builtins) {
   if (!resolveExpressionNode(node, builtins)) resolveStatement(node);
+}
+
+FunctionUnit& functionUnit(KeloNode& declaration) {
+  if (declaration.cache.details) return static_cast<FunctionUnit&>(*declaration.cache.details);
+  auto& unit = makeDetails<FunctionUnit>(declaration);
+  auto& inputs = *static_cast<P::Function_inputsContext*>(childOf<P::Function_inputsContext>(declaration));
+  auto& outputs = *static_cast<P::Function_outputsContext*>(childOf<P::Function_outputsContext>(inputs));
+  unit.node = &declaration;
+  unit.inputs = namesOf(inputs);
+  unit.funName = unit.inputs.front();
+  unit.inputs.erase(unit.inputs.begin());
+  unit.outputs = namesOf(outputs);
+  unit.body = childOf<P::Stat_listContext>(declaration);
+  return unit;
 }
 
 ProgramDetails& programDetails(KeloNode& node) {
@@ -422,9 +453,14 @@ ProgramDetails& programDetails(KeloNode& node) {
   for (ParseTree* child : node.children) {
     auto* declaration = dynamic_cast<P::Function_declareContext*>(child);
     if (!declaration) continue;
-    FunctionDetails function = functionDetails(*declaration);
-    if (isMain) program.main = std::move(function);
-    else addLocalFunction(program, function, node.relativePath);
+    FunctionUnit& function = functionUnit(*declaration);
+    function.isMain = isMain;
+    if (isMain) {
+      program.main = &function;
+      function.program = &node;
+    } else {
+      addLocalFunction(program, function, node.relativePath);
+    }
     isMain = false;
   }
   return program;

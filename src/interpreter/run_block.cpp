@@ -2,13 +2,15 @@
 // is the one place that catches a FatalFault: the run ends at once, the base workspace stays.
 #include "interpreter/run_block.h"
 
-#include <new>
+#include <cstdlib>
+#include <utility>
 
 #include "interpreter/environment.h"
-#include "interpreter/visitor.h"
+#include "interpreter/machine.h"
 #include "messages/catalogue/values.h"
 #include "messages/catalogue/run_control.h"
 #include "messages/fatal_fault.h"
+#include "values/memory.h"
 
 namespace kelo {
 namespace {
@@ -24,9 +26,50 @@ void showError(Environment& environment, std::string reason, std::optional<std::
 void runText(Environment& environment, const std::string& text, const std::string& path = "") {
   const ProgTree tree = parseText(environment.parserSetting(), text, path);
   if (tree) {
-    Visitor(environment).runProgram(*tree);
+    Machine(environment).runProgram(*tree);
   } else if (environment.messagesShown() == 0) {
     showError(environment, text::kUnexpectedError);
+  }
+}
+
+/// Memory that is given back when a run ends, so that one which has used all there is can still be told of and cleaned
+/// up. Nobody writes to it, so it takes address space only.
+class MemoryReserve {
+ public:
+  MemoryReserve() : block_(std::malloc(2 * kBytes)) {
+    const bool isPlenty = block_ != nullptr;
+    release();
+    block_ = std::malloc(isPlenty ? kBytes : kLeastBytes);  // with little left, most of it is for the run
+  }
+  MemoryReserve(const MemoryReserve&) = delete;
+  MemoryReserve& operator=(const MemoryReserve&) = delete;
+  ~MemoryReserve() { release(); }
+  void release() { std::free(std::exchange(block_, nullptr)); }
+
+ private:
+  static constexpr size_t kBytes = size_t{33} << 20;  // more, and malloc does not take it for a usual size
+  static constexpr size_t kLeastBytes = size_t{1} << 20;
+
+  void* block_;
+};
+
+/// Nothing comes out of it: what even its own telling has no memory for is a fault of the run.
+template <class Body>
+void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result, Body body) {
+  try {
+    body();
+    return;
+  } catch (const FatalFault& fault) {
+    result.fatalFault = fault.what;
+    return;
+  } catch (...) {  // no operation lets anything but the lack of memory through; if one does, the run ends, not the program
+    reserve.release();
+    releaseKeptBlocks();
+  }
+  try {
+    showError(environment, text::kUnexpectedError);
+  } catch (...) {
+    result.fatalFault = "no memory";  // short enough to need none
   }
 }
 
@@ -37,16 +80,14 @@ RunResult runBlock(Environment& environment, Body body) {
   environment.workspaces.popToBase();
   environment.parserBuffer.clear();
   RunResult result;
-  try {
-    body();
-  } catch (const FatalFault& fault) {
-    result.fatalFault = fault.what;
-  } catch (...) {  // no visit lets anything else through; if one does, the run ends and not the program
-    showError(environment, text::kUnexpectedError);
-  }
-  environment.workspaces.base().removeLocalFunctions();
+  MemoryReserve reserve;
+  guarded(environment, reserve, result, body);
+  reserve.release();
+  guarded(environment, reserve, result, [&] {
+    environment.workspaces.base().removeLocalFunctions();
+    environment.save();
+  });
   result.failed = environment.errorsShown() > 0 || result.fatalFault.has_value();
-  environment.save();
   return result;
 }
 

@@ -28,6 +28,7 @@ void RunControl::pauseFor(std::optional<double> seconds) {
 
 void RunControl::sleep(Wait wait, std::optional<double> seconds) {
   const SemaphoreRef semaphore = synchronization_.makeSemaphore();
+  wait.number = ++waits_;
   {
     const std::lock_guard<platform::Lock> guard(*lock_);
     sleep_ = {semaphore, wait};

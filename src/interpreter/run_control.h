@@ -23,6 +23,7 @@ class RunControl {
   struct Wait {
     RunState::Status status;  ///< paused or waitInput
     bool isTimed;             ///< a timer ends it, if nobody does before
+    int64_t number = 0;       ///< of this wait: each has its own
   };
 
   /// REQUIRES: what is given outlives this
@@ -77,6 +78,7 @@ class RunControl {
   std::atomic<bool> shouldExitExecution_ = false;
   const std::unique_ptr<platform::Lock> lock_;
   Sleep sleep_{};  // under lock_
+  int64_t waits_ = 0;
 };
 
 }  // namespace kelo

@@ -1,143 +1,151 @@
-// Names and calls: what a name stands for, the arguments of a call, built-ins, and handles as they are written.
+// Names and calls: what stands with arguments behind it, names alone, built-ins, and handles as they are written.
 //
-// A name is looked up as a variable of the top workspace, as a local function of the running file, as a file of the run
-// directory, and last as the imaginary unit. Names of built-ins never come here: they are words of their own.
-#include <fmt/format.h>
-
+// What NAME(ARGS) is, an index or a call, is only known when it runs, but the arguments are lowered once. What differs
+// is asked where it matters: what `end` and ":" mean, and what is said when an argument fails.
 #include "frontend/node_text.h"
-#include "interpreter/environment.h"
-#include "interpreter/builtin_table.h"
-#include "interpreter/dispatch.h"
-#include "interpreter/resolve.h"
-#include "interpreter/visit_guard.h"
+#include "grammar/kelo_node.h"
+#include "interpreter/function_unit.h"
+#include "interpreter/scalar_calls.h"
+#include "interpreter/visitor.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
 
 namespace kelo {
 
-// A variable that is no local function.
-const Storable* Visitor::findVariable(Name name, uint32_t* hint) const {
-  const Storable* value = app_.workspaces.top().find(name, hint);
-  return value && !value->isLocalFunc() ? value : nullptr;
-}
-
-std::optional<LocalFunction> Visitor::findLocalFunction(Name name) const {
-  const Workspace& top = app_.workspaces.top();
-  if (const Storable* value = top.find(name); value && value->isLocalFunc()) return *value->localFunc();
-  if (!top.functions()) return std::nullopt;
-  const int64_t index = top.functions()->indexOf(name);
-  if (index < 0) return std::nullopt;
-  return LocalFunction(top.functions(), index);
-}
-
-bool Visitor::isAccessible(const LocalFunction& function, KeloNode& caller) const {
-  return function.file()->url == caller.relativePath;
-}
-
-NodeValue Visitor::visitId(KeloNode& node, Outputs outputs) {
-  const NodeCache& cache = node.cache;
-  if (const Storable* value = findVariable(cache.name, &cache.hint)) return NodeValue(*value);
-  if (const auto local = findLocalFunction(cache.name); local && isAccessible(*local, node)) {
-    return callLocal(*local, {}, outputs, node);
-  }
-  return callFile(cache.name, {}, outputs, node, CallForm::bare);
-}
-
-NodeValue Visitor::visitSubarray_or_func(KeloNode& node, Outputs outputs) {
-  const NodeCache& cache = node.cache;
-  const auto& argNodes = detailsOf<CallDetails>(node).args;
-  if (const Storable* value = findVariable(cache.name, &cache.hint)) {
-    if (value->isNumeric()) {
-      double element;
-      if (elementOf(*value->numeric(), argNodes, &element)) return NodeValue(element);
-    }
-    const Storable held = *value;  // the arguments may change the variable
-    return held.isFuncHandle() ? callWithArguments(*held.funcHandle(), argNodes, outputs, node)
-                               : index(held, argNodes, node);
-  }
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  const auto local = findLocalFunction(cache.name);
-  if (local && !isAccessible(*local, node)) {
-    return fail(node, expectation(fmt::format(text::kLocalNotAccessible, cache.name.text())));
-  }
-  ArgumentList arguments;
-  if (!evaluateArguments(argNodes, arguments, node, ArgumentsOf::user)) return NodeValue::failure();
-  if (local) return callLocal(*local, arguments.values(), outputs, node);
-  return callFile(cache.name, arguments.values(), outputs, node, CallForm::withParentheses);
-}
-
-NodeValue Visitor::callWithArguments(const FunctionHandle& handle, const std::vector<KeloNode*>& argNodes,
-                                     Outputs outputs, KeloNode& place) {
-  if (!stackHasRoom(place)) return NodeValue::failure();
-  ArgumentList arguments;
-  if (!evaluateArguments(argNodes, arguments, place, ArgumentsOf::user)) return NodeValue::failure();
-  return callHandle(handle, arguments.values(), outputs, place);
-}
-
-// A comma list expands into arguments. What fails has been reported; beside a user's function a second line says where.
-bool Visitor::evaluateArguments(const std::vector<KeloNode*>& nodes, ArgumentList& arguments, KeloNode& place,
-                                ArgumentsOf callee) {
-  for (KeloNode* node : nodes) {
-    NodeValue value = visit(*node);
-    if (value.isStorable()) {
-      arguments.push(std::move(value.storable()));
-    } else if (value.isArrayList()) {
-      auto& [first, list] = value.arrayList();
-      if (first) arguments.push(std::move(*first));
-      for (Storable& each : list) arguments.push(std::move(each));
-    } else if (value.isVoid()) {
-      fail(place, fmt::format(text::kArgumentWithoutValue, sourceText(*node)));
-      return false;
-    } else {
-      if (callee == ArgumentsOf::user) fail(place, text::kArgumentFailed);
-      return false;
-    }
-  }
-  return true;
-}
-
-NodeValue Visitor::visitBuilt_in_func(KeloNode& node, Outputs outputs) {
-  const auto& details = detailsOf<CallDetails>(node);
-  if (details.isCommand) return fail(node, text::kCommandSyntax);
-  if (details.builtin == nullptr) return fail(node, text::kUnexpectedError);
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  ArgumentList arguments;
-  if (!evaluateArguments(details.args, arguments, node, ArgumentsOf::builtIn)) return NodeValue::failure();
-  return runBuiltin(*details.builtin, arguments.values(), outputs, node);
-}
-
-NodeValue Visitor::runBuiltin(const Builtin& row, std::span<Storable> args, Outputs outputs, KeloNode& place) {
-  const CallSite site = siteOf(place);
-  const auto wanted = outputs == kNoOutputs ? std::nullopt : std::optional<int>(outputs);
-  return callBuiltin(row, args, wanted, site, app_, this);
-}
-
-// Nothing of a body is evaluated when a handle is made, and no name in it is checked.
-NodeValue Visitor::visitFuncHandle(KeloNode& node) {
+// A name that is known not to be assigned here is most likely a function, whose arguments are best in a row.
+int32_t Visitor::visitSubarray_or_func(KeloNode& node, int outputs, int32_t wish) {
   const Name name = node.cache.name;
-  if (node.cache.selector == 1) return anonymousFunction(node);
-  if (node.cache.selector == 4) return NodeValue(FunctionHandle::builtIn(name));
-  if (const Storable* value = findVariable(name, &node.cache.hint)) {
-    const char* what = value->isFuncHandle() ? "a function handle" : "an array";
-    return fail(node, expectation(fmt::format(text::kHandleOfValue, name.text(), what)));
-  }
-  if (const auto local = findLocalFunction(name)) return NodeValue(FunctionHandle::local(*local));
-  return NodeValue(FunctionHandle::userDefined(name));
+  const int32_t slot = slotOf(name);
+  const int32_t made = newSite(node, name, slot, static_cast<CallDetails&>(*node.cache.details).args, outputs);
+  if (assigned_.contains(name.id())) return lowerIndex(made, node, wish);
+  const int32_t mark = top_;
+  argumentsInRow(made);
+  const int32_t result = target(mark, wish);
+  emit(Op::call, &node, result, slot, 0, made);
+  return result;
 }
 
-NodeValue Visitor::anonymousFunction(KeloNode& node) {
-  const auto& details = detailsOf<HandleDetails>(node);
-  if (details.problem) return fail(node, *details.problem);
-  auto function = makeRef<AnonymousFunction>();
-  const TextPosition body = positionOf(*node.cache.first);
-  function->workspace = app_.workspaces.top();
-  function->expression = details.expression;
-  function->displayText = details.displayText;
-  function->inputArgs = details.inputArgs;
-  function->exprLineNum = body.line;
-  function->exprCharPos = body.charPos;
-  function->relativePath = node.relativePath;
-  return NodeValue(FunctionHandle::anonymous(std::move(function)));
+// An index, or a call through a variable. One or two arguments stay where they are.
+int32_t Visitor::lowerIndex(int32_t made, KeloNode& node, int32_t wish) {
+  const int32_t mark = top_;
+  const int32_t base = site(made).base;
+  const int32_t count = site(made).count;
+  if (count != 1 && count != 2) {
+    argumentsInRow(made);
+    const int32_t result = target(mark, wish);
+    emit(Op::index, &node, result, base, 0, made);
+    return result;
+  }
+  const int32_t i = argument(made, 0, kNowhere);
+  const int32_t j = count == 2 ? argument(made, 1, kNowhere) : 0;
+  site(made).first = newTemporary();  // where the arguments go if it is a call
+  if (count == 2) newTemporary();
+  const int32_t result = target(mark, wish);
+  emit(count == 1 ? Op::index1 : Op::index2, &node, result, base, i, made, j);
+  return result;
+}
+
+// Argument k of a site. `wish` is a register that it must go to, if any.
+int32_t Visitor::argument(int32_t made, int32_t k, int32_t wish) {
+  const bool isBuiltin = site(made).row != nullptr;
+  KeloNode& place = *site(made).node;
+  KeloNode& node = *site(made).arguments[static_cast<size_t>(k)];
+  const int32_t outerSite = site_, outerArgument = siteArgument_;
+  if (!isBuiltin) {
+    site_ = made;
+    siteArgument_ = k;
+  }
+  resolved(node);
+  int32_t value;
+  if (node.cache.kind == NodeKind::colonExpr && !isBuiltin) {
+    const int32_t inside = here();
+    value = wish == kNowhere ? newTemporary() : wish;
+    emit(Op::colon, &node, value, k, 1, made);
+    addRegion(Region::Kind::argument, inside, place, nullptr, made);
+  } else {
+    const bool asksFirst = !isBuiltin && node.cache.containsEnd && !site(made).isTarget;
+    if (asksFirst) emit(Op::checkExtent, &place, 0, k, 0, made);
+    const int32_t inside = here();
+    value = visit(node, kNoOutputs, wish);
+    if (wish != kNowhere && value != wish) {
+      emit(Op::move, &node, wish, value);
+      value = wish;
+    }
+    if (!isBuiltin) addRegion(Region::Kind::argument, inside, place, nullptr, made);
+  }
+  site_ = outerSite;
+  siteArgument_ = outerArgument;
+  bool othersAreSimple = true;
+  for (int32_t m = k + 1; m < site(made).count; ++m) {
+    othersAreSimple = othersAreSimple && isSimple(*site(made).arguments[static_cast<size_t>(m)]);
+  }
+  const bool isMany = site(made).count > 2;  // of one or two subscripts, a number is looked at later
+  const bool needsNoLook = node.cache.kind == NodeKind::colonExpr || (node.cache.kind == NodeKind::number && !isMany);
+  if (!othersAreSimple && !needsNoLook) emit(Op::checkArgument, &place, value, k, isMany, made);
+  return value;
+}
+
+void Visitor::argumentsInRow(int32_t made) {
+  const int32_t mark = top_;
+  const int32_t first = newTemporary();
+  top_ = mark;
+  for (int32_t k = 0; k < site(made).count; ++k) {
+    argument(made, k, newTemporary());
+    top_ = mark + k + 1;
+  }
+  site(made).first = first;
+}
+
+int32_t Visitor::visitId(KeloNode& node, int outputs, int32_t wish) {
+  const int32_t slot = slotOf(node.cache.name);
+  if (isKnown(slot)) return slot;
+  const int32_t made = newSite(node, node.cache.name, slot, {}, outputs);
+  const int32_t mark = top_;
+  site(made).first = newTemporary();
+  const int32_t result = target(mark, wish);
+  emit(Op::loadName, &node, result, slot, 0, made);
+  return result;
+}
+
+int32_t Visitor::visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish) {
+  const auto& details = static_cast<CallDetails&>(*node.cache.details);
+  if (details.isCommand || details.builtin == nullptr) {
+    emit(Op::fail, &node, textIndex(details.isCommand ? text::kCommandSyntax : text::kUnexpectedError));
+    return newTemporary();
+  }
+  const int32_t made = newSite(node, node.cache.name, 0, details.args, outputs);
+  site(made).row = details.builtin;
+  const int32_t mark = top_;
+  const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
+  const int32_t function = isOne ? scalarCallOf(node.cache.name, site(made).count) : -1;
+  if (function < 0) {
+    argumentsInRow(made);
+    const int32_t result = target(mark, wish);
+    emit(Op::builtin, &node, result, 0, 0, made);
+    return result;
+  }
+  const int32_t x = argument(made, 0, kNowhere);
+  const int32_t y = site(made).count == 2 ? argument(made, 1, kNowhere) : x;
+  site(made).first = newTemporary();
+  if (site(made).count == 2) newTemporary();
+  const int32_t result = target(mark, wish);
+  emit(Op::scalarCall, &node, result, x, y, made, function);
+  return result;
+}
+
+int32_t Visitor::visitFuncHandle(KeloNode& node, int32_t wish) {
+  const int32_t result = target(top_, wish);
+  const auto& details = static_cast<HandleDetails&>(*node.cache.details);
+  const int32_t slot = node.cache.name.isEmpty() ? 0 : slotOf(node.cache.name);
+  const int32_t made = newSite(node, node.cache.name, slot, {}, kNoOutputs);
+  if (details.form == HandleDetails::Form::anonymous) site(made).handle = details.body;
+  if (site(made).handle) {
+    const HandleBody& body = *site(made).handle;
+    for (const Name name : body.captured) site(made).slots.push_back(slotOf(name));
+    for (const Name name : body.inputArgs) site(made).slots.push_back(slotOf(name));
+  }
+  emit(Op::makeHandle, &node, result, slot, 0, made);
+  return result;
 }
 
 }  // namespace kelo

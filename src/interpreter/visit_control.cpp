@@ -1,154 +1,157 @@
 // Loops and branches.
-#include "interpreter/environment.h"
-#include "interpreter/resolve.h"
-#include "interpreter/visit_guard.h"
+//
+// A loop has its test at its end. The register of a range are four: its first number, its step, its count and the number
+// of the round to come; those of an array two: the array and the round.
+#include "grammar/kelo_node.h"
+#include "interpreter/visitor.h"
 #include "messages/catalogue/interpreter.h"
-#include "messages/catalogue/values.h"
-#include "values/operators.h"
 
 namespace kelo {
-namespace {
 
-// One element of a loop's array: a double, a complex number where the element is not real, or a character.
-Storable loopElement(const NumericArray& array, int64_t k) {
-  switch (array.kind()) {
-    case Kind::Double: return Storable(array.asDouble()[k]);
-    case Kind::Int: return Storable(static_cast<double>(array.asInt()[k]));
-    case Kind::Logical: return Storable(array.asLogical()[k] ? 1.0 : 0.0);
-    case Kind::Char: return CharArray(array.asChar()[k]);
-    case Kind::Complex: break;
-  }
-  const ComplexDouble z = array.asComplex()[k];
-  if (z.imaginary == 0) return Storable(z.real);
-  return ComplexDoubleArray(z);
-}
-
-bool allTrue(const LogicalArray& array) {
-  for (const bool element : array.values()) {
-    if (!element) return false;
-  }
-  return true;
-}
-
-}  // namespace
-
-// NOTE: intended: the loop runs over single elements in storage order, also of a matrix, and a loop without statements
+// NOTE: intended: a loop runs over single elements in storage order, also of a matrix, and a loop without statements
 // does nothing at all.
-// OPTIMIZATION: the elements of a range are never all made.
-NodeValue Visitor::visitForLoop(KeloNode& statement) {
+void Visitor::visitForLoop(KeloNode& statement) {
   NodeCache& cache = statement.cache;
-  if (cache.first->cache.kind == NodeKind::unresolved) resolve(*cache.first, app_.builtins);
-  if (cache.first->cache.kind == NodeKind::matrixColon) {
-    const std::optional<Range> range = rangeAt(*cache.first);
-    if (!range) return NodeValue::failure();
-    return loop(statement, range->count, [&](int64_t k, Storable& variable) {
-      variable.setNumber(range->element(static_cast<double>(k)));
-    });
+  KeloNode& elements = *cache.first;
+  resolved(elements);
+  const bool isRange = elements.cache.kind == NodeKind::matrixColon;
+  const int32_t mark = top_;
+  const int32_t state = newTemporary();
+  for (int k = 1; k < (isRange ? 4 : 2); ++k) newTemporary();
+  const int32_t bodyTop = top_;
+  if (isRange) {
+    const int32_t first = rangeOperands(elements);
+    const auto count = static_cast<int32_t>(static_cast<ListDetails&>(*elements.cache.details).nodes.size());
+    emit(Op::forRange, &elements, state, first, count);
+  } else {
+    emit(Op::forArray, &statement, state, visit(elements));
   }
-  NodeValue value = visit(*cache.first);
-  if (value.isFailure()) return value;
-  NumericArray* numeric = value.numericArray();
-  if (numeric == nullptr) return fail(statement, text::kLoopIndexNotNumeric);
-  const NumericArray array = std::move(*numeric);
-  return loop(statement, array.numElements(),
-              [&](int64_t k, Storable& variable) { variable = loopElement(array, k); });
+  top_ = bodyTop;
+  if (cache.second == nullptr) {
+    top_ = mark;
+    return;
+  }
+  const int32_t slot = slotOf(cache.name);
+  const size_t known = knownTrail_.size();
+  setKnown(slot);
+  const int32_t toStep = emit(Op::jump, &statement);
+  const int32_t body = here();
+  loops_.push_back({false, {}, {}});
+  visitStat_list(*cache.second);
+  for (const int32_t jump : loops_.back().continues) jumpHere(jump);
+  jumpHere(toStep);
+  emit(isRange ? Op::rangeStep : Op::arrayStep, &statement, state, slot, body);
+  for (const int32_t jump : loops_.back().breaks) jumpHere(jump);
+  loops_.pop_back();
+  forgetSince(known);
+  top_ = mark;
 }
 
-// A loop of so many rounds; setElement gives its variable the value of a round, counted from 0.
-template <class SetElement>
-NodeValue Visitor::loop(KeloNode& statement, int64_t rounds, SetElement&& setElement) {
+void Visitor::visitWhileLoop(KeloNode& statement) {
   NodeCache& cache = statement.cache;
-  if (cache.second == nullptr) return NodeValue::nothing();
-  for (int64_t k = 0; k < rounds; ++k) {
-    setElement(k, app_.workspaces.top().variable(cache.name, &cache.hint));
-    NodeValue result = runStatements(*cache.second);
-    if (result.isFailure() || result.form() == NodeValue::Form::returnValue) return result;
-    if (result.form() == NodeValue::Form::breakValue) break;
-  }
-  return NodeValue::nothing();
+  if (cache.second == nullptr) return;
+  const size_t known = knownTrail_.size();
+  const int32_t toTest = emit(Op::jump, &statement);
+  const int32_t body = here();
+  loops_.push_back({true, {}, {}});
+  visitStat_list(*cache.second);
+  forgetSince(known);
+  for (const int32_t jump : loops_.back().continues) jumpHere(jump);
+  jumpHere(toTest);
+  const int32_t back = jumpWhere(true, *cache.first, text::kWhileNotNumeric);
+  code_->instructions[static_cast<size_t>(back)].a = body;
+  for (const int32_t jump : loops_.back().breaks) jumpHere(jump);
+  loops_.pop_back();
 }
 
-// NOTE: intended: a `return` in the body only ends the present pass through it.
-NodeValue Visitor::visitWhileLoop(KeloNode& statement) {
-  NodeCache& cache = statement.cache;
-  if (cache.second == nullptr) return NodeValue::nothing();
-  while (true) {
-    const std::optional<bool> goesOn = condition(*cache.first, text::kWhileNotNumeric);
-    if (!goesOn) return NodeValue::failure();
-    if (!*goesOn) return NodeValue::nothing();
-    NodeValue result = runStatements(*cache.second);
-    if (result.isFailure()) return result;
-    if (result.form() == NodeValue::Form::breakValue) return NodeValue::nothing();
+// A jump, yet to be aimed, that is taken where the condition is or is not true.
+int32_t Visitor::jumpWhere(bool isTrue, KeloNode& condition, const char* notNumeric) {
+  resolved(condition);
+  const int32_t mark = top_;
+  int32_t jump;
+  const auto op = static_cast<BinaryOp>(condition.cache.op);
+  if (condition.cache.kind == NodeKind::binaryOps && op >= BinaryOp::eqeq && op <= BinaryOp::gt) {
+    const int32_t left = visit(*condition.cache.first);
+    const int32_t right = visit(*condition.cache.second);
+    const int n = static_cast<int>(op) - static_cast<int>(BinaryOp::eqeq);
+    jump = emit(Op::jumpOnEqual + n, &condition, 0, left, right, 0, 0, isTrue);
+  } else {
+    const int32_t value = visit(condition);
+    jump = emit(Op::jumpOnTruth, &condition, 0, value, textIndex(notNumeric), 0, 0, isTrue);
   }
+  top_ = mark;
+  return jump;
 }
 
-// Whether every element is true. NOTE: intended: an empty array counts as true.
-std::optional<bool> Visitor::condition(KeloNode& expression, const char* notNumeric) {
-  if (expression.cache.kind == NodeKind::binaryOps) {
-    double a, b;
-    bool answer;
-    if (scalar(*expression.cache.first, &a) && scalar(*expression.cache.second, &b) &&
-        scalarComparison(static_cast<BinaryOp>(expression.cache.selector), a, b, &answer)) {
-      return answer;
-    }
-  }
-  NodeValue value = visit(expression);
-  if (value.isFailure()) return std::nullopt;
-  NumericArray* numeric = value.numericArray();
-  if (numeric == nullptr) {
-    fail(expression, notNumeric);
-    return std::nullopt;
-  }
-  if (numeric->is(Kind::Logical) && numeric->isScalar()) return numeric->asLogical().scalar();
-  std::optional<bool> answer;
-  guarded(expression, text::kUnexpectedError, [&] {
-    answer = allTrue(numeric->toLogicalArray());
-    return NodeValue::nothing();
-  });
-  return answer;
+void Visitor::visitBreak(KeloNode& list) {
+  emit(Op::poll, &list);
+  if (loops_.empty()) emit(Op::fail, &list, textIndex(text::kBreakOutsideLoop));
+  else loops_.back().breaks.push_back(emit(Op::jump, &list));
 }
 
-NodeValue Visitor::visitIf(KeloNode& statement) {
-  for (const auto& branch : detailsOf<BranchDetails>(statement).branches) {
-    if (branch.condition) {
-      const std::optional<bool> taken = condition(*branch.condition, text::kIfNotNumeric);
-      if (!taken) return NodeValue::failure();
-      if (!*taken) continue;
-    }
-    return branch.body ? runStatements(*branch.body) : NodeValue::nothing();
+void Visitor::visitContinue(KeloNode& list) {
+  emit(Op::poll, &list);
+  if (loops_.empty()) emit(Op::fail, &list, textIndex(text::kBreakOutsideLoop));
+  else loops_.back().continues.push_back(emit(Op::jump, &list));
+}
+
+// NOTE: intended: in the body of a `while` it only ends the present pass through it.
+void Visitor::visitReturn(KeloNode& list) {
+  emit(Op::poll, &list);
+  const int32_t jump = emit(Op::jump, &list);
+  for (size_t k = loops_.size(); k > 0; --k) {
+    if (loops_[k - 1].isWhile) return loops_[k - 1].continues.push_back(jump);
   }
-  return NodeValue::nothing();
+  returns_.push_back(jump);
+}
+
+void Visitor::visitIf(KeloNode& statement) {
+  std::vector<int32_t> toEnd;
+  const auto& branches = static_cast<BranchDetails&>(*statement.cache.details).branches;
+  for (size_t k = 0; k < branches.size(); ++k) {
+    const auto& branch = branches[k];
+    const int32_t skip = branch.condition ? jumpWhere(false, *branch.condition, text::kIfNotNumeric) : -1;
+    const size_t known = knownTrail_.size();
+    if (branch.body) visitStat_list(*branch.body);
+    forgetSince(known);
+    if (k + 1 < branches.size()) toEnd.push_back(emit(Op::jump, &statement));
+    if (skip >= 0) jumpHere(skip);
+  }
+  for (const int32_t jump : toEnd) jumpHere(jump);
 }
 
 // The expression is evaluated twice, once to see that it does not fail. NOTE: intended: side effects happen twice.
-std::optional<NumericArray> Visitor::switchValue(KeloNode& expression, const char* complaint) {
-  if (visit(expression).isFailure()) return std::nullopt;
-  NodeValue value = visit(expression);
-  if (value.isFailure()) return std::nullopt;
-  const NumericArray* array = value.numericArray();
-  if (array && (array->is(Kind::Char) || array->isScalar())) return *array;
-  fail(expression, complaint);
-  return std::nullopt;
+int32_t Visitor::visitSwitchValue(KeloNode& expression, const char* complaint) {
+  const int32_t mark = top_;
+  if (!isSimple(expression)) {
+    visit(expression);
+    top_ = mark;
+  }
+  const int32_t value = visit(expression);
+  emit(Op::checkSwitch, &expression, 0, value, textIndex(complaint));
+  return value;
 }
 
 // NOTE: intended: a matching case without statements does not end the search.
-NodeValue Visitor::visitSwitch(KeloNode& statement) {
-  const auto value = switchValue(*statement.cache.first, text::kSwitchNotSimple);
-  if (!value) return NodeValue::failure();
-  for (const auto& branch : detailsOf<BranchDetails>(statement).branches) {
-    if (!branch.condition) return branch.body ? runStatements(*branch.body) : NodeValue::nothing();
-    const auto candidate = switchValue(*branch.condition, text::kCaseNotSimple);
-    if (!candidate) return NodeValue::failure();
-    if (!(candidate->size() == value->size())) continue;
-    bool matches = false;
-    const NodeValue compared = guarded(*branch.node, text::kUnexpectedError, [&] {
-      matches = allTrue(elementwise(BinaryOp::eqeq, *value, *candidate).asLogical());
-      return NodeValue::nothing();
-    });
-    if (compared.isFailure()) return NodeValue::failure();
-    if (matches && branch.body) return runStatements(*branch.body);
+void Visitor::visitSwitch(KeloNode& statement) {
+  const int32_t value = visitSwitchValue(*statement.cache.first, text::kSwitchNotSimple);
+  std::vector<int32_t> toEnd;
+  for (const auto& branch : static_cast<BranchDetails&>(*statement.cache.details).branches) {
+    int32_t skip = -1;
+    if (branch.condition) {
+      const int32_t mark = top_;
+      const int32_t candidate = visitSwitchValue(*branch.condition, text::kCaseNotSimple);
+      skip = emit(Op::caseJump, branch.node, 0, value, candidate);
+      top_ = mark;
+    }
+    const size_t known = knownTrail_.size();
+    if (branch.body) visitStat_list(*branch.body);
+    forgetSince(known);
+    if (branch.body) toEnd.push_back(emit(Op::jump, &statement));
+    if (skip >= 0) jumpHere(skip);
+    if (!branch.condition) break;
   }
-  return NodeValue::nothing();
+  for (const int32_t jump : toEnd) jumpHere(jump);
 }
 
 }  // namespace kelo

@@ -1,172 +1,90 @@
-// Indices, `end` and ":", and fields that are read.
+// `end` and ":" inside subscripts, and fields that are read.
 //
-// What `end` means is the extent in the running frame: it is set while a subscript is evaluated and put back after it,
-// so a nested index sees its own and a recursive call cannot spoil it. An argument of a call inside an index keeps the
-// extent of the index around it.
-#include <fmt/format.h>
-
-#include "interpreter/environment.h"
-#include "interpreter/visit_guard.h"
+// What `end` means is found when it is met: the innermost site around it whose base is then an array tells; a call
+// keeps the meaning that was there outside of it. A node that was evaluated in an index keeps its extent. NOTE:
+// intended: a later use outside of one still sees it.
+#include "grammar/kelo_node.h"
+#include "interpreter/visitor.h"
 #include "messages/catalogue/indexing.h"
-#include "messages/catalogue/interpreter.h"
-#include "messages/catalogue/values.h"
-#include "values/chains.h"
-#include "values/indexing.h"
 
 namespace kelo {
 
-// ---- Reading elements
-
-NodeValue Visitor::index(const Storable& array, const std::vector<KeloNode*>& subscripts, KeloNode& place) {
-  if (subscripts.empty()) return fail(place, text::kNoIndex);
-  if (!array.isArray()) return fail(place, text::kIndexedNotArrayOrHandle);
-  if (!stackHasRoom(place)) return NodeValue::failure();
-  Subscripts evaluated;
-  if (!evaluateSubscripts(array.size(), subscripts, evaluated, place)) return NodeValue::failure();
-  if (const NumericArray* numbers = array.numeric(); numbers && evaluated.areNumbers()) {
-    double element;
-    const auto& [i, j] = evaluated.numbers;
-    const bool read = evaluated.count == 1 ? readScalar(*numbers, i, &element) : readScalar(*numbers, i, j, &element);
-    if (read) return NodeValue(element);
-  }
-  return guarded(place, text::kUnexpectedError,
-                 [&] { return NodeValue(readElements(array, evaluated.indices())); });
+int32_t Visitor::visitEnd_expr(KeloNode& node, int32_t wish) {
+  const int32_t result = target(top_, wish);
+  emit(Op::endOf, &node, result, siteArgument_, 0, site_);
+  return result;
 }
 
-// ---- Subscripts
-
-namespace {
-
-std::optional<double> scalarSubscript(const NodeValue& value) {
-  const NumericArray* array = value.numericArray();
-  if (!array || !array->isScalar()) return std::nullopt;
-  if (array->is(Kind::Double)) return array->asDouble().scalar();
-  if (array->is(Kind::Int)) return static_cast<double>(array->asInt().scalar());
-  return std::nullopt;
+int32_t Visitor::visitColon_expr(KeloNode& node, int32_t wish) {
+  const int32_t result = target(top_, wish);
+  emit(Op::colon, &node, result, siteArgument_, 0, site_);
+  return result;
 }
 
-}  // namespace
-
-// One or two scalars stay numbers; anything else becomes a list of indices.
-bool Visitor::evaluateSubscripts(const SizeVector& size, const std::vector<KeloNode*>& nodes, Subscripts& result,
-                                 KeloNode& place) {
-  result.count = static_cast<int>(nodes.size());
-  if (subscriptNumbers(size, nodes, &result.numbers[0], &result.numbers[1])) return true;
-  const std::vector<int64_t> extents = nodes.size() == 1 ? std::vector<int64_t>() : size.broughtTo(result.count);
-  for (int k = 0; k < result.count; ++k) {
-    KeloNode& node = *nodes[static_cast<size_t>(k)];
-    const int64_t extent = extents.empty() ? size.numElements() : extents[static_cast<size_t>(k)];
-    if (!addSubscript(node, extent, k, result, place)) return false;
-  }
-  return true;
-}
-
-bool Visitor::addSubscript(KeloNode& node, int64_t extent, int k, Subscripts& result, KeloNode& place) {
-  if (node.cache.kind == NodeKind::colonExpr) {
-    node.cache.extent = extent;
-    return !guarded(place, text::kIndexEvaluationFailed, [&] {
-              result.spill(k);
-              result.list.push_back(Index::colon(extent));
-              return NodeValue::nothing();
-            }).isFailure();
-  }
-  if (extent == 0 && node.cache.containsEnd) {
-    fail(place, expectation(text::kEndOfEmptyArray));
-    return false;
-  }
-  NodeValue value = [&] {
-    const ExtentScope scope(*this, extent);
-    return visit(node);
-  }();
-  if (value.isFailure()) {
-    fail(place, text::kIndexEvaluationFailed);
-    return false;
-  }
-  if (const auto number = scalarSubscript(value); number && k < 2 && result.count <= 2 && result.list.empty()) {
-    result.numbers[k] = *number;
-    return true;
-  }
-  return !guarded(place, text::kIndexEvaluationFailed, [&] {
-            if (!value.isStorable()) return fail(place, text::kIndexNotNumeric);
-            result.spill(k);
-            result.list.push_back(Index::from(value.storable()));
-            return NodeValue::nothing();
-          }).isFailure();
-}
-
-// A node that was evaluated in an index keeps its extent. NOTE: intended: a later use outside of one still sees it.
-NodeValue Visitor::visitEnd_expr(KeloNode& node) {
-  if (frame_.extent >= 0) node.cache.extent = frame_.extent;
-  if (node.cache.extent < 0) return fail(node, text::kEndOutsideIndex);
-  return NodeValue(node.cache.extent);
-}
-
-NodeValue Visitor::visitColon_expr(KeloNode& node) {
-  if (frame_.extent >= 0) node.cache.extent = frame_.extent;
-  const int64_t n = node.cache.extent;
-  if (n < 0) return fail(node, text::kInvalidColon);
-  return guarded(node, text::kUnexpectedError, [&] {
-    if (n == 0) return NodeValue(IntArray());
-    IntArray positions = IntArray::uninitialized(SizeVector(1, n));
-    int64_t* out = positions.writable();
-    for (int64_t k = 0; k < n; ++k) out[k] = k + 1;
-    return NodeValue(std::move(positions));
-  });
-}
-
-// ---- Fields
-
-std::optional<Name> Visitor::fieldName(const FieldDetails& field, KeloNode& place) {
-  if (!field.expression) return field.name;
-  const NodeValue value = visit(*field.expression);
-  if (!value.isStorable()) {
-    fail(place, text::kFieldNameEvaluationFailed);
-    return std::nullopt;
-  }
-  std::optional<Name> name;
-  guarded(place, text::kFieldNameEvaluationFailed, [&] {
-    name = fieldNameOf(value.storable());
-    return NodeValue::nothing();
-  });
+// The value of the e of ".(e)".
+int32_t Visitor::fieldNameOperand(const FieldDetails& field, KeloNode& place) {
+  const int32_t begin = here();
+  const int32_t name = visit(*field.expression);
+  addRegion(Region::Kind::message, begin, place, text::kFieldNameEvaluationFailed);
   return name;
 }
 
-// OPTIMIZATION: a chain of fields of scalar structures is followed without a copy on the way.
-NodeValue Visitor::visitStructure2(KeloNode& node, Outputs outputs) {
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  const auto& chain = detailsOf<ChainDetails>(node);
-  const Name name = node.cache.name;
-  const Storable* variable = findVariable(name, &node.cache.hint);
-  if (variable == nullptr && findLocalFunction(name)) {
-    return fail(node, expectation(fmt::format(text::kLocalNotAccessible, name.text())));
+int32_t Visitor::visitStructure2(KeloNode& node, int outputs, int32_t wish) {
+  const auto& chain = static_cast<ChainDetails&>(*node.cache.details);
+  const int32_t slot = slotOf(node.cache.name);
+  const int32_t mark = top_;
+  if (const FieldDetails* only = chain.onlyField(); only && !only->hasArgs) {
+    const int32_t result = target(mark, wish);
+    emit(Op::fieldOfName, &node, result, slot, fieldIndex(only->name));
+    return result;
   }
-  if (variable == nullptr || !variable->isArray()) return fail(node, text::shouldBeArray(name.text()));
-  if (!variable->isStructure()) return fail(node, text::shouldBeStructure(name.text()));
-  if (const FieldDetails* field = chain.onlyField(); field && !field->hasArgs) {
-    if (const Storable* value = plainField(*variable, field->name)) return NodeValue(*value);
+  const int32_t value = newTemporary();
+  size_t next = 0;  // field to come
+  if (chain.hasArgs) {
+    const int32_t made = newSite(node, node.cache.name, slot, chain.args, kNoOutputs);
+    const bool isOne = chain.args.size() == 1 && !chain.fields[0].expression;
+    const bool isPlain = isOne && isSimple(*chain.args[0]) && chain.args[0]->cache.kind != NodeKind::colonExpr;
+    if (!isPlain) emit(Op::checkStructure, &node, 0, slot);
+    if (isOne) {
+      const int32_t i = argument(made, 0, kNowhere);
+      site(made).first = newTemporary();
+      emit(Op::elementField, &node, value, slot, i, made, fieldIndex(chain.fields[0].name));
+      next = 1;
+    } else {
+      lowerIndex(made, node, value);
+    }
+  } else if (!chain.fields[0].expression) {
+    emit(Op::fieldOfName, &node, value, slot, fieldIndex(chain.fields[0].name));
+    next = 1;
+  } else {
+    emit(Op::checkStructure, &node, 0, slot);
+    emit(Op::move, &node, value, slot);
   }
-  const Storable held = *variable;
-  NodeValue value = chain.hasArgs ? index(held, chain.args, node) : NodeValue(held);
-  for (size_t k = 0; k < chain.fields.size() && !value.isFailure(); ++k) {
-    value = fieldOf(value, chain.fields[k], k == 0 ? name : chain.fields[k - 1].name, outputs, node);
+  top_ = mark + 1;
+  const auto parentOf = [&](size_t k) { return fieldIndex(k == 0 ? node.cache.name : chain.fields[k - 1].name); };
+  for (size_t k = 0; k < chain.fields.size(); ++k) {
+    const FieldDetails& field = chain.fields[k];
+    if (k >= next && field.expression) {
+      emit(Op::checkField, &node, 0, value);
+      const int32_t name = fieldNameOperand(field, node);
+      emit(Op::namedField, &node, value, value, name, parentOf(k));
+    } else if (k >= next) {
+      emit(Op::field, &node, value, value, fieldIndex(field.name), parentOf(k));
+    }
+    top_ = mark + 1;
+    if (!field.hasArgs) continue;
+    const int32_t made = newSite(node, field.name, value, field.args, outputs);
+    site(made).isSlot = false;
+    emit(Op::checkField, &node, 0, value);
+    lowerIndex(made, node, value);
+    top_ = mark + 1;
+  }
+  if (wish != kNowhere) {
+    emit(Op::move, &node, wish, value);
+    top_ = mark;
+    return wish;
   }
   return value;
-}
-
-// The field of a value, and what the parentheses behind it select or call.
-NodeValue Visitor::fieldOf(const NodeValue& value, const FieldDetails& field, Name parent, Outputs outputs,
-                           KeloNode& place) {
-  if (!value.isStorable()) return fail(place, text::kFieldOfMultipleOutputs);
-  const std::optional<Name> name = fieldName(field, place);
-  if (!name) return NodeValue::failure();
-  const StructArray* structure = value.storable().structure();
-  if (structure == nullptr) return fail(place, expectation(text::notAStructure(parent.text())));
-  NodeValue read = guarded(place, text::kUnexpectedError, [&] { return readField(*structure, *name); });
-  if (read.isFailure() || !field.hasArgs) return read;
-  if (!read.isStorable()) return fail(place, text::kFieldOfMultipleOutputs);
-  const Storable held = std::move(read.storable());
-  return held.isFuncHandle() ? callWithArguments(*held.funcHandle(), field.args, outputs, place)
-                             : index(held, field.args, place);
 }
 
 }  // namespace kelo

@@ -1,170 +1,127 @@
 // Operators, ranges and brackets.
 //
 // NOTE: intended: both operands are always evaluated, the left one first; `&&` and `||` are no short circuits.
-//
-// OPTIMIZATION: an operand that is a double scalar is computed without a NodeValue (visit_scalars.cpp); two of them
-// meet without an array being made.
-#include <algorithm>
-#include <cmath>
-
-#include <fmt/format.h>
-
-#include "interpreter/environment.h"
-#include "interpreter/resolve.h"
-#include "interpreter/visit_guard.h"
-#include "linear/linear.h"
-#include "messages/catalogue/interpreter.h"
-#include "messages/catalogue/operators.h"
+#include "grammar/kelo_node.h"
+#include "interpreter/visitor.h"
 
 namespace kelo {
-namespace {
 
-// The operator as typed.
-std::string operatorText(KeloNode& node) {
-  for (auto* child : node.children) {
-    if (auto* leaf = dynamic_cast<antlr4::tree::TerminalNode*>(child)) return leaf->getText();
-  }
-  return "";
+int32_t Visitor::visitBinaryOps(KeloNode& node, int32_t wish) {
+  const int32_t mark = top_;
+  const int32_t left = visit(*node.cache.first);
+  const int32_t right = visit(*node.cache.second);
+  const int32_t result = target(mark, wish);
+  emit(Op::plus + node.cache.op, &node, result, left, right);
+  return result;
 }
 
-inline bool isScalar(const NodeValue& value, double* number) {
-  if (!value.isStorable() || !value.storable().isDoubleScalar()) return false;
-  *number = value.storable().doubleScalar();
+// A sign before a number makes a constant.
+int32_t Visitor::visitUnaryOps(KeloNode& node, int32_t wish) {
+  const auto op = static_cast<UnaryOp>(node.cache.op);
+  KeloNode& operandNode = *node.cache.first;
+  resolved(operandNode);
+  if (op == UnaryOp::minus && operandNode.cache.kind == NodeKind::number && operandNode.cache.isValid) {
+    return constant(Storable(-operandNode.cache.number));
+  }
+  const int32_t mark = top_;
+  const int32_t operand = visit(operandNode);
+  const int32_t result = target(mark, wish);
+  emit(Op::unaryPlus + static_cast<int>(op), &node, result, operand);
+  return result;
+}
+
+int32_t Visitor::visitTranspose(KeloNode& node, int32_t wish) {
+  const int32_t mark = top_;
+  int32_t operand = visit(*node.cache.first);
+  const int32_t result = target(mark, wish);
+  for (const bool conjugates : static_cast<TransposeDetails&>(*node.cache.details).conjugates) {
+    emit(Op::transpose, &node, result, operand, conjugates);
+    operand = result;
+  }
+  return result;
+}
+
+// The operands in a row of temporaries, of which the first is given.
+int32_t Visitor::rangeOperands(KeloNode& node) {
+  const Nodes& nodes = static_cast<ListDetails&>(*node.cache.details).nodes;
+  const int32_t mark = top_;
+  for (size_t k = 0; k < nodes.size(); ++k) {
+    const int32_t operand = newTemporary();
+    into(*nodes[k], operand);
+    top_ = mark + static_cast<int32_t>(k) + 1;
+    const bool othersFollow = k + 1 < nodes.size();
+    if (othersFollow && !isLiteral(*nodes[k])) emit(Op::checkRange, &node, 0, operand);
+  }
+  top_ = mark;
+  return newTemporary();
+}
+
+int32_t Visitor::visitMatrix_colon(KeloNode& node, int32_t wish) {
+  const auto count = static_cast<int32_t>(static_cast<ListDetails&>(*node.cache.details).nodes.size());
+  const int32_t mark = top_;
+  const int32_t first = rangeOperands(node);
+  const int32_t result = target(mark, wish);
+  emit(Op::range, &node, result, first, count);
+  return result;
+}
+
+// x = [x, ...]: what is added goes behind what is there, in place where it may. False for any other right side.
+bool Visitor::lowerAppend(KeloNode& node, int32_t slot) {
+  if (node.cache.kind != NodeKind::matrixCat || !isKnown(slot)) return false;
+  const auto& elements = static_cast<CatDetails&>(*node.cache.details).elements;
+  resolved(*elements[0].node);
+  const NodeCache& first = elements[0].node->cache;
+  if (elements.size() < 2 || first.kind != NodeKind::id || slotOf(first.name) != slot) return false;
+  for (const auto& element : elements) {
+    if (element.startsRow) return false;
+  }
+  const int32_t mark = top_;
+  emit(Op::checkElement, &node, 0, slot);
+  const int32_t row = newTemporary();
+  top_ = mark;
+  for (size_t k = 1; k < elements.size(); ++k) {
+    const int32_t value = newTemporary();
+    into(*elements[k].node, value);
+    top_ = mark + static_cast<int32_t>(k);
+    if (k + 1 < elements.size() && !isLiteral(*elements[k].node)) emit(Op::checkElement, &node, 0, value);
+  }
+  top_ = mark;
+  emit(Op::appendRow, &node, slot, row, static_cast<int32_t>(elements.size()) - 1);
   return true;
 }
 
-}  // namespace
-
-NodeValue Visitor::visitBinaryOps(KeloNode& node) {
-  KeloNode& leftNode = *node.cache.first;
-  KeloNode& rightNode = *node.cache.second;
-  double a, b;
-  if (scalar(leftNode, &a)) {
-    if (scalar(rightNode, &b)) return combineScalars(node, a, b);
-    NodeValue right = visit(rightNode);
-    if (right.isFailure()) return right;
-    if (isScalar(right, &b)) return combineScalars(node, a, b);
-    NodeValue left(a);
-    return combine(node, left, right);
-  }
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  NodeValue left = visit(leftNode);
-  if (left.isFailure()) return left;
-  NodeValue right = visit(rightNode);
-  if (right.isFailure()) return right;
-  if (isScalar(left, &a) && isScalar(right, &b)) return combineScalars(node, a, b);
-  return combine(node, left, right);
-}
-
-// Two double scalars. Logic and powers that are not real take the general road.
-NodeValue Visitor::combineScalars(KeloNode& node, double a, double b) {
-  const auto op = static_cast<BinaryOp>(node.cache.selector);
-  double number;
-  if (scalarArithmetic(op, a, b, &number)) return NodeValue(number);
-  bool answer;
-  if (scalarComparison(op, a, b, &answer)) return NodeValue(LogicalArray(answer));
-  NodeValue left(a), right(b);
-  return combine(node, left, right);
-}
-
-// Any two operands, which are consumed.
-NodeValue Visitor::combine(KeloNode& node, NodeValue& left, NodeValue& right) {
-  NumericArray* a = left.numericArray();
-  NumericArray* b = right.numericArray();
-  if (!a || !b) return fail(node, fmt::format(text::kBinaryNotNumeric, operatorText(node)));
-  const auto op = static_cast<BinaryOp>(node.cache.selector);
-  return guarded(node, text::kUnexpectedError, [&] {
-    return NodeValue(binary(op, std::move(*a), std::move(*b), [&](std::string text) { warn(node, std::move(text)); }));
-  });
-}
-
-NodeValue Visitor::visitUnaryOps(KeloNode& node) {
-  const auto op = static_cast<UnaryOp>(node.cache.selector);
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  NodeValue operand = visit(*node.cache.first);
-  if (operand.isFailure()) return operand;
-  if (op == UnaryOp::minus && operand.isStorable() && operand.storable().isDoubleScalar()) {
-    return NodeValue(-operand.storable().doubleScalar());
-  }
-  NumericArray* array = operand.numericArray();
-  if (!array) return fail(node, fmt::format(text::kUnaryNotNumeric, operatorText(node)));
-  return guarded(node, text::kUnexpectedError, [&] { return NodeValue(unary(op, std::move(*array))); });
-}
-
-NodeValue Visitor::visitTranspose(KeloNode& node) {
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  NodeValue operand = visit(*node.cache.first);
-  if (operand.isFailure()) return operand;
-  if (!operand.isStorable() || !operand.storable().isArray()) return fail(node, text::kTransposeOfNonArray);
-  return guarded(node, text::kUnexpectedTranspose, [&] {
-    Storable value = std::move(operand.storable());
-    for (const bool conjugate : detailsOf<TransposeDetails>(node).conjugates)
-      value = transpose(std::move(value), conjugate);
-    return NodeValue(std::move(value));
-  });
-}
-
-NodeValue Visitor::visitMatrix_colon(KeloNode& node) {
-  const std::optional<Range> range = rangeAt(node);
-  if (!range) return NodeValue::failure();
-  return guarded(node, text::kUnexpectedVector, [&] { return NodeValue(range->elements()); });
-}
-
-// Absent when a message was shown.
-std::optional<Range> Visitor::rangeAt(KeloNode& node) {
-  if (!stackHasRoom(node)) return std::nullopt;
-  std::vector<NumericArray> operands;
-  for (KeloNode* operandNode : detailsOf<ListDetails>(node).nodes) {
-    NodeValue operand = visit(*operandNode);
-    if (operand.isFailure()) return std::nullopt;
-    NumericArray* array = operand.numericArray();
-    if (!array) {
-      fail(node, text::kRangeOperands);
-      return std::nullopt;
+// A row is joined as soon as the first element of the next one is there, and all rows at the end. A lone element is
+// given unchecked, whatever it is.
+int32_t Visitor::visitMatrix_cat(KeloNode& node, int32_t wish) {
+  const auto& elements = static_cast<CatDetails&>(*node.cache.details).elements;
+  const int32_t mark = top_;
+  const int32_t first = newTemporary();
+  top_ = mark;
+  int32_t rows = 0, inRow = 0;
+  for (const auto& element : elements) {
+    const int32_t value = newTemporary();
+    into(*element.node, value);
+    top_ = mark + rows + inRow + 1;
+    if (element.startsRow && inRow > 0) {
+      emit(Op::joinRow, &node, first + rows, first + rows, inRow);
+      ++rows;
+      inRow = 0;
+      if (first + rows != value) emit(Op::move, &node, first + rows, value);
+      top_ = mark + rows + 1;
     }
-    operands.push_back(std::move(*array));
-  }
-  const NumericArray* step = operands.size() == 3 ? &operands[1] : nullptr;
-  std::optional<Range> range;
-  guarded(node, text::kUnexpectedVector, [&] {
-    range = rangeOf(operands.front(), step, operands.back());
-    return NodeValue::nothing();
-  });
-  return range;
-}
-
-// A lone element is returned unchecked, whatever it is. Rows are joined as they end, and all rows at the end.
-NodeValue Visitor::visitMatrix_cat(KeloNode& node) {
-  if (!stackHasRoom(node)) return NodeValue::failure();
-  std::vector<Storable> rows, row;
-  const auto& elements = detailsOf<CatDetails>(node).elements;
-  const auto endRow = [&] {
-    rows.push_back(catenate(std::span(row), 2));
-    row.clear();
-  };
-  return guarded(node, text::kUnexpectedVector, [&] {
-    for (const auto& element : elements) {
-      NodeValue value = visit(*element.node);
-      if (value.isFailure()) return value;
-      if (element.startsRow && !row.empty()) endRow();
-      const auto before = static_cast<std::ptrdiff_t>(row.size());
-      if (value.isStorable()) {
-        if (elements.size() == 1) return value;
-        row.push_back(std::move(value.storable()));
-      } else if (value.isArrayList()) {
-        auto& [first, list] = value.arrayList();
-        if (first) row.push_back(std::move(*first));
-        std::move(list.begin(), list.end(), std::back_inserter(row));
-      } else {
-        return fail(node, text::kCatenatesNonArray);
-      }
-      const auto isArray = [](const Storable& joined) { return joined.isArray(); };
-      if (!std::all_of(row.begin() + before, row.end(), isArray)) return fail(node, text::kCatenatesNonArray);
+    ++inRow;
+    if (elements.size() > 1 && !isLiteral(*element.node)) {
+      emit(Op::checkElement, &node, 0, first + rows + inRow - 1);
     }
-    if (rows.empty()) return NodeValue(catenate(std::span(row), 2));
-    endRow();
-    return NodeValue(catenate(std::span(rows), 1));
-  });
+  }
+  const int32_t result = target(mark, wish);
+  if (rows == 0) {
+    emit(Op::joinRow, &node, result, first, inRow, elements.size() == 1);
+    return result;
+  }
+  emit(Op::joinRow, &node, first + rows, first + rows, inRow);
+  emit(Op::joinRows, &node, result, first, rows + 1);
+  return result;
 }
 
 }  // namespace kelo

@@ -1,143 +1,110 @@
-// Programs, statement lists, and what becomes of a statement's result: it is shown, and a plain expression sets `ans`.
-#include <fmt/format.h>
-
-#include "KeloParser.h"
-#include "frontend/node_text.h"
-#include "interpreter/environment.h"
-#include "interpreter/resolve.h"
-#include "interpreter/visit_guard.h"
+// Statement lists, statements, and what becomes of a statement's result: it is shown, and a plain expression sets `ans`.
+#include "grammar/kelo_node.h"
+#include "interpreter/visitor.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
 
 namespace kelo {
 
-Visitor::Visitor(Environment& app)
-    : app_(app), answer_(Name::intern("ans")), imaginaryI_(Name::intern("i")), imaginaryJ_(Name::intern("j")) {}
-
-NodeValue Visitor::runProgram(KeloNode& program, bool mainFunctionRequired) {
-  ProgramDetails& details = programDetails(program);
-  if (details.form == ProgramDetails::Form::function) return visitProg_function(program, {}, kNoOutputs);
-  if (details.form == ProgramDetails::Form::noText) return NodeValue::nothing();
-  if (mainFunctionRequired) return fail(program, text::kMainFunctionMissing);
-  return visitProg_stat_list(program);
+std::unique_ptr<Code> Visitor::lowerStatements(KeloNode* list, std::span<const Name> inputs,
+                                               std::span<const Name> outputs, bool areGiven,
+                                               const BuiltinTable& builtins) {
+  Visitor visitor(builtins);
+  visitor.emit(Op::begin, nullptr);
+  for (const Name name : inputs) visitor.assigned_[name.id()] = true;
+  if (list) visitor.findAssigned(*list);
+  for (const Name name : inputs) {
+    const int32_t slot = visitor.slotOf(name);
+    if (areGiven) visitor.setKnown(slot);
+  }
+  for (const Name name : outputs) visitor.slotOf(name);
+  if (list) visitor.visitStat_list(*list);
+  for (const int32_t jump : visitor.returns_) visitor.jumpHere(jump);
+  visitor.emit(Op::returnFunction, list);
+  return visitor.finished();
 }
 
-// A script runs in the workspace that is on top at that moment. Its functions become variables of that workspace.
-NodeValue Visitor::visitProg_stat_list(KeloNode& program) {
-  ProgramDetails& details = programDetails(program);
-  if (details.problem) return fail(*details.problemNode, *details.problem);
-  if (!details.localFunctions.empty()) {
-    const Ref<LocalFunctionFile> file = localFunctionsOf(program);
-    for (size_t k = 0; k < file->functions.size(); ++k) {
-      app_.workspaces.top().set(file->functions[k].funName, LocalFunction(file, static_cast<int64_t>(k)));
+std::unique_ptr<Code> Visitor::lowerExpression(KeloNode& expression, std::span<const Name> names, bool areGiven,
+                                               int outputs, const BuiltinTable& builtins) {
+  Visitor visitor(builtins);
+  visitor.emit(Op::begin, nullptr);
+  for (const Name name : names) visitor.assigned_[name.id()] = true;
+  visitor.findAssigned(expression);
+  for (const Name name : names) {
+    const int32_t slot = visitor.slotOf(name);
+    if (areGiven) visitor.setKnown(slot);
+  }
+  try {
+    const int32_t value = visitor.visit(expression, outputs);
+    visitor.emit(Op::returnValue, &expression, 0, value);
+  } catch (const NestedTooDeeply& problem) {
+    visitor.emit(Op::fail, problem.node, visitor.textIndex(text::kRecursionTooDeep), 0, 0, 0, 0, 1);
+  }
+  return visitor.finished();
+}
+
+// The place of an error in a list itself is its start, and a request to stop wins over what the statement gave.
+void Visitor::visitStat_list(KeloNode& list) {
+  resolved(list);
+  const int32_t begin = here();
+  for (KeloNode* statement : static_cast<ListDetails&>(*list.cache.details).nodes) {
+    resolved(*statement);
+    visitStatement(*statement, list);
+  }
+  addRegion(Region::Kind::list, begin, list);
+}
+
+void Visitor::visitStatement(KeloNode& statement, KeloNode& list) {
+  const int32_t begin = here();
+  const int32_t mark = top_;
+  const size_t loops = loops_.size();
+  try {
+    switch (statement.cache.kind) {
+      case NodeKind::assignment: visitAssignment(statement); break;
+      case NodeKind::expression: visitExpression(statement); break;
+      case NodeKind::forLoop: visitForLoop(statement); break;
+      case NodeKind::whileLoop: visitWhileLoop(statement); break;
+      case NodeKind::if_: visitIf(statement); break;
+      case NodeKind::switch_: visitSwitch(statement); break;
+      case NodeKind::break_: return visitBreak(list);
+      case NodeKind::continue_: return visitContinue(list);
+      case NodeKind::return_: return visitReturn(list);
+      default: emit(Op::fail, &statement, textIndex(text::kUnexpectedError)); break;
     }
+  } catch (const NestedTooDeeply& problem) {
+    code_->instructions.resize(static_cast<size_t>(begin));
+    code_->places.resize(static_cast<size_t>(begin));
+    std::erase_if(code_->regions, [&](const Region& region) { return region.begin >= begin; });
+    loops_.resize(loops);
+    site_ = -1;
+    emit(Op::fail, problem.node, textIndex(text::kRecursionTooDeep), 0, 0, 0, 0, 1);
   }
-  return runStatements(*details.statements);
-}
-
-Ref<LocalFunctionFile> Visitor::localFunctionsOf(KeloNode& program) {
-  Ref<LocalFunctionFile>& file = localFiles_[&program];
-  if (!file) {
-    file = makeRef<LocalFunctionFile>();
-    file->url = program.relativePath;
-    file->functions = programDetails(program).localFunctions;
-    file->owner = std::const_pointer_cast<ParsedText>(parseOf(program));
-  }
-  return file;
-}
-
-// The place of an error here is the start of the list, and a request to stop wins over what the statement returned.
-NodeValue Visitor::runStatements(KeloNode& list) {
-  if (list.cache.kind == NodeKind::unresolved) resolve(list, app_.builtins);
-  for (KeloNode* statement : detailsOf<ListDetails>(list).nodes) {
-    NodeValue result = assignScalar(*statement) ? NodeValue::nothing() : runStatement(*statement);
-    if (app_.takeStopRequest()) return fail(list, text::kTerminatedByUser);
-    switch (result.form()) {
-      case NodeValue::Form::breakValue:
-      case NodeValue::Form::continueValue:
-        return list.cache.flag ? std::move(result) : fail(list, text::kBreakOutsideLoop);
-      case NodeValue::Form::failure:
-      case NodeValue::Form::returnValue: return result;
-      default: break;
-    }
-  }
-  return NodeValue::nothing();
-}
-
-NodeValue Visitor::runStatement(KeloNode& statement) {
-  switch (statement.cache.kind) {
-    case NodeKind::assignment: return visitAssignment(statement);
-    case NodeKind::expression: return visitExpression(statement);
-    case NodeKind::forLoop: return visitForLoop(statement);
-    case NodeKind::whileLoop: return visitWhileLoop(statement);
-    case NodeKind::if_: return visitIf(statement);
-    case NodeKind::switch_: return visitSwitch(statement);
-    case NodeKind::break_: return NodeValue::Form::breakValue;
-    case NodeKind::continue_: return NodeValue::Form::continueValue;
-    case NodeKind::return_: return NodeValue::Form::returnValue;
-    case NodeKind::unresolved: resolve(statement, app_.builtins); return runStatement(statement);
-    default: return fail(statement, text::kUnexpectedError);
-  }
+  top_ = mark;
+  emit(Op::poll, &list);
 }
 
 // A variable that is named alone is shown under its own name and leaves `ans` as it is. Whether there is one is asked
-// after the visit; a local function is called, so it is no variable here.
-NodeValue Visitor::visitExpression(KeloNode& statement) {
-  NodeCache& cache = statement.cache;
-  NodeValue value = visit(*cache.first, 0);
-  if (value.isFailure()) return value;
-  if (!cache.name.isEmpty() && findVariable(cache.name, &cache.hint) != nullptr) {
-    if (cache.flag) show(value, {&cache.name, 1});
-    return NodeValue::nothing();
+// when the name has been evaluated.
+void Visitor::visitExpression(KeloNode& statement) {
+  const NodeCache& cache = statement.cache;
+  const bool shows = cache.shows;
+  const int32_t value = visit(*cache.first, 0);
+  if (cache.name.isEmpty()) {
+    emit(Op::answer, &statement, slotOf(Name::intern("ans")), value, 0, 0, 0, shows);
+  } else if (const int32_t slot = slotOf(cache.name); value != slot || shows) {
+    emit(Op::nameStatement, &statement, slot, value, slotOf(Name::intern("ans")), 0, 0, shows);
   }
-  return setAnswer(std::move(value), cache.flag);
 }
 
-NodeValue Visitor::setAnswer(NodeValue value, bool shows) {
-  if (value.isStorable()) {
-    app_.workspaces.top().set(answer_, value.storable());
-    if (shows) show(value, {&answer_, 1});
-  } else if (value.isArrayList()) {
-    auto& [first, list] = value.arrayList();
-    if (first) {
-      app_.workspaces.top().set(answer_, *first);
-      show(NodeValue::listOf(list), {&answer_, 1});  // NOTE: intended: shown even behind a ";"
-    } else if (!list.empty()) {
-      app_.workspaces.top().set(answer_, list.front());
-      if (shows) showValue(answer_, list.front());
-    }
-  } else if (!value.isVoid()) {
-    return value;
-  }
-  return NodeValue::nothing();
-}
-
-NodeValue Visitor::visitAssignment(KeloNode& statement) {
+void Visitor::visitAssignment(KeloNode& statement) {
   KeloNode& assignment = *statement.cache.first;
-  switch (assignment.cache.selector) {
-    case 0: return assignList(assignment, statement.cache.flag);
-    case 1: return assignVariable(assignment, statement.cache.flag);
-    case 2: return assignElements(assignment, statement.cache.flag);
-    default: return assignChain(assignment, statement.cache.flag);
+  const bool shows = statement.cache.shows;
+  switch (assignment.cache.assignment) {
+    case AssignmentForm::list: return visitVar_list_assignment(assignment, shows);
+    case AssignmentForm::variable: return visitVar_assignment(assignment, shows);
+    case AssignmentForm::elements: return visitSubarray_assignment(assignment, shows);
+    case AssignmentForm::chain: return visitStructure_assignment2(assignment, shows);
   }
-}
-
-// Value k takes name k, but only if there are exactly as many names as values.
-void Visitor::show(const NodeValue& value, std::span<const Name> names) {
-  if (value.isStorable()) {
-    showValue(names.empty() ? std::nullopt : std::optional(names.front()), value.storable());
-  } else if (value.isArrayList()) {
-    const auto& list = value.arrayList().list;
-    for (size_t k = 0; k < list.size(); ++k) {
-      showValue(names.size() == list.size() ? std::optional(names[k]) : std::nullopt, list[k]);
-    }
-  }
-}
-
-void Visitor::showValue(std::optional<Name> name, const Storable& value) {
-  if (value.isLocalFunc()) return;
-  const auto label = name ? std::optional(name->text()) : std::nullopt;
-  app_.show(Display::value(label, value, app_.displayParameters()));
 }
 
 }  // namespace kelo

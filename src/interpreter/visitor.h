@@ -1,13 +1,18 @@
-// Visitor: the evaluator. One visit per kind of node, in the order of the grammar; this header is the contents page,
-// the bodies stand in visit_*.cpp by kind.
+// Visitor: lowers parse trees to register code. One visit per kind of node, in the order of the grammar; this header is
+// the contents page, the bodies stand in visit_*.cpp by kind. What code is, code.h tells; the machine that runs it
+// is machine.h.
 //
-// A visit gives a NodeValue. `failure` says that the error has been shown already: whoever meets it returns it without
-// a further word. Nothing thrown crosses a visit, but for FatalFault, which ends the run.
+// A visit of an expression emits the instructions that compute it and gives the operand that holds the value behind
+// them: a constant, the slot of a variable, or a temporary. `wish` is the register that the result would best stand in;
+// a visit may ignore it. Temporaries are a stack: a visit leaves at most one of them taken, the one it gives.
 //
-// Speed. The first visit of a node fills its cache (resolve.h); later ones switch on the kind. A double scalar travels
-// inline in the NodeValue, and arithmetic on double scalars is computed without one (visit_scalars.cpp).
+// Variables. An operand may only be a slot where the variable is known to be there; otherwise `loadName` finds out what
+// the name means, which may be a call. A variable is known behind an assignment to it in the same list or a list around
+// it, and so are a function's inputs in the code for calls that give all of them. Within one expression a variable does
+// not change: what could change one, a script or `clear`, has no value to go on with.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,179 +20,147 @@
 #include <vector>
 
 #include "grammar/node_cache.h"
-#include "interpreter/builtin.h"
-#include "messages/message.h"
-#include "values/argument_list.h"
-#include "values/function_bodies.h"
-#include "values/node_value.h"
+#include "interpreter/code.h"
+#include "interpreter/node_details.h"
 
 namespace kelo {
 
 class BuiltinTable;
-class Environment;
-class FieldChain;
 class KeloNode;
-struct ChainDetails;
-struct FieldDetails;
-struct Range;
+
+/// Thrown where the stack has no room for a deeper expression; the statement then says so when it is run.
+struct NestedTooDeeply {
+  KeloNode* node;
+};
 
 class Visitor {
  public:
-  /// How many outputs are asked for: 0 of a statement by itself; kNoOutputs: inside an expression.
-  using Outputs = int;
-  static constexpr Outputs kNoOutputs = -1;
+  /// How many outputs are asked for: 0 of a statement by itself; kNoOutputs: inside an expression; kOutputsOfCall: as
+  /// many as of the handle whose body this is.
+  static constexpr int kNoOutputs = -1;
+  static constexpr int kOutputsOfCall = -2;
 
-  /// The evaluator of one run.
-  explicit Visitor(Environment& app);
-
-  /// Runs the tree of a program in the top workspace.
-  NodeValue runProgram(KeloNode& program, bool mainFunctionRequired = false);
-  /// Evaluates one expression given as text, as `input` does; an empty text is a 0 x 0 double.
-  NodeValue evaluateText(const std::string& text);
-
-  /// Numbers of inputs and outputs: of a function's declaration, or of a call.
-  struct Signature {
-    int64_t inputs, outputs;
-  };
-  /// What a function declares; negative for any number. A name is a built-in, a local function or a file.
-  /// throws Problem for a file that cannot be loaded or declares no function
-  Signature signatureOf(const FunctionHandle& handle);
-  Signature signatureOf(Name function);
-  /// What the running function received and was asked for; absent outside a function.
-  const std::optional<Signature>& runningCall() const { return frame_.call; }
+  /// The code of a statement list, null for none; of a function with these inputs, or of a script.
+  ///
+  /// inputs       take the first slots, `outputs` the next
+  /// areGiven     whether a call gives all inputs
+  static std::unique_ptr<Code> lowerStatements(KeloNode* list, std::span<const Name> inputs,
+                                               std::span<const Name> outputs, bool areGiven,
+                                               const BuiltinTable& builtins);
+  /// The code of one expression, whose value is the result: of a handle, whose captured variables stand behind its
+  /// inputs, or of a text.
+  static std::unique_ptr<Code> lowerExpression(KeloNode& expression, std::span<const Name> names, bool areGiven,
+                                               int outputs, const BuiltinTable& builtins);
 
  private:
-  struct Frame {
-    Name funName;                   // empty in scripts, handles and the console
-    std::optional<Signature> call;  // of the function that is running; a script or a handle sees its caller's
-    int64_t extent = -1;            // what `end` means here; -1: not inside an index
-  };
-  class FrameScope;
-  class ExtentScope;
-  class CallScope;
-  struct Subscripts;
-  enum class CallForm { bare, withParentheses };
-  enum class ArgumentsOf { user, builtIn };
   using Nodes = std::vector<KeloNode*>;
+  static constexpr int32_t kNowhere = INT32_MIN;  // no wish for a register
 
-  // ---- visit_statements.cpp: programs, lists, statements, display, `ans`
-  NodeValue visitProg_stat_list(KeloNode& program);
-  NodeValue runStatements(KeloNode& list);
-  NodeValue runStatement(KeloNode& statement);
-  NodeValue visitExpression(KeloNode& statement);
-  NodeValue visitAssignment(KeloNode& statement);
-  NodeValue setAnswer(NodeValue value, bool shows);
-  void show(const NodeValue& value, std::span<const Name> names);
-  void showValue(std::optional<Name> name, const Storable& value);
-  Ref<LocalFunctionFile> localFunctionsOf(KeloNode& program);
+  explicit Visitor(const BuiltinTable& builtins) : builtins_(builtins), code_(std::make_unique<Code>()) {}
+  std::unique_ptr<Code> finished();
+
+  // ---- visit_statements.cpp: lists, statements, and what becomes of a statement's result
+  void visitStat_list(KeloNode& list);
+  void visitStatement(KeloNode& statement, KeloNode& list);
+  void visitExpression(KeloNode& statement);
+  void visitAssignment(KeloNode& statement);
 
   // ---- visit_control.cpp
-  NodeValue visitForLoop(KeloNode& statement);
-  template <class SetElement>
-  NodeValue loop(KeloNode& statement, int64_t rounds, SetElement&& setElement);
-  NodeValue visitWhileLoop(KeloNode& statement);
-  NodeValue visitIf(KeloNode& statement);
-  NodeValue visitSwitch(KeloNode& statement);
-  std::optional<bool> condition(KeloNode& expression, const char* notNumeric);
-  std::optional<NumericArray> switchValue(KeloNode& expression, const char* complaint);
+  void visitForLoop(KeloNode& statement);
+  void visitWhileLoop(KeloNode& statement);
+  void visitBreak(KeloNode& list);
+  void visitContinue(KeloNode& list);
+  void visitReturn(KeloNode& list);
+  void visitIf(KeloNode& statement);
+  void visitSwitch(KeloNode& statement);
+  int32_t jumpWhere(bool isTrue, KeloNode& condition, const char* notNumeric);
+  int32_t visitSwitchValue(KeloNode& expression, const char* complaint);
 
   // ---- visit_assignment.cpp
-  NodeValue assignVariable(KeloNode& assignment, bool shows);
-  NodeValue assignList(KeloNode& assignment, bool shows);
-  NodeValue assignElements(KeloNode& assignment, bool shows);
-  NodeValue assignChain(KeloNode& assignment, bool shows);
-  NodeValue changed(KeloNode& assignment, bool shows);
-  std::optional<Storable> assignedValue(KeloNode& assignment);
-  bool writeElement(NodeCache& cache, const Nodes& nodes, double value);
-  bool writeField(NodeCache& cache, const FieldDetails& field, double value);
-  static bool writeNumber(Storable& target, const Subscripts& subscripts, const Storable& value);
-  bool buildChain(KeloNode& assignment, const ChainDetails& details, FieldChain& chain);
+  void visitVar_list_assignment(KeloNode& assignment, bool shows);
+  void visitVar_assignment(KeloNode& assignment, bool shows);
+  void visitSubarray_assignment(KeloNode& assignment, bool shows);
+  void visitStructure_assignment2(KeloNode& assignment, bool shows);
+  void lowerChain(KeloNode& assignment, const ChainDetails& chain, int32_t value);
+  void lowerChainIndices(KeloNode& assignment, const Nodes& arguments);
+  int32_t rightSide(KeloNode& assignment, const char* withoutValue);
 
   // ---- visit_literals.cpp: every expression comes through `visit`
-  NodeValue visit(KeloNode& node, Outputs outputs = kNoOutputs);
-  NodeValue visitDouble(KeloNode& node);
-  NodeValue visitImaginary(KeloNode& node);
-  NodeValue visitChar(KeloNode& node);
+  int32_t visit(KeloNode& node, int outputs = kNoOutputs, int32_t wish = kNowhere);
+  int32_t visitDouble(KeloNode& node);
+  int32_t visitChar(KeloNode& node);
+  int32_t visitImaginary(KeloNode& node);
+  int32_t visitEmpty_mat();
+  int32_t visitParenthesis(KeloNode& node, int32_t wish);
 
   // ---- visit_operators.cpp
-  NodeValue visitTranspose(KeloNode& node);
-  NodeValue visitUnaryOps(KeloNode& node);
-  NodeValue visitBinaryOps(KeloNode& node);
-  NodeValue combineScalars(KeloNode& node, double a, double b);
-  NodeValue combine(KeloNode& node, NodeValue& left, NodeValue& right);
-  NodeValue visitMatrix_colon(KeloNode& node);
-  std::optional<Range> rangeAt(KeloNode& node);
-  NodeValue visitMatrix_cat(KeloNode& node);
-
-  // ---- visit_scalars.cpp: expressions of double scalars, without a NodeValue; false where the general visit is needed
-  bool assignScalar(KeloNode& statement);
-  bool scalar(KeloNode& node, double* result);
-  bool scalar(KeloNode& node, int depth, double* result);
-  bool compound(KeloNode& node, int depth, double* result);
-  bool elementOf(const NumericArray& array, const Nodes& subscripts, double* result);
-  bool elementOf(const NumericArray& array, const Nodes& subscripts, int depth, double* result);
-  bool subscriptNumbers(const SizeVector& size, const Nodes& nodes, double* i, double* j);
-  bool subscriptNumbers(const SizeVector& size, const Nodes& nodes, int depth, double* i, double* j);
-  bool subscriptNumber(KeloNode& node, int64_t extent, int depth, double* result);
+  int32_t visitTranspose(KeloNode& node, int32_t wish);
+  int32_t visitMatrix_cat(KeloNode& node, int32_t wish);
+  bool lowerAppend(KeloNode& node, int32_t slot);
+  int32_t visitUnaryOps(KeloNode& node, int32_t wish);
+  int32_t visitBinaryOps(KeloNode& node, int32_t wish);
+  int32_t visitMatrix_colon(KeloNode& node, int32_t wish);
+  int32_t rangeOperands(KeloNode& node);
 
   // ---- visit_calls.cpp
-  NodeValue visitId(KeloNode& node, Outputs outputs);
-  NodeValue visitSubarray_or_func(KeloNode& node, Outputs outputs);
-  NodeValue visitBuilt_in_func(KeloNode& node, Outputs outputs);
-  NodeValue visitFuncHandle(KeloNode& node);
-  NodeValue anonymousFunction(KeloNode& node);
-  NodeValue callWithArguments(const FunctionHandle& handle, const Nodes& argNodes, Outputs outputs, KeloNode& place);
-  NodeValue runBuiltin(const Builtin& row, std::span<Storable> args, Outputs outputs, KeloNode& place);
-  bool evaluateArguments(const Nodes& nodes, ArgumentList& arguments, KeloNode& place, ArgumentsOf callee);
-  const Storable* findVariable(Name name, uint32_t* hint) const;
-  std::optional<LocalFunction> findLocalFunction(Name name) const;
-  bool isAccessible(const LocalFunction& function, KeloNode& caller) const;
-
-  // ---- visit_functions.cpp: calls of users' functions
-  NodeValue visitProg_function(KeloNode& program, std::span<Storable> args, Outputs outputs);
-  NodeValue callFile(Name name, std::span<Storable> args, Outputs outputs, KeloNode& place, CallForm form);
-  NodeValue callLocal(const LocalFunction& function, std::span<Storable> args, Outputs outputs, KeloNode& place);
-  NodeValue callHandle(const FunctionHandle& handle, std::span<Storable> args, Outputs outputs, KeloNode& place);
-  NodeValue callAnonymous(const FunctionHandle& handle, std::span<Storable> args, Outputs outputs, KeloNode& place);
-  KeloNode* programOf(Name name, KeloNode& place, CallForm form, bool* failed);
-  KeloNode& loadProgram(Name name);
-  Signature signatureOfFile(Name name);
-  KeloNode* bodyOf(AnonymousFunction& function, KeloNode& place);
-  static Frame frameOf(Name function, std::span<Storable> args, Outputs outputs);
-  bool checkInputCount(const std::string& label, const char* tooMany, size_t declared, size_t given, KeloNode& place);
-  void bindInputs(std::span<const Name> names, std::span<Storable> args);
-  template <class Missing>
-  NodeValue collectOutputs(std::span<const Name> names, Missing&& missing, KeloNode& place);
+  int32_t visitSubarray_or_func(KeloNode& node, int outputs, int32_t wish);
+  int32_t visitId(KeloNode& node, int outputs, int32_t wish);
+  int32_t visitFuncHandle(KeloNode& node, int32_t wish);
+  int32_t visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish);
+  int32_t lowerIndex(int32_t site, KeloNode& node, int32_t wish);
+  int32_t argument(int32_t site, int32_t k, int32_t wish);
+  void argumentsInRow(int32_t site);
 
   // ---- visit_indexing.cpp
-  NodeValue index(const Storable& array, const Nodes& subscripts, KeloNode& place);
-  bool evaluateSubscripts(const SizeVector& size, const Nodes& nodes, Subscripts& result, KeloNode& place);
-  bool addSubscript(KeloNode& node, int64_t extent, int k, Subscripts& result, KeloNode& place);
-  NodeValue visitStructure2(KeloNode& node, Outputs outputs);
-  NodeValue fieldOf(const NodeValue& value, const FieldDetails& field, Name parent, Outputs outputs, KeloNode& place);
-  std::optional<Name> fieldName(const FieldDetails& field, KeloNode& place);
-  NodeValue visitEnd_expr(KeloNode& node);
-  NodeValue visitColon_expr(KeloNode& node);
+  int32_t visitStructure2(KeloNode& node, int outputs, int32_t wish);
+  int32_t visitEnd_expr(KeloNode& node, int32_t wish);
+  int32_t visitColon_expr(KeloNode& node, int32_t wish);
+  int32_t fieldNameOperand(const FieldDetails& field, KeloNode& place);
 
-  // ---- visit_errors.cpp: messages with the place of a node
-  NodeValue fail(KeloNode& place, std::string reason);
-  NodeValue fail(KeloNode& place, const Problem& problem);
-  NodeValue failWithCurrentException(KeloNode& place, const char* lastResort);
-  void warn(KeloNode& place, std::string sentence);
-  Message messageAt(KeloNode& place) const;
-  CallSite siteOf(KeloNode& place) const;
-  bool stackHasRoom(KeloNode& place);
-  /// Runs `body`; a Problem that it throws is shown with the place, any other error as `lastResort`.
-  template <class Body>
-  NodeValue guarded(KeloNode& place, const char* lastResort, Body&& body);
+  // ---- visit_emit.cpp: instructions, registers, names
+  int32_t emit(Op op, KeloNode* place, int32_t a = 0, int32_t b = 0, int32_t c = 0, int32_t d = 0, int32_t e = 0,
+               uint16_t flag = 0);
+  int32_t here() const { return static_cast<int32_t>(code_->instructions.size()); }
+  void jumpHere(int32_t instruction) { code_->instructions[static_cast<size_t>(instruction)].a = here(); }
+  void into(KeloNode& node, int32_t target, int outputs = kNoOutputs);  // the value in exactly this register
+  static constexpr int32_t kTemporaries = 1 << 28;  // the first, until all slots are known
+  static bool isTemporary(int32_t operand) { return operand >= kTemporaries; }
+  int32_t newTemporary();
+  int32_t target(int32_t mark, int32_t wish);  // the register of a result, once the operands from `mark` on are done with
+  int32_t constant(Storable value);
+  int32_t slotOf(Name name);
+  int32_t fieldIndex(Name name);
+  int32_t textIndex(const char* text);
+  int32_t newSite(KeloNode& node, Name name, int32_t base, const Nodes& arguments, int outputs);
+  Site& site(int32_t index) { return code_->sites[static_cast<size_t>(index)]; }
+  void addRegion(Region::Kind kind, int32_t begin, KeloNode& node, const char* text = nullptr, int32_t site = -1);
+  bool isKnown(int32_t slot) const { return slot < static_cast<int32_t>(known_.size()) && known_[size_t(slot)]; }
+  void setKnown(int32_t slot);
+  void forgetSince(size_t mark);
+  void forgetAll() { forgetSince(0); }
+  void findAssigned(KeloNode& tree);
+  bool isSimple(KeloNode& node);
+  bool isLiteral(KeloNode& node);
+  bool mayBeMany(KeloNode& node);
+  void resolved(KeloNode& node);
 
-  Environment& app_;
-  Frame frame_;
-  bool recursionWasTooDeep_ = false;
-  const Name answer_;
-  const Name imaginaryI_, imaginaryJ_;
-  std::unordered_map<uint32_t, KeloNode*> programs_;  // of the run directory, by name; null: there is no such file
-  std::unordered_map<const KeloNode*, Ref<LocalFunctionFile>> localFiles_;  // by program
+  // The loops around what is being lowered.
+  struct Loop {
+    bool isWhile;
+    std::vector<int32_t> breaks, continues;  // jumps to be aimed
+  };
+
+  const BuiltinTable& builtins_;
+  std::unique_ptr<Code> code_;
+  std::unordered_map<uint32_t, int32_t> slots_, fields_;
+  std::vector<bool> known_;
+  std::vector<int32_t> knownTrail_;       // the known slots in the order in which they became so
+  std::unordered_map<uint32_t, bool> assigned_;  // names that some statement of the unit assigns to
+  bool isCautious_ = false;               // something in the unit may take variables away: none is known
+  std::vector<Loop> loops_;
+  std::vector<int32_t> returns_;
+  int32_t top_ = 0, most_ = 0;            // temporaries taken, and at most so far
+  int32_t site_ = -1, siteArgument_ = 0;  // of the argument that is being lowered
 };
 
 }  // namespace kelo

@@ -2,6 +2,9 @@
 #include "linear/lapack.h"
 
 #include <cmath>
+#include <cstdlib>
+
+#include "values/memory.h"
 
 namespace kelo::lapack {
 namespace {
@@ -11,11 +14,23 @@ std::string g_lastComplaint;
 constexpr ComplexDouble kOne{1, 0};
 constexpr ComplexDouble kZero{0, 0};
 
+/// The library takes a buffer at its first routine, keeps it, and waits for ever when there is no room for it.
+void makeSureOfBuffer() {
+  constexpr size_t kBufferBytes = size_t{130} << 20;
+  static bool hasBuffer = false;
+  if (hasBuffer) return;
+  void* probe = std::malloc(kBufferBytes);
+  if (probe == nullptr) throw OutOfMemory();
+  std::free(probe);
+  hasBuffer = true;
+}
+
 }  // namespace
 
 const std::string& lastComplaint() { return g_lastComplaint; }
 
 void chooseThreads(double multiplications) {
+  makeSureOfBuffer();
   static const int available = openblas_get_num_threads();
   static int chosen = available;
   const int wanted = multiplications < kThreadedWork ? 1 : available;

@@ -19,9 +19,9 @@ class LockedStore final : public KeyValueStore {
     const std::lock_guard<Lock> guard(*lock_);
     return store_.get(key);
   }
-  void set(const std::string& key, StoredValue value) override {
+  void change(const std::string& key, Change change) override {
     const std::lock_guard<Lock> guard(*lock_);
-    store_.set(key, std::move(value));
+    store_.change(key, std::move(change));
   }
   bool save() override {
     const std::lock_guard<Lock> guard(*lock_);

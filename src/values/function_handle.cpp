@@ -62,7 +62,7 @@ LocalFunction FunctionHandle::localFunction() const {
 }
 
 std::string FunctionHandle::text() const {
-  return form_ == Form::anonymous ? anonymousFunction().displayText : "@" + name_.text();
+  return form_ == Form::anonymous ? anonymousFunction().body->displayText : "@" + name_.text();
 }
 
 }  // namespace kelo

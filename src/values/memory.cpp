@@ -4,6 +4,9 @@
 #include "values/memory.h"
 
 #include <cstdlib>
+#include <utility>
+
+#include "values/refused_size.h"
 
 namespace kelo {
 namespace {
@@ -25,9 +28,8 @@ struct Kept {
 Kept g_kept[kKeptBlocksAtMost];
 int g_keptCount = 0;
 int64_t g_keptBytes = 0;
-int64_t g_limit = int64_t{3} << 30;
 int64_t g_blocksAllocated = 0;
-void (*g_freshBlockHook)(void*, int64_t) = nullptr;
+double g_refusedBytes = 0;
 
 void* takeKept(int64_t bytes, int64_t* capacity) {
   Kept* best = nullptr;
@@ -54,15 +56,25 @@ void* fromSystem(int64_t bytes) {
     releaseKeptBlocks();
     block = askSystem(bytes);
   }
-  if (block == nullptr) throw OutOfMemory();
-  if (bytes >= kLarge && g_freshBlockHook != nullptr) g_freshBlockHook(block, bytes);
+  if (block == nullptr) {
+    noteRefusedBytes(static_cast<double>(bytes));
+    throw OutOfMemory();
+  }
+  const auto hook = platform::memoryHints.freshBlock;
+  if (bytes >= kLarge && hook != nullptr) hook(block, bytes);
   return block;
 }
 
 }  // namespace
 
+void noteRefusedBytes(double bytes) { g_refusedBytes = bytes; }
+double takeRefusedBytes() { return std::exchange(g_refusedBytes, 0); }
+
 void* allocateBlock(int64_t bytes, int64_t* capacity) {
-  if (bytes > g_limit) throw OutOfMemory();
+  if (bytes > arrayByteLimit()) {
+    noteRefusedBytes(static_cast<double>(bytes));
+    throw OutOfMemory();
+  }
   ++g_blocksAllocated;
   const int64_t granule = bytes >= kLarge ? kGranule : kSmallGranule;
   *capacity = (bytes + granule - 1) / granule * granule;
@@ -81,15 +93,11 @@ void freeBlock(void* block, int64_t capacity) noexcept {
   g_keptBytes += capacity;
 }
 
-void setArrayByteLimit(int64_t bytes) { g_limit = bytes; }
-int64_t arrayByteLimit() { return g_limit; }
 int64_t blocksAllocated() { return g_blocksAllocated; }
 
 void releaseKeptBlocks() noexcept {
   while (g_keptCount > 0) std::free(g_kept[--g_keptCount].block);
   g_keptBytes = 0;
 }
-
-void setFreshBlockHook(void (*hook)(void*, int64_t)) { g_freshBlockHook = hook; }
 
 }  // namespace kelo

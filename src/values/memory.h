@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <new>
 
+#include "platform/memory_hints.h"
+
 namespace kelo {
 
 /// An array that cannot be held. An ordinary error: the run fails, the workspace stays.
@@ -23,19 +25,13 @@ struct OutOfMemory : std::bad_alloc {
 void* allocateBlock(int64_t bytes, int64_t* capacity);
 void freeBlock(void* block, int64_t capacity) noexcept;
 
-/// The greatest size of one array in bytes; a shell sets 3/4 of the machine's memory. Default: 3
-/// GiB.
-void setArrayByteLimit(int64_t bytes);
-int64_t arrayByteLimit();
+/// The greatest size of one array in bytes.
+inline int64_t arrayByteLimit() { return platform::memoryHints.arrayByteLimit; }
 
 /// How many blocks were asked for so far; tests of what copies look at it.
 int64_t blocksAllocated();
 
 /// Gives the kept blocks back to the system: when idle, or short of memory.
 void releaseKeptBlocks() noexcept;
-
-/// Called with each large block that is fresh from the system, so that a shell can ask for huge
-/// pages. Default: none.
-void setFreshBlockHook(void (*hook)(void* block, int64_t bytes));
 
 }  // namespace kelo

@@ -1,6 +1,7 @@
 #include "values/struct_array.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "messages/fatal_fault.h"
 #include "values/memory.h"
@@ -9,6 +10,8 @@
 namespace kelo {
 
 namespace {
+
+constexpr size_t kScannedFields = 16;  // up to here a scan of the names beats hashing
 
 // The number of values that so many elements hold. throws OutOfMemory where they pass the limit for
 // one array
@@ -25,7 +28,18 @@ struct StructArray::Body : CountedObject {
     if (size.hasZeroLength()) fields.clear();
     values.resize(valueCount(size.numElements(), fields.size()));
   }
-  explicit Body(const Body& other) : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
+  explicit Body(const Body& other)
+      : CountedObject(), size(other.size), fields(other.fields), values(other.values), index(other.index) {}
+
+  int64_t indexOf(Name field) {
+    if (fields.size() <= kScannedFields) {
+      const auto found = std::find(fields.begin(), fields.end(), field);
+      return found == fields.end() ? -1 : found - fields.begin();
+    }
+    for (size_t k = index.size(); k < fields.size(); ++k) index[fields[k].id()] = static_cast<int64_t>(k);
+    const auto found = index.find(field.id());
+    return found == index.end() ? -1 : found->second;
+  }
 
   size_t at(int64_t element, int64_t field) const {
     return static_cast<size_t>(element) * fields.size() + static_cast<size_t>(field);
@@ -34,6 +48,7 @@ struct StructArray::Body : CountedObject {
   SizeVector size;
   std::vector<Name> fields;
   std::vector<Storable> values;
+  std::unordered_map<uint32_t, int64_t> index;  // of the first fields, once there are many
 };
 
 StructArray::StructArray() : StructArray(SizeVector(1, 1), {}) {}
@@ -51,8 +66,7 @@ const SizeVector& StructArray::size() const { return body_->size; }
 const std::vector<Name>& StructArray::fields() const { return body_->fields; }
 
 int64_t StructArray::fieldIndex(Name field) const {
-  const auto found = std::find(fields().begin(), fields().end(), field);
-  return found == fields().end() ? -1 : found - fields().begin();
+  return body_->indexOf(field);
 }
 
 bool StructArray::hasSameFields(const StructArray& other) const {
@@ -78,6 +92,13 @@ int64_t StructArray::ensureField(Name field) {
   if (const int64_t index = fieldIndex(field); index >= 0) return index;
   Body& body = ownBody();
   const size_t before = body.fields.size();
+  if (numElements() == 1) {  // in place, so that a structure with many fields is made in linear time
+    if (body.fields.capacity() == before) body.fields.reserve(2 * before + 1);
+    if (body.values.capacity() == before) body.values.reserve(2 * before + 1);
+    body.values.emplace_back();  // there is room for both
+    body.fields.push_back(field);
+    return static_cast<int64_t>(before);
+  }
   std::vector<Storable> values;
   values.reserve(valueCount(numElements(), before + 1));
   auto next = body.values.begin();
@@ -100,6 +121,7 @@ void StructArray::removeField(Name field) {
   }
   body.values = std::move(values);
   body.fields.erase(body.fields.begin() + index);
+  body.index.clear();
 }
 
 StructArray StructArray::gathered(std::span<const int64_t> positions, const SizeVector& size) const {

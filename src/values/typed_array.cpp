@@ -6,6 +6,7 @@
 #include "messages/message.h"
 #include "values/memory.h"
 #include "values/numeric_array.h"
+#include "values/refused_size.h"
 
 namespace kelo {
 
@@ -15,7 +16,10 @@ ArrayBlock* ArrayBlock::create(SizeVector size, int64_t elementBytes) {
   static_assert(sizeof(ArrayBlock) <= kHeaderBytes && kHeaderBytes % 16 == 0);
   if (size.numElements() < 0) throwFatalFault("negative array size");
   // Also where the bytes pass 64 bits.
-  if (size.numElements() > arrayByteLimit() / elementBytes) throw OutOfMemory();
+  if (size.numElements() > arrayByteLimit() / elementBytes) {
+    noteRefusedBytes(static_cast<double>(size.numElements()) * static_cast<double>(elementBytes));
+    throw OutOfMemory();
+  }
   const int64_t bytes = checkedAdd(size.numElements() * elementBytes, kHeaderBytes);
   int64_t capacity = 0;
   void* memory = allocateBlock(bytes, &capacity);

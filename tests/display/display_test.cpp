@@ -30,7 +30,8 @@ StructArray structure(std::initializer_list<std::pair<const char*, Storable>> fi
 
 FunctionHandle anonymous(const char* displayText) {
   auto function = makeRef<AnonymousFunction>();
-  function->displayText = displayText;
+  function->body = makeRef<HandleBody>();
+  function->body->displayText = displayText;
   return FunctionHandle::anonymous(std::move(function));
 }
 

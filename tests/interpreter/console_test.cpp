@@ -31,6 +31,29 @@ TEST(History, KeepsTwentyAndLosesTheOldestEvenForARepeatedText) {
   EXPECT_EQ(later.index(), 19);
 }
 
+TEST(History, ConsolesOfOneStoreKeepEachOthersTexts) {
+  platform::MemoryStore store;
+  Console::History first(store), second(store);
+  first.add("a");
+  second.add("b");
+  first.add("c");
+  EXPECT_EQ(first.items(), (Texts{"a", "c"}));
+  Console::History later(store);
+  later.load();
+  EXPECT_EQ(later.items(), (Texts{"a", "b", "c"}));
+}
+
+TEST(History, KeepsNoVeryLongTextAndNoneWhereNobodyTypes) {
+  platform::MemoryStore store;
+  Console::History history(store);
+  history.add(std::string(Console::History::kLongestText + 1, 'x'));
+  EXPECT_EQ(history.items(), Texts());
+  history.setKeeping(false);
+  history.add("5");
+  EXPECT_EQ(history.items(), Texts());
+  EXPECT_TRUE(store.values.empty());
+}
+
 TEST(History, WalksBackAndForth) {
   platform::MemoryStore store;
   Console::History history(store);

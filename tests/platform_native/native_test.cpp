@@ -60,6 +60,21 @@ TEST_F(NativeTest, DiskStaysInside) {
   EXPECT_EQ(disk.listDirectory(""), (std::vector<std::string>{"a.m", "sub"}));  // no temporary file is left
 }
 
+TEST_F(NativeTest, DiskWritesThroughLinksAndLeavesNothingBeside) {
+  Disk disk(folder);
+  write("data.csv", "1");
+  fs::create_symlink("data.csv", folder + "/link.csv");
+  fs::create_symlink("new.csv", folder + "/link_to_none.csv");
+  write(".data.csv.kelo~", "left behind by a program that was killed");
+  EXPECT_TRUE(disk.writeFile("link.csv", "2"));
+  EXPECT_TRUE(disk.writeFile("link_to_none.csv", "3"));
+  EXPECT_EQ(read("data.csv"), "2");
+  EXPECT_EQ(read("new.csv"), "3");
+  EXPECT_TRUE(fs::is_symlink(folder + "/link.csv"));
+  EXPECT_EQ(disk.listDirectory(""),
+            (std::vector<std::string>{"data.csv", "link.csv", "link_to_none.csv", "new.csv"}));
+}
+
 TEST_F(NativeTest, StoreComesBackAndKeepsWhatOthersWrote) {
   const auto refuse = [](const std::string& fault) { FAIL() << fault; };
   const std::string state = folder + "/new/state";
@@ -77,6 +92,28 @@ TEST_F(NativeTest, StoreComesBackAndKeepsWhatOthersWrote) {
   EXPECT_EQ(third.read<bool>("randStateU"), std::nullopt);
   EXPECT_EQ(third.read<std::vector<std::string>>("consoleHistory"),
             (std::vector<std::string>{"a", "b\n\"'", "\xEF\xBF\xBD"}));
+}
+
+TEST_F(NativeTest, StoreMakesAChangeToWhatIsStoredByThen) {
+  const auto refuse = [](const std::string& fault) { FAIL() << fault; };
+  const auto longer = [](const std::string& part) {
+    return [part](const StoredValue* old) { return StoredValue((old ? std::get<std::string>(*old) : "") + part); };
+  };
+  JsonStore first(folder, refuse), second(folder, refuse);
+  first.change("log", longer("a"));
+  second.change("log", longer("b"));
+  first.change("log", longer("c"));
+  write("settings.json.Ab12cd", "left behind by a save that was killed");
+  EXPECT_TRUE(first.save());
+  EXPECT_TRUE(second.save());
+  EXPECT_EQ(second.read<std::string>("log"), "b");  // what this one made of it
+  EXPECT_EQ(JsonStore(folder, refuse).read<std::string>("log"), "acb");
+  EXPECT_EQ(Disk(folder).listDirectory(""), std::vector<std::string>{"settings.json"});
+
+  JsonStore nowhere("", refuse);
+  nowhere.set("a", true);
+  EXPECT_TRUE(nowhere.save());
+  EXPECT_EQ(nowhere.read<bool>("a"), true);
 }
 
 TEST_F(NativeTest, StoreLeavesABrokenFileAlone) {

@@ -48,6 +48,8 @@ check 'values and errors' 1 "x = ${blank} 5.0000${blank}${blank}ans = ${blank} 6
   "${blank}Error at Line 1(1) of the console. *\"nope\"*." "$program" -e 'x = 5' -e 'x + 1' -e nope
 check 'one blank line between items' 0 "s =${blank} struct with field:${blank}    a: Double [1 x 1]  1.0000${blank}${blank}x = ${blank} 2.0000" \
   '' "$program" -e 's.a = 1' -e 'x = 2'
+check 'texts of disp in a row' 0 " 1.0000${blank}ab${blank}${blank}x = ${blank} 2.0000${blank}${blank} 3.0000" '' \
+  "$program" -e "disp(1), disp('ab'), x = 2" -e 'disp(3)'
 check 'text that begins with a dash' 0 "ans = ${blank}-2.0000" '' "$program" -e '-5 + 3'
 check 'silence' 0 '' '' "$program" -e 'x = 5;' -e ''
 check 'figures cross threads' 0 "ans = ${blank} 0.0000   9.0000" '' "$program" -e 'plot(0:9)' -e ylim
@@ -75,6 +77,32 @@ for wrong in --nonsense '--digits 7' '--width 0' '--workdir none' '-e 1 good.m' 
   check "wrong usage: $wrong" 2 '' 'kelo: *' "$program" $wrong
   [ "$(wc -l <err)" = 1 ] || { echo "wrong usage: $wrong: more than one line"; failures=$((failures + 1)); }
 done
+
+check 'end of the input of input' 1 'n? ' \
+  'kelo: the run waits for standard input, which has ended*Terminated by user interruption.' \
+  with_input '' "$program" -e "n = input('n? ');"
+check 'no home' 0 "x = ${blank} 1.0000" '' env -u XDG_STATE_HOME HOME='' "$program" -e 'rng(1), x = 1'
+[ ! -e /.local/state/kelo ] || { echo 'no home: wrote below /'; failures=$((failures + 1)); }
+check 'answers of a pipe' 0 "? ${blank}${blank}? " '' \
+  with_input '3\n4\n' "$program" -e "rng(1), x = input('? ') + input('? ');"
+if grep -q consoleHistory state/kelo/settings.json; then
+  echo 'answers of a pipe are kept in the history'
+  failures=$((failures + 1))
+fi
+# A timer that goes off is not taken for a wait that the end of the input could stop.
+for k in 1 2 3 4 5; do
+  check 'timed pause without input' 0 '' '' with_input '' "$program" -e 'pause(0.01)' -e 'y = 1;'
+done
+
+# With little memory a run fails in one line, and the next one goes on with the workspace.
+limited() { (ulimit -v "$1" && shift && "$@"); }
+if limited 900000 "$program" -e 'x = 1;' 2>/dev/null; then  # not under a sanitizer
+  check 'no memory for many small things' 1 "${blank} 2.0000${blank} 3.0000" '*Unexpected error occurred*' \
+    limited 900000 "$program" -e 'x = 3; c.a = 1; while 1, d.n = c; d.v = [1 2 3]; c = d; end' -e 'disp(2), disp(x)'
+  [ "$(grep -c . err)" = 1 ] || { echo 'no memory: more than one line'; failures=$((failures + 1)); }
+  check 'matrix products in little memory' 0 ' 400.00' '' limited 400000 "$program" -e 'x = ones(400); y = x*x; disp(y(1))'
+  check 'no matrix products in very little memory' 1 '' 'Error*' limited 250000 "$program" -e 'x = ones(400); x = x*x;'
+fi
 
 # Figures: every kind of file, whole or not at all.
 check 'figure files' 0 '' '' "$program" -e 'plot(1:3)' --figure f.png --figure f.svg --figure f.pdf --figure f.kfig --theme dark
@@ -110,4 +138,14 @@ if [ $status != 1 ] || [ -s out ] || ! grep -q 'Terminated by user interruption'
   cat out err
   failures=$((failures + 1))
 fi
+
+# A second press ends the program where the first goes unanswered.
+"$program" -e 'x = rand(1, 2e7); for k = 1:100, sort(x); end' 2>err &
+sleep 0.5
+kill -INT $!
+sleep 0.2
+kill -INT $!
+wait $!
+status=$?
+[ $status = 130 ] || { echo "Ctrl-C twice: status $status"; failures=$((failures + 1)); }
 [ $failures = 0 ]

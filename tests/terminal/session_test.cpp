@@ -41,6 +41,16 @@ class Session {
     EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     return shows(expected);
   }
+  /// Types keys once a second until it appears: those that come before a pause do not end it, and a terminal drops the
+  /// end of the input while no line is being read.
+  testing::AssertionResult typeUntil(const std::string& keys, const std::string& expected) {
+    const auto isShown = [&] { return shown_.find(expected, seen_) != std::string::npos; };
+    for (int k = 0; k < 10 && !isShown(); ++k) {
+      EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+      for (int part = 0; part < 20 && !isShown(); ++part) readSome();
+    }
+    return shows(expected);
+  }
   testing::AssertionResult shows(const std::string& expected) {
     const auto end = Clock::now() + kPatience;
     while (Clock::now() < end) {
@@ -129,7 +139,33 @@ TEST_F(Terminal, StopsWaitsAndAsks) {
   EXPECT_TRUE(session.type("y = input('how many? ')\r", "\nhow many? "));
   EXPECT_TRUE(session.type("6*7\r", "y = \r\n 42.000"));
   EXPECT_TRUE(session.type("disp('waits'), pause, disp('goes on')\r", "\r\nwaits"));
-  EXPECT_TRUE(session.type("\r", "\r\ngoes on"));
+  EXPECT_TRUE(session.typeUntil("\r", "\r\ngoes on"));
+}
+
+TEST_F(Terminal, KeepsWhatIsPastedBehindACommand) {
+  Session session(folder_, false);
+  ASSERT_TRUE(session.shows("> "));
+  EXPECT_TRUE(session.type("pause(0.3); 5\r6\rn = input('n? ')\r7\rpause(0.1)\rn + 1\r", "ans = \r\n 5.0000"));
+  EXPECT_TRUE(session.shows("ans = \r\n 6.0000"));
+  EXPECT_TRUE(session.shows("n = \r\n 7.0000"));
+  EXPECT_TRUE(session.shows("ans = \r\n 8.0000"));
+}
+
+TEST_F(Terminal, EndOfInputBehindAFirstLineDropsTheText) {
+  Session session(folder_, false);
+  EXPECT_TRUE(session.type("kept = 3;\r", "> "));
+  EXPECT_TRUE(session.type("for k = 1:2\r", "| "));
+  EXPECT_TRUE(session.typeUntil("\x04", "> "));
+  EXPECT_TRUE(session.type("kept\r", "kept = \r\n 3.0000"));
+  EXPECT_EQ(session.end(), 0);
+}
+
+TEST_F(Terminal, PointsIntoTheAnswerOfInput) {
+  Session session(folder_, true);
+  EXPECT_TRUE(session.type("x = input('? '); y = nope\r", "? "));
+  EXPECT_TRUE(session.type("1 + )\r", "    1 + )\r\n        ^"));
+  EXPECT_TRUE(session.type("x = input('? '); y = nope\r", "? "));
+  EXPECT_TRUE(session.type("2\r", "y = nope\r\n                         ^"));
 }
 
 TEST_F(Terminal, HistoryOutlivesTheProgram) {
@@ -142,6 +178,35 @@ TEST_F(Terminal, HistoryOutlivesTheProgram) {
   ASSERT_TRUE(session.shows("> "));
   EXPECT_TRUE(session.type(kUp, "kept = 11"));
   EXPECT_TRUE(session.type("\r", " 11.000"));
+}
+
+// ---- Without a terminal
+
+/// The status of the program, which is interrupted after so many milliseconds; -1 when it goes on nevertheless.
+int statusWhenInterruptedAfter(int milliseconds) {
+  const pid_t child = fork();
+  if (child == 0) {
+    fclose(stderr);
+    execl(KELO_PROGRAM, "kelo", "-e", "x = 1;", "-e", "x = 2;", "-e", "while 1, x = 1; end", "-e", "y = 2", nullptr);
+    _exit(127);
+  }
+  usleep(static_cast<useconds_t>(1000 * milliseconds));
+  kill(child, SIGINT);
+  int status = -1;
+  for (const auto end = Clock::now() + kPatience; waitpid(child, &status, WNOHANG) == 0; usleep(1000)) {
+    if (Clock::now() < end) continue;
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    return -1;
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+TEST(Interrupt, IsNotLostAtTheStartNorBetweenCommands) {
+  for (int milliseconds = 0; milliseconds < 60; milliseconds += 3) {
+    const int status = statusWhenInterruptedAfter(milliseconds);
+    EXPECT_TRUE(status == 1 || status == 128 + SIGINT) << status << " after " << milliseconds << " ms";
+  }
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ TEST(Storable, aLongChainOfHandlesIsDestroyedWithoutRecursion) {
   Storable chain = number(1);
   for (int k = 0; k < 1'000'000; ++k) {
     auto function = makeRef<AnonymousFunction>();
-    function->workspace.set(kA, std::move(chain));
+    function->values.push_back(std::move(chain));
     chain = FunctionHandle::anonymous(std::move(function));
   }
   chain = number(2);

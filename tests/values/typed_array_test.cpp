@@ -93,8 +93,7 @@ TEST(TypedArray, survivesMovesOfEverySort) {
 }
 
 TEST(TypedArray, refusesWhatCannotBeHeld) {
-  const int64_t limit = arrayByteLimit();
-  setArrayByteLimit(10000);
+  const int64_t limit = std::exchange(platform::memoryHints.arrayByteLimit, 10000);
   EXPECT_THROW(DoubleArray::uninitialized({1, 1251}), OutOfMemory);
   EXPECT_THROW(StructArray({1, 1000}, {Name::intern("a")}), OutOfMemory);
   EXPECT_THROW(DoubleArray::uninitialized({1, INT64_MAX}), OutOfMemory);  // its bytes pass 64 bits
@@ -103,7 +102,7 @@ TEST(TypedArray, refusesWhatCannotBeHeld) {
   EXPECT_EQ(nearlyFull.numElements(), 1100);
   EXPECT_THROW(nearlyFull.resizeVector({1, 5000}), OutOfMemory);
   EXPECT_EQ(nearlyFull.numElements(), 1100);
-  setArrayByteLimit(limit);
+  platform::memoryHints.arrayByteLimit = limit;
   EXPECT_FATAL(DoubleArray::uninitialized({-1, 2}));
 }
 

@@ -115,7 +115,10 @@ class MemoryStore : public KeyValueStore {
     if (found == values.end()) return std::nullopt;
     return found->second;
   }
-  void set(const std::string& key, StoredValue value) override { values[key] = std::move(value); }
+  void change(const std::string& key, Change change) override {
+    const std::optional<StoredValue> old = get(key);
+    values[key] = change(old ? &*old : nullptr);
+  }
   bool save() override {
     ++saves;
     return true;

@@ -17,11 +17,11 @@ class JsonStore : public KeyValueStore {
  public:
   using Report = std::function<void(const std::string& fault)>;
 
-  /// directory: made when something is saved; report: told of a fault, once.
+  /// directory: made when something is saved, "": nothing is saved; report: told of a fault, once.
   JsonStore(std::string directory, Report report);
 
   std::optional<StoredValue> get(const std::string& key) override;
-  void set(const std::string& key, StoredValue value) override;
+  void change(const std::string& key, Change change) override;
   bool save() override;
 
  private:
@@ -33,7 +33,7 @@ class JsonStore : public KeyValueStore {
   std::string directory_;
   Report report_;
   std::optional<Values> values_;  // as last read, with the changes
-  Values changes_;                // since the last save
+  std::vector<std::pair<std::string, Change>> changes_;  // since the last save, in order
   bool reported_ = false;
 };
 

@@ -1,13 +1,17 @@
 #include "platform/native/machine.h"
 
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <fstream>
+#include <string>
 
-#include "values/memory.h"
+#include "platform/memory_hints.h"
 
 namespace kelo::platform::native {
 namespace {
@@ -30,11 +34,26 @@ void askForHugePages(void* block, int64_t bytes) {
 
 }  // namespace
 
+int64_t addressSpaceLimit() {
+  rlimit limit;
+  if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return INT64_MAX;
+  return static_cast<int64_t>(std::min<rlim_t>(limit.rlim_cur, INT64_MAX));
+}
+
+void fitMatrixThreads(char** argv) {
+  constexpr const char* kThreads = "OPENBLAS_NUM_THREADS";
+  constexpr int64_t kBytesEach = int64_t{136} << 20;  // a buffer and a stack
+  const int64_t fitting = std::max<int64_t>(1, addressSpaceLimit() / 4 / kBytesEach);
+  if (fitting >= sysconf(_SC_NPROCESSORS_ONLN) || std::getenv(kThreads) != nullptr) return;
+  setenv(kThreads, std::to_string(fitting).c_str(), 1);
+  execv("/proc/self/exe", argv);
+}
+
 void adaptToMachine() {
   const int64_t pages = sysconf(_SC_PHYS_PAGES);
-  const int64_t memory = std::min(pages * sysconf(_SC_PAGESIZE), groupLimit());
-  if (memory > 0) setArrayByteLimit(memory / 4 * 3);
-  setFreshBlockHook(askForHugePages);
+  const int64_t memory = std::min({pages * sysconf(_SC_PAGESIZE), groupLimit(), addressSpaceLimit()});
+  if (memory > 0) memoryHints.arrayByteLimit = memory / 4 * 3;
+  memoryHints.freshBlock = askForHugePages;
 }
 
 SystemVersion systemVersion() {

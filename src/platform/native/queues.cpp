@@ -6,11 +6,13 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
 #include "platform/native/clock.h"
+#include "platform/native/machine.h"
 #include "platform/stack_guard.h"
 
 namespace kelo::platform::native {
@@ -19,6 +21,13 @@ namespace {
 constexpr size_t kStackBytes = size_t{1} << 30;
 // What stays below the limit: for library code that does not ask, the parser's runtime among it.
 constexpr size_t kStackReserve = size_t{64} << 20;
+
+/// At most an eighth of what there is, in whole pages.
+size_t stackBytes() {
+  constexpr int64_t kPage = 4096;
+  const int64_t most = std::max<int64_t>(addressSpaceLimit() / 8, int64_t{8} << 20);
+  return std::min(kStackBytes, static_cast<size_t>(most / kPage * kPage));
+}
 
 void limitStackOfThisThread() {
   pthread_attr_t attributes;
@@ -69,9 +78,9 @@ void ThreadQueue::runAndWait(const Block& block) {
 void ThreadQueue::start() {
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
-  // A machine that limits address space may refuse the big stack; smaller ones serve, with less recursion.
+  // Where address space is limited, smaller stacks serve, with less recursion.
   int fault = 1;
-  for (size_t bytes = kStackBytes; fault != 0 && bytes >= (size_t{8} << 20); bytes /= 2) {
+  for (size_t bytes = stackBytes(); fault != 0 && bytes >= (size_t{8} << 20); bytes /= 2) {
     pthread_t thread;
     pthread_attr_setstacksize(&attributes, bytes);
     fault = pthread_create(&thread, &attributes, threadMain, this);

@@ -14,7 +14,7 @@
 
 namespace kelo::platform::native {
 
-/// The interpreter's thread, with a stack of 1 GiB that is reserved, not used: recursion ends by address long before.
+/// The interpreter's thread, with a stack of up to 1 GiB that is reserved, not used: recursion ends by address long before.
 /// The thread starts with the first block, and sets the stack limit for the engine.
 class ThreadQueue : public WorkQueue {
  public:

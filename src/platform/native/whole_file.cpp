@@ -7,10 +7,60 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <utility>
 
 #include "platform/native/descriptor.h"
 
 namespace kelo::platform::native {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The file that a link leads to, which need not exist yet.
+fs::path behindLinks(fs::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code fault;
+  for (int k = 0; k < kMostLinks && fs::is_symlink(path, fault); ++k) {
+    path = path.parent_path() / fs::read_symlink(path, fault);
+  }
+  return path;
+}
+
+fs::path folderOf(const fs::path& path) { return path.has_parent_path() ? path.parent_path() : "."; }
+
+/// One name for each file, so that what a killed program left behind goes with the next writing.
+std::string temporaryFor(const fs::path& target) {
+  return (folderOf(target) / ("." + target.filename().string() + ".kelo~")).string();
+}
+
+/// A file without a name where the system has that, else one with the temporary name.
+Descriptor openUnseen(const fs::path& target, const std::string& temporary) {
+  const int unnamed = open(folderOf(target).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  unlink(temporary.c_str());
+  if (unnamed >= 0) return Descriptor(unnamed);
+  return Descriptor(open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600));
+}
+
+/// Gives the file its name. One that takes the place of another goes by the temporary name, for a link cannot replace.
+bool putInPlace(const Descriptor& file, const fs::path& target, const std::string& temporary) {
+  struct stat status;
+  if (fstat(file.number(), &status) == 0 && status.st_nlink == 0) {
+    const std::string unnamed = "/proc/self/fd/" + std::to_string(file.number());
+    const auto link = [&](const char* name) {
+      return linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+    };
+    if (link(target.c_str())) return true;
+    if (errno != EEXIST) return false;
+    if (!link(temporary.c_str())) {  // another program is at the same file
+      unlink(temporary.c_str());
+      if (!link(temporary.c_str())) return false;
+    }
+  }
+  return std::rename(temporary.c_str(), target.c_str()) == 0;
+}
+
+}  // namespace
 
 bool writeAll(int descriptor, std::string_view bytes) {
   size_t done = 0;
@@ -46,19 +96,16 @@ std::optional<std::string> readWholeFile(const Descriptor& file) {
 }
 
 std::optional<std::string> replaceWholeFile(const std::string& path, std::string_view bytes) {
+  const fs::path target = behindLinks(path);
+  const std::string temporary = temporaryFor(target);
   struct stat old;
-  const bool existed = stat(path.c_str(), &old) == 0;
-  std::string temporary = path + ".XXXXXX";
-  bool good = false;
-  {
-    const Descriptor file(mkostemp(temporary.data(), O_CLOEXEC));
-    if (!file.isOpen()) return std::strerror(errno);
-    const mode_t mask = umask(0);
-    umask(mask);
-    good = writeAll(file.number(), bytes) && fchmod(file.number(), existed ? old.st_mode & 0777 : 0666 & ~mask) == 0 &&
-           fsync(file.number()) == 0;
-  }
-  if (good && std::rename(temporary.c_str(), path.c_str()) == 0) return std::nullopt;
+  const bool existed = stat(target.c_str(), &old) == 0;
+  const mode_t mask = umask(0);
+  umask(mask);
+  const Descriptor file = openUnseen(target, temporary);
+  const bool good = file.isOpen() && writeAll(file.number(), bytes) &&
+                    fchmod(file.number(), existed ? old.st_mode & 0777 : 0666 & ~mask) == 0 && fsync(file.number()) == 0;
+  if (good && putInPlace(file, target, temporary)) return std::nullopt;
   const std::string fault = std::strerror(errno);
   unlink(temporary.c_str());
   return fault;

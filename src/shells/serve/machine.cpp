@@ -49,6 +49,9 @@ Machine::Machine(const ServeOptions& options, const Transport& transport)
                transport.isCongested,
                &watcher,
                &renderer}) {
+  std::error_code ignored;  // saving tells
+  std::filesystem::create_directories(documentsDirectory(options), ignored);
+  session.panels().figureDocuments.makeFolder();
   platform::native::adaptToMachine();
   platform::setParallelFor(&pool);
   parserQueue.async(warmUpParser);

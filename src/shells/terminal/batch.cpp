@@ -8,6 +8,8 @@
 #include <cstdio>
 
 #include "figures/pictures/native/cairo_renderer.h"
+#include "frontend/matlab_parser.h"
+#include "interpreter/code_listing.h"
 #include "shells/terminal/figure_commands.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
@@ -50,6 +52,30 @@ ExitStatus endOf(Session& session, const Options& options) {
   return std::max(status, kCommandFailed);
 }
 
+/// `--code`: what the text becomes, in place of what it does.
+ExitStatus printCode(Session& session, const std::string& text, const std::string& path) {
+  Environment& environment = session.app.environment;
+  const ProgTree tree = parseText(environment.parserSetting(), text, path);
+  if (!tree) return kCommandFailed;
+  const std::string code = listing(*tree, text, environment.builtins);
+  std::fwrite(code.data(), 1, code.size(), stdout);
+  return kAllRan;
+}
+
+/// False when Ctrl-C was pressed before the last one, also between two of them; a fatal fault ends them too.
+bool runCommands(Session& session, const std::vector<std::string>& commands) {
+  for (size_t k = 0; k < commands.size(); ++k) {
+    session.writer.continueWith(commands[k]);
+    session.run([&](AppController& app) { app.startCommand(commands[k]); });
+    const bool isLast = k + 1 == commands.size();
+    if (isLast || session.lastStatus() == kFatalFault) break;
+    if (!session.wasStopped() && session.stopSignal.take() == 0) continue;
+    if (session.lastStatus() == kAllRan) tell("stopped before all commands had run");
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 ExitStatus runBatch(const Options& options) {
@@ -60,8 +86,15 @@ ExitStatus runBatch(const Options& options) {
     return kWrongUsage;
   }
   Session session(options, place->workDir, styleOf(options));
+  session.endAtSecondPress();
+  session.app.console.history.setKeeping(isatty(STDIN_FILENO));
   if (!options.width) session.app.environment.settings.consoleCells = terminalWidth();
 
+  if (!place->fileName.empty() && options.code) {
+    const std::string path = (place->directory.empty() ? "" : place->directory + "/") + place->fileName;
+    const std::optional<std::string> text = session.app.environment.files.readFile(path);
+    return text ? printCode(session, *text, path) : kCommandFailed;
+  }
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");
     session.run([&](AppController& app) { app.startFile(place->directory, place->fileName); });
@@ -69,18 +102,20 @@ ExitStatus runBatch(const Options& options) {
   }
   std::vector<std::string> commands = options.commands;
   if (commands.empty()) {
-    const std::optional<std::string> text = session.input.rest();
+    const std::optional<std::string> text = session.input.rest(session.stopSignal.descriptor());
     const std::string& unread = session.input.fault();
     if (!unread.empty()) tell("standard input cannot be read: " + unread);
     if (!text) return kCommandFailed;
     commands.push_back(*text);
   }
-  for (const std::string& command : commands) {
-    session.writer.continueWith(command);
-    session.run([&](AppController& app) { app.startCommand(command); });
-    if (session.wasStopped() || session.lastStatus() == kFatalFault) break;
+  if (options.code) {
+    for (const std::string& command : commands) {
+      if (printCode(session, command, "") != kAllRan) return kCommandFailed;
+    }
+    return kAllRan;
   }
-  return endOf(session, options);
+  const bool allRan = runCommands(session, commands);
+  return std::max(endOf(session, options), allRan ? kAllRan : kCommandFailed);
 }
 
 }  // namespace kelo::terminal

@@ -4,14 +4,19 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <set>
 
 #include "figures/pictures/native/cairo_renderer.h"
+#include "hints/hint.h"
+#include "interpreter/builtin_table.h"
 #include "shells/terminal/completion.h"
 #include "shells/terminal/figure_commands.h"
 #include "shells/terminal/line_editor.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
 #include "shells/terminal/work_dir.h"
+#include "values/memory.h"
+#include "values/refused_size.h"
 
 namespace kelo::terminal {
 namespace {
@@ -28,6 +33,7 @@ class InteractiveConsole {
 
   void serve() {
     warmUp();
+    session_.writer.setHints([this](const Message& message, const std::string& text) { return hint(message, text); });
     session_.figureDocuments.makeFolder();
     while (std::optional<std::string> command = readCommand()) {
       if (command->find_first_not_of(" \t") == std::string::npos) continue;
@@ -56,10 +62,20 @@ class InteractiveConsole {
       session_.parserQueue.runAndWait([&] { names = completions(session_.app, before, wordLength); });
       return names;
     };
-    hooks.interrupted = [this] { return session_.stopSignal.take(); };
+    hooks.interrupted = [this] { return session_.stopSignal.take() > 0; };
+    hooks.input = &session_.input;
     hooks.serve = [this] { session_.mainQueue.runReady(); };
     hooks.descriptors = {session_.mainQueue.wakeDescriptor(), session_.stopSignal.descriptor()};
     return hooks;
+  }
+
+  /// Thread: the parser queue
+  std::optional<std::string> hint(const Message& message, const std::string& text) {
+    Environment& environment = session_.app.environment;
+    std::set<std::string> builtins, variables;
+    for (const Builtin* row : environment.builtins.rows()) builtins.insert(row->name);
+    for (const Name name : environment.workspaces.top().names()) variables.insert(name.text());
+    return hints::hintFor({message, text, builtins, variables, takeRefusedBytes(), double(arrayByteLimit())});
   }
 
   /// The first parse fills the parser's tables; that is done while the user types.
@@ -73,13 +89,16 @@ class InteractiveConsole {
     return incomplete;
   }
 
-  /// Nothing at the end of the input. Ctrl-C throws away what was typed; an empty line ends a text that stays
-  /// incomplete.
+  /// Nothing at the end of the input. Ctrl-C and, behind a first line, the end throw away what was typed; an empty line
+  /// ends a text that stays incomplete.
   std::optional<std::string> readCommand() {
     std::string text, line;
     while (true) {
       switch (editor_.readLine(text.empty() ? kPrompt : kContinuation, &line)) {
-        case LineEditor::Outcome::ended: return std::nullopt;
+        case LineEditor::Outcome::ended:
+          if (text.empty()) return std::nullopt;
+          std::fputs("\n", stdout);
+          [[fallthrough]];
         case LineEditor::Outcome::interrupted: text.clear(); continue;
         case LineEditor::Outcome::line: break;
       }
@@ -99,6 +118,7 @@ class InteractiveConsole {
     if (figureCommands_.run(command)) return screen_.showIfChanged();
     if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);
+    if (const auto known = hints::hintBefore(command)) std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
     session_.run(
         [&](AppController& app) {
           app.console.input.text = command;

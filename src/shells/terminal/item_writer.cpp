@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* kRed = "\x1b[31m";
 constexpr const char* kYellow = "\x1b[33m";
+constexpr const char* kDim = "\x1b[2m";
 constexpr const char* kPlain = "\x1b[0m";
 constexpr const char* kClearLine = "\r\x1b[K";
 constexpr const char* kClearScreen = "\x1b[H\x1b[2J\x1b[3J";
@@ -31,30 +32,49 @@ std::string jsonLine(const Display& display) {
 }  // namespace
 
 void ItemWriter::beginCommand(std::string text) {
-  commandText_ = std::move(text);
+  continueWith(std::move(text));
   hasWritten_ = false;
+}
+
+void ItemWriter::continueWith(std::string text) {
+  commandText_ = std::move(text);
+  answerText_.reset();
 }
 
 void ItemWriter::item(const Display& display) {
   if (display.contentType() == Display::DisplayContentType::inputText) return;  // it has been typed here
+  whole(display, display.contentType() == Display::DisplayContentType::disp);
+}
+
+void ItemWriter::whole(const Display& display, bool isText) {
   if (style_.json) return write(STDOUT_FILENO, jsonLine(display));
   const bool isError = display.contentType() == Display::DisplayContentType::error;
   std::string text = isError ? errorText(display) : display.displayText();
   if (!text.ends_with('\n')) text += '\n';  // the text of a structure ends its line itself
-  write(isError ? STDERR_FILENO : STDOUT_FILENO, (hasWritten_ ? "\n" : "") + text);
+  write(isError ? STDERR_FILENO : STDOUT_FILENO, separator(isText) + text);
+}
+
+/// What sets the next item off from the last one.
+std::string ItemWriter::separator(bool isText) {
+  const bool isClose = !hasWritten_ || (isText && endsWithText_);
   hasWritten_ = true;
+  endsWithText_ = isText;
+  return isClose ? "" : "\n";
 }
 
 void ItemWriter::prompt(const Display& display) {
-  if (!style_.promptStaysOpen && !style_.editorPrompts) return item(display);
-  std::string text = (hasWritten_ ? "\n" : "") + display.displayText();
+  if (!style_.promptStaysOpen && !style_.editorPrompts) return whole(display, /*isText=*/false);
+  std::string text = separator(/*isText=*/false) + display.displayText();
   if (style_.editorPrompts) {
     const size_t lastLine = text.find_last_of('\n') + 1;
     openPrompt_ = text.substr(lastLine);
     text.erase(lastLine);
   }
   write(STDOUT_FILENO, text);
-  hasWritten_ = true;
+}
+
+void ItemWriter::evaluatesAnswer(const std::string* answer) {
+  answerText_ = answer ? std::optional(*answer) : std::nullopt;
 }
 
 void ItemWriter::cleared() {
@@ -88,18 +108,29 @@ void ItemWriter::write(int descriptor, const std::string& text) {
 /// The text of the message as it is; on a terminal in colour and with the offending line below.
 std::string ItemWriter::errorText(const Display& display) const {
   const Message* message = std::get_if<Message>(&display.content());
-  if (!style_.colour || message == nullptr) return display.displayText();
-  const bool isWarning = message->type == Message::MsgType::warning;
-  std::string text = (isWarning ? kYellow : kRed) + display.displayText() + kPlain;
-  const std::string lines = excerpt(*message);
-  return lines.empty() ? text : text + "\n" + lines;
+  if (message == nullptr || !(style_.colour || hints_)) return display.displayText();
+  const std::string source = sourceOf(*message);
+  std::string text = display.displayText();
+  if (style_.colour) {
+    const bool isWarning = message->type == Message::MsgType::warning;
+    text = (isWarning ? kYellow : kRed) + text + kPlain;
+    const bool hasPlace = message->lineNum && message->charPos && !message->customMsg;
+    const std::string lines = hasPlace ? caretExcerpt(source, *message->lineNum, *message->charPos) : "";
+    if (!lines.empty()) text += "\n" + lines;
+  }
+  if (const auto hint = hints_ ? hints_(*message, source) : std::nullopt) text += "\n" + hintLine(*hint);
+  return text;
 }
 
-std::string ItemWriter::excerpt(const Message& message) const {
-  if (!message.lineNum || !message.charPos || message.customMsg) return "";
-  if (!message.relativePath) return caretExcerpt(commandText_, *message.lineNum, *message.charPos);
-  const std::optional<std::string> text = files_.readFile(*message.relativePath);
-  return text ? caretExcerpt(*text, *message.lineNum, *message.charPos) : "";
+std::string ItemWriter::hintLine(const std::string& hint) const {
+  const std::string line = "Hint: " + hint + (hint.ends_with('?') ? "" : ".");
+  return style_.colour ? kDim + line + kPlain : line;
+}
+
+/// The text that a message points into; empty when there is none.
+std::string ItemWriter::sourceOf(const Message& message) const {
+  if (!message.relativePath) return answerText_.value_or(commandText_);
+  return files_.readFile(*message.relativePath).value_or("");
 }
 
 }  // namespace kelo::terminal

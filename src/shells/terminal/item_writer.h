@@ -1,8 +1,11 @@
 // Writes the console's items to the standard streams: values and texts to one, errors and warnings to the other, a
-// blank line between two items, whatever their streams.
+// blank line between two items, whatever their streams. Two texts of `disp` in a row stand without one, so that a
+// program prints its tables as it means them.
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "interpreter/console.h"
@@ -27,12 +30,13 @@ class ItemWriter : public ConsoleView {
   /// main, with no run going on.
   void beginCommand(std::string text);
   /// The same, but items before it are set off by a blank line.
-  void continueWith(std::string text) { commandText_ = std::move(text); }
+  void continueWith(std::string text);
   bool hasWritten() const { return hasWritten_; }
   std::string takeOpenPrompt() { return std::exchange(openPrompt_, ""); }
 
   void item(const Display& display) override;
   void prompt(const Display& display) override;
+  void evaluatesAnswer(const std::string* answer) override;
   void cleared() override;
   void progress(const std::string& line) override;
   void runEnded(const RunResult& result) override;
@@ -44,17 +48,28 @@ class ItemWriter : public ConsoleView {
   /// Why standard output took less than all; empty when it took all.
   const std::string& fault() const { return fault_; }
 
+  /// What can be done about an error, given the text that it points into; a line of the shell's own behind it. Thread:
+  /// the parser queue.
+  using Hints = std::function<std::optional<std::string>(const Message& message, const std::string& text)>;
+  void setHints(Hints hints) { hints_ = std::move(hints); }
+  std::string hintLine(const std::string& hint) const;
+
  private:
+  void whole(const Display& display, bool isText);
+  std::string separator(bool isText);
   void write(int descriptor, const std::string& text);
   std::string errorText(const Display& display) const;
-  std::string excerpt(const Message& message) const;
+  std::string sourceOf(const Message& message) const;
 
   Style style_;
+  Hints hints_;
   platform::FileSystem& files_;
   std::string commandText_;
+  std::optional<std::string> answerText_;  // of `input`, while it is evaluated
   std::string openPrompt_;
   std::string fault_;
   bool hasWritten_ = false;
+  bool endsWithText_ = false;  // the last item was a text of `disp`
   std::optional<RunResult> result_;
 };
 

@@ -79,10 +79,11 @@ bool LineEditor::waitForKey() {
   std::vector<pollfd> events = {{STDIN_FILENO, POLLIN, 0}};
   for (const int descriptor : hooks_.descriptors) events.push_back({descriptor, POLLIN, 0});
   while (true) {
-    poll(events.data(), events.size(), -1);
+    const bool isThere = hooks_.input->hasByte();
+    poll(events.data(), events.size(), isThere ? 0 : -1);
     if (hooks_.interrupted()) return false;
     hooks_.serve();
-    if (events[0].revents != 0) return true;
+    if (isThere || events[0].revents != 0) return true;
   }
 }
 
@@ -97,9 +98,10 @@ int LineEditor::nextCharacter(wchar_t* character) {
       interrupted_ = true;
       return -1;
     }
-    if (read(STDIN_FILENO, bytes + length, 1) != 1) return 0;
-    if (bytes[length] == 0) continue;
-    ++length;
+    const std::optional<unsigned char> byte = hooks_.input->nextByte();
+    if (!byte) return 0;
+    if (*byte == 0) continue;
+    bytes[length++] = *byte;
     if (utf8proc_iterate(bytes, length, &codePoint) == length) {
       *character = static_cast<wchar_t>(codePoint);
       return 1;

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "shells/terminal/line_reader.h"
+
 struct editline;
 
 namespace kelo::terminal {
@@ -19,6 +21,7 @@ class LineEditor {
     /// length in bytes.
     std::function<std::vector<std::string>(const std::string& before, size_t* wordLength)> complete;
     std::function<bool()> interrupted;  ///< takes a press of Ctrl-C
+    LineReader* input;                  ///< standard input
     std::function<void()> serve;        ///< the main queue, between two keys
     std::vector<int> descriptors;       ///< that wake the editor to serve
   };
@@ -31,7 +34,6 @@ class LineEditor {
 
   /// Reads one line without its line end into *line.
   Outcome readLine(const std::string& prompt, std::string* line);
-  /// Complete lines typed ahead by the last paste stay with the terminal; nothing is kept here.
 
  private:
   friend struct LineEditorKeys;

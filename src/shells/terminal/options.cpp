@@ -91,6 +91,7 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   app.add_option("--plots", options.plots, "How the console shows figures: auto, picture, braille or none")
       ->check(CLI::IsMember({"auto", "picture", "braille", "none"}))->type_name("HOW");
   app.add_flag("--json", options.json, "Show each item as one JSON object a line");
+  app.add_flag("--code", options.code, "Print the register code of the texts beside their lines, and run nothing");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
   app.add_option("--documents", options.documentsDir, "Where figures are saved (default: that of --state, or a data directory)")
       ->type_name("DIR");

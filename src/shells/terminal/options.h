@@ -11,7 +11,7 @@
 namespace kelo::terminal {
 
 /// What the program ends with.
-enum ExitStatus { kAllRan = 0, kCommandFailed = 1, kWrongUsage = 2, kFatalFault = 70 };
+enum ExitStatus { kAllRan = 0, kCommandFailed = 1, kWrongUsage = 2, kFatalFault = 70, kInterrupted = 130 };
 
 struct Options {
   std::vector<std::string> commands;  ///< of -e, in order
@@ -22,6 +22,7 @@ struct Options {
   std::optional<std::string> stateDir;
   std::optional<std::string> documentsDir;
   bool json = false;
+  bool code = false;  ///< prints the register code of the texts and runs nothing
   std::vector<std::string> figureFiles;  ///< of --figure, written at the end
   drawing::Size figureSize;              ///< points
   std::string theme = "light";           ///< or "dark"

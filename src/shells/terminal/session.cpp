@@ -15,13 +15,15 @@
 namespace kelo::terminal {
 namespace {
 
-/// "kelo" in the directory that the variable names, or else in one below the home directory.
+bool isAbsolute(const char* path) { return path != nullptr && path[0] == '/'; }
+
+/// "kelo" in the directory that the variable names, or else in one below the home directory. Empty, so that nothing is
+/// kept, for who has no home.
 std::string ownDirectory(const char* variable, const char* belowHome) {
-  if (const char* directory = std::getenv(variable); directory != nullptr && directory[0] == '/') {
-    return std::string(directory) + "/kelo";
-  }
+  const char* directory = std::getenv(variable);
+  if (isAbsolute(directory)) return std::string(directory) + "/kelo";
   const char* home = std::getenv("HOME");
-  return std::string(home != nullptr ? home : ".") + belowHome + "/kelo";
+  return isAbsolute(home) ? std::string(home) + belowHome + "/kelo" : "";
 }
 
 std::string stateDirectory(const Options& options) {
@@ -30,7 +32,8 @@ std::string stateDirectory(const Options& options) {
 
 std::string documentsDirectory(const Options& options) {
   if (options.documentsDir) return *options.documentsDir;
-  return options.stateDir ? *options.stateDir : ownDirectory("XDG_DATA_HOME", "/.local/share");
+  const std::string own = options.stateDir ? *options.stateDir : ownDirectory("XDG_DATA_HOME", "/.local/share");
+  return own.empty() ? "." : own;
 }
 
 void tell(const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }
@@ -63,16 +66,11 @@ Session::~Session() {
 
 void Session::run(const std::function<void(AppController&)>& start, const Answerer& answer) {
   stopped_ = false;
-  stopSignal.take();
   writer.beginRun();
   start(app);
   while (!writer.runHasEnded()) {
     waitForEvent();
-    if (stopSignal.take()) {
-      stopped_ = true;
-      if (isatty(STDERR_FILENO)) std::fputs("\n", stderr);  // behind the echo of the key
-      app.pressStop();
-    }
+    servePresses();
     mainQueue.runReady();
     serveInput(answer);
   }
@@ -90,33 +88,55 @@ bool Session::listensTo(const std::optional<RunControl::Wait>& wait) {
   return wait && (!wait->isTimed || isatty(LineReader::kDescriptor));
 }
 
+bool Session::isAnswered(const RunControl::Wait& wait) const {
+  return wait.status == RunState::Status::paused ? input.hasKey() : input.hasLine();
+}
+
 void Session::waitForEvent() {
-  const bool listens = listensTo(app.control.wait());
+  const std::optional<RunControl::Wait> wait = app.control.wait();
+  const bool listens = listensTo(wait);
   pollfd events[] = {{mainQueue.wakeDescriptor(), POLLIN, 0},
                      {stopSignal.descriptor(), POLLIN, 0},
                      {LineReader::kDescriptor, POLLIN, 0}};
   // A timer that is due a little later is waited for to the next millisecond, not looked at again and again.
   const std::optional<double> seconds = mainQueue.secondsToNextTimer();
   int milliseconds = seconds ? static_cast<int>(std::fmin(std::ceil(*seconds * 1000), 3600e3)) : -1;
-  if (listens && input.hasLine()) milliseconds = 0;
+  if (listens && isAnswered(*wait)) milliseconds = 0;
   const int ready = poll(events, listens ? 3 : 2, milliseconds);
-  if (ready > 0 && listens && events[2].revents != 0 && !input.hasLine()) input.fill();
+  if (ready > 0 && listens && events[2].revents != 0 && !isAnswered(*wait)) input.fill();
+}
+
+void Session::servePresses() {
+  const int presses = stopSignal.take();
+  if (presses == 0) return;
+  const double now = clock.monotonicSeconds();
+  const bool isSecond = presses > 1 || (stopped_ && now - lastPress_ < 1);
+  if (isSecond && endsAtSecondPress_) std::_Exit(kInterrupted);
+  lastPress_ = now;
+  stopped_ = true;
+  if (isatty(STDERR_FILENO)) std::fputs("\n", stderr);  // behind the echo of the key
+  app.pressStop();
 }
 
 void Session::serveInput(const Answerer& answer) {
   const std::optional<RunControl::Wait> wait = app.control.wait();
   if (!listensTo(wait)) return;
-  const bool isPause = wait->status == RunState::Status::paused;
-  const bool asks = answer && !isPause;
-  if (!asks && !input.hasLine()) return;
-  const std::optional<std::string> line = asks ? answer() : input.nextLine();
-  if (!line) {
-    stopped_ = true;
-    app.pressStop();
-    return;
-  }
-  if (!isPause) app.console.input.text = *line;
-  app.pressRun();
+  if (wait->number != lastWait_ && wait->status == RunState::Status::paused) input.keepTypedAhead();
+  lastWait_ = wait->number;
+  const bool asks = answer && wait->status == RunState::Status::waitInput;
+  if (!asks && !isAnswered(*wait)) return;
+  if (this->answer(*wait, answer)) return app.pressRun();
+  if (!asks) std::fputs("kelo: the run waits for standard input, which has ended\n", stderr);
+  stopped_ = true;
+  app.pressStop();
+}
+
+/// Takes what answers the wait; false when there is nothing any more.
+bool Session::answer(const RunControl::Wait& wait, const Answerer& answer) {
+  if (wait.status == RunState::Status::paused) return input.takeKey();
+  std::optional<std::string> line = answer ? answer() : input.nextLine();
+  if (line) app.console.input.text = std::move(line);
+  return app.console.input.text.has_value();
 }
 
 }  // namespace kelo::terminal

@@ -28,12 +28,15 @@ class Session {
   Session(const Options& options, const std::string& workDir, ItemWriter::Style style);
   ~Session();
 
-  /// Starts a run and serves the main queue until it has ended: Ctrl-C stops it, a line of standard input is the run
-  /// button of a pause. `answer`, when given, takes the place of standard input for `input`.
+  /// Starts a run and serves the main queue until it has ended: Ctrl-C stops it, also when it was pressed a little
+  /// before; a line of standard input is the run button of a pause. `answer`, when given, takes the place of standard
+  /// input for `input`.
   void run(const std::function<void(AppController&)>& start, const Answerer& answer = nullptr);
 
-  /// Ctrl-C was pressed during the last run.
+  /// Ctrl-C was pressed during the last run, or its input ended.
   bool wasStopped() const { return stopped_; }
+  /// A second press within a second, while the first goes unanswered, ends the program with kInterrupted.
+  void endAtSecondPress() { endsAtSecondPress_ = true; }
   /// What the last run, or the worst of all runs, means for the end of the program.
   ExitStatus lastStatus() const;
   ExitStatus worstStatus() const { return worst_; }
@@ -54,10 +57,16 @@ class Session {
 
  private:
   static bool listensTo(const std::optional<RunControl::Wait>& wait);
+  bool isAnswered(const RunControl::Wait& wait) const;
   void waitForEvent();
+  void servePresses();
   void serveInput(const Answerer& answer);
+  bool answer(const RunControl::Wait& wait, const Answerer& answer);
 
   bool stopped_ = false;
+  bool endsAtSecondPress_ = false;
+  double lastPress_ = 0;  // monotonic seconds
+  int64_t lastWait_ = 0;  // the number of the wait that was seen last
   ExitStatus worst_ = kAllRan;
 };
 

@@ -40,11 +40,14 @@ StopSignal::~StopSignal() {
 
 int StopSignal::descriptor() const { return g_pipe[0]; }
 
-bool StopSignal::take() {
+int StopSignal::take() {
   char bytes[64];
-  bool pressed = false;
-  while (read(g_pipe[0], bytes, sizeof bytes) > 0) pressed = true;
-  return pressed;
+  int presses = 0;
+  while (const ssize_t count = read(g_pipe[0], bytes, sizeof bytes)) {
+    if (count < 0) break;
+    presses += static_cast<int>(count);
+  }
+  return presses;
 }
 
 }  // namespace kelo::terminal

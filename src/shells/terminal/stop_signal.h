@@ -12,8 +12,8 @@ class StopSignal {
   StopSignal& operator=(const StopSignal&) = delete;
 
   int descriptor() const;
-  /// True once for the presses since the last call.
-  bool take();
+  /// How often it was pressed since the last call.
+  int take();
 };
 
 }  // namespace kelo::terminal

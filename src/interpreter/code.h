@@ -1,0 +1,167 @@
+// Code: what a text is lowered to, once, before it runs.
+//
+// A unit of code is one function, one script, one text of the console or the body of one handle. It is a row of
+// instructions for a machine of registers. The first registers of a unit are its slots: one for each name that it
+// mentions as a variable or a function, in the order of mention, those of a function's inputs first. The registers
+// behind them are temporaries, which the lowering hands out like a stack. An operand is a register, or, when it is
+// negative, a constant: ~k is constant k. A temporary that an instruction reads is used up by it; a slot or a constant
+// is only looked at.
+//
+// Beside each instruction stands the node whose place its messages name. What an instruction needs beyond five
+// numbers, such as the names and the counts of a call, stands in a Site. Messages that enclosing expressions add when
+// one inside them fails, and the question for a stop behind a failed statement, are Regions: spans of instructions, the
+// inner ones first, looked at only when a failure passes.
+//
+// Nothing in a unit belongs to a call, but for what an instruction remembers of its last run to be faster in its next:
+// where a field stood, what a name was found to mean. `kelo --code` prints the code of a text.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "interpreter/builtin.h"
+#include "values/function_bodies.h"
+#include "values/operators.h"
+
+namespace kelo {
+
+class KeloNode;
+struct FunctionUnit;
+
+/// a, b, ... are the operands of an instruction.
+enum class Op : uint16_t {
+  // a = b OP c; in the order of BinaryOp
+  plus, minus, dmult, mult, eqeq, neq, le, lt, ge, gt, dpower, power, ldivide, mldivide, mrdivide, rdivide, and_, or_,
+  // a = OP b; in the order of UnaryOp
+  unaryPlus, unaryMinus, not_,
+  transpose,      // a = b'; c: whether conjugates
+  range,          // a = range of the c operands from b on
+  joinRow,        // a = the c values from b on, side by side
+  appendRow,      // slot a = slot a and the c values from b on, side by side
+  joinRows,       // a = the c rows from b on, one below the other
+  checkElement,   // b is an array, or several
+  checkRange,     // b is numeric
+
+  begin,          // the first of each unit; a call is taken up behind the instruction that made it
+  move,           // a = b
+  loadName,       // a = what the name in slot b means, which may be the result of a call
+  assign,         // slot a = b, or the first of several
+  assignList,     // the slots of site d = the values b; flag: shows
+  firstOf,        // a = b, or the first of several; c: the complaint (text index) where there is none
+  store,          // slot a (subscripts from b on) = c; of site d
+  store1,         // slot a (b) = c; site d
+  store2,         // slot a (b, c) = e; site d
+  checkTarget,    // slot a may be written with subscripts
+  erase,          // slot a (subscripts from b on) = []; site d
+
+  index,          // a = register b (arguments of site d), or a call of it
+  index1,         // a = register b (c), likewise
+  index2,         // a = register b (c, e)
+  call,           // a = call of the name in slot b, which seems to be no variable; site d
+  builtin,        // a = built-in of site d with its arguments
+  scalarCall,     // a = built-in of site d, of one or two numbers b and c; e: which
+  endOf,          // a = `end` in subscript b of site d
+  colon,          // a = ":" as argument b of site d
+  checkExtent,    // subscript b of site d, which holds `end`, has something to end
+  checkArgument,  // a, argument b of site d, can be used; c: also as a number
+  makeHandle,     // a = the handle of site d
+
+  checkStructure, // the name in slot b is a structure
+  fieldOfName,    // a = field c of the structure in slot b
+  field,          // a = field c of b, which was read from d (a name)
+  elementField,   // a = field e of slot b (c); site d
+  checkField,     // b is one value, to be gone further into
+  namedField,     // a = field whose name is in c, of b, which was read from d (a name)
+  setField,       // field b of slot a = c
+  setPath,        // slot a, along the fields of site d, = c
+  setElementField,  // field b of slot a (c) = e; site d
+  setFieldElement,  // field b of slot a, (c) = e; site d
+  chainBegin, checkChain, chainIndices, chainField, chainNamedField, chainAssign, chainErase,  // the general way; see Machine
+
+  jump,           // to a
+  jumpOnTruth,    // to a if "all of b is true" is the flag; c: the complaint
+  jumpOnEqual, jumpOnUnequal, jumpOnLe, jumpOnLt, jumpOnGe, jumpOnGt,  // to a if "b OP c" is the flag
+  forRange,       // registers from a on = the range of the c operands from b on
+  rangeStep,      // slot b = next of the range at a, and to c; else further
+  forArray,       // registers from a on = the array b
+  arrayStep,      // slot b = next element of the array at a, and to c; else further
+  checkSwitch,    // b can be compared by a switch; c: the complaint
+  caseJump,       // to a unless b equals c
+
+  answer,         // slot a, that of `ans`, = b; flag: shows
+  nameStatement,  // b is what the name in slot a, alone in a statement, gave; c: slot of `ans`; flag: shows
+  showName,       // shows slot a
+  poll,           // asks for a stop
+  fail,           // shows text a; flag: and nothing more, the nesting being too deep
+  returnFunction, // the end of a function or a script
+  returnValue,    // b is the result of a handle
+};
+inline constexpr Op operator+(Op op, int n) { return static_cast<Op>(static_cast<int>(op) + n); }
+
+struct Instruction {
+  Op op;
+  uint16_t flag = 0;  ///< what the operation says; of the field operations: where the field stood
+  int32_t a = 0, b = 0, c = 0, d = 0, e = 0;
+};
+
+/// NAME(ARGS) or a value with parentheses behind it: a call, an index, or the target of an assignment.
+struct Site {
+  KeloNode* node = nullptr;
+  Name name;
+  int32_t base = 0;         ///< register of what is indexed or called
+  bool isSlot = true;       ///< of a name; otherwise a temporary with a value
+  bool isTarget = false;    ///< of an assignment: `end` of nothing is 0
+  bool isChain = false;     ///< of an assignment along fields: `end` asks how far it has come
+  int32_t first = 0;        ///< temporaries for the arguments
+  int32_t count = 0;        ///< of the arguments
+  int outputs = 0;
+  int32_t outer = -1;       ///< the site in whose argument this one stands, and which argument: `end` looks there
+  int32_t outerArgument = 0;
+  std::vector<bool> hasEnd;           ///< of each argument: whether it holds the keyword `end`
+  std::vector<KeloNode*> arguments;
+  const Builtin* row = nullptr;       ///< of a built-in
+  std::vector<int32_t> slots;         ///< of an assignment to several names, of what a handle captures
+  std::vector<Name> fields;           ///< of a path of fields
+  Ref<HandleBody> handle;             ///< of a handle as it is written
+
+  // What the last call found, good for one run.
+  uint64_t run = 0;
+  const LocalFunctionFile* functions = nullptr;  // of the caller
+  FunctionUnit* target = nullptr;
+  LocalFunctionFile* targetFunctions = nullptr;
+};
+
+/// What a failure adds on its way out of a span of instructions.
+struct Region {
+  enum class Kind : uint8_t {
+    list,      ///< a stop is looked for, at `node`
+    message,   ///< `text` is shown, at `node`
+    argument,  ///< an argument or a subscript could not be evaluated, as what slot `site.base` holds decides
+  };
+  Kind kind;
+  int32_t begin, end;  ///< first instruction, and one behind the last
+  KeloNode* node;
+  const char* text = nullptr;
+  int32_t site = -1;
+};
+
+struct Code {
+  std::vector<Instruction> instructions;
+  std::vector<KeloNode*> places;      ///< of each instruction
+  std::vector<Storable> constants;
+  std::vector<Name> slots;            ///< the names of the first registers
+  std::vector<Name> names;            ///< of fields
+  std::vector<std::string> texts;     ///< of complaints
+  std::vector<Site> sites;
+  std::vector<Region> regions;
+  int32_t registers = 0;              ///< slots and temporaries
+  int32_t firstOutput = -1;           ///< slot of a function's first output
+
+  int32_t slotCount() const { return static_cast<int32_t>(slots.size()); }
+  /// The slot of a name; -1 when it has none.
+  int32_t slotOf(Name name) const;
+};
+
+}  // namespace kelo

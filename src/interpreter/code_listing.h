@@ -1,0 +1,15 @@
+// The listing of register code, as `kelo --code` prints it: each line of a text with the instructions that it became.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kelo {
+
+class BuiltinTable;
+class KeloNode;
+
+/// The code of a program: its statements or its main function, then its local functions. `source` is its text.
+std::string listing(KeloNode& program, std::string_view source, const BuiltinTable& builtins);
+
+}  // namespace kelo

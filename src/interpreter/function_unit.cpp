@@ -1,0 +1,24 @@
+#include "interpreter/function_unit.h"
+
+#include <algorithm>
+
+#include "interpreter/visitor.h"
+
+namespace kelo {
+
+// Inputs take the first slots and outputs the next; a name that is both stands among the inputs.
+const Code& FunctionUnit::code(bool areGiven, const BuiltinTable& builtins) {
+  std::unique_ptr<Code>& code = areGiven ? given_ : cautious_;
+  if (!code) {
+    code = Visitor::lowerStatements(body, inputs, outputs, areGiven, builtins);
+    if (!outputs.empty()) code->firstOutput = code->slotOf(outputs.front());
+  }
+  return *code;
+}
+
+int32_t Code::slotOf(Name name) const {
+  const auto found = std::find(slots.begin(), slots.end(), name);
+  return found == slots.end() ? -1 : static_cast<int32_t>(found - slots.begin());
+}
+
+}  // namespace kelo

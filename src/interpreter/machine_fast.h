@@ -1,0 +1,114 @@
+// What the machine's loop does on the spot: operations on scalars and on single elements. Each says false, and has done
+// nothing, where it is not that simple; what it does is what the general operation would do.
+#pragma once
+
+#include "interpreter/code.h"
+#include "messages/fatal_fault.h"
+#include "values/indexing.h"
+
+namespace kelo {
+
+inline const Storable& operand(const Storable* registers, const Storable* constants, int32_t r) {
+  return r >= 0 ? registers[r] : constants[~r];
+}
+
+/// Two scalars of any kinds but characters beyond ASCII. Matrices of one element are no different.
+bool scalarBinary(BinaryOp op, const Storable& a, const Storable& b, Storable* result);
+
+/// A subscript as a number, when it is a double or an integer.
+inline bool subscriptNumber(const Storable& subscript, double* number) {
+  if (subscript.isDoubleScalar()) [[likely]] {
+    *number = subscript.doubleScalar();
+    return true;
+  }
+  if (!subscript.isScalarOf(Kind::Int)) return false;
+  *number = static_cast<double>(subscript.numeric()->asInt().scalar());
+  return true;
+}
+
+/// The element at a position. REQUIRES: it is there
+inline void elementAt(const NumericArray& array, int64_t position, Storable* result) {
+  switch (array.kind()) {
+    case Kind::Double: return result->setNumber(array.asDouble()[position]);
+    case Kind::Logical: return result->setLogical(array.asLogical()[position]);
+    case Kind::Char: *result = CharArray(array.asChar()[position]); return;
+    case Kind::Int: *result = IntArray(array.asInt()[position]); return;
+    case Kind::Complex: *result = ComplexDoubleArray(array.asComplex()[position]); return;
+  }
+}
+
+inline bool readScalar(const Storable& array, const Storable& subscript, Storable* result) {
+  double i;
+  if (!array.isNumeric() || !subscriptNumber(subscript, &i)) return false;
+  const NumericArray& numbers = *array.numeric();
+  const int64_t position = plainPosition(i, numbers.numElements());
+  if (position < 0) return false;
+  elementAt(numbers, position, result);
+  return true;
+}
+
+inline bool readScalar(const Storable& array, const Storable& row, const Storable& column, Storable* result) {
+  double i, j;
+  if (!array.isNumeric() || !subscriptNumber(row, &i) || !subscriptNumber(column, &j)) return false;
+  const NumericArray& numbers = *array.numeric();
+  const int64_t position = plainPosition(numbers.size(), i, j);
+  if (position < 0) return false;
+  elementAt(numbers, position, result);
+  return true;
+}
+
+/// Writes a scalar of the array's own kind. REQUIRES: nobody else holds the array, and the position is there
+inline bool putElement(NumericArray& array, int64_t position, const Storable& value) {
+  if (!value.isScalarOf(array.kind())) return false;
+  const NumericArray& scalar = *value.numeric();
+  switch (array.kind()) {
+    case Kind::Double: array.as<double>().writable()[position] = scalar.asDouble().scalar(); break;
+    case Kind::Logical: array.as<bool>().writable()[position] = scalar.asLogical().scalar(); break;
+    case Kind::Char: array.as<Character>().writable()[position] = scalar.asChar().scalar(); break;
+    case Kind::Int: array.as<int64_t>().writable()[position] = scalar.asInt().scalar(); break;
+    case Kind::Complex: array.as<ComplexDouble>().writable()[position] = scalar.asComplex().scalar(); break;
+  }
+  return true;
+}
+
+/// A write just past the end of a vector of doubles appends.
+inline bool storeScalar(Storable& target, const Storable& subscript, const Storable& value) {
+  double i;
+  if (!target.isNumeric() || !subscriptNumber(subscript, &i)) return false;
+  NumericArray& array = *target.numeric();
+  if (!array.isUnshared()) return false;
+  const int64_t position = plainPosition(i, array.numElements());
+  if (position >= 0) return putElement(array, position, value);
+  return value.isDoubleScalar() && i == static_cast<double>(array.numElements()) + 1 &&
+         appendScalar(array, value.doubleScalar());
+}
+
+inline bool storeScalar(Storable& target, const Storable& row, const Storable& column, const Storable& value) {
+  double i, j;
+  if (!target.isNumeric() || !subscriptNumber(row, &i) || !subscriptNumber(column, &j)) return false;
+  NumericArray& array = *target.numeric();
+  const int64_t position = array.isUnshared() ? plainPosition(array.size(), i, j) : -1;
+  return position >= 0 && putElement(array, position, value);
+}
+
+/// A field of a scalar structure. The instruction remembers where the field stood.
+inline const Storable* plainFieldAt(const Storable& value, Name field, const Instruction& instruction) {
+  const StructArray* array = value.structure();
+  if (array == nullptr || !array->size().isScalar()) return nullptr;
+  int64_t index = instruction.flag;
+  if (index >= array->fieldCount() || array->fields()[static_cast<size_t>(index)] != field) {
+    index = array->fieldIndex(field);
+    if (index < 0) return nullptr;
+    if (index < UINT16_MAX) const_cast<Instruction&>(instruction).flag = static_cast<uint16_t>(index);
+  }
+  return &array->value(0, index);
+}
+
+inline bool readPlainField(const Storable& value, Name field, const Instruction& instruction, Storable* result) {
+  const Storable* found = plainFieldAt(value, field, instruction);
+  if (found == nullptr) return false;
+  result->setCopyOf(*found);
+  return true;
+}
+
+}  // namespace kelo

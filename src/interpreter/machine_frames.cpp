@@ -1,0 +1,120 @@
+// Frames: how calls begin and end.
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "grammar/kelo_node.h"
+#include "interpreter/environment.h"
+#include "interpreter/function_unit.h"
+#include "interpreter/machine.h"
+#include "messages/catalogue/interpreter.h"
+
+namespace kelo {
+namespace {
+
+constexpr size_t kMostFrames = 100'000;
+
+}  // namespace
+
+// A frame whose first slots are the arguments, the others being nothing. False when calls are nested too deeply.
+bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t destination, KeloNode& place) {
+  if (frames_.size() >= kMostFrames) [[unlikely]] return failTooDeep(place);
+  const int32_t chunk = stack_.chunk();
+  Storable* base = stack_.room(arguments, code.registers);
+  if (base != arguments) [[unlikely]] {
+    for (int32_t k = 0; k < count; ++k) base[k] = std::move(arguments[k]);
+  }
+  for (int32_t k = count; k < code.slotCount(); ++k) base[k].clear();
+  Frame& made = frames_.emplace_back();
+  made.code = &code;
+  made.pc = code.instructions.data();
+  made.base = base;
+  made.destination = destination;
+  made.chunk = chunk;
+  made.chains = chains_.size();
+  return true;
+}
+
+// What the frame holds goes. An overlay first gives the names back.
+void Machine::pop() {
+  Frame& top = frame();
+  const Code& code = *top.code;
+  if (top.isOverlay) giveNamesBack();
+  for (Storable* r = top.base; r < top.base + code.registers; ++r) {
+    if (!r->isPlainScalar() && !r->isNone()) r->clear();
+  }
+  stack_.setChunk(top.chunk);
+  while (chains_.size() > top.chains) chains_.pop_back();
+  frames_.pop_back();
+}
+
+Machine::Outcome Machine::returnValue(Storable value) {
+  const int32_t destination = frame().destination;
+  const bool isLast = frame().isEntry;
+  pop();
+  if (isLast) {
+    entryResult_ = std::move(value);
+    return Outcome::ended;
+  }
+  reg(destination) = std::move(value);
+  return Outcome::goesOn;
+}
+
+Machine::Outcome Machine::returnFunction() {
+  Frame& top = frame();
+  if (top.unit == nullptr) return returnValue(Storable::none());
+  const auto& names = top.unit->outputs;
+  if (names.size() == 1) {
+    Storable& value = top.base[top.code->firstOutput];
+    if (value.isValue() && !value.isLocalFunc()) return returnValue(std::move(value));
+  }
+  Storable result;
+  if (!collectOutputs(&result)) return Outcome::failed;
+  return returnValue(std::move(result));
+}
+
+/// All declared outputs, NOTE: intended: whatever the caller wants of them.
+bool Machine::collectOutputs(Storable* result) {
+  const FunctionUnit& unit = *frame().unit;
+  std::vector<Storable> values;
+  for (const Name name : unit.outputs) {
+    const Storable& value = reg(frame().code->slotOf(name));
+    if (value.isNone() || value.isLocalFunc()) {
+      if (unit.isMain) return fail(*unit.node, fmt::format(text::kOutputUndefined, name.text()));
+      const std::string words = fmt::format(text::kLocalOutputUndefined, name.text(), unit.funName.text());
+      const Frame& caller = frames_[frames_.size() - 2];
+      const auto at = static_cast<size_t>(caller.pc - caller.code->instructions.data());
+      return fail(unit.body ? *unit.body : *caller.code->places[at], words);
+    }
+    values.push_back(value);
+  }
+  if (values.empty()) *result = Storable::none();
+  else if (values.size() == 1) *result = std::move(values.front());
+  else *result = Storable::listOf(std::move(values));
+  return true;
+}
+
+// A script or a text: it takes the names that it mentions from the workspace below.
+bool Machine::pushOverlay(const Code& code, int32_t destination, int outputs, KeloNode& place) {
+  Storable* from = frames_.empty() ? stack_.start() : frame().base + frame().code->registers;
+  const bool isFirst = frames_.empty();
+  const bool hasCall = !isFirst && frame().hasCall;
+  const Signature call = isFirst ? Signature{0, 0} : frame().call;
+  LocalFunctionFile* functions = isFirst ? nullptr : frame().functions;
+  if (!push(code, from, 0, destination, place)) return false;
+  Frame& made = frame();
+  made.isOverlay = true;
+  made.outputs = outputs;
+  made.hasCall = hasCall;
+  made.call = call;
+  made.functions = functions;
+  takeNames();
+  return true;
+}
+
+std::optional<Machine::Signature> Machine::runningCall() const {
+  if (frames_.empty() || !frame().hasCall) return std::nullopt;
+  return frame().call;
+}
+
+}  // namespace kelo

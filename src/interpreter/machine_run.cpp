@@ -1,0 +1,370 @@
+// The loop.
+//
+// What an instruction does for scalars, and for single elements of arrays, is done on the spot; anything else is left to
+// the general operations of the other sources, which give the same results. A general operation that starts or ends a
+// call leaves a new frame on top; the loop then takes up that one where it stands.
+#include <cmath>
+
+#include "interpreter/environment.h"
+#include "interpreter/function_unit.h"
+#include "interpreter/machine.h"
+#include "interpreter/machine_fast.h"
+#include "interpreter/scalar_calls.h"
+#include "messages/catalogue/indexing.h"
+#include "messages/catalogue/interpreter.h"
+#include "messages/catalogue/values.h"
+#include "messages/fatal_fault.h"
+
+namespace kelo {
+
+// From the frame on top, which is an entry, to its end.
+bool Machine::run() {
+  while (true) {
+    Outcome outcome = Outcome::failed;
+    try {
+      outcome = execute();
+    } catch (const FatalFault&) {
+      while (!frame().isEntry) pop();
+      pop();
+      throw;
+    } catch (...) {
+      failWithCurrentException(placeOf(*frame().pc), lastResortOf(frame().pc->op));
+    }
+    if (outcome == Outcome::ended) return true;
+    if (outcome == Outcome::failed) {
+      unwind();
+      return false;
+    }
+  }
+}
+
+// The regions around the failed instruction have their say, then those around the calls that led there.
+void Machine::unwind() {
+  while (true) {
+    const auto at = static_cast<int32_t>(frame().pc - frame().code->instructions.data());
+    for (const Region& region : frame().code->regions) {
+      if (at < region.begin || at >= region.end) continue;
+      switch (region.kind) {
+        case Region::Kind::list:
+          if (app_.takeStopRequest()) fail(*region.node, text::kTerminatedByUser);
+          break;
+        case Region::Kind::message: fail(*region.node, region.text); break;
+        case Region::Kind::argument: {
+          const Site& site = siteAt(region.site);
+          const bool isIndex = site.isTarget || reg(site.base).isArray();
+          fail(*region.node, isIndex ? text::kIndexEvaluationFailed : text::kArgumentFailed);
+          break;
+        }
+      }
+    }
+    const bool isLast = frame().isEntry;
+    pop();
+    if (isLast) return;
+  }
+}
+
+#define KELO_GENERAL(done)           \
+  {                                  \
+    frames_.back().pc = pc;          \
+    if (!(done)) return Outcome::failed; \
+    ++pc;                            \
+    continue;                        \
+  }
+#define KELO_CALL(done)              \
+  {                                  \
+    frames_.back().pc = pc;          \
+    if (!(done)) return Outcome::failed; \
+    goto resume;                     \
+  }
+
+// Runs until the entry frame ends or something fails; frame().pc then stands at the failed instruction.
+Machine::Outcome Machine::execute() {
+  const Instruction* pc;
+  Storable* R;         // registers of the frame
+  const Storable* K;   // constant ~k
+  Storable scratch(0.0);
+
+resume:
+  {
+    Frame& top = frames_.back();
+    pc = top.pc + 1;
+    R = top.base;
+    K = top.code->constants.data();
+  }
+  while (true) {
+    const Instruction& i = *pc;
+    switch (i.op) {
+#define KELO_ARITHMETIC(name, expression)                             \
+  case Op::name: {                                                    \
+    const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
+    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+      const double x = left.doubleScalar(), y = right.doubleScalar(); \
+      R[i.a].setNumber(expression);                                   \
+      ++pc;                                                           \
+      continue;                                                       \
+    }                                                                 \
+    if (scalarBinary(BinaryOp::name, left, right, &R[i.a])) {         \
+      ++pc;                                                           \
+      continue;                                                       \
+    }                                                                 \
+    KELO_GENERAL(binary(i, BinaryOp::name, &R[i.a]))                  \
+  }
+      KELO_ARITHMETIC(plus, x + y)
+      KELO_ARITHMETIC(minus, x - y)
+      KELO_ARITHMETIC(dmult, x* y)
+      KELO_ARITHMETIC(mult, x* y)
+      KELO_ARITHMETIC(mrdivide, x / y)
+      KELO_ARITHMETIC(rdivide, x / y)
+#undef KELO_ARITHMETIC
+#define KELO_COMPARISON(name, sign)                                   \
+  case Op::name: {                                                    \
+    const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
+    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+      R[i.a].setLogical(left.doubleScalar() sign right.doubleScalar()); \
+      ++pc;                                                           \
+      continue;                                                       \
+    }                                                                 \
+    if (scalarBinary(BinaryOp::name, left, right, &R[i.a])) {         \
+      ++pc;                                                           \
+      continue;                                                       \
+    }                                                                 \
+    KELO_GENERAL(binary(i, BinaryOp::name, &R[i.a]))                  \
+  }
+      KELO_COMPARISON(eqeq, ==)
+      KELO_COMPARISON(neq, !=)
+      KELO_COMPARISON(le, <=)
+      KELO_COMPARISON(lt, <)
+      KELO_COMPARISON(ge, >=)
+      KELO_COMPARISON(gt, >)
+#undef KELO_COMPARISON
+      case Op::dpower: case Op::power: case Op::ldivide: case Op::mldivide: case Op::and_: case Op::or_: {
+        const auto op = static_cast<BinaryOp>(i.op);
+        if (scalarBinary(op, operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
+        KELO_GENERAL(binary(i, op, &R[i.a]))
+      }
+      case Op::unaryPlus: KELO_GENERAL(unary(i, UnaryOp::plus))
+      case Op::unaryMinus: {
+        const Storable& x = operand(R, K, i.b);
+        if (!x.isDoubleScalar()) KELO_GENERAL(unary(i, UnaryOp::minus))
+        R[i.a].setNumber(-x.doubleScalar());
+        break;
+      }
+      case Op::not_: {
+        const Storable& x = operand(R, K, i.b);
+        if (!x.isScalarOf(Kind::Logical)) KELO_GENERAL(unary(i, UnaryOp::not_))
+        R[i.a].setLogical(!x.numeric()->asLogical().scalar());
+        break;
+      }
+      case Op::transpose: KELO_GENERAL(transpose(i))
+      case Op::range: KELO_GENERAL(range(i))
+      case Op::joinRow: KELO_GENERAL(joinRow(i))
+      case Op::appendRow: KELO_GENERAL(appendRow(i))
+      case Op::joinRows: KELO_GENERAL(joinRows(i))
+      case Op::checkElement: KELO_GENERAL(checkElement(R[i.b], placeOf(i)))
+      case Op::checkRange:
+        if (R[i.b].isNumeric()) break;
+        KELO_GENERAL(checkRange(i))
+
+      case Op::begin: break;
+      case Op::move: {
+        const Storable& from = operand(R, K, i.b);
+        if (from.isPlainScalar()) R[i.a].setCopyOf(from);
+        else R[i.a] = take(i.b);
+        break;
+      }
+      case Op::assign: {
+        const Storable& from = operand(R, K, i.b);
+        if (from.isPlainScalar()) {
+          R[i.a].setCopyOf(from);
+          break;
+        }
+        KELO_GENERAL(assign(R[i.a], i.b, text::kNoValueToAssign, placeOf(i)))
+      }
+      case Op::firstOf: {
+        if (R[i.b].isValue()) break;
+        KELO_GENERAL(assign(R[i.a], i.b, textAt(i.c), placeOf(i)))
+      }
+      case Op::assignList: KELO_GENERAL(assignList(i))
+      case Op::store1: {
+        const Storable &subscript = operand(R, K, i.b), &value = operand(R, K, i.c);
+        frames_.back().pc = pc;  // appending may find no memory
+        if (storeScalar(R[i.a], subscript, value)) [[likely]] break;
+        const Storable* arguments[] = {&subscript};
+        KELO_GENERAL(store(i, arguments, 1, &value))
+      }
+      case Op::store2: {
+        const Storable &row = operand(R, K, i.b), &column = operand(R, K, i.c), &value = operand(R, K, i.e);
+        if (storeScalar(R[i.a], row, column, value)) [[likely]] break;
+        const Storable* arguments[] = {&row, &column};
+        KELO_GENERAL(store(i, arguments, 2, &value))
+      }
+      case Op::store: case Op::erase: KELO_GENERAL(storeRow(i))
+      case Op::checkTarget:
+        if (R[i.a].isArray() || R[i.a].isNone() || R[i.a].isLocalFunc()) break;
+        KELO_GENERAL(fail(placeOf(i), text::kAssignmentTargetNotArray))
+
+      case Op::loadName: {
+        const Storable& value = R[i.b];
+        if (value.isPlainScalar()) {
+          R[i.a].setCopyOf(value);
+          break;
+        }
+        if (value.isArray() || value.isFuncHandle()) {
+          R[i.a] = value;
+          break;
+        }
+        KELO_CALL(loadName(i))
+      }
+      case Op::index1: {
+        if (readScalar(R[i.b], operand(R, K, i.c), &R[i.a])) [[likely]] break;
+        KELO_CALL(indexOrCall(i))
+      }
+      case Op::index2: {
+        if (readScalar(R[i.b], operand(R, K, i.c), operand(R, K, i.e), &R[i.a])) [[likely]] break;
+        KELO_CALL(indexOrCall(i))
+      }
+      case Op::index: KELO_CALL(indexOrCall(i))
+      case Op::call: KELO_CALL(call(i, R + siteAt(i.d).first))
+      case Op::builtin: KELO_GENERAL(callRow(i))
+      case Op::scalarCall: {
+        const Storable &x = operand(R, K, i.b), &y = operand(R, K, i.c);
+        if (x.isDoubleScalar() && y.isDoubleScalar() &&
+            scalarCall(static_cast<ScalarCall>(i.e), x.doubleScalar(), y.doubleScalar(), &R[i.a])) {
+          break;
+        }
+        KELO_GENERAL(callScalarRow(i))
+      }
+      case Op::endOf: KELO_GENERAL(endOf(i))
+      case Op::colon: KELO_GENERAL(colon(i))
+      case Op::checkExtent: KELO_GENERAL(checkExtent(i))
+      case Op::checkArgument:
+        if (!i.c && operand(R, K, i.a).isDoubleScalar()) break;
+        KELO_GENERAL(checkArgument(i))
+      case Op::makeHandle: KELO_GENERAL(makeHandle(i))
+
+      case Op::checkStructure: KELO_GENERAL(structureIn(i.b, placeOf(i)) != nullptr)
+      case Op::fieldOfName:
+        if (readPlainField(R[i.b], frames_.back().code->names[static_cast<size_t>(i.c)], i, &R[i.a])) break;
+        KELO_GENERAL(fieldOfName(i))
+      case Op::field: KELO_GENERAL(field(i, nameAt(i.c), nameAt(i.d)))
+      case Op::elementField: KELO_GENERAL(elementField(i))
+      case Op::checkField:
+        if (R[i.b].isValue()) break;
+        KELO_GENERAL(fail(placeOf(i), text::kFieldOfMultipleOutputs))
+      case Op::namedField: KELO_GENERAL(namedField(i))
+      case Op::setField: KELO_GENERAL(setField(i))
+      case Op::setPath: KELO_GENERAL(setPath(i))
+      case Op::setElementField: KELO_GENERAL(setElementField(i))
+      case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
+      case Op::chainBegin:
+        chains_.emplace_back(frames_.back().code->slots[static_cast<size_t>(i.a)]);
+        break;
+      case Op::checkChain: KELO_GENERAL(reachedSize(i.a, placeOf(i), nullptr))
+      case Op::chainIndices: KELO_GENERAL(chainIndices(i))
+      case Op::chainField: chains_.back().addField(nameAt(i.b)); break;
+      case Op::chainNamedField: KELO_GENERAL(chainNamedField(i))
+      case Op::chainAssign: KELO_GENERAL(chainEnd(i, false))
+      case Op::chainErase: KELO_GENERAL(chainEnd(i, true))
+
+      case Op::jump: pc = frames_.back().code->instructions.data() + (i.a); continue;
+      case Op::jumpOnTruth: {
+        const Storable& x = operand(R, K, i.b);
+        bool answer;
+        if (x.isScalarOf(Kind::Logical)) [[likely]] {
+          answer = x.numeric()->asLogical().scalar();
+        } else {
+          frames_.back().pc = pc;
+          if (!truth(i, &answer)) return Outcome::failed;
+        }
+        if (answer == static_cast<bool>(i.flag)) {
+          pc = frames_.back().code->instructions.data() + (i.a);
+          continue;
+        }
+        break;
+      }
+#define KELO_JUMP(name, op, sign)                                       \
+  case Op::name: {                                                      \
+    const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
+    bool answer;                                                        \
+    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] {   \
+      answer = left.doubleScalar() sign right.doubleScalar();           \
+    } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {     \
+      answer = scratch.numeric()->asLogical().scalar();                 \
+    } else {                                                            \
+      frames_.back().pc = pc;                                           \
+      if (!compare(i, BinaryOp::op, &answer)) return Outcome::failed;   \
+    }                                                                   \
+    if (answer == static_cast<bool>(i.flag)) {                          \
+      pc = frames_.back().code->instructions.data() + (i.a);                                             \
+      continue;                                                         \
+    }                                                                   \
+    break;                                                              \
+  }
+      KELO_JUMP(jumpOnEqual, eqeq, ==)
+      KELO_JUMP(jumpOnUnequal, neq, !=)
+      KELO_JUMP(jumpOnLe, le, <=)
+      KELO_JUMP(jumpOnLt, lt, <)
+      KELO_JUMP(jumpOnGe, ge, >=)
+      KELO_JUMP(jumpOnGt, gt, >)
+#undef KELO_JUMP
+      case Op::forRange: KELO_GENERAL(forRange(i))
+      case Op::rangeStep: {
+        Storable* state = R + i.a;
+        const double k = state[3].doubleScalar();
+        if (!(k < state[2].doubleScalar())) break;
+        R[i.b].setNumber(k * state[1].doubleScalar() + state[0].doubleScalar());
+        state[3].setNumber(k + 1);
+        pc = frames_.back().code->instructions.data() + (i.c);
+        continue;
+      }
+      case Op::forArray: KELO_GENERAL(forArray(i))
+      case Op::arrayStep:
+        if (!arrayStep(i)) break;
+        pc = frames_.back().code->instructions.data() + (i.c);
+        continue;
+      case Op::checkSwitch: KELO_GENERAL(checkSwitch(i))
+      case Op::caseJump: {
+        bool matches;
+        frames_.back().pc = pc;
+        if (!caseMatches(i, &matches)) return Outcome::failed;
+        if (matches) break;
+        pc = frames_.back().code->instructions.data() + (i.a);
+        continue;
+      }
+
+      case Op::answer: KELO_GENERAL(answer(i.a, i.b, i.flag))
+      case Op::nameStatement: KELO_GENERAL(nameStatement(i))
+      case Op::showName:
+        frames_.back().pc = pc;
+        showValue(frames_.back().code->slots[static_cast<size_t>(i.a)], R[i.a]);
+        break;
+      case Op::poll:
+        if (app_.takeStopRequest()) [[unlikely]] {
+          frames_.back().pc = pc;
+          fail(placeOf(i), text::kTerminatedByUser);
+          return Outcome::failed;
+        }
+        break;
+      case Op::fail:
+        frames_.back().pc = pc;
+        if (i.flag) failTooDeep(placeOf(i));
+        else fail(placeOf(i), textAt(i.a));
+        return Outcome::failed;
+      case Op::returnFunction: {
+        frames_.back().pc = pc;
+        const Outcome outcome = returnFunction();
+        if (outcome != Outcome::goesOn) return outcome;
+        goto resume;
+      }
+      case Op::returnValue: {
+        frames_.back().pc = pc;
+        const Outcome outcome = returnValue(take(i.b));
+        if (outcome != Outcome::goesOn) return outcome;
+        goto resume;
+      }
+    }
+    ++pc;
+  }
+}
+
+}  // namespace kelo
