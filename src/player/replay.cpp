@@ -27,6 +27,8 @@ const Mark* markOf(const std::string& line) {
   return nullptr;
 }
 
+bool isSetting(const std::string& text) { return text.starts_with("width ") || text.starts_with("digits "); }
+
 /// The lines of one item as a transcript writes them.
 Lines itemLines(const std::string& text, OutputForm form) {
   Lines lines = splitLines(text);
@@ -67,7 +69,7 @@ class Replay {
   void replayStep() {
     const Line line = take();
     if (line.kind == LineKind::caseName || !player_) player_ = std::make_unique<Player>();
-    if (line.text.starts_with("width ") || line.text.starts_with("digits ")) player_->set(line.text);
+    if (line.kind != LineKind::command && isSetting(line.text)) player_->set(line.text);
     if (line.kind == LineKind::file) takeFile(line.text);
     if (line.kind == LineKind::program || line.kind == LineKind::command) playAndWrite(line);
   }

@@ -59,7 +59,7 @@ bool check(const Arguments& arguments) {
     for (const std::string& fault : faultsOf(entry, entries)) isWell = tell({entry.path + ".md " + fault});
     isWell = isPlayed(arguments[0], entry) && isWell;
   }
-  std::cout << namesWithoutPage(entries).size() << " names have no page\n";
+  for (const std::string& name : namesWithoutPage(entries)) isWell = tell({name + " has no page"});
   if (!isWell) std::cout << "scripts/docs --accept writes into the pages what their examples give\n";
   return isWell;
 }
