@@ -61,6 +61,12 @@ check 'dash' 0 "x = ${blank} 1.00000000000" '' with_input 'x = 1' "$program" --d
 check 'json' 1 '{"contentType":"doubleArray","varName":"x","text":"x = \n 1.0000"}
 {"contentType":"error","varName":null,"text":"Error at Line 1(1) of the console. Variable or function named \"nope\" not found."}' \
   '' "$program" --json -e 'x = 1' -e nope
+for name in sin polyfit plot; do
+  "$program" --functions | grep -q "^  $name " && "$program" --functions "$name" | grep -q '^See also' && continue
+  echo "help on $name is missing"
+  failures=$((failures + 1))
+done
+check 'no such function' 1 '' 'kelo: there is no help on "nope"' "$program" --functions nope
 check 'missing file' 1 '' 'Error in no.m. Failed to load "no.m".' "$program" no.m
 check 'not UTF-8' 1 '' '*error*latin.m. *' "$program" latin.m
 check 'not UTF-8 on standard input' 1 '' '*error*. *' with_input 'x = \377' "$program"

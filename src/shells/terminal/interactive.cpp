@@ -11,6 +11,7 @@
 #include "interpreter/builtin_table.h"
 #include "shells/terminal/completion.h"
 #include "shells/terminal/figure_commands.h"
+#include "shells/terminal/function_help.h"
 #include "shells/terminal/line_editor.h"
 #include "shells/terminal/session.h"
 #include "shells/terminal/terminal.h"
@@ -115,6 +116,7 @@ class InteractiveConsole {
   }
 
   void runCommand(const std::string& command) {
+    if (runHelpLine(command, {.width = terminalWidth(), .colour = wantsColour(STDOUT_FILENO)})) return;
     if (figureCommands_.run(command)) return screen_.showIfChanged();
     if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);

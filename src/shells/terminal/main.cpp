@@ -7,6 +7,7 @@
 #include "platform/native/machine.h"
 #include "shells/stdio/stdio_server.h"
 #include "shells/terminal/batch.h"
+#include "shells/terminal/function_help.h"
 #include "shells/terminal/interactive.h"
 #include "shells/terminal/options.h"
 #include "shells/terminal/terminal.h"
@@ -41,6 +42,10 @@ int main(int argc, char** argv) {
   const std::variant<Options, ExitStatus> parsed = parseOptions(argc, argv);
   if (const ExitStatus* status = std::get_if<ExitStatus>(&parsed)) return *status;
   const Options& options = std::get<Options>(parsed);
+  if (options.functions) {
+    const kelo::docs::TextLook look{.width = terminalWidth(), .colour = wantsColour(STDOUT_FILENO)};
+    return printFunctionHelp(*options.functions, look, /*listsCommands=*/false) ? kAllRan : kCommandFailed;
+  }
   const bool isInteractive = options.commands.empty() && !options.file && isatty(STDIN_FILENO);
   return isInteractive ? runInteractive(options) : runBatch(options);
 }

@@ -91,6 +91,9 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   app.add_option("--plots", options.plots, "How the console shows figures: auto, picture, braille or none")
       ->check(CLI::IsMember({"auto", "picture", "braille", "none"}))->type_name("HOW");
   app.add_flag("--json", options.json, "Show each item as one JSON object a line");
+  std::string functions;
+  CLI::Option* functionsOption = app.add_option("--functions", functions, "Print the built-in functions, or the page of NAME, and end")
+                                     ->type_name("[NAME]")->expected(0, 1);
   app.add_flag("--code", options.code, "Print the register code of the texts beside their lines, and run nothing");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
   app.add_option("--documents", options.documentsDir, "Where figures are saved (default: that of --state, or a data directory)")
@@ -105,6 +108,7 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
     return refuse(fault.what());
   }
   if (const std::optional<std::string> fault = takeFigureOptions(options, figureSize)) return refuse(*fault);
+  if (*functionsOption) options.functions = functions;
   if (*digitsOption) options.numDigitIndex = digits == 5 ? 0 : digits == 8 ? 1 : digits == 12 ? 2 : 3;
   return options;
 }

@@ -22,6 +22,7 @@ struct Options {
   std::optional<std::string> stateDir;
   std::optional<std::string> documentsDir;
   bool json = false;
+  std::optional<std::string> functions;  ///< a built-in's name to show the page of; empty: the table of all
   bool code = false;  ///< prints the register code of the texts and runs nothing
   std::vector<std::string> figureFiles;  ///< of --figure, written at the end
   drawing::Size figureSize;              ///< points
