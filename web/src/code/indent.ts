@@ -30,10 +30,21 @@ export async function mendLine(view: EditorView, indenter: Indenter): Promise<vo
   });
 }
 
+const mending = new WeakMap<EditorView, Promise<unknown>>();
+
+function mend(view: EditorView, indenter: Indenter): void {
+  mending.set(view, Promise.all([mending.get(view), mendLine(view, indenter)]));
+}
+
+/// When the engine has answered for every line that is being mended, so that what is run is what is seen.
+export async function indentationSettled(view: EditorView): Promise<void> {
+  await mending.get(view);
+}
+
 export function newLine(indenter: Indenter): Command {
   return (view) => {
     view.dispatch(view.state.replaceSelection('\n'), { scrollIntoView: true, userEvent: 'input' });
-    void mendLine(view, indenter);
+    mend(view, indenter);
     return true;
   };
 }
@@ -42,6 +53,6 @@ export function mendWhileTyping(indenter: Indenter): Extension {
   return EditorView.updateListener.of((update) => {
     if (!update.docChanged || !update.transactions.some((each) => each.isUserEvent('input.type'))) return;
     const line = update.state.doc.lineAt(update.state.selection.main.head);
-    if (kParting.test(line.text)) void mendLine(update.view, indenter);
+    if (kParting.test(line.text)) mend(update.view, indenter);
   });
 }

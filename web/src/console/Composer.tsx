@@ -6,7 +6,7 @@ import { EditorState, Prec } from '@codemirror/state';
 import { EditorView, keymap, placeholder } from '@codemirror/view';
 import type { App } from '../shell/core/app';
 import { codeExtensions, replaceAll, setOwnKeyboard, targetOf } from '../code/codeField';
-import { newLine, mendWhileTyping } from '../code/indent';
+import { indentationSettled, newLine, mendWhileTyping } from '../code/indent';
 import { Suggestions } from '../code/suggestions';
 import { SuggestionStrip } from '../code/SuggestionStrip';
 import { isTouch, ownKeyboardWanted } from '../code/useOwnKeyboard';
@@ -50,7 +50,7 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
       return true;
     }
     if (!app.preferences.value.value.enterRuns) return breakLine(view);
-    entering = entering.then(() => enterBySense(app, view, run, breakLine));
+    entering = entering.then(() => indentationSettled(view)).then(() => enterBySense(app, view, run, breakLine));
     return true;
   };
   const recall = (text: string | null, view: EditorView) => {

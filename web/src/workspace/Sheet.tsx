@@ -1,7 +1,7 @@
 /// A matrix as a sheet. Only the rows in view are in the page. Arrows move, Enter or a second tap
 /// edits an element, and the edit runs as a command.
 
-import { useEffect, useRef } from 'preact/hooks';
+import { useLayoutEffect, useRef } from 'preact/hooks';
 import { useSignal } from '@preact/signals';
 import type { App } from '../shell/core/app';
 import type { Variable } from '../engine/core/protocol';
@@ -133,7 +133,7 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
 
 function Cell({ label, value, finish }: { label: string; value: string; finish(text: string | null): void }) {
   const input = useRef<HTMLInputElement>(null);
-  useEffect(() => {
+  useLayoutEffect(() => {
     input.current?.select();
     input.current?.focus();
   }, []);

@@ -77,6 +77,7 @@ describe.skipIf(!existsSync(program))('the real engine', () => {
     await expect.poll(() => page.locator('.sheet td').count()).toBe(4);
     await page.locator('.sheet td').nth(3).click();
     await page.locator('.sheet td').nth(3).click();
+    await page.locator('.sheet td input:focus').waitFor();
     await page.keyboard.type('7');
     await page.keyboard.press('Enter');
     await expect.poll(() => page.locator('.sheet td').nth(3).innerText()).toMatch(/7|0\.007/);
