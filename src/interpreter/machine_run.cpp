@@ -97,7 +97,7 @@ resume:
 #define KELO_ARITHMETIC(name, expression)                             \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
       const double x = left.doubleScalar(), y = right.doubleScalar(); \
       R[i.a].setNumber(expression);                                   \
       ++pc;                                                           \
@@ -119,7 +119,7 @@ resume:
 #define KELO_COMPARISON(name, sign)                                   \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
       R[i.a].setLogical(left.doubleScalar() sign right.doubleScalar()); \
       ++pc;                                                           \
       continue;                                                       \
@@ -228,7 +228,7 @@ resume:
       case Op::builtin: KELO_GENERAL(callRow(i))
       case Op::scalarCall: {
         const Storable &x = operand(R, K, i.b), &y = operand(R, K, i.c);
-        if (x.isDoubleScalar() && y.isDoubleScalar() &&
+        if (Storable::areDoubleScalars(x, y) &&
             scalarCall(static_cast<ScalarCall>(i.e), x.doubleScalar(), y.doubleScalar(), &R[i.a])) {
           break;
         }
@@ -286,7 +286,7 @@ resume:
   case Op::name: {                                                      \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
     bool answer;                                                        \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] {   \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] {   \
       answer = left.doubleScalar() sign right.doubleScalar();           \
     } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {     \
       answer = scratch.numeric()->asLogical().scalar();                 \

@@ -61,10 +61,10 @@ class FunctionHandle {
 
  private:
   FunctionHandle(Form form, Name name);
+  Ref<CountedObject> body_;  // an AnonymousFunction or a LocalFunctionFile; null: neither
   Form form_;
   Name name_;
   int32_t localIndex_ = 0;
-  Ref<CountedObject> body_;  // an AnonymousFunction or a LocalFunctionFile
 };
 
 }  // namespace kelo
