@@ -31,6 +31,7 @@ class LocalFunction {
 
   const LocalFunctionBody& body() const;
   const Ref<LocalFunctionFile>& file() const { return file_; }
+  int64_t index() const { return index_; }  ///< among the functions of the file
 
  private:
   Ref<LocalFunctionFile> file_;

@@ -78,6 +78,10 @@ class Storable {
   }
   /// Becomes a copy.
   void setCopyOf(const Storable& other) { *this = other; }
+  /// Becomes some scalar or nothing, so that no reference is held.
+  void letGo() {
+    if (!holdsNothing()) reset();
+  }
   /// Becomes nothing.
   void clear() {
     if (!holdsNothing()) reset();
@@ -163,5 +167,37 @@ struct StorableList : CountedObject {
 };
 
 inline std::vector<Storable>& Storable::list() const { return list_->values; }
+
+// ---- Of a structure
+
+struct StructArray::Body : CountedObject {
+  Body(const SizeVector& s, std::vector<Name> names);
+  explicit Body(const Body& other)
+      : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
+
+  size_t at(int64_t element, int64_t field) const {
+    return static_cast<size_t>(element) * fields->names().size() + static_cast<size_t>(field);
+  }
+
+  SizeVector size;
+  Ref<FieldNames> fields;
+  std::vector<Storable> values;
+};
+
+inline const SizeVector& StructArray::size() const { return body_->size; }
+inline const std::vector<Name>& StructArray::fields() const { return body_->fields->names(); }
+inline int64_t StructArray::fieldIndex(Name field) const { return body_->fields->indexOf(field); }
+inline const Storable& StructArray::value(int64_t element, int64_t field) const {
+  return body_->values[body_->at(element, field)];
+}
+inline bool StructArray::isUnshared() const { return !body_->isShared(); }
+inline StructArray::Body& StructArray::ownBody() {
+  if (body_->isShared()) takeOwnBody();
+  return *body_;
+}
+inline Storable& StructArray::writableValue(int64_t element, int64_t field) {
+  Body& body = ownBody();
+  return body.values[body.at(element, field)];
+}
 
 }  // namespace kelo
