@@ -261,7 +261,8 @@ std::vector<Method> figureMethods() {
   return {
       {"figure/get", {}, get, figure, "The current figure: none, plot or surface, in its coded form"},
       {"figure/edit", {{"changes", Kind::object}}, edit, figure, "Change keys of the coded form"},
-      {"figure/drawing", {width, height, theme}, drawing, "{width, height, plotArea, items}", "What is to be painted"},
+      {"figure/drawing", {width, height, theme}, drawing, "{width, height, title, description, plotArea, items}",
+       "What is to be painted; plotArea is [left, top, right, bottom]"},
       {"figure/mesh", {}, mesh, "{surfaces: [{numRows, numCols, points}], xlims, ylims, zlims, revision}",
        "The meshes of a surface, points as 32-bit floats x, y, z"},
       {"figure/tip", {{"x", Kind::number}, {"y", Kind::number}, width, height}, tip,
