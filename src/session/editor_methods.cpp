@@ -32,7 +32,7 @@ std::optional<Json> edit(const Call& call) {
   const std::string text = call.text("text");
   const int64_t start = call.integer("start"), end = call.integer("end");
   if (end > utf16Length(text)) throw wrongParameter("end", "within the text");
-  if (start > end) throw wrongParameter("start", "not behind \"end\"");
+  if (start > end) throw wrongParameter("start", "at most \"end\"");
   const std::optional<EditedText> edited = command(text, start, end);
   return Json{{"text", edited->text}, {"start", edited->start}, {"end", edited->end}};
 }
