@@ -97,6 +97,7 @@ class Visitor {
   int32_t visitTranspose(KeloNode& node, int32_t wish);
   int32_t visitMatrix_cat(KeloNode& node, int32_t wish);
   bool lowerAppend(KeloNode& node, int32_t slot);
+  bool lowerAppendText(KeloNode& node, int32_t slot);
   int32_t visitUnaryOps(KeloNode& node, int32_t wish);
   int32_t visitBinaryOps(KeloNode& node, int32_t wish);
   int32_t visitMatrix_colon(KeloNode& node, int32_t wish);
