@@ -30,7 +30,7 @@ std::string pathOf(const Call& call, const char* signature) {
   const std::string path = read::text(call, 0, {signature, "fname", predicate::kCharacterVector});
   const size_t dot = std::min(path.rfind('.'), path.size());
   if (!isPathOfNames(std::string_view(path).substr(0, dot))) {
-    throw problem(fmt::format(text::kInvalidFileName, path));
+    throw problem(fmt::format(text::kUnusableFileName, path));
   }
   const std::string extension = lowered(path.substr(dot));
   if (extension != ".csv" && extension != ".dat" && extension != ".txt") {

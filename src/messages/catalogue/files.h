@@ -4,6 +4,7 @@
 #include <string>
 
 #include "messages/alert.h"
+#include "messages/catalogue/values.h"
 
 namespace kelo::text {
 
@@ -37,7 +38,6 @@ inline constexpr const char* kFailedToCopy = "Failed to Copy";
 inline constexpr const char* kFailedToMove = "Failed to Move";
 inline constexpr const char* kCopyIntoChild = "Cannot copy a folder to its child folder";
 inline constexpr const char* kMoveIntoChild = "Cannot move a folder to its child folder";
-inline constexpr const char* kUnexpectedError = "Unexpected error occurred";
 inline std::string alreadyExists(const std::string& name) {
   return "File " + quoted(name) + " already exists in the destination folder";
 }

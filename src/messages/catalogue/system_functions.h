@@ -38,7 +38,7 @@ inline constexpr const char* kCsvreadCount = "{0}() expects 2 or 4 input argumen
 inline constexpr const char* kCsvRange = "have 4 non-negative integers";
 inline constexpr const char* kCsvRangeOrder =
     "In {}(fname, r1, c1, [r1 c1 r2 c2]), it should hold that r1 <= r2 and c1 <= c2";
-inline constexpr const char* kInvalidFileName = "Invalid file name \"{}\"";
+inline constexpr const char* kUnusableFileName = "Invalid file name \"{}\"";
 inline constexpr const char* kInvalidExtension = "Invalid file extension \"{}\"";
 inline constexpr const char* kExtensionExpected = "It should be either \".csv\", \".dat\" or \".txt\"";
 inline constexpr const char* kFailedToConvert = "Failed to convert \"{}\"";
