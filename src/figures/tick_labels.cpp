@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "display/number_format.h"
 #include "figures/plot_area.h"
@@ -34,20 +35,21 @@ double scaled(double tick, int power) {
   return tick * 1e300 * std::pow(10.0, -power - 300);
 }
 
-/// Two ticks at different places would say the same.
-bool isAmbiguous(const AxisReading& axis, int n, int power) {
-  for (size_t i = 1; i < axis.ticks.size(); ++i) {
-    const double a = axis.ticks[i - 1], b = axis.ticks[i];
-    if (a != b && numberText(n, scaled(a, power)) == numberText(n, scaled(b, power))) return true;
-  }
-  return false;
+/// Texts of n digits are off by half a percent of the axis at most, so no reader sees it.
+bool isExactEnough(const AxisReading& axis, int n, int power) {
+  const double most = 0.005000001 * (scaled(axis.ticks.back(), power) - scaled(axis.ticks.front(), power));
+  return std::all_of(axis.ticks.begin(), axis.ticks.end(), [&](double tick) {
+    const double x = scaled(tick, power);
+    return std::fabs(std::strtod(numberText(n, x).c_str(), nullptr) - x) <= most;
+  });
 }
 
 int digitsOf(const AxisReading& axis, double length, const LabelMeasure& measure, int power) {
   if (!axis.autoTicks) return kDigitsOfManualTicks;
-  int n = digitsThatFit(axis, measure.share * length, measure.text);
   const int most = digitsThatFit(axis, length, measure.text);
-  while (n < most && isAmbiguous(axis, n, power)) ++n;
+  if (measure.digits == LabelMeasure::Digits::fitting || axis.ticks.empty()) return most;
+  int n = kFewestDigits;
+  while (n < most && !isExactEnough(axis, n, power)) ++n;
   return n;
 }
 

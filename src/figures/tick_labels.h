@@ -37,7 +37,11 @@ struct TickLabels {
 struct LabelMeasure {
   const platform::TextMeasure& text;
   std::optional<double> lineHeight;  ///< of an axis that runs upwards, where labels stand one above the other
-  double share = 1;                  ///< how much of its part of the axis a label may fill
+  enum class Digits {
+    fitting,  ///< as many as the axis has room for
+    needed,   ///< of those no more than place every tick to half a percent of the axis, at least 3
+  };
+  Digits digits = Digits::fitting;  ///< of automatic ticks; manual ones have 6
 };
 
 /// The labels of an axis `length` points long. Ticks outside the limits have none; two that fall on

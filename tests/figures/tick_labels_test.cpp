@@ -66,5 +66,24 @@ TEST(TickLabels, table) {
   }
 }
 
+TEST(TickLabels, noMoreDigitsThanNeeded) {
+  const struct {
+    double lower, upper, length;
+    const char* labels;
+  } rows[] = {
+      {0, 10, 900, "0.00 2.00 4.00 6.00 8.00 10.0"},
+      {-0.999992, 0.999984, 900, "-1.00 -0.80 -0.40 0.00 0.40 0.80 1.00"},
+      {1000, 1010, 900, "100.0 100.2 100.4 100.6 100.8 101.0 e1"},
+      {1000.31, 1009.7, 900, "100.03 100.20 100.40 100.60 100.80 100.97 e1"},
+      {1000.31, 1009.7, 200, "100 100 100 101 101 101 e1"},  // more have no room
+  };
+  const SixPoints measure;
+  for (const auto& row : rows) {
+    const Limits limits{row.lower, row.upper};
+    const LabelMeasure labels{measure, 10, LabelMeasure::Digits::needed};
+    EXPECT_EQ(joined(tickLabels({limits, true, true, autoTicks(limits)}, row.length, labels)), row.labels);
+  }
+}
+
 }  // namespace
 }  // namespace kelo::figures

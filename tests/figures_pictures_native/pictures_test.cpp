@@ -10,6 +10,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "figures/pictures/native/visual_text.h"
 #include "figures/pictures/png.h"
 #include "figures/pictures/svg.h"
 #include "figures_drawing/samples.h"
@@ -140,6 +141,13 @@ TEST(Pictures, files) {
   const std::string pdf = renderer.pdf(list);
   EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
   EXPECT_NE(pdf.find("DejaVuSans"), std::string::npos) << "the font is embedded";
+}
+
+TEST(Pictures, textRunsAsTheEyeReadsIt) {
+  using native::visualText;
+  EXPECT_EQ(visualText("speed (m/s) η²"), "speed (m/s) η²");
+  EXPECT_EQ(visualText("x \u05e9\u05dc\u05d5\u05dd"), "x \u05dd\u05d5\u05dc\u05e9");
+  EXPECT_EQ(visualText("\u0633\u0644\u0627\u0645"), "\ufee1\ufefc\ufeb3") << "joined, from right to left";
 }
 
 }  // namespace

@@ -147,7 +147,7 @@ class BoxAxes {
     std::optional<double> lineHeight;
     if (isUpright) lineHeight = sheet_.measure.lineHeight(size);
     figures::TickLabels labels = figures::tickLabels(surface_.axis(static_cast<Axis>(axis)), edge.length(),
-                                                     {measure, lineHeight, kShareOfLabel});
+                                                     {measure, lineHeight, kDigits});
     powers_[axis] = labels.power;
     if (labels.labels.size() > 2) std::rotate(labels.labels.begin() + 1, labels.labels.end() - 1, labels.labels.end());
     for (const figures::TickLabel& label : labels.labels) {  // the ends first: they are to be kept

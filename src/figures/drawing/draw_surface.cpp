@@ -24,7 +24,7 @@ double besideBox(const Sheet& sheet, const SurfData& surface) {
   const double length = 0.45 * sheet.list.size.height;
   double widest = 0;
   for (const auto& label :
-       figures::tickLabels(surface.axis(figures::Axis::z), length, {measure, {}, kShareOfLabel}).labels) {
+       figures::tickLabels(surface.axis(figures::Axis::z), length, {measure, {}, kDigits}).labels) {
     widest = std::fmax(widest, measure.width(label.text));
   }
   return sheet.tickLength() + widest + (surface.zLabelText.empty() ? 1.4 : 2.7) * sheet.em;

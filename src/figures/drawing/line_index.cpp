@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/parallel.h"
 
@@ -10,6 +11,7 @@ namespace {
 
 /// Shorter lines are drawn as fast without.
 constexpr int64_t kWorthIndexing = 1 << 16;
+constexpr double kLargest = std::numeric_limits<double>::max();
 
 }  // namespace
 
@@ -29,21 +31,24 @@ LineIndex::LineIndex(std::span<const figures::Point> points) : points_(points) {
 void LineIndex::summarize(int64_t block) {
   const int64_t begin = block * kBlock, end = std::min<int64_t>(begin + kBlock, static_cast<int64_t>(points_.size()));
   double before = begin == 0 ? points_[0].x : points_[begin - 1].x;
-  double least = points_[begin].y, greatest = least, spread = 0;
-  int64_t leastAt = begin, greatestAt = begin;
-  bool isOrdered = true;
-  for (int64_t i = begin; i < end; ++i) {
+  double least = points_[begin].y, greatest = least;
+  bool isOrdered = true, isFinite = true;
+  for (int64_t i = begin; i < end; ++i) {  // OPTIMIZATION: no branches; where the extremes are is looked up behind
     const figures::Point p = points_[i];
     isOrdered &= p.x >= before;
     before = p.x;
-    spread += (p.x - p.x) + (p.y - p.y);  // stays 0 unless something is not finite
-    if (p.y < least) least = p.y, leastAt = i;
-    if (p.y > greatest) greatest = p.y, greatestAt = i;
+    isFinite &= (std::fabs(p.x) <= kLargest) & (std::fabs(p.y) <= kLargest);
+    least = p.y < least ? p.y : least;
+    greatest = p.y > greatest ? p.y : greatest;
   }
+  const auto placeOf = [&](double y) {
+    const auto first = points_.begin() + begin, last = points_.begin() + end - 1;
+    return std::find_if(first, last, [y](const figures::Point& p) { return p.y == y; }) - first;
+  };
   const auto at = static_cast<size_t>(block);
-  least_[at] = static_cast<uint8_t>(leastAt - begin);
-  greatest_[at] = static_cast<uint8_t>(greatestAt - begin);
-  isOrdered_[at] = isOrdered && spread == 0;
+  least_[at] = static_cast<uint8_t>(placeOf(least));
+  greatest_[at] = static_cast<uint8_t>(placeOf(greatest));
+  isOrdered_[at] = isOrdered && isFinite;
 }
 
 int64_t LineIndex::lowerBound(double x, int64_t from) const {

@@ -11,13 +11,18 @@ using figures::Point;
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
+/// How far a line may pass a point by that is left out, in columns.
+constexpr double kStraight = 0.15;
+
 bool isFinite(const Point& p) { return std::fabs(p.x) <= kLargest && std::fabs(p.y) <= kLargest; }
 
 /// Takes data points, gives the clipped path.
 class PathSink {
  public:
-  PathSink(DisplayList& list, const PlotFrame& frame, bool isStairs)
-      : path_(list, frame.area), frame_(frame), isStairs_(isStairs) {}
+  PathSink(DisplayList& list, const PlotFrame& frame, Reduction reduction, bool isStairs)
+      : path_(list, frame.area, reduction.columnsPerPoint > 0 ? kStraight / reduction.columnsPerPoint : 0),
+        frame_(frame),
+        isStairs_(isStairs) {}
 
   void add(const Point& point) {
     const Vec2 p{frame_.x(point.x), frame_.y(point.y)};
@@ -83,6 +88,55 @@ void addAll(PathSink& sink, std::span<const Point> points) {
   for (const Point& point : points) isFinite(point) ? sink.add(point) : sink.breakHere();
 }
 
+/// A run of neighbours in one column, and where they are least and greatest.
+struct ColumnRun {
+  int64_t end, least, greatest;
+};
+
+/// OPTIMIZATION: a few points at a time, without a branch for each.
+class RunReader {
+ public:
+  RunReader(std::span<const Point> points, double lower, double upper)
+      : points_(points), count_(static_cast<int64_t>(points.size())), lower_(lower), upper_(upper) {}
+
+  /// REQUIRES: the first one is finite and stands in the column
+  ColumnRun from(int64_t first) {
+    run_ = {first + 1, first, first};
+    while (run_.end + kStep <= count_ && takesStep()) run_.end += kStep;
+    while (run_.end < count_ && belongs(points_[run_.end])) include(run_.end++);
+    return run_;
+  }
+
+ private:
+  static constexpr int kStep = 8;
+
+  bool belongs(const Point& p) const { return (p.x >= lower_) & (p.x < upper_) & (std::fabs(p.y) <= kLargest); }
+  void include(int64_t i) {
+    if (points_[i].y < points_[run_.least].y) run_.least = i;
+    if (points_[i].y > points_[run_.greatest].y) run_.greatest = i;
+  }
+  bool takesStep() {
+    const Point* p = &points_[run_.end];
+    bool allBelong = true;
+    double least = p[0].y, greatest = least;
+    for (int k = 0; k < kStep; ++k) {
+      allBelong &= belongs(p[k]);
+      least = p[k].y < least ? p[k].y : least;
+      greatest = p[k].y > greatest ? p[k].y : greatest;
+    }
+    if (!allBelong) return false;
+    if (least < points_[run_.least].y || greatest > points_[run_.greatest].y) {
+      for (int k = 0; k < kStep; ++k) include(run_.end + k);
+    }
+    return true;
+  }
+
+  std::span<const Point> points_;
+  int64_t count_;
+  double lower_, upper_;
+  ColumnRun run_{};
+};
+
 /// Reads every point; runs of neighbours in one column become four.
 void addByRuns(PathSink& sink, std::span<const Point> points, const Columns& columns) {
   const auto count = static_cast<int64_t>(points.size());
@@ -94,16 +148,9 @@ void addByRuns(PathSink& sink, std::span<const Point> points, const Columns& col
     }
     double lower, upper;
     columns.around(points[i].x, lower, upper);
-    const int64_t first = i;
-    int64_t least = i, greatest = i;
-    double leastY = points[i].y, greatestY = leastY;
-    for (++i; i < count; ++i) {
-      const Point p = points[i];
-      if (!(p.x >= lower && p.x < upper && std::fabs(p.y) <= kLargest)) break;
-      if (p.y < leastY) leastY = p.y, least = i;
-      if (p.y > greatestY) greatestY = p.y, greatest = i;
-    }
-    sink.addFour(points, first, least, greatest, i - 1);
+    const ColumnRun run = RunReader(points, lower, upper).from(i);
+    sink.addFour(points, i, run.least, run.greatest, run.end - 1);
+    i = run.end;
   }
 }
 
@@ -130,7 +177,7 @@ void addByIndex(PathSink& sink, const LineIndex& index, const PlotFrame& frame, 
 void addLinePath(DisplayList& list, const figures::Line& line, const PlotFrame& frame, Reduction reduction,
                  const LineIndex* index) {
   const bool isStairs = line.attribute.type == figures::PlotStyle::Stair;
-  PathSink sink(list, frame, isStairs);
+  PathSink sink(list, frame, reduction, isStairs);
   const std::span<const Point> points = line.points.values();
   const bool isShort = static_cast<double>(points.size()) < 2 * frame.area.width() * reduction.columnsPerPoint;
   if (reduction.columnsPerPoint <= 0 || isShort) return addAll(sink, points);

@@ -105,9 +105,9 @@ class Layout {
     const SizedMeasure measure = sized(sheet_);
     const auto& plot = plot_;
     layout_.xTicks =
-        figures::tickLabels(plot.axis(Axis::x), layout_.area.width(), {measure, std::nullopt, kShareOfLabel});
+        figures::tickLabels(plot.axis(Axis::x), layout_.area.width(), {measure, std::nullopt, kDigits});
     const double height = measure_.lineHeight(sheet_.tickSize());
-    layout_.yTicks = figures::tickLabels(plot.axis(Axis::y), layout_.area.height(), {measure, height, kShareOfLabel});
+    layout_.yTicks = figures::tickLabels(plot.axis(Axis::y), layout_.area.height(), {measure, height, kDigits});
     dropOverlapping();
   }
 

@@ -8,8 +8,9 @@
 
 #include "figures/drawing/display_list.h"
 #include "figures/drawing/theme.h"
-#include "platform/text_measure.h"
+#include "figures/tick_labels.h"
 #include "platform/font_measure.h"
+#include "platform/text_measure.h"
 
 namespace kelo::drawing {
 
@@ -64,8 +65,8 @@ class SizedMeasure : public platform::TextMeasure {
   double size_;
 };
 
-/// Of its part of an axis a label fills no more, so that digits stay few and the eye finds its way.
-inline constexpr double kShareOfLabel = 0.55;
+/// Few digits, so that the eye finds its way.
+inline constexpr auto kDigits = figures::LabelMeasure::Digits::needed;
 
 /// The dashes of a style for a line so wide.
 Dash dashOf(figures::Line::Style style, double width);

@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "figures/drawing/marker_outline.h"
+#include "figures/pictures/native/visual_text.h"
 
 namespace kelo::pictures::native {
 
@@ -129,15 +130,16 @@ void CairoPainter::markers(const Item& item) {
 void CairoPainter::text(const Item& item) {
   const drawing::Text& text = *item.text;
   cairo_.set_font_size(context_, text.size);
+  const std::string shown = visualText(text.text);
   cairo_text_extents_t extents{};
-  cairo_.text_extents(context_, text.text.c_str(), &extents);
+  cairo_.text_extents(context_, shown.c_str(), &extents);
   const double share = text.anchor == drawing::Anchor::start ? 0 : text.anchor == drawing::Anchor::middle ? 0.5 : 1;
   cairo_.save(context_);
   cairo_.translate(context_, item.points[0], item.points[1]);
   cairo_.rotate(context_, text.angle * std::numbers::pi / 180);
   cairo_.move_to(context_, -share * extents.x_advance, 0);
   source(text.color);
-  cairo_.show_text(context_, text.text.c_str());
+  cairo_.show_text(context_, shown.c_str());
   cairo_.restore(context_);
   cairo_.new_path(context_);
 }
