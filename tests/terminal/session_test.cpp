@@ -5,10 +5,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+
+#include "figures/coding/base64.h"
 
 namespace {
 
@@ -24,6 +28,7 @@ class Session {
     setenv("TERM", "xterm", 1);
     setenv("ASAN_OPTIONS", "detect_leaks=0", 0);  // libedit keeps copies of the names that it is given
     setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
+    setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
     colour ? unsetenv("NO_COLOR") : setenv("NO_COLOR", "1", 1);
     if (chdir(folder.c_str()) == 0) execl(KELO_PROGRAM, "kelo", nullptr);
     _exit(127);
@@ -62,6 +67,17 @@ class Session {
       readSome();
     }
     return testing::AssertionFailure() << "never showed \"" << expected << "\" but \"" << shown_.substr(seen_) << '"';
+  }
+  /// Answers as a terminal would, without waiting.
+  void answer(const std::string& text) {
+    EXPECT_EQ(write(terminal_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+  }
+  /// What stands between two texts that appear, both included.
+  std::string taken(const std::string& first, const std::string& last) {
+    EXPECT_TRUE(shows(first));
+    const size_t begin = seen_ - first.size();
+    EXPECT_TRUE(shows(last));
+    return shown_.substr(begin, seen_ - begin);
   }
   /// Types the end of the input until the program has ended, for a terminal drops that key while a line is not being
   /// read; the exit status.
@@ -207,6 +223,93 @@ TEST(Interrupt, IsNotLostAtTheStartNorBetweenCommands) {
     const int status = statusWhenInterruptedAfter(milliseconds);
     EXPECT_TRUE(status == 1 || status == 128 + SIGINT) << status << " after " << milliseconds << " ms";
   }
+}
+
+TEST_F(Terminal, KeepsShowsAndExportsFigures) {
+  const struct {
+    const char *line, *answer;
+  } rows[] = {
+      {":figures", "No Plot. Saved plots will appear here\r\n"},
+      {":save one", "There is no figure to save\r\n"},
+      {":export f.svg", "There is no figure to write to f.svg\r\n"},
+      {"plot([1 2 NaN])", "\xe2\xa0"},  // braille
+      {":save one", "Failed to Save. Error occurred while writing data to the figure file.\r\n"},
+      {"plot(1:3)", "\xe2\xa0"},
+      {":save 1x", "Invalid File Name. Only letters, numbers, and underscore are allowed"},
+      {":save", ":save needs a NAME\r\n"},
+      {":close now", ":close takes no argument\r\n"},
+      {":export f.gif", "A figure file should end in .png, .pdf, .svg or .kfig: f.gif\r\n"},
+      {":export away/f.svg", "away/f.svg cannot be written: "},
+      {":show one", "There is no saved figure named \"one\"\r\n"},
+      {":save one", "> "},
+      {":save one", "Failed to Save. Figure named \"one\" already exists.\r\n"},
+      {" :figures ", "one  Saved: 20"},
+      {":close", "> "},
+      {":export f.svg", "There is no figure to write to f.svg\r\n"},
+      {":show one", "\xe2\xa0"},
+      {":export f.svg", "> "},
+      {"xlim", "ans = \r\n 1.0000   3.0000"},
+      {"?", ":export FILE"},
+  };
+  Session session(folder_, false);
+  ASSERT_TRUE(session.shows("> "));
+  for (const auto& row : rows) {
+    EXPECT_TRUE(session.type(std::string(row.line) + "\r", row.line + std::string("\r\n"))) << row.line;
+    EXPECT_TRUE(session.shows(row.answer)) << row.line;
+  }
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "f.svg"));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "data/kelo/.FIGURES/one.kfig"));
+}
+
+const char* const kGraphicsQuestion = "\x1b_Gi=31,s=1,v=1,a=q,t=d,f=24;AAAA\x1b\\\x1b[16t\x1b[c";
+
+/// The content of the chunks of a picture by the kitty protocol.
+std::string kittyContent(const std::string& text) {
+  std::string coded;
+  for (size_t at = text.find("\x1b_G"); at != std::string::npos; at = text.find("\x1b_G", at + 1)) {
+    const size_t content = text.find(';', at) + 1, end = text.find("\x1b\\", content);
+    EXPECT_LE(end - content, 4096u);
+    coded += text.substr(content, end - content);
+  }
+  return kelo::figures::bytesOfBase64(coded).value_or("");
+}
+
+uint32_t bigEndian(const std::string& bytes, size_t at) {
+  uint32_t value = 0;
+  for (size_t k = 0; k < 4; ++k) value = value << 8 | static_cast<uint8_t>(bytes.at(at + k));
+  return value;
+}
+
+TEST_F(Terminal, ShowsPicturesWhereTheTerminalKnowsThem) {
+  {
+    Session session(folder_, true);
+    ASSERT_TRUE(session.type("plot(1:3)\r", kGraphicsQuestion));
+    session.answer("\x1b_Gi=31;OK\x1b\\\x1b[6;20;10t\x1b[?62;4c");
+    const std::string png = kittyContent(session.taken("\x1b_Ga=T,f=100,q=2,m=1;", "\r\n"));
+    ASSERT_EQ(png.substr(1, 3), "PNG");
+    EXPECT_EQ(bigEndian(png, 16), 790u) << "79 cells of 10 pixels";
+    EXPECT_EQ(bigEndian(png, 20), 593u);
+    size_t at = 8;
+    std::string kind;
+    while (at + 12 <= png.size()) kind = png.substr(at + 4, 4), at += 12 + bigEndian(png, at);
+    EXPECT_EQ(kind, "IEND");
+    EXPECT_EQ(at, png.size());
+    EXPECT_TRUE(session.type("hold('on')\r1 + 1\r", "1 + 1\r\nans = \r\n 2.0000")) << "nothing to show anew";
+  }
+  Session session(folder_, true);
+  ASSERT_TRUE(session.type("plot(1:3)\r", kGraphicsQuestion));
+  session.answer("\x1b[6;20;10t\x1b[?62;4;22c");
+  const std::string sixels = session.taken("\x1bP", "\x1b\\");
+  EXPECT_NE(sixels.find("\"1;1;790;593"), std::string::npos) << sixels.substr(0, 80);
+  EXPECT_GE(std::count(sixels.begin(), sixels.end(), '-'), 593 / 6);
+}
+
+TEST_F(Terminal, DrawsWithCharactersWhereTheTerminalSaysNothing) {
+  Session session(folder_, true);
+  ASSERT_TRUE(session.type("plot(1:3)\r", kGraphicsQuestion));
+  const auto begin = Clock::now();
+  EXPECT_TRUE(session.shows("\xe2\xa3"));
+  EXPECT_LT(Clock::now() - begin, std::chrono::seconds(5));
 }
 
 }  // namespace

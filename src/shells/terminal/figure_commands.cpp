@@ -5,6 +5,7 @@
 
 #include "messages/alert.h"
 #include "messages/message.h"
+#include "shells/terminal/console_commands.h"
 
 namespace kelo::terminal {
 namespace {
@@ -29,14 +30,6 @@ std::string trimmed(const std::string& text) {
 
 }  // namespace
 
-const FigureCommand kFigureCommands[5] = {
-    {":save", "NAME", "keep the figure among the documents"},
-    {":figures", "", "list the figures that are kept"},
-    {":show", "NAME", "make a kept figure the current one"},
-    {":export", "FILE", "write the figure: .png .pdf .svg .kfig"},
-    {":close", "", "close the figure"},
-};
-
 pictures::PictureOptions pictureOptions(const Options& options) {
   pictures::PictureOptions picture;
   picture.size = options.figureSize;
@@ -47,11 +40,12 @@ pictures::PictureOptions pictureOptions(const Options& options) {
 bool FigureCommands::run(const std::string& line) {
   const std::string text = trimmed(line), word = text.substr(0, text.find_first_of(" \t"));
   const std::string argument = trimmed(text.substr(word.size()));
-  for (const FigureCommand& command : kFigureCommands) {
-    if (word != command.name) continue;
-    const bool takesOne = command.argument[0] != '\0';
+  for (const ConsoleCommand& command : kConsoleCommands) {
+    const std::string form = command.form, name = form.substr(0, form.find(' '));
+    if (word != name) continue;
+    const bool takesOne = form != name;
     if (takesOne == argument.empty()) {
-      tell(takesOne ? word + " needs a " + command.argument : word + " takes no argument");
+      tell(takesOne ? word + " needs a " + form.substr(name.size() + 1) : word + " takes no argument");
       return true;
     }
     try {
@@ -88,7 +82,9 @@ void FigureCommands::list() const {
 
 void FigureCommands::show(const std::string& name) {
   for (const figures::FigureData& figure : documents_.loadAll()) {
-    if (figure.fileNameWithoutExt == name) return panel_.show(figure.figure());
+    if (figure.fileNameWithoutExt != name) continue;
+    panel_.show(figure.figure());
+    return screen_.show();
   }
   tell("There is no saved figure named \"" + name + "\"");
 }

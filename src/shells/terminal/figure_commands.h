@@ -11,14 +11,6 @@
 
 namespace kelo::terminal {
 
-struct FigureCommand {
-  const char* name;      ///< with the colon
-  const char* argument;  ///< empty: none
-  const char* help;
-};
-/// All of them, as the console's help lists them.
-extern const FigureCommand kFigureCommands[5];
-
 class FigureCommands {
  public:
   FigureCommands(const Options& options, figures::FigurePanel& panel, figures::FigureDocuments& documents,

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "figures/drawing/drawing.h"
 #include "figures/pictures/png.h"
@@ -23,7 +24,7 @@ FigureScreen::FigureScreen(const Options& options, figures::FigurePanel& panel, 
     : options_(options), panel_(panel), renderer_(renderer) {}
 
 void FigureScreen::showIfChanged() {
-  if (panel_.revision() != shownRevision_) show();
+  if (panel_.revision() != shownRevision_) show(/*isWanted=*/false);
 }
 
 /// The terminal is asked once, when it is needed first.
@@ -33,13 +34,15 @@ bool FigureScreen::showsPictures() {
   return graphics_->protocol != ScreenGraphics::Protocol::none;
 }
 
-void FigureScreen::show() {
+void FigureScreen::show(bool isWanted) {
   shownRevision_ = panel_.revision();
+  const std::string before = std::exchange(shown_, "");
   const figures::Figure figure = panel_.figure();
   const bool isEmpty = std::holds_alternative<std::monostate>(figure);
   if (isEmpty || options_.plots == "none" || !isScreen(STDOUT_FILENO)) return;
   try {
-    std::fputs(picture(figure).c_str(), stdout);
+    shown_ = picture(figure);
+    if (isWanted || shown_ != before) std::fputs(shown_.c_str(), stdout);
   } catch (const Problem& problem) {
     std::fprintf(stderr, "kelo: %s\n", problem.reason.value_or("").c_str());
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "figures/figure_panel.h"
 #include "figures/pictures/renderer.h"
@@ -15,13 +16,14 @@ class FigureScreen {
  public:
   FigureScreen(const Options& options, figures::FigurePanel& panel, pictures::Renderer& renderer);
 
-  /// Shows the figure if it has changed since the last call and there is one. Thread: main, between
+  /// Shows the figure if there is one that looks other than what was shown last. Thread: main, between
   /// commands
   void showIfChanged();
   /// Shows it in any case.
-  void show();
+  void show() { show(/*isWanted=*/true); }
 
  private:
+  void show(bool isWanted);
   bool showsPictures();
   std::string picture(const figures::Figure& figure);
 
@@ -29,6 +31,7 @@ class FigureScreen {
   figures::FigurePanel& panel_;
   pictures::Renderer& renderer_;
   int64_t shownRevision_ = 0;
+  std::string shown_;  ///< what was written for it; empty without a figure
   std::optional<ScreenGraphics> graphics_;  ///< once asked for
 };
 

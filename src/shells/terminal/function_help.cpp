@@ -8,7 +8,7 @@
 #include "builtins/library.h"
 #include "platform/native/disk.h"
 #include "platform/native/resources.h"
-#include "shells/terminal/figure_commands.h"
+#include "shells/terminal/console_commands.h"
 
 namespace kelo::terminal {
 namespace {
@@ -24,10 +24,8 @@ std::string functionTable(bool listsCommands) {
     for (const Builtin& row : family.rows) text += rowText(row.name, row.help);
   }
   if (!listsCommands) return text;
-  text += "\nThe console's own commands\n" + rowText("?NAME", "show the page of a function");
-  for (const FigureCommand& command : kFigureCommands) {
-    text += rowText(fmt::format("{} {}", command.name, command.argument), command.help);
-  }
+  text += "\nThe console's own commands\n";
+  for (const ConsoleCommand& command : kConsoleCommands) text += rowText(command.form, command.help);
   return text;
 }
 
