@@ -9,7 +9,8 @@
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "interpreter/machine_fast.h"
-#include "interpreter/scalar_calls.h"
+#include "interpreter/machine_frames.h"
+#include "interpreter/quick_calls.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
@@ -79,7 +80,7 @@ void Machine::unwind() {
 
 // Runs until the entry frame ends or something fails; frame().pc then stands at the failed instruction.
 Machine::Outcome Machine::execute() {
-  const Instruction* pc;
+  const Instruction *pc, *start;
   Storable* R;         // registers of the frame
   const Storable* K;   // constant ~k
   Storable scratch(0.0);
@@ -88,6 +89,7 @@ resume:
   {
     Frame& top = frames_.back();
     pc = top.pc + 1;
+    start = top.code->instructions.data();
     R = top.base;
     K = top.code->constants.data();
   }
@@ -97,7 +99,7 @@ resume:
 #define KELO_ARITHMETIC(name, expression)                             \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
       const double x = left.doubleScalar(), y = right.doubleScalar(); \
       R[i.a].setNumber(expression);                                   \
       ++pc;                                                           \
@@ -119,7 +121,7 @@ resume:
 #define KELO_COMPARISON(name, sign)                                   \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
       R[i.a].setLogical(left.doubleScalar() sign right.doubleScalar()); \
       ++pc;                                                           \
       continue;                                                       \
@@ -159,6 +161,7 @@ resume:
       case Op::range: KELO_GENERAL(range(i))
       case Op::joinRow: KELO_GENERAL(joinRow(i))
       case Op::appendRow: KELO_GENERAL(appendRow(i))
+      case Op::appendText: KELO_GENERAL(appendText(i))
       case Op::joinRows: KELO_GENERAL(joinRows(i))
       case Op::checkElement: KELO_GENERAL(checkElement(R[i.b], placeOf(i)))
       case Op::checkRange:
@@ -224,16 +227,16 @@ resume:
         KELO_CALL(indexOrCall(i))
       }
       case Op::index: KELO_CALL(indexOrCall(i))
-      case Op::call: KELO_CALL(call(i, R + siteAt(i.d).first))
-      case Op::builtin: KELO_GENERAL(callRow(i))
-      case Op::scalarCall: {
-        const Storable &x = operand(R, K, i.b), &y = operand(R, K, i.c);
-        if (x.isDoubleScalar() && y.isDoubleScalar() &&
-            scalarCall(static_cast<ScalarCall>(i.e), x.doubleScalar(), y.doubleScalar(), &R[i.a])) {
-          break;
-        }
-        KELO_GENERAL(callScalarRow(i))
+      case Op::call: {
+        const Site& site = frames_.back().code->sites[static_cast<size_t>(i.d)];
+        frames_.back().pc = pc;
+        if (meansTheSame(R[i.b], site) && callAgain(site, R + site.first, i.a)) [[likely]] goto resume;
+        KELO_CALL(call(i, R + site.first))
       }
+      case Op::builtin: KELO_GENERAL(callRow(siteAt(i.d), i.a))
+      case Op::quickCall:
+        if (quickCall(static_cast<QuickCall>(i.e), operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
+        KELO_GENERAL(callQuickRow(i))
       case Op::endOf: KELO_GENERAL(endOf(i))
       case Op::colon: KELO_GENERAL(colon(i))
       case Op::checkExtent: KELO_GENERAL(checkExtent(i))
@@ -246,13 +249,25 @@ resume:
       case Op::fieldOfName:
         if (readPlainField(R[i.b], frames_.back().code->names[static_cast<size_t>(i.c)], i, &R[i.a])) break;
         KELO_GENERAL(fieldOfName(i))
+      case Op::fieldPath:
+        if (!readPath(R[i.b], frames_.back().code->sites[static_cast<size_t>(i.d)].fields, &R[i.a])) break;
+        pc = start + i.c;
+        continue;
       case Op::field: KELO_GENERAL(field(i, nameAt(i.c), nameAt(i.d)))
       case Op::elementField: KELO_GENERAL(elementField(i))
       case Op::checkField:
         if (R[i.b].isValue()) break;
         KELO_GENERAL(fail(placeOf(i), text::kFieldOfMultipleOutputs))
       case Op::namedField: KELO_GENERAL(namedField(i))
-      case Op::setField: KELO_GENERAL(setField(i))
+      case Op::setField: {
+        const Storable& value = operand(R, K, i.c);
+        frames_.back().pc = pc;  // a shared structure is copied
+        Storable* field = nullptr;
+        if (value.isPlainScalar()) field = writableFieldAt(R[i.a], frames_.back().code->names[size_t(i.b)], i);
+        if (field == nullptr) KELO_GENERAL(setField(i))
+        field->setCopyOf(value);
+        break;
+      }
       case Op::setPath: KELO_GENERAL(setPath(i))
       case Op::setElementField: KELO_GENERAL(setElementField(i))
       case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
@@ -266,7 +281,7 @@ resume:
       case Op::chainAssign: KELO_GENERAL(chainEnd(i, false))
       case Op::chainErase: KELO_GENERAL(chainEnd(i, true))
 
-      case Op::jump: pc = frames_.back().code->instructions.data() + (i.a); continue;
+      case Op::jump: pc = start + i.a; continue;
       case Op::jumpOnTruth: {
         const Storable& x = operand(R, K, i.b);
         bool answer;
@@ -277,7 +292,7 @@ resume:
           if (!truth(i, &answer)) return Outcome::failed;
         }
         if (answer == static_cast<bool>(i.flag)) {
-          pc = frames_.back().code->instructions.data() + (i.a);
+          pc = start + i.a;
           continue;
         }
         break;
@@ -286,7 +301,7 @@ resume:
   case Op::name: {                                                      \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
     bool answer;                                                        \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] {   \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] {   \
       answer = left.doubleScalar() sign right.doubleScalar();           \
     } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {     \
       answer = scratch.numeric()->asLogical().scalar();                 \
@@ -295,7 +310,7 @@ resume:
       if (!compare(i, BinaryOp::op, &answer)) return Outcome::failed;   \
     }                                                                   \
     if (answer == static_cast<bool>(i.flag)) {                          \
-      pc = frames_.back().code->instructions.data() + (i.a);                                             \
+      pc = start + i.a;                                            \
       continue;                                                         \
     }                                                                   \
     break;                                                              \
@@ -314,13 +329,13 @@ resume:
         if (!(k < state[2].doubleScalar())) break;
         R[i.b].setNumber(k * state[1].doubleScalar() + state[0].doubleScalar());
         state[3].setNumber(k + 1);
-        pc = frames_.back().code->instructions.data() + (i.c);
+        pc = start + i.c;
         continue;
       }
       case Op::forArray: KELO_GENERAL(forArray(i))
       case Op::arrayStep:
         if (!arrayStep(i)) break;
-        pc = frames_.back().code->instructions.data() + (i.c);
+        pc = start + i.c;
         continue;
       case Op::checkSwitch: KELO_GENERAL(checkSwitch(i))
       case Op::caseJump: {
@@ -328,7 +343,7 @@ resume:
         frames_.back().pc = pc;
         if (!caseMatches(i, &matches)) return Outcome::failed;
         if (matches) break;
-        pc = frames_.back().code->instructions.data() + (i.a);
+        pc = start + i.a;
         continue;
       }
 
@@ -352,16 +367,19 @@ resume:
         return Outcome::failed;
       case Op::returnFunction: {
         frames_.back().pc = pc;
+        if (returnPlainly()) [[likely]] goto resume;
         const Outcome outcome = returnFunction();
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;
       }
       case Op::returnValue: {
         frames_.back().pc = pc;
+        if (operand(R, K, i.b).isValue() && returnPlainly(operand(R, K, i.b))) [[likely]] goto resume;
         const Outcome outcome = returnValue(take(i.b));
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;
       }
+      default: __builtin_unreachable();
     }
     ++pc;
   }
