@@ -39,7 +39,7 @@ TEST(Hint, SaysWhatToDo) {
       {"Unexpected character \".\"", "x = [1 2 ...\n3]", "a statement ends with its line"},
       {"Unexpected character \"{\"", "c = {1}", "no cell arrays"},
       {"Unexpected character \"\"\"", "x = \"a\"", "single quotes"},
-      {"Unexpected character \"=\"", "s.n -= f(2)", "n = n - (what follows)"},
+      {"Unexpected character \"=\"", "s.n -= f(2)", "s.n = s.n - (what follows)"},
       {"Unexpected character \"long\"", "format long", "digits are a setting"},
       {"Unexpected character \"q\"", "global q", "no global variables"},
       {"Unexpected character \"=\"", "total += 1", "total = total + 1"},
