@@ -95,6 +95,7 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   CLI::Option* functionsOption = app.add_option("--functions", functions, "Print the built-in functions, or the page of NAME, and end")
                                      ->type_name("[NAME]")->expected(0, 1);
   app.add_flag("--code", options.code, "Print the register code of the texts beside their lines, and run nothing");
+  app.add_flag("--no-native", options.noNative, "Make no native code of loops of numbers");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
   app.add_option("--documents", options.documentsDir, "Where figures are saved (default: that of --state, or a data directory)")
       ->type_name("DIR");

@@ -24,6 +24,7 @@ struct Options {
   bool json = false;
   std::optional<std::string> functions;  ///< a built-in's name to show the page of; empty: the table of all
   bool code = false;  ///< prints the register code of the texts and runs nothing
+  bool noNative = false;  ///< makes no native code
   std::vector<std::string> figureFiles;  ///< of --figure, written at the end
   drawing::Size figureSize;              ///< points
   std::string theme = "light";           ///< or "dark"
