@@ -2,7 +2,7 @@
 #pragma once
 
 #include "display/array_text.h"
-#include "values/struct_array.h"
+#include "values/storable.h"
 
 namespace kelo {
 

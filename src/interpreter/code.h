@@ -28,6 +28,7 @@
 namespace kelo {
 
 class KeloNode;
+struct Code;
 struct FunctionUnit;
 
 namespace native {
@@ -44,6 +45,7 @@ enum class Op : uint16_t {
   range,          // a = range of the c operands from b on
   joinRow,        // a = the c values from b on, side by side
   appendRow,      // slot a = slot a and the c values from b on, side by side
+  appendText,     // slot a = strcat of itself and the other arguments of site d; b: a temporary
   joinRows,       // a = the c rows from b on, one below the other
   checkElement,   // b is an array, or several
   checkRange,     // b is numeric
@@ -65,7 +67,7 @@ enum class Op : uint16_t {
   index2,         // a = register b (c, e)
   call,           // a = call of the name in slot b, which seems to be no variable; site d
   builtin,        // a = built-in of site d with its arguments
-  scalarCall,     // a = built-in of site d, of one or two numbers b and c; e: which
+  quickCall,      // a = built-in of site d, of one or two arguments b and c; e: which (quick_calls.h)
   endOf,          // a = `end` in subscript b of site d
   colon,          // a = ":" as argument b of site d
   checkExtent,    // subscript b of site d, which holds `end`, has something to end
@@ -74,6 +76,7 @@ enum class Op : uint16_t {
 
   checkStructure, // the name in slot b is a structure
   fieldOfName,    // a = field c of the structure in slot b
+  fieldPath,      // a = what the fields of site d lead to from slot b, and to c; else further, nothing being done
   field,          // a = field c of b, which was read from d (a name)
   elementField,   // a = field e of slot b (c); site d
   checkField,     // b is one value, to be gone further into
@@ -131,11 +134,13 @@ struct Site {
   std::vector<Name> fields;           ///< of a path of fields
   Ref<HandleBody> handle;             ///< of a handle as it is written
 
-  // What the last call found, good for one run.
+  // What the last call found, good for one run. The code is that of a call that gives all inputs, else null.
   uint64_t run = 0;
   const LocalFunctionFile* functions = nullptr;  // of the caller
   FunctionUnit* target = nullptr;
+  const Code* targetCode = nullptr;
   LocalFunctionFile* targetFunctions = nullptr;
+  int64_t targetIndex = -1;  // of the local function that the name held as a variable; -1: the name held nothing
 };
 
 /// What a failure adds on its way out of a span of instructions.
@@ -162,7 +167,7 @@ struct Code {
   std::vector<Site> sites;
   std::vector<Region> regions;
   int32_t registers = 0;              ///< slots and temporaries
-  int32_t firstOutput = -1;           ///< slot of a function's first output
+  std::vector<int32_t> outputs;       ///< slots of a function's outputs
   mutable std::shared_ptr<native::UnitLoops> native;  ///< loops that are hot
 
   int32_t slotCount() const { return static_cast<int32_t>(slots.size()); }

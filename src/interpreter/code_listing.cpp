@@ -21,11 +21,11 @@ namespace {
 // In the order of Op.
 constexpr const char* kNames[] = {
     "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
-    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "joinRow", "appendRow", "joinRows",
-    "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList", "firstOf", "store", "store1",
-    "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin", "scalarCall", "endOf", "colon",
-    "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName", "field", "elementField",
-    "checkField", "namedField", "setField", "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain",
+    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "joinRow", "appendRow",
+    "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList", "firstOf", "store", "store1",
+    "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin", "quickCall", "endOf", "colon",
+    "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName", "fieldPath", "field",
+    "elementField", "checkField", "namedField", "setField", "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain",
     "chainIndices", "chainField", "chainNamedField", "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual",
     "jumpOnUnequal", "jumpOnLe", "jumpOnLt", "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep",
     "checkSwitch", "caseJump", "answer", "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
@@ -54,10 +54,10 @@ const char* formOf(Op op) {
     case Op::store: return "rrrs-";
     case Op::erase: return "rr-s-";
     case Op::index: case Op::call: return "rr-s-";
-    case Op::builtin: return "r--s-";
+    case Op::builtin: case Op::appendText: return "r--s-";
     case Op::index1: return "rrr--";
     case Op::index2: return "rrr-r";
-    case Op::scalarCall: return "rrrs-";
+    case Op::quickCall: return "rrrs-";
     case Op::fieldOfName: case Op::field: return "rrf--";
     case Op::elementField: return "rrr-f";
     case Op::namedField: return "rrr--";
@@ -65,7 +65,7 @@ const char* formOf(Op op) {
     case Op::setPath: return "r-r--";
     case Op::setElementField: case Op::setFieldElement: return "rfr-r";
     case Op::endOf: case Op::makeHandle: return "r----";
-    case Op::rangeStep: case Op::arrayStep: return "rrj--";
+    case Op::fieldPath: case Op::rangeStep: case Op::arrayStep: return "rrj--";
     case Op::forArray: return "rr---";
     case Op::jump: return "j----";
     case Op::jumpOnTruth: return "jr---";

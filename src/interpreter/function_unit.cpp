@@ -11,7 +11,7 @@ const Code& FunctionUnit::code(bool areGiven, const BuiltinTable& builtins) {
   std::unique_ptr<Code>& code = areGiven ? given_ : cautious_;
   if (!code) {
     code = Visitor::lowerStatements(body, inputs, outputs, areGiven, builtins);
-    if (!outputs.empty()) code->firstOutput = code->slotOf(outputs.front());
+    for (const Name name : outputs) code->outputs.push_back(code->slotOf(name));
   }
   return *code;
 }

@@ -76,9 +76,17 @@ class Machine {
     bool isEntry = false;             // where the machine was entered
     bool hasCall = false;             // whether a function is running here or below
     int32_t chunk = 0;
+    uint32_t chains = 0;              // of the caller
     Signature call{0, 0};
-    size_t chains = 0;                // of the caller
     std::unique_ptr<Workspace> more;
+
+    Frame(const Code& unitCode, Storable* registers, int32_t result, int32_t chunkInUse, size_t chainsOpen)
+        : code(&unitCode),
+          pc(unitCode.instructions.data()),
+          base(registers),
+          destination(result),
+          chunk(chunkInUse),
+          chains(static_cast<uint32_t>(chainsOpen)) {}
   };
   enum class CallForm { bare, withParentheses };
   enum class Outcome { goesOn, ended, failed };
@@ -87,6 +95,16 @@ class Machine {
   bool run();
   Outcome execute();
   void unwind();
+
+  // ---- machine_frames.h: calls and ends of calls as they mostly are; false, and nothing done, where one is not
+  bool meansTheSame(const Storable& base, const Site& site) const;
+  bool callAgain(const Site& site, Storable* arguments, int32_t destination);
+  bool callAnonymousAgain(const FunctionHandle& handle, const Site& site, Storable* arguments, int32_t destination);
+  Frame& pushPlain(const Code& code, Storable* arguments, int32_t count, int32_t destination);
+  bool returnPlainly();
+  bool returnPlainly(const Storable& value);
+  void popPlain();
+  bool canPushPlain(const Code& code, Storable* arguments) const;
 
   // ---- machine_frames.cpp: frames, and the ends of calls
   Frame& frame() { return frames_.back(); }
@@ -128,12 +146,12 @@ class Machine {
                      KeloNode& place);
   bool callBuiltin(const Builtin& row, Storable* arguments, int32_t count, int32_t destination, int outputs,
                    KeloNode& place);
-  bool callRow(const Instruction& i);
-  bool callScalarRow(const Instruction& i);
+  bool callRow(const Site& site, int32_t destination);
+  bool callQuickRow(const Instruction& i);
   bool checkInputCount(const std::string& label, const char* tooMany, size_t declared, size_t given, KeloNode& place);
   bool spreadArguments(const Site& site, Storable* arguments, std::vector<Storable>* spread);
   bool failArgument(const Site& site, int32_t k, KeloNode& place);
-  void remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functions);
+  void remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functions, int64_t index = -1);
   bool makeHandle(const Instruction& i);
   void makeAnonymous(const Site& site, Storable* result);
   int outputsOf(const Site& site) const;
@@ -159,6 +177,7 @@ class Machine {
   bool rangeFrom(const Instruction& i, Range* range);
   bool joinRow(const Instruction& i);
   bool appendRow(const Instruction& i);
+  bool appendText(const Instruction& i);
   bool joinRows(const Instruction& i);
   bool checkElement(const Storable& value, KeloNode& place);
   bool compare(const Instruction& i, BinaryOp op, bool* answer);

@@ -14,6 +14,8 @@
 #include "interpreter/dispatch.h"
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
+#include "interpreter/machine_frames.h"
+#include "interpreter/quick_calls.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/frontend.h"
@@ -62,8 +64,8 @@ bool arePlain(const Storable* arguments, int32_t count) {
 bool Machine::call(const Instruction& i, Storable* arguments) {
   Site& site = const_cast<Site&>(siteAt(i.d));
   const Storable& base = reg(i.b);
-  const bool isFunction = site.isSlot && base.isNone();
-  if (isFunction && site.run == run_ && site.functions == frame().functions && arePlain(arguments, site.count)) {
+  if (base.isFuncHandle() && callAnonymousAgain(*base.funcHandle(), site, arguments, i.a)) return true;
+  if (site.isSlot && meansTheSame(base, site) && arePlain(arguments, site.count)) {
     return callUnit(*site.target, site.targetFunctions, arguments, site.count, i.a, outputsOf(site), *site.node);
   }
   if (base.isArray()) {
@@ -105,7 +107,8 @@ bool Machine::callValue(const Storable& base, Site& site, Storable* arguments, i
     if (!isAccessible(*local, place)) {
       return fail(place, expectation(fmt::format(text::kLocalNotAccessible, site.name.text())));
     }
-    if (base.isNone()) remember(site, functionUnit(*local->body().declaration), local->file().get());
+    FunctionUnit& unit = functionUnit(*local->body().declaration);
+    if (held || base.isNone()) remember(site, unit, local->file().get(), held ? local->index() : -1);
     return callLocal(*local, arguments, count, destination, outputs, place);
   }
   FunctionUnit* unit = nullptr;
@@ -115,10 +118,12 @@ bool Machine::callValue(const Storable& base, Site& site, Storable* arguments, i
 }
 
 // What a site found, for its next call in this run.
-void Machine::remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functions) {
+void Machine::remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functions, int64_t index) {
   site.run = run_;
   site.target = &unit;
+  site.targetCode = static_cast<size_t>(site.count) == unit.inputs.size() ? &unit.code(true, app_.builtins) : nullptr;
   site.targetFunctions = functions;
+  site.targetIndex = index;
   site.functions = unit.isMain ? frames_[frames_.size() - 2].functions : frame().functions;
 }
 
@@ -258,26 +263,35 @@ bool Machine::callBuiltin(const Builtin& row, Storable* arguments, int32_t count
   }
 }
 
-bool Machine::callRow(const Instruction& i) {
-  const Site& site = siteAt(i.d);
+bool Machine::callRow(const Site& site, int32_t destination) {
   Storable* arguments = frame().base + site.first;
   if (arePlain(arguments, site.count)) {
-    return callBuiltin(*site.row, arguments, site.count, i.a, outputsOf(site), *site.node);
+    return callBuiltin(*site.row, arguments, site.count, destination, outputsOf(site), *site.node);
   }
   std::vector<Storable> spread;
   if (!spreadArguments(site, arguments, &spread)) return false;
-  return callBuiltin(*site.row, spread.data(), static_cast<int32_t>(spread.size()), i.a, outputsOf(site), *site.node);
+  return callBuiltin(*site.row, spread.data(), static_cast<int32_t>(spread.size()), destination, outputsOf(site),
+                     *site.node);
 }
 
-// A built-in of one or two numbers that are none: the operands go where arguments lie.
-bool Machine::callScalarRow(const Instruction& i) {
+// A built-in that could not be computed without a call: the operands go where arguments lie.
+bool Machine::callQuickRow(const Instruction& i) {
   const Site& site = siteAt(i.d);
   Storable second = site.count == 2 ? take(i.c) : Storable(0.0);
   Storable first = take(i.b);
   Storable* arguments = frame().base + site.first;
   arguments[0] = std::move(first);
   if (site.count == 2) arguments[1] = std::move(second);
-  return callRow(i);
+  return callRow(site, i.a);
+}
+
+// s = strcat(s, ...): in place where it may.
+bool Machine::appendText(const Instruction& i) {
+  const Site& site = siteAt(i.d);
+  Storable* arguments = frame().base + site.first;
+  if (appendTexts(reg(i.a), {arguments + 1, static_cast<size_t>(site.count) - 1})) return true;
+  arguments[0] = reg(i.a);
+  return callRow(site, i.b) && assign(reg(i.a), i.b, text::kNoValueToAssign, placeOf(i));
 }
 
 // ---- Handles as they are written

@@ -4,6 +4,7 @@
 
 #include "interpreter/code.h"
 #include "messages/fatal_fault.h"
+#include "values/chains.h"
 #include "values/indexing.h"
 
 namespace kelo {
@@ -91,23 +92,42 @@ inline bool storeScalar(Storable& target, const Storable& row, const Storable& c
   return position >= 0 && putElement(array, position, value);
 }
 
-/// A field of a scalar structure. The instruction remembers where the field stood.
-inline const Storable* plainFieldAt(const Storable& value, Name field, const Instruction& instruction) {
-  const StructArray* array = value.structure();
-  if (array == nullptr || !array->size().isScalar()) return nullptr;
+/// Where a field of a scalar structure stands; -1 where there is none. The instruction remembers it.
+inline int64_t plainFieldIndex(const StructArray* array, Name field, const Instruction& instruction) {
+  if (array == nullptr || !array->size().isScalar()) return -1;
   int64_t index = instruction.flag;
-  if (index >= array->fieldCount() || array->fields()[static_cast<size_t>(index)] != field) {
-    index = array->fieldIndex(field);
-    if (index < 0) return nullptr;
-    if (index < UINT16_MAX) const_cast<Instruction&>(instruction).flag = static_cast<uint16_t>(index);
-  }
-  return &array->value(0, index);
+  if (index < array->fieldCount() && array->fields()[static_cast<size_t>(index)] == field) return index;
+  index = array->fieldIndex(field);
+  if (index >= 0 && index < UINT16_MAX) const_cast<Instruction&>(instruction).flag = static_cast<uint16_t>(index);
+  return index;
+}
+
+inline const Storable* plainFieldAt(const Storable& value, Name field, const Instruction& instruction) {
+  const int64_t index = plainFieldIndex(value.structure(), field, instruction);
+  return index < 0 ? nullptr : &value.structure()->value(0, index);
+}
+
+/// The same for writing: no other holder of the structure sees it.
+inline Storable* writableFieldAt(Storable& value, Name field, const Instruction& instruction) {
+  const int64_t index = plainFieldIndex(value.structure(), field, instruction);
+  return index < 0 ? nullptr : &value.structure()->writableValue(0, index);
 }
 
 inline bool readPlainField(const Storable& value, Name field, const Instruction& instruction, Storable* result) {
   const Storable* found = plainFieldAt(value, field, instruction);
   if (found == nullptr) return false;
   result->setCopyOf(*found);
+  return true;
+}
+
+/// What a row of fields leads to, through scalar structures alone.
+inline bool readPath(const Storable& root, const std::vector<Name>& fields, Storable* result) {
+  const Storable* at = &root;
+  for (const Name field : fields) {
+    at = plainField(*at, field);
+    if (at == nullptr) return false;
+  }
+  result->setCopyOf(*at);
   return true;
 }
 

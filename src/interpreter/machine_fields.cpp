@@ -111,7 +111,8 @@ bool Machine::setField(const Instruction& i) {
   const Name name = nameAt(i.b);
   Storable& variable = reg(i.a);
   if (plainFieldAt(variable, name, i)) {
-    *writablePlainField(variable, name) = take(i.c);
+    Storable value = take(i.c);  // which may be the structure itself
+    *writableFieldAt(variable, name, i) = std::move(value);
     return true;
   }
   FieldChain chain(frame().code->slots[static_cast<size_t>(i.a)]);
@@ -122,18 +123,16 @@ bool Machine::setField(const Instruction& i) {
 // NAME.FIELD.FIELD... = value: in place where all of the path is there.
 bool Machine::setPath(const Instruction& i) {
   const Site& site = siteAt(i.d);
-  const Storable* found = &reg(i.a);
-  for (size_t k = 0; k < site.fields.size() && found; ++k) found = plainField(*found, site.fields[k]);
-  if (found) {
-    Storable value = take(i.c);
-    Storable* target = &reg(i.a);
-    for (const Name name : site.fields) target = writablePlainField(*target, name);
+  Storable value = take(i.c);  // which may be the structure itself
+  Storable* target = &reg(i.a);
+  for (size_t k = 0; k < site.fields.size() && target; ++k) target = writablePlainField(*target, site.fields[k]);
+  if (target) {
     *target = std::move(value);
     return true;
   }
   FieldChain chain(site.name);
   for (const Name name : site.fields) chain.addField(name);
-  return finishChain(chain, i.a, take(i.c), placeOf(i));
+  return finishChain(chain, i.a, std::move(value), placeOf(i));
 }
 
 // NAME(I).FIELD = value
@@ -170,7 +169,7 @@ bool Machine::setFieldElement(const Instruction& i) {
   const Storable* found = plainFieldAt(variable, name, i);
   double number;
   if (found && found->isNumeric() && subscriptNumber(at(i.c), &number)) {
-    if (storeScalar(*writablePlainField(variable, name), at(i.c), at(i.e))) return true;
+    if (storeScalar(*writableFieldAt(variable, name, i), at(i.c), at(i.e))) return true;
   }
   FieldChain chain(frame().code->slots[static_cast<size_t>(i.a)]);
   chain.addField(name);

@@ -18,20 +18,17 @@ constexpr size_t kMostFrames = 100'000;
 
 // A frame whose first slots are the arguments, the others being nothing. False when calls are nested too deeply.
 bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t destination, KeloNode& place) {
-  if (frames_.size() >= kMostFrames) [[unlikely]] return failTooDeep(place);
+  if (frames_.size() == frames_.capacity()) {
+    if (frames_.size() >= kMostFrames) return failTooDeep(place);
+    frames_.reserve(std::clamp<size_t>(2 * frames_.size(), 64, kMostFrames));
+  }
   const int32_t chunk = stack_.chunk();
   Storable* base = stack_.room(arguments, code.registers);
   if (base != arguments) [[unlikely]] {
     for (int32_t k = 0; k < count; ++k) base[k] = std::move(arguments[k]);
   }
   for (int32_t k = count; k < code.slotCount(); ++k) base[k].clear();
-  Frame& made = frames_.emplace_back();
-  made.code = &code;
-  made.pc = code.instructions.data();
-  made.base = base;
-  made.destination = destination;
-  made.chunk = chunk;
-  made.chains = chains_.size();
+  frames_.emplace_back(code, base, destination, chunk, chains_.size());
   return true;
 }
 
@@ -40,9 +37,7 @@ void Machine::pop() {
   Frame& top = frame();
   const Code& code = *top.code;
   if (top.isOverlay) giveNamesBack();
-  for (Storable* r = top.base; r < top.base + code.registers; ++r) {
-    if (!r->isPlainScalar() && !r->isNone()) r->clear();
-  }
+  for (Storable* r = top.base; r < top.base + code.registers; ++r) r->letGo();
   stack_.setChunk(top.chunk);
   while (chains_.size() > top.chains) chains_.pop_back();
   frames_.pop_back();
@@ -63,11 +58,6 @@ Machine::Outcome Machine::returnValue(Storable value) {
 Machine::Outcome Machine::returnFunction() {
   Frame& top = frame();
   if (top.unit == nullptr) return returnValue(Storable::none());
-  const auto& names = top.unit->outputs;
-  if (names.size() == 1) {
-    Storable& value = top.base[top.code->firstOutput];
-    if (value.isValue() && !value.isLocalFunc()) return returnValue(std::move(value));
-  }
   Storable result;
   if (!collectOutputs(&result)) return Outcome::failed;
   return returnValue(std::move(result));

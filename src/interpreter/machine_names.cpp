@@ -4,6 +4,7 @@
 // is looked for from the top: the first unit that mentions it has it in its slot, and is the only one whose slot counts;
 // a name that none of them mentions is in the table beside the lowest of them, for the console in the base workspace.
 #include <algorithm>
+#include <new>
 
 #include "grammar/kelo_node.h"
 #include "interpreter/environment.h"
@@ -60,7 +61,13 @@ void Machine::takeNames() {
 void Machine::giveNamesBack() {
   const Frame& top = frame();
   const size_t below = frames_.size() == 1 ? kBelowAll : frames_.size() - 2;
-  for (size_t k = 0; k < top.code->slots.size(); ++k) set(below, top.code->slots[k], std::move(top.base[k]));
+  for (size_t k = 0; k < top.code->slots.size(); ++k) {
+    try {
+      set(below, top.code->slots[k], std::move(top.base[k]));
+    } catch (const std::bad_alloc&) {
+      // A new name for which there is no memory: its value goes, and makes room for the others.
+    }
+  }
 }
 
 std::vector<Name> Machine::names() {

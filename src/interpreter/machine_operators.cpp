@@ -106,16 +106,35 @@ bool Machine::checkElement(const Storable& value, KeloNode& place) {
 
 namespace {
 
-// Numbers side by side, which need no look at sizes and kinds.
-bool joinNumbers(const Storable* values, int32_t count, Storable* result) {
+// Rows and scalars of one kind side by side, which need no look at sizes and kinds. They are used up.
+template <class T>
+void joinRowsOf(Storable* values, int32_t count, int64_t length, Storable* result) {
+  TypedArray<T> row = TypedArray<T>::uninitialized(SizeVector(1, length));
+  T* to = row.writable();
+  for (Storable* value = values; value < values + count; ++value) {
+    const TypedArray<T>& piece = value->numeric()->as<T>();
+    to = std::copy_n(piece.data(), piece.numElements(), to);
+    value->letGo();
+  }
+  *result = std::move(row);
+}
+
+bool joinPlainRows(Storable* values, int32_t count, Storable* result) {
+  int64_t length = 0;
   for (int32_t k = 0; k < count; ++k) {
-    if (!values[k].isDoubleScalar()) return false;
+    const NumericArray* piece = values[k].numeric();
+    if (!piece || piece->kind() != values->numeric()->kind()) return false;
+    if (!piece->isScalar() && (piece->isEmpty() || !piece->size().isRow())) return false;
+    length += piece->numElements();
   }
   if (count < 2) return false;
-  DoubleArray row = DoubleArray::uninitialized(SizeVector(1, count));
-  double* to = row.writable();
-  for (int32_t k = 0; k < count; ++k) to[k] = values[k].doubleScalar();
-  *result = std::move(row);
+  switch (values->numeric()->kind()) {
+    case Kind::Double: joinRowsOf<double>(values, count, length, result); break;
+    case Kind::Int: joinRowsOf<int64_t>(values, count, length, result); break;
+    case Kind::Logical: joinRowsOf<bool>(values, count, length, result); break;
+    case Kind::Complex: joinRowsOf<ComplexDouble>(values, count, length, result); break;
+    case Kind::Char: joinRowsOf<Character>(values, count, length, result); break;
+  }
   return true;
 }
 
@@ -128,7 +147,7 @@ bool Machine::joinRow(const Instruction& i) {
     if (i.a != i.b) reg(i.a) = std::move(*values);
     return true;
   }
-  if (joinNumbers(values, i.c, &reg(i.a))) return true;
+  if (joinPlainRows(values, i.c, &reg(i.a))) return true;
   std::vector<Storable> row;
   for (int32_t k = 0; k < i.c; ++k) {
     if (!checkElement(values[k], placeOf(i))) return false;
@@ -149,19 +168,24 @@ void append(TypedArray<T>& row, const TypedArray<T>& more) {
   std::copy_n(more.data(), count, row.writable() + before);
 }
 
-bool appendInPlace(NumericArray& row, const Storable& more) {
-  const NumericArray* value = more.numeric();
-  if (!value || !value->is(row.kind()) || value->isEmpty() || !value->size().isRow()) return false;
+// Whether the values can be added to the row where it lies.
+bool canAppend(const NumericArray& row, const Storable* values, int32_t count) {
   if (!row.isUnshared() || row.isScalar() || row.isEmpty() || !row.size().isRow()) return false;
-  if (value->identity() == row.identity()) return false;
-  switch (row.kind()) {
-    case Kind::Double: append(row.as<double>(), value->asDouble()); break;
-    case Kind::Int: append(row.as<int64_t>(), value->asInt()); break;
-    case Kind::Logical: append(row.as<bool>(), value->asLogical()); break;
-    case Kind::Complex: append(row.as<ComplexDouble>(), value->asComplex()); break;
-    case Kind::Char: append(row.as<Character>(), value->asChar()); break;
+  for (const Storable* each = values; each < values + count; ++each) {
+    const NumericArray* value = each->numeric();
+    if (!value || !value->is(row.kind()) || value->isEmpty() || !value->size().isRow()) return false;
   }
   return true;
+}
+
+void appendInPlace(NumericArray& row, const NumericArray& more) {
+  switch (row.kind()) {
+    case Kind::Double: return append(row.as<double>(), more.asDouble());
+    case Kind::Int: return append(row.as<int64_t>(), more.asInt());
+    case Kind::Logical: return append(row.as<bool>(), more.asLogical());
+    case Kind::Complex: return append(row.as<ComplexDouble>(), more.asComplex());
+    case Kind::Char: return append(row.as<Character>(), more.asChar());
+  }
 }
 
 }  // namespace
@@ -169,7 +193,10 @@ bool appendInPlace(NumericArray& row, const Storable& more) {
 // OPTIMIZATION: one more element behind a row costs the same however long the row is.
 bool Machine::appendRow(const Instruction& i) {
   Storable& variable = reg(i.a);
-  if (i.c == 1 && variable.isNumeric() && appendInPlace(*variable.numeric(), reg(i.b))) return true;
+  if (variable.isNumeric() && canAppend(*variable.numeric(), &reg(i.b), i.c)) {
+    for (int32_t k = 0; k < i.c; ++k) appendInPlace(*variable.numeric(), *reg(i.b + k).numeric());
+    return true;
+  }
   std::vector<Storable> row{variable};
   for (int32_t k = 0; k < i.c; ++k) {
     Storable& value = reg(i.b + k);

@@ -9,8 +9,9 @@
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "interpreter/machine_fast.h"
+#include "interpreter/machine_frames.h"
 #include "interpreter/native/native_loops.h"
-#include "interpreter/scalar_calls.h"
+#include "interpreter/quick_calls.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
@@ -82,7 +83,7 @@ void Machine::unwind() {
 #define KELO_GO(to)                                                                          \
   {                                                                                          \
     const Instruction* const from = pc;                                                      \
-    pc = frames_.back().code->instructions.data() + (to);                                    \
+    pc = start + (to);                                                                       \
     if (pc < from && --const_cast<Instruction&>(i).d < 0) [[unlikely]]                       \
       pc = native::enterLoop(*frames_.back().code, const_cast<Instruction&>(i), R);          \
     continue;                                                                                \
@@ -90,7 +91,7 @@ void Machine::unwind() {
 
 // Runs until the entry frame ends or something fails; frame().pc then stands at the failed instruction.
 Machine::Outcome Machine::execute() {
-  const Instruction* pc;
+  const Instruction *pc, *start;
   Storable* R;         // registers of the frame
   const Storable* K;   // constant ~k
   Storable scratch(0.0);
@@ -99,6 +100,7 @@ resume:
   {
     Frame& top = frames_.back();
     pc = top.pc + 1;
+    start = top.code->instructions.data();
     R = top.base;
     K = top.code->constants.data();
   }
@@ -108,7 +110,7 @@ resume:
 #define KELO_ARITHMETIC(name, expression)                             \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
       const double x = left.doubleScalar(), y = right.doubleScalar(); \
       R[i.a].setNumber(expression);                                   \
       ++pc;                                                           \
@@ -130,7 +132,7 @@ resume:
 #define KELO_COMPARISON(name, sign)                                   \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
       R[i.a].setLogical(left.doubleScalar() sign right.doubleScalar()); \
       ++pc;                                                           \
       continue;                                                       \
@@ -170,6 +172,7 @@ resume:
       case Op::range: KELO_GENERAL(range(i))
       case Op::joinRow: KELO_GENERAL(joinRow(i))
       case Op::appendRow: KELO_GENERAL(appendRow(i))
+      case Op::appendText: KELO_GENERAL(appendText(i))
       case Op::joinRows: KELO_GENERAL(joinRows(i))
       case Op::checkElement: KELO_GENERAL(checkElement(R[i.b], placeOf(i)))
       case Op::checkRange:
@@ -235,16 +238,16 @@ resume:
         KELO_CALL(indexOrCall(i))
       }
       case Op::index: KELO_CALL(indexOrCall(i))
-      case Op::call: KELO_CALL(call(i, R + siteAt(i.d).first))
-      case Op::builtin: KELO_GENERAL(callRow(i))
-      case Op::scalarCall: {
-        const Storable &x = operand(R, K, i.b), &y = operand(R, K, i.c);
-        if (x.isDoubleScalar() && y.isDoubleScalar() &&
-            scalarCall(static_cast<ScalarCall>(i.e), x.doubleScalar(), y.doubleScalar(), &R[i.a])) {
-          break;
-        }
-        KELO_GENERAL(callScalarRow(i))
+      case Op::call: {
+        const Site& site = frames_.back().code->sites[static_cast<size_t>(i.d)];
+        frames_.back().pc = pc;
+        if (meansTheSame(R[i.b], site) && callAgain(site, R + site.first, i.a)) [[likely]] goto resume;
+        KELO_CALL(call(i, R + site.first))
       }
+      case Op::builtin: KELO_GENERAL(callRow(siteAt(i.d), i.a))
+      case Op::quickCall:
+        if (quickCall(static_cast<QuickCall>(i.e), operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
+        KELO_GENERAL(callQuickRow(i))
       case Op::endOf: KELO_GENERAL(endOf(i))
       case Op::colon: KELO_GENERAL(colon(i))
       case Op::checkExtent: KELO_GENERAL(checkExtent(i))
@@ -257,13 +260,25 @@ resume:
       case Op::fieldOfName:
         if (readPlainField(R[i.b], frames_.back().code->names[static_cast<size_t>(i.c)], i, &R[i.a])) break;
         KELO_GENERAL(fieldOfName(i))
+      case Op::fieldPath:
+        if (!readPath(R[i.b], frames_.back().code->sites[static_cast<size_t>(i.d)].fields, &R[i.a])) break;
+        pc = start + i.c;
+        continue;
       case Op::field: KELO_GENERAL(field(i, nameAt(i.c), nameAt(i.d)))
       case Op::elementField: KELO_GENERAL(elementField(i))
       case Op::checkField:
         if (R[i.b].isValue()) break;
         KELO_GENERAL(fail(placeOf(i), text::kFieldOfMultipleOutputs))
       case Op::namedField: KELO_GENERAL(namedField(i))
-      case Op::setField: KELO_GENERAL(setField(i))
+      case Op::setField: {
+        const Storable& value = operand(R, K, i.c);
+        frames_.back().pc = pc;  // a shared structure is copied
+        Storable* field = nullptr;
+        if (value.isPlainScalar()) field = writableFieldAt(R[i.a], frames_.back().code->names[size_t(i.b)], i);
+        if (field == nullptr) KELO_GENERAL(setField(i))
+        field->setCopyOf(value);
+        break;
+      }
       case Op::setPath: KELO_GENERAL(setPath(i))
       case Op::setElementField: KELO_GENERAL(setElementField(i))
       case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
@@ -277,7 +292,7 @@ resume:
       case Op::chainAssign: KELO_GENERAL(chainEnd(i, false))
       case Op::chainErase: KELO_GENERAL(chainEnd(i, true))
 
-      case Op::jump: pc = frames_.back().code->instructions.data() + (i.a); continue;
+      case Op::jump: pc = start + i.a; continue;
       case Op::jumpOnTruth: {
         const Storable& x = operand(R, K, i.b);
         bool answer;
@@ -294,7 +309,7 @@ resume:
   case Op::name: {                                                      \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
     bool answer;                                                        \
-    if (left.isDoubleScalar() && right.isDoubleScalar()) [[likely]] {   \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] {   \
       answer = left.doubleScalar() sign right.doubleScalar();           \
     } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {     \
       answer = scratch.numeric()->asLogical().scalar();                 \
@@ -331,7 +346,7 @@ resume:
         frames_.back().pc = pc;
         if (!caseMatches(i, &matches)) return Outcome::failed;
         if (matches) break;
-        pc = frames_.back().code->instructions.data() + (i.a);
+        pc = start + i.a;
         continue;
       }
 
@@ -355,16 +370,19 @@ resume:
         return Outcome::failed;
       case Op::returnFunction: {
         frames_.back().pc = pc;
+        if (returnPlainly()) [[likely]] goto resume;
         const Outcome outcome = returnFunction();
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;
       }
       case Op::returnValue: {
         frames_.back().pc = pc;
+        if (operand(R, K, i.b).isValue() && returnPlainly(operand(R, K, i.b))) [[likely]] goto resume;
         const Outcome outcome = returnValue(take(i.b));
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;
       }
+      default: __builtin_unreachable();
     }
     ++pc;
   }

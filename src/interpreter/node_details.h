@@ -1,6 +1,7 @@
 // What is kept with the nodes that need more than a NodeCache: lists of operands, calls, chains, functions.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -73,6 +74,11 @@ struct ChainDetails : NodeDetails {
   /// The field of NAME.FIELD and NAME.FIELD(ARGS); null for longer chains.
   const FieldDetails* onlyField() const {
     return fields.size() == 1 && !hasArgs && !fields.front().expression ? &fields.front() : nullptr;
+  }
+  /// Whether it is a row of fixed fields without subscripts.
+  bool isPath() const {
+    const auto isFixed = [](const FieldDetails& field) { return !field.expression && !field.hasArgs; };
+    return !hasArgs && std::all_of(fields.begin(), fields.end(), isFixed);
   }
 };
 

@@ -25,6 +25,10 @@ class RegisterStack {
     if (wanted + count > chunk.made) make(chunk, wanted + count);
     return wanted;
   }
+  /// Whether they are there already, so that `room` would give `wanted` and do nothing.
+  bool hasRoom(Storable* wanted, int64_t count) const {
+    return wanted + count <= chunks_[static_cast<size_t>(used_)].made;
+  }
   Storable* start() { return chunks_.front().begin; }
   int32_t chunk() const { return used_; }
   void setChunk(int32_t chunk) { used_ = chunk; }

@@ -1,7 +1,5 @@
 // Assignments: to a variable, to a list of them, to elements, and along a chain of fields. The right side is evaluated
 // first, then the subscripts; a variable is changed last, so a failure leaves it as it was.
-#include <algorithm>
-
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/indexing.h"
@@ -12,12 +10,6 @@ namespace {
 
 // A literal pair of brackets on the right side deletes.
 bool isDeletion(KeloNode& right) { return right.cache.kind == NodeKind::emptyMat; }
-
-// Whether it is a row of fixed fields without subscripts.
-bool isPath(const ChainDetails& chain) {
-  const auto isFixed = [](const FieldDetails& field) { return !field.expression && !field.hasArgs; };
-  return !chain.hasArgs && std::all_of(chain.fields.begin(), chain.fields.end(), isFixed);
-}
 
 }  // namespace
 
@@ -33,7 +25,9 @@ void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   KeloNode& right = *assignment.cache.second;
   resolved(right);
   const int32_t slot = slotOf(assignment.cache.name);
-  if (mayBeMany(right)) {
+  if (lowerAppendText(right, slot)) {
+    // The whole statement.
+  } else if (mayBeMany(right)) {
     emit(Op::assign, &assignment, slot, visit(right, 1));
   } else if (!lowerAppend(right, slot)) {
     into(right, slot, 1);
@@ -99,7 +93,7 @@ void Visitor::visitStructure_assignment2(KeloNode& assignment, bool shows) {
     const int32_t name = isShort ? fieldIndex(first.name) : 0;
     if (isShort && !chain.hasArgs && !first.hasArgs) {
       emit(Op::setField, &assignment, slot, name, value);
-    } else if (isPath(chain)) {
+    } else if (chain.isPath()) {
       const int32_t made = newSite(assignment, assignment.cache.name, slot, {}, kNoOutputs);
       for (const FieldDetails& field : chain.fields) site(made).fields.push_back(field.name);
       emit(Op::setPath, &assignment, slot, 0, value, made);

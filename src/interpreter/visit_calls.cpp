@@ -5,7 +5,7 @@
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
-#include "interpreter/scalar_calls.h"
+#include "interpreter/quick_calls.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/values.h"
@@ -117,7 +117,7 @@ int32_t Visitor::visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish) {
   site(made).row = details.builtin;
   const int32_t mark = top_;
   const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
-  const int32_t function = isOne ? scalarCallOf(node.cache.name, site(made).count) : -1;
+  const int32_t function = isOne ? quickCallOf(node.cache.name, site(made).count) : -1;
   if (function < 0) {
     argumentsInRow(made);
     const int32_t result = target(mark, wish);
@@ -129,8 +129,30 @@ int32_t Visitor::visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish) {
   site(made).first = newTemporary();
   if (site(made).count == 2) newTemporary();
   const int32_t result = target(mark, wish);
-  emit(Op::scalarCall, &node, result, x, y, made, function);
+  emit(Op::quickCall, &node, result, x, y, made, function);
   return result;
+}
+
+// x = strcat(x, ...): the first argument stays where it is. False for any other right side.
+bool Visitor::lowerAppendText(KeloNode& node, int32_t slot) {
+  if (node.cache.kind != NodeKind::builtInFunc || !isKnown(slot)) return false;
+  const auto& details = static_cast<CallDetails&>(*node.cache.details);
+  if (details.isCommand || details.args.size() < 2 || node.cache.name.text() != "strcat") return false;
+  resolved(*details.args[0]);
+  const NodeCache& first = details.args[0]->cache;
+  if (first.kind != NodeKind::id || slotOf(first.name) != slot) return false;
+  const int32_t made = newSite(node, node.cache.name, 0, details.args, 1);
+  site(made).row = details.builtin;
+  const int32_t mark = top_;
+  const int32_t row = newTemporary();
+  for (int32_t k = 1; k < site(made).count; ++k) {
+    argument(made, k, newTemporary());
+    top_ = mark + k + 1;
+  }
+  site(made).first = row;
+  emit(Op::appendText, &node, slot, row, 0, made);
+  top_ = mark;
+  return true;
 }
 
 int32_t Visitor::visitFuncHandle(KeloNode& node, int32_t wish) {

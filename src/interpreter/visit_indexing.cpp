@@ -39,6 +39,12 @@ int32_t Visitor::visitStructure2(KeloNode& node, int outputs, int32_t wish) {
     return result;
   }
   const int32_t value = newTemporary();
+  int32_t quick = -1;
+  if (chain.isPath()) {
+    const int32_t made = newSite(node, node.cache.name, slot, {}, kNoOutputs);
+    for (const FieldDetails& field : chain.fields) site(made).fields.push_back(field.name);
+    quick = emit(Op::fieldPath, &node, wish == kNowhere ? value : wish, slot, 0, made);
+  }
   size_t next = 0;  // field to come
   if (chain.hasArgs) {
     const int32_t made = newSite(node, node.cache.name, slot, chain.args, kNoOutputs);
@@ -79,12 +85,11 @@ int32_t Visitor::visitStructure2(KeloNode& node, int outputs, int32_t wish) {
     lowerIndex(made, node, value);
     top_ = mark + 1;
   }
-  if (wish != kNowhere) {
-    emit(Op::move, &node, wish, value);
-    top_ = mark;
-    return wish;
-  }
-  return value;
+  if (wish != kNowhere) emit(Op::move, &node, wish, value);
+  if (quick >= 0) code_->instructions[static_cast<size_t>(quick)].c = here();
+  if (wish == kNowhere) return value;
+  top_ = mark;
+  return wish;
 }
 
 }  // namespace kelo

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "linear/linear.h"
 #include "values/memory.h"
 
 namespace kelo::lapack {
@@ -148,6 +149,8 @@ int gecon(int n, const ComplexDouble* factors, double norm, double* rcond) {
 }
 
 }  // namespace kelo::lapack
+
+void kelo::endIdleMatrixThreads() { blas_thread_shutdown_(); }
 
 // The library calls this with the name of a routine and the number of its bad argument. Its own
 // form ends the process or prints; ours takes a note. Being defined in the program, it stands

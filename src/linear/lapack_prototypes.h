@@ -68,5 +68,6 @@ void zgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, Co
 
 void openblas_set_num_threads(int threads);
 int openblas_get_num_threads(void);
+void blas_thread_shutdown_(void);
 
 }  // extern "C"

@@ -38,20 +38,6 @@ NodeValue readField(const StructArray& array, std::span<const Index> indices, Na
   return NodeValue::listOf(std::move(values));
 }
 
-const Storable* plainField(const Storable& value, Name field) {
-  const StructArray* array = value.structure();
-  if (array == nullptr || !array->size().isScalar()) return nullptr;
-  const int64_t index = array->fieldIndex(field);
-  return index < 0 ? nullptr : &array->value(0, index);
-}
-
-Storable* writablePlainField(Storable& target, Name field) {
-  StructArray* array = target.structure();
-  if (array == nullptr || !array->size().isScalar()) return nullptr;
-  const int64_t index = array->fieldIndex(field);
-  return index < 0 ? nullptr : &array->writableValue(0, index);
-}
-
 Name fieldNameOf(const Storable& value) {
   const NumericArray* text = value.numeric();
   if (text == nullptr || !text->is(Kind::Char) || !text->size().isRow()) throw problem(text::kFieldNameNotText);

@@ -22,10 +22,20 @@ NodeValue readField(const StructArray& array, Name field);
 NodeValue readField(const StructArray& array, std::span<const Index> indices, Name field);
 
 /// The field of a scalar structure for looking at; null when the value is anything else or lacks it.
-const Storable* plainField(const Storable& value, Name field);
+inline const Storable* plainField(const Storable& value, Name field) {
+  const StructArray* array = value.structure();
+  if (array == nullptr || !array->size().isScalar()) return nullptr;
+  const int64_t index = array->fieldIndex(field);
+  return index < 0 ? nullptr : &array->value(0, index);
+}
 /// The same for writing, in place: what s.f = v assigns to and s.f(i) = v writes elements of. No level that is shared
 /// changes for its other holders. Valid until the structure changes.
-Storable* writablePlainField(Storable& target, Name field);
+inline Storable* writablePlainField(Storable& target, Name field) {
+  StructArray* array = target.structure();
+  if (array == nullptr || !array->size().isScalar()) return nullptr;
+  const int64_t index = array->fieldIndex(field);
+  return index < 0 ? nullptr : &array->writableValue(0, index);
+}
 
 /// The name that s.(e) means. throws Problem when e is no row of characters
 Name fieldNameOf(const Storable& value);

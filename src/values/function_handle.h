@@ -31,6 +31,7 @@ class LocalFunction {
 
   const LocalFunctionBody& body() const;
   const Ref<LocalFunctionFile>& file() const { return file_; }
+  int64_t index() const { return index_; }  ///< among the functions of the file
 
  private:
   Ref<LocalFunctionFile> file_;
@@ -61,10 +62,10 @@ class FunctionHandle {
 
  private:
   FunctionHandle(Form form, Name name);
+  Ref<CountedObject> body_;  // an AnonymousFunction or a LocalFunctionFile; null: neither
   Form form_;
   Name name_;
   int32_t localIndex_ = 0;
-  Ref<CountedObject> body_;  // an AnonymousFunction or a LocalFunctionFile
 };
 
 }  // namespace kelo

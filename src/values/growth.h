@@ -4,7 +4,7 @@
 #include <span>
 
 #include "values/index.h"
-#include "values/struct_array.h"
+#include "values/storable.h"
 
 namespace kelo {
 

@@ -110,8 +110,10 @@ class NumericArray {
   NumericArray emptyLike() const;
 
  private:
+  friend class Storable;
   ArrayCell cell_;  // a TypedArray of the kind; the typed arrays add no members of their own
   Kind kind_;
+  uint8_t form_ = 0;  // a Storable's, which keeps it here; 0 in every array
 };
 static_assert(sizeof(DoubleArray) == sizeof(ArrayCell) && sizeof(ComplexDoubleArray) == sizeof(ArrayCell));
 

@@ -1,9 +1,13 @@
 // Storable: what a variable, a field or an argument holds: an array (numeric or of structures), a
 // function handle or a local function.
 //
-// A Storable is one small cell. A numeric scalar lies in it whole; anything else is a counted
+// A Storable is one cell of 32 bytes. A numeric scalar lies in it whole; anything else is a counted
 // reference, so a copy is cheap, and a write to what is shared copies first. What was moved from is
 // some numeric array.
+//
+// Layout: every form begins with its reference, which is null where nothing is held, and leaves the
+// bytes of an array's kind and of the form alone. So whether anything must be let go, and whether
+// two cells are doubles, is one comparison each.
 //
 // The registers of the machine are Storables too. Only they know the last three forms: several
 // values at once, a bare ":" among subscripts, and nothing (a variable that is not there, the
@@ -28,32 +32,34 @@ class Storable {
   Storable() : numeric_() {}  ///< double 0 x 0
   Storable(NumericArray array) : numeric_(std::move(array)) {}
   template <class T> Storable(TypedArray<T> array) : numeric_(std::move(array)) {}
-  Storable(StructArray array) : structure_(std::move(array)), form_(Form::structure) {}
-  Storable(FunctionHandle handle) : funcHandle_(std::move(handle)), form_(Form::funcHandle) {}
-  Storable(LocalFunction function) : localFunc_(std::move(function)), form_(Form::localFunc) {}
+  Storable(StructArray array) : structure_(std::move(array)) { setForm(Form::structure); }
+  Storable(FunctionHandle handle) : funcHandle_(std::move(handle)) { setForm(Form::funcHandle); }
+  Storable(LocalFunction function) : localFunc_(std::move(function)) { setForm(Form::localFunc); }
   explicit Storable(double x) : numeric_(DoubleArray(x)) {}
   /// Of the forms that only registers have.
   static Storable listOf(std::vector<Storable> values);
   static Storable colon() { return Storable(Form::colon); }
   static Storable none() { return Storable(Form::none); }
 
-  Storable(const Storable& other) : form_(other.form_) {
-    if (isNumeric()) new (&numeric_) NumericArray(other.numeric_);
+  Storable(const Storable& other) {
+    if (other.holdsNothing()) copyBytes(other);
     else copyOther(other);
   }
-  Storable(Storable&& other) noexcept : form_(other.form_) {
-    if (isNumeric()) new (&numeric_) NumericArray(std::move(other.numeric_));
-    else moveOther(std::move(other));
+  Storable(Storable&& other) noexcept {
+    copyBytes(other);
+    other.forget();
   }
   Storable& operator=(const Storable& other) {
-    if (isNumeric() && other.isNumeric()) numeric_ = other.numeric_;
+    if (holdsNothing() && other.holdsNothing()) copyBytes(other);
     else *this = Storable(other);
     return *this;
   }
   Storable& operator=(Storable&& other) noexcept {
-    if (isNumeric() && other.isNumeric()) {
-      numeric_ = std::move(other.numeric_);
-    } else if (this != &other) {
+    if (this == &other) return *this;
+    if (holdsNothing()) {
+      copyBytes(other);
+      other.forget();
+    } else {
       Storable taken(std::move(other));  // which may lie inside this value, as in s = s.field
       this->~Storable();
       new (this) Storable(std::move(taken));
@@ -62,43 +68,46 @@ class Storable {
   }
   /// Becomes a number; cheaper than the assignment of one that was made before.
   void setNumber(double x) {
-    if (!isPlainScalar()) [[unlikely]] reset();
+    if (!holdsNothing()) [[unlikely]] reset();
     new (&numeric_) NumericArray(x);
   }
   /// The same for a logical.
   void setLogical(bool x) {
-    if (!isPlainScalar()) [[unlikely]] reset();
+    if (!holdsNothing()) [[unlikely]] reset();
     new (&numeric_) NumericArray(LogicalArray(x));
   }
-  /// Becomes a copy; cheaper than the assignment where both are scalars.
-  void setCopyOf(const Storable& other) {
-    if (isPlainScalar() && other.isPlainScalar()) [[likely]] std::memcpy(static_cast<void*>(this), &other, sizeof *this);
-    else *this = other;
+  /// Becomes a copy.
+  void setCopyOf(const Storable& other) { *this = other; }
+  /// Becomes some scalar or nothing, so that no reference is held.
+  void letGo() {
+    if (!holdsNothing()) reset();
   }
   /// Becomes nothing.
   void clear() {
-    if (!isPlainScalar()) reset();
-    form_ = Form::none;
+    if (!holdsNothing()) reset();
+    setForm(Form::none);
   }
   ~Storable() {
-    if (isNumeric()) numeric_.~NumericArray();
-    else destroyOther();
+    if (!holdsNothing()) destroyOther();
   }
 
-  Form form() const { return form_; }
-  bool isArray() const { return form_ <= Form::structure; }
-  bool isNumeric() const { return form_ == Form::numeric; }
-  bool isStructure() const { return form_ == Form::structure; }
-  bool isFuncHandle() const { return form_ == Form::funcHandle; }
-  bool isLocalFunc() const { return form_ == Form::localFunc; }
-  bool isList() const { return form_ == Form::list; }
-  bool isColon() const { return form_ == Form::colon; }
-  bool isNone() const { return form_ == Form::none; }
+  Form form() const { return static_cast<Form>(numeric_.form_); }
+  bool isArray() const { return form() <= Form::structure; }
+  bool isNumeric() const { return form() == Form::numeric; }
+  bool isStructure() const { return form() == Form::structure; }
+  bool isFuncHandle() const { return form() == Form::funcHandle; }
+  bool isLocalFunc() const { return form() == Form::localFunc; }
+  bool isList() const { return form() == Form::list; }
+  bool isColon() const { return form() == Form::colon; }
+  bool isNone() const { return form() == Form::none; }
   /// Whether it is a value at all, and not one of the forms of registers.
-  bool isValue() const { return form_ <= Form::localFunc; }
+  bool isValue() const { return form() <= Form::localFunc; }
   /// A number, a logical, a character or a complex number: nothing is held.
-  bool isPlainScalar() const { return isNumeric() && numeric_.isScalar(); }
-  bool isDoubleScalar() const { return isNumeric() && numeric_.isDoubleScalar(); }
+  bool isPlainScalar() const { return isNumeric() && holdsNothing(); }
+  bool isDoubleScalar() const { return kindAndForm() == kDouble && holdsNothing(); }
+  static bool areDoubleScalars(const Storable& a, const Storable& b) {
+    return (a.kindAndForm() | b.kindAndForm()) == kDouble && a.holdsNothing() && b.holdsNothing();
+  }
   bool isScalarOf(Kind kind) const { return isNumeric() && numeric_.is(kind) && numeric_.isScalar(); }
   double doubleScalar() const { return numeric_.asDouble().scalar(); }  ///< REQUIRES: isDoubleScalar()
 
@@ -121,13 +130,25 @@ class Storable {
   std::string kindLabel() const;
 
  private:
-  explicit Storable(Form form) : numeric_(0.0), form_(form) {}
+  static constexpr uint16_t kDouble = 0;  // kindAndForm() of a double
+  static_assert(static_cast<int>(Kind::Double) == 0);
+
+  explicit Storable(Form form) : numeric_(0.0) { setForm(form); }
+  bool holdsNothing() const { return numeric_.cell_.block_ == nullptr; }
+  uint16_t kindAndForm() const {
+    uint16_t both;
+    std::memcpy(&both, &numeric_.kind_, sizeof both);
+    return both;
+  }
+  void setForm(Form form) { numeric_.form_ = static_cast<uint8_t>(form); }
+  void copyBytes(const Storable& other) { std::memcpy(static_cast<void*>(this), &other, sizeof *this); }
+  // What it held belongs to another cell now.
+  void forget() { new (&numeric_) NumericArray(0.0); }
   void reset() noexcept {
-    this->~Storable();
-    new (this) Storable(0.0);
+    destroyOther();
+    forget();
   }
   void copyOther(const Storable& other);
-  void moveOther(Storable&& other) noexcept;
   void destroyOther() noexcept;
 
   union {
@@ -137,13 +158,46 @@ class Storable {
     LocalFunction localFunc_;
     Ref<StorableList> list_;
   };
-  Form form_ = Form::numeric;
 };
+static_assert(sizeof(Storable) == 32 && sizeof(FunctionHandle) <= sizeof(ArrayCell) &&
+              sizeof(LocalFunction) <= sizeof(ArrayCell));
 
 struct StorableList : CountedObject {
   std::vector<Storable> values;
 };
 
 inline std::vector<Storable>& Storable::list() const { return list_->values; }
+
+// ---- Of a structure
+
+struct StructArray::Body : CountedObject {
+  Body(const SizeVector& s, std::vector<Name> names);
+  explicit Body(const Body& other)
+      : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
+
+  size_t at(int64_t element, int64_t field) const {
+    return static_cast<size_t>(element) * fields->names().size() + static_cast<size_t>(field);
+  }
+
+  SizeVector size;
+  Ref<FieldNames> fields;
+  std::vector<Storable> values;
+};
+
+inline const SizeVector& StructArray::size() const { return body_->size; }
+inline const std::vector<Name>& StructArray::fields() const { return body_->fields->names(); }
+inline int64_t StructArray::fieldIndex(Name field) const { return body_->fields->indexOf(field); }
+inline const Storable& StructArray::value(int64_t element, int64_t field) const {
+  return body_->values[body_->at(element, field)];
+}
+inline bool StructArray::isUnshared() const { return !body_->isShared(); }
+inline StructArray::Body& StructArray::ownBody() {
+  if (body_->isShared()) takeOwnBody();
+  return *body_;
+}
+inline Storable& StructArray::writableValue(int64_t element, int64_t field) {
+  Body& body = ownBody();
+  return body.values[body.at(element, field)];
+}
 
 }  // namespace kelo

@@ -1,7 +1,6 @@
 #include "values/struct_array.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "messages/fatal_fault.h"
 #include "values/memory.h"
@@ -10,8 +9,6 @@
 namespace kelo {
 
 namespace {
-
-constexpr size_t kScannedFields = 16;  // up to here a scan of the names beats hashing
 
 // The number of values that so many elements hold. throws OutOfMemory where they pass the limit for
 // one array
@@ -23,33 +20,17 @@ size_t valueCount(int64_t elements, size_t fields) {
 
 }  // namespace
 
-struct StructArray::Body : CountedObject {
-  Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()), fields(std::move(names)) {
-    if (size.hasZeroLength()) fields.clear();
-    values.resize(valueCount(size.numElements(), fields.size()));
-  }
-  explicit Body(const Body& other)
-      : CountedObject(), size(other.size), fields(other.fields), values(other.values), index(other.index) {}
+int64_t FieldNames::hashedIndexOf(Name field) const {
+  for (size_t k = index_.size(); k < names_.size(); ++k) index_[names_[k].id()] = static_cast<int64_t>(k);
+  const auto found = index_.find(field.id());
+  return found == index_.end() ? -1 : found->second;
+}
 
-  int64_t indexOf(Name field) {
-    if (fields.size() <= kScannedFields) {
-      const auto found = std::find(fields.begin(), fields.end(), field);
-      return found == fields.end() ? -1 : found - fields.begin();
-    }
-    for (size_t k = index.size(); k < fields.size(); ++k) index[fields[k].id()] = static_cast<int64_t>(k);
-    const auto found = index.find(field.id());
-    return found == index.end() ? -1 : found->second;
-  }
-
-  size_t at(int64_t element, int64_t field) const {
-    return static_cast<size_t>(element) * fields.size() + static_cast<size_t>(field);
-  }
-
-  SizeVector size;
-  std::vector<Name> fields;
-  std::vector<Storable> values;
-  std::unordered_map<uint32_t, int64_t> index;  // of the first fields, once there are many
-};
+StructArray::Body::Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()) {
+  if (size.hasZeroLength()) names.clear();
+  values.resize(valueCount(size.numElements(), names.size()));
+  fields = makeRef<FieldNames>(std::move(names));
+}
 
 StructArray::StructArray() : StructArray(SizeVector(1, 1), {}) {}
 StructArray::StructArray(const SizeVector& size, std::vector<Name> fields)
@@ -62,41 +43,23 @@ StructArray& StructArray::operator=(StructArray other) noexcept {
 }
 StructArray::~StructArray() = default;
 
-const SizeVector& StructArray::size() const { return body_->size; }
-const std::vector<Name>& StructArray::fields() const { return body_->fields; }
-
-int64_t StructArray::fieldIndex(Name field) const {
-  return body_->indexOf(field);
-}
-
 bool StructArray::hasSameFields(const StructArray& other) const {
   return fields().size() == other.fields().size() &&
          std::all_of(fields().begin(), fields().end(), [&](Name name) { return other.hasField(name); });
 }
 
-const Storable& StructArray::value(int64_t element, int64_t field) const {
-  return body_->values[body_->at(element, field)];
-}
-
-StructArray::Body& StructArray::ownBody() {
-  if (body_->isShared()) body_ = makeRef<Body>(*body_);
-  return *body_;
-}
-
-Storable& StructArray::writableValue(int64_t element, int64_t field) {
-  Body& body = ownBody();
-  return body.values[body.at(element, field)];
-}
+void StructArray::takeOwnBody() { body_ = makeRef<Body>(*body_); }
 
 int64_t StructArray::ensureField(Name field) {
   if (const int64_t index = fieldIndex(field); index >= 0) return index;
   Body& body = ownBody();
-  const size_t before = body.fields.size();
+  if (body.fields->isShared()) body.fields = makeRef<FieldNames>(fields());
+  const size_t before = fields().size();
+  body.fields->reserveOne();
   if (numElements() == 1) {  // in place, so that a structure with many fields is made in linear time
-    if (body.fields.capacity() == before) body.fields.reserve(2 * before + 1);
     if (body.values.capacity() == before) body.values.reserve(2 * before + 1);
     body.values.emplace_back();  // there is room for both
-    body.fields.push_back(field);
+    body.fields->push(field);
     return static_cast<int64_t>(before);
   }
   std::vector<Storable> values;
@@ -107,25 +70,28 @@ int64_t StructArray::ensureField(Name field) {
     values.emplace_back();
   }
   body.values = std::move(values);
-  body.fields.push_back(field);
+  body.fields->push(field);
   return static_cast<int64_t>(before);
 }
 
 void StructArray::removeField(Name field) {
   const int64_t index = fieldIndex(field);
   if (index < 0) return;
+  std::vector<Name> names = fields();
+  names.erase(names.begin() + index);
+  auto shorter = makeRef<FieldNames>(std::move(names));
   Body& body = ownBody();
   std::vector<Storable> values;
   for (size_t k = 0; k < body.values.size(); ++k) {
-    if (static_cast<int64_t>(k % body.fields.size()) != index) values.push_back(std::move(body.values[k]));
+    if (static_cast<int64_t>(k % fields().size()) != index) values.push_back(std::move(body.values[k]));
   }
   body.values = std::move(values);
-  body.fields.erase(body.fields.begin() + index);
-  body.index.clear();
+  body.fields = std::move(shorter);
 }
 
 StructArray StructArray::gathered(std::span<const int64_t> positions, const SizeVector& size) const {
   StructArray result(size, fields());
+  if (!result.isEmpty()) result.body_->fields = body_->fields;
   for (size_t k = 0; k < positions.size(); ++k) {
     if (positions[k] < 0) continue;
     for (int64_t f = 0; f < fieldCount(); ++f) {
@@ -157,7 +123,5 @@ StructArray StructArray::reshaped(const SizeVector& size) const {
   result.ownBody().size = size.trimmed();
   return result;
 }
-
-bool StructArray::isUnshared() const { return !body_->isShared(); }
 
 }  // namespace kelo

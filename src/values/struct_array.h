@@ -2,11 +2,15 @@
 //
 // One shared body holds the size, the field names in the order in which they were made, and the
 // values of all elements: those of an element stand together, in field order. A copy shares the
-// body; a write takes a body of its own first. An array without elements has no field names. A
-// scalar structure is the 1 x 1 case. What was moved from may only be assigned to or destroyed.
+// body; a write takes a body of its own first, which still shares the list of names. An array
+// without elements has no field names. A scalar structure is the 1 x 1 case. What was moved from may
+// only be assigned to or destroyed.
+//
+// What every read and write of a field asks is inline; it stands behind Storable in storable.h.
 #pragma once
 
 #include <span>
+#include <unordered_map>
 #include <vector>
 
 #include "values/counted.h"
@@ -69,7 +73,36 @@ class StructArray {
  private:
   struct Body;
   Body& ownBody();
+  void takeOwnBody();
   Ref<Body> body_;
+};
+
+/// Names of fields, held by all bodies that have the same ones.
+class FieldNames : public CountedObject {
+ public:
+  explicit FieldNames(std::vector<Name> names) : names_(std::move(names)) {}
+
+  const std::vector<Name>& names() const { return names_; }
+  /// -1 when there is none.
+  int64_t indexOf(Name field) const {
+    if (names_.size() > kScanned) return hashedIndexOf(field);
+    for (size_t k = 0; k < names_.size(); ++k) {
+      if (names_[k] == field) return static_cast<int64_t>(k);
+    }
+    return -1;
+  }
+  /// REQUIRES: nobody else holds the list
+  void reserveOne() {
+    if (names_.capacity() == names_.size()) names_.reserve(2 * names_.size() + 1);
+  }
+  void push(Name field) { names_.push_back(field); }
+
+ private:
+  static constexpr size_t kScanned = 16;  // up to here a scan of the names beats hashing
+  int64_t hashedIndexOf(Name field) const;
+
+  std::vector<Name> names_;
+  mutable std::unordered_map<uint32_t, int64_t> index_;  // of the first names, once there are many
 };
 
 }  // namespace kelo

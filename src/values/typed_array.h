@@ -111,6 +111,7 @@ class ArrayCell {
   }
   static const SizeVector kScalarSize;
 
+  friend class Storable;
   ArrayBlock* block_;
   alignas(8) std::byte scalar_[16];
 };

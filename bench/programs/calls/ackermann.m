@@ -1,4 +1,4 @@
-disp(int2str(ack(2, 150)))
+disp(int2str(ack(2, 400)))
 
 function y = ack(m, n)
 if m == 0

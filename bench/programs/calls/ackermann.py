@@ -7,4 +7,4 @@ def ack(m, n):
         return ack(m - 1, 1)
     else:
         return ack(m - 1, ack(m, n - 1))
-print(ack(2, 150))
+print(ack(2, 400))

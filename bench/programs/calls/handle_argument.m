@@ -1,8 +1,8 @@
 s = 0;
-for k = 1:60
+for k = 1:600
   s = s + simpson(@(x) x ^ 3 - x, 0, k, 300);
 end
-disp(int2str(s))
+disp(int2str(2 * s))
 
 function y = simpson(f, a, b, n)
 h = (b - a) / n;

@@ -8,6 +8,6 @@ def simpson(f, a, b, n):
             y = y + 2 * f(a + k * h)
     return y * h / 3
 s = 0.0
-for k in range(1, 61):
+for k in range(1, 601):
     s = s + simpson(lambda x: x ** 3 - x, 0, k, 300)
-print(round(s))
+print(round(2 * s))

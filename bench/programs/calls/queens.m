@@ -1,4 +1,4 @@
-disp(int2str(place(1, zeros(1, 7), 7)))
+disp(int2str(place(1, zeros(1, 8), 8)))
 
 function count = place(row, columns, n)
 count = 0;

@@ -13,4 +13,4 @@ def place(row, columns, n):
             columns[row - 1] = c
             count = count + place(row + 1, columns, n)
     return count
-print(place(1, [0] * 7, 7))
+print(place(1, [0] * 8, 8))

@@ -1,4 +1,4 @@
-disp(int2str(fib(22)))
+disp(int2str(fib(26)))
 
 function y = fib(n)
 if n < 2

@@ -4,4 +4,4 @@ def fib(n):
     else:
         y = fib(n - 1) + fib(n - 2)
     return y
-print(fib(22))
+print(fib(26))

@@ -1,4 +1,4 @@
-disp(int2str(hanoi(15, 1, 3, 2)))
+disp(int2str(hanoi(18, 1, 3, 2)))
 
 function n = hanoi(k, from, to, via)
 if k == 0

@@ -4,4 +4,4 @@ def hanoi(k, a, b, c):
     else:
         n = hanoi(k - 1, a, c, b) + 1 + hanoi(k - 1, c, b, a)
     return n
-print(hanoi(15, 1, 3, 2))
+print(hanoi(18, 1, 3, 2))

@@ -1,5 +1,5 @@
 s = 0;
-for k = 1:120000
+for k = 1:500000
   [q, r] = divide(k, 7);
   s = s + q - r;
 end

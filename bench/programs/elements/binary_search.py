@@ -1,6 +1,6 @@
 x = [3 * k for k in range(1, 2001)]
 found = 0
-for k in range(1, 15001):
+for k in range(1, 60001):
     key = k * 7919 % 6000
     lo = 0
     hi = 1999

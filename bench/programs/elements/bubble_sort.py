@@ -1,4 +1,4 @@
-n = 400
+n = 1000
 x = [0] * n
 v = 7
 for k in range(n):

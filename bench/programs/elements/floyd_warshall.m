@@ -1,4 +1,4 @@
-n = 36;
+n = 90;
 d = zeros(n, n) + 1000;
 for k = 1:n
   d(k, mod(k, n) + 1) = k;

@@ -1,4 +1,4 @@
-n = 36
+n = 90
 d = [[1000] * n for _ in range(n)]
 for k in range(1, n + 1):
     d[k - 1][k % n] = k

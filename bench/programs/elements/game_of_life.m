@@ -5,7 +5,7 @@ for k = 1:n * n
     g(k) = 1;
   end
 end
-for step = 1:6
+for step = 1:150
   h = zeros(n, n);
   for i = 2:n - 1
     for j = 2:n - 1

@@ -1,9 +1,9 @@
 x = [];
-for k = 1:60000
+for k = 1:600000
   x(end + 1) = k;
 end
 y = [];
-for k = 1:4000
+for k = 1:12000
   y = [y, k];
 end
 disp(int2str(sum(x) + sum(y)))

@@ -1,7 +1,7 @@
 x = []
-for k in range(1, 60001):
+for k in range(1, 600001):
     x.append(k)
 y = []
-for k in range(1, 4001):
+for k in range(1, 12001):
     y = y + [k]
 print(sum(x) + sum(y))

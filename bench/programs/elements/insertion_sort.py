@@ -1,4 +1,4 @@
-n = 500
+n = 1200
 x = [0] * n
 v = 3
 for k in range(n):

@@ -9,7 +9,7 @@ for k = 1:length(text)
     vowels = vowels + 1;
   end
 end
-for turn = 1:9
+for turn = 1:60
   for k = 1:length(text)
     if text(k) == 'o'
       vowels = vowels + 1;

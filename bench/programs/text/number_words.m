@@ -1,5 +1,5 @@
 n = 0;
-for k = 1:20000
+for k = 1:100000
   t = int2str(k);
   n = n + length(t);
   u = ['id', t];

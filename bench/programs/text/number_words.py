@@ -1,5 +1,5 @@
 n = 0
-for k in range(1, 20001):
+for k in range(1, 100001):
     t = str(k)
     n = n + len(t)
     u = 'id' + t

@@ -1,5 +1,5 @@
 count = 0;
-for k = 1:8000
+for k = 1:60000
   t = int2str(k);
   i = 1;
   j = length(t);

@@ -1,5 +1,5 @@
 count = 0
-for k in range(1, 8001):
+for k in range(1, 60001):
     t = str(k)
     i = 0
     j = len(t) - 1

@@ -1,5 +1,5 @@
 s = '';
-for k = 1:20000
+for k = 1:30000
   s = strcat(s, 'xyz');
 end
 disp(int2str(length(s)))

@@ -1,4 +1,4 @@
 s = ''
-for k in range(20000):
+for k in range(30000):
     s = s + 'xyz'
 print(len(s))

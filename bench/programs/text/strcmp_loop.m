@@ -1,6 +1,6 @@
 word = 'gamma';
 n = 0;
-for k = 1:100000
+for k = 1:400000
   if strcmp(word, 'alpha')
     n = n + 1;
   elseif strcmp(word, 'beta')

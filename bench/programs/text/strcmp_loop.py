@@ -1,6 +1,6 @@
 word = 'gamma'
 n = 0
-for k in range(100000):
+for k in range(400000):
     if word == 'alpha':
         n = n + 1
     elif word == 'beta':

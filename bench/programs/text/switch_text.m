@@ -1,6 +1,6 @@
 n = 0;
 word = 'stop';
-for k = 1:100000
+for k = 1:500000
   switch word
     case 'go'
       n = n + 1;

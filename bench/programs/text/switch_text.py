@@ -1,6 +1,6 @@
 n = 0
 word = 'stop'
-for k in range(100000):
+for k in range(500000):
     if word == 'go':
         n = n + 1
         word = 'wait'

@@ -21,6 +21,7 @@ namespace kelo::builtins {
 namespace {
 
 constexpr int64_t kColumnGap = 2;
+constexpr double kExactIntegers = 9007199254740992;  // 2^53: every whole double below is itself
 constexpr int64_t kMostDigits = 767;  // a double has no more significant digits
 
 // ---- char
@@ -67,7 +68,8 @@ struct NumberText {
     x += 0.0;  // a zero loses its sign
     if (!std::isfinite(x)) return shortNumber(x, nDigits);
     if (significant) return fmt::format("{:.{}g}", x, std::min(*significant, kMostDigits));
-    return x == std::trunc(x) ? fmt::format("{:.0f}", x) : shortNumber(x, nDigits);
+    if (x != std::trunc(x)) return shortNumber(x, nDigits);
+    return std::fabs(x) < kExactIntegers ? std::to_string(static_cast<int64_t>(x)) : fmt::format("{:.0f}", x);
   }
   std::string of(int64_t n) const { return significant ? of(static_cast<double>(n)) : std::to_string(n); }
   std::string of(bool b) const { return b ? "1" : "0"; }
@@ -75,6 +77,13 @@ struct NumberText {
     return fmt::format("{}{}{}i", of(z.real), z.imaginary < 0 ? '-' : '+', of(std::fabs(z.imaginary)));
   }
 };
+
+CharArray rowOf(const std::string& digits) {
+  CharArray row = CharArray::uninitialized(SizeVector(1, static_cast<int64_t>(digits.size())));
+  Character* out = row.writable();
+  for (const char digit : digits) *out++ = Character(static_cast<char32_t>(digit));
+  return row;
+}
 
 CharArray alignedRows(const std::vector<std::string>& cells, int64_t rows) {
   const int64_t columns = static_cast<int64_t>(cells.size()) / rows;
@@ -102,6 +111,7 @@ CharArray alignedRows(const std::vector<std::string>& cells, int64_t rows) {
 /// The pages of further dimensions stand side by side.
 CharArray textOf(const NumericArray& array, const NumberText& format) {
   if (array.isEmpty()) return CharArray();
+  if (array.isDoubleScalar()) return rowOf(format.of(array.asDouble().scalar()));
   const NumericArray numbers = array.is(Kind::Char) ? array.toDoubleArray() : array;
   std::vector<std::string> cells;
   cells.reserve(static_cast<size_t>(numbers.numElements()));

@@ -1,7 +1,6 @@
-// Built-in functions of scalars, as scalar_calls.cpp and the rows of the built-ins compute them.
+// Built-in functions of scalars, as quick_calls.cpp and the rows of the built-ins compute them.
 #include "interpreter/native/emitter.h"
 #include "interpreter/native/intrinsics.h"
-#include "interpreter/scalar_calls.h"
 
 namespace kelo::native {
 
@@ -28,8 +27,9 @@ x86::Xmm Emitter::magnitude(const Xmm& x) {
   return result;
 }
 
-void Emitter::scalarCall(const Instruction& i) {
-  const auto function = static_cast<ScalarCall>(i.e);
+void Emitter::quickCall(const Instruction& i) {
+  using platform::VectorFunction;
+  const auto function = static_cast<QuickCall>(i.e);
   if (typeOf(i.b).held == Held::complex) {  // abs
     const Xmm re = newReal("re"), im = newReal("im");
     Xmm x, y;
@@ -41,22 +41,22 @@ void Emitter::scalarCall(const Instruction& i) {
     return;
   }
   switch (function) {
-    case ScalarCall::abs: return setReal(i.a, magnitude(asReal(i.b)));
-    case ScalarCall::ceil: return setReal(i.a, round(asReal(i.b), kCeil));
-    case ScalarCall::fix: return setReal(i.a, round(asReal(i.b), kFix));
-    case ScalarCall::floor: return setReal(i.a, round(asReal(i.b), kFloor));
-    case ScalarCall::round: {
+    case QuickCall::abs: return setReal(i.a, magnitude(asReal(i.b)));
+    case QuickCall::ceil: return setReal(i.a, round(asReal(i.b), kCeil));
+    case QuickCall::fix: return setReal(i.a, round(asReal(i.b), kFix));
+    case QuickCall::floor: return setReal(i.a, round(asReal(i.b), kFloor));
+    case QuickCall::round: {
       const Xmm x = asReal(i.b), most = newReal("most");
       cc_.vxorpd(most, x, magnitude(x));  // its sign
       cc_.vorpd(most, most, constant(kBelowHalf));
       cc_.vaddsd(most, most, x);
       return setReal(i.a, round(most, kFix));
     }
-    case ScalarCall::max: return choice(i, true);
-    case ScalarCall::min: return choice(i, false);
-    case ScalarCall::mod: return remainder(i, true);
-    case ScalarCall::rem: return remainder(i, false);
-    case ScalarCall::sqrt: {
+    case QuickCall::max: return choice(i, true);
+    case QuickCall::min: return choice(i, false);
+    case QuickCall::mod: return remainder(i, true);
+    case QuickCall::rem: return remainder(i, false);
+    case QuickCall::sqrt: {
       const Xmm x = asReal(i.b), zero = newReal("zero");
       cc_.vxorpd(zero, zero, zero);
       cc_.vucomisd(x, zero);
@@ -64,6 +64,21 @@ void Emitter::scalarCall(const Instruction& i) {
       cc_.vsqrtsd(realOf(i.a), x, x);
       return;
     }
+    case QuickCall::acos: return vectorRoutine(i, VectorFunction::acos);
+    case QuickCall::asin: return vectorRoutine(i, VectorFunction::asin);
+    case QuickCall::atan: return vectorRoutine(i, VectorFunction::atan);
+    case QuickCall::cos: return vectorRoutine(i, VectorFunction::cos);
+    case QuickCall::cosh: return vectorRoutine(i, VectorFunction::cosh);
+    case QuickCall::exp: return vectorRoutine(i, VectorFunction::exp);
+    case QuickCall::log: return vectorRoutine(i, VectorFunction::log);
+    case QuickCall::log10: return vectorRoutine(i, VectorFunction::log10);
+    case QuickCall::log2: return vectorRoutine(i, VectorFunction::log2);
+    case QuickCall::sin: return vectorRoutine(i, VectorFunction::sin);
+    case QuickCall::sinh: return vectorRoutine(i, VectorFunction::sinh);
+    case QuickCall::tan: return vectorRoutine(i, VectorFunction::tan);
+    case QuickCall::tanh: return vectorRoutine(i, VectorFunction::tanh);
+    case QuickCall::isempty: case QuickCall::length: case QuickCall::numel: return sizeQuery(i);
+    case QuickCall::ndims: case QuickCall::strcmp: return;  // never here
   }
 }
 
@@ -102,20 +117,55 @@ void Emitter::remainder(const Instruction& i, bool isMod) {
   setReal(i.a, result);
 }
 
-// y = f(x) by a routine for arrays, as the built-in has it computed.
-void Emitter::vectorRoutine(int32_t result, const Xmm& x, const void* routine) {
+// By a routine for arrays, as the built-in has it computed.
+void Emitter::vectorRoutine(const Instruction& i, platform::VectorFunction which) {
+  const Xmm x = asReal(i.b);
+  checkDomain(static_cast<QuickCall>(i.e), x);
   const Mem slot = cc_.newStack(8, 8);
   const Gp address = cc_.newIntPtr("slot"), function = cc_.newIntPtr("function"), count = cc_.newInt64("count");
   cc_.vmovsd(slot, x);
   cc_.lea(address, slot);
-  cc_.mov(function, reinterpret_cast<uint64_t>(routine));
+  cc_.mov(function, reinterpret_cast<uint64_t>(platform::vectorRoutine(which)));
   cc_.mov(count, 1);
   asmjit::InvokeNode* call;
   cc_.invoke(&call, function, asmjit::FuncSignatureT<void, void*, void*, int64_t>());
   call->setArg(0, address);
   call->setArg(1, address);
   call->setArg(2, count);
-  cc_.vmovsd(realOf(result), slot);
+  cc_.vmovsd(realOf(i.a), slot);
+}
+
+// Outside of it the result is complex.
+void Emitter::checkDomain(QuickCall function, const Xmm& x) {
+  if (function == QuickCall::log) {
+    cc_.vucomisd(constant(0), x);
+    cc_.ja(exit());
+  } else if (function == QuickCall::acos || function == QuickCall::asin) {
+    cc_.vucomisd(magnitude(x), constantMemory(1));
+    cc_.ja(exit());
+  }
+}
+
+void Emitter::sizeQuery(const Instruction& i) {
+  const auto function = static_cast<QuickCall>(i.e);
+  const int32_t lane = graph_.arrayLane(node().state, i.b);
+  if (function == QuickCall::isempty) {
+    cc_.cmp(wordAt(LaneWords::count(lane)), 0);
+    return setTruth(i.a, {x86::CondCode::kEqual});
+  }
+  const Gp length = cc_.newInt64("length");
+  if (function == QuickCall::numel) {
+    cc_.mov(length, wordAt(LaneWords::count(lane)));
+  } else {
+    const Gp none = cc_.newInt64("none");
+    cc_.mov(length, wordAt(LaneWords::rows(lane)));
+    cc_.cmp(length, wordAt(LaneWords::columns(lane)));
+    cc_.cmovl(length, wordAt(LaneWords::columns(lane)));
+    cc_.xor_(none, none);
+    cc_.cmp(wordAt(LaneWords::count(lane)), 0);
+    cc_.cmove(length, none);
+  }
+  cc_.mov(wholeLane(graph_.laneOf(i.a)), length);
 }
 
 void Emitter::builtin(const Instruction& i) {
@@ -125,11 +175,6 @@ void Emitter::builtin(const Instruction& i) {
   switch (intrinsic.form) {
     case Intrinsic::Form::real: cc_.vmovsd(realOf(i.a), constantMemory(intrinsic.value)); return;
     case Intrinsic::Form::logical: cc_.mov(wordOf(i.a), intrinsic.value != 0 ? 1 : 0); return;
-    case Intrinsic::Form::vector: {
-      const Xmm x = asReal(argument);
-      checkDomain(x, intrinsic);
-      return vectorRoutine(i.a, x, reinterpret_cast<const void*>(platform::vectorRoutine(intrinsic.function)));
-    }
     case Intrinsic::Form::complex: {
       const Xmm re = asReal(argument), im = asReal(argument + 1);
       cc_.vmovapd(realLane(graph_.laneOf(i.a), true), im);
@@ -148,42 +193,6 @@ void Emitter::builtin(const Instruction& i) {
       cc_.vucomisd(x, x);
       return setTruth(i.a, {x86::CondCode::kParityEven});
     }
-    case Intrinsic::Form::count: case Intrinsic::Form::longest: {
-      const int32_t lane = graph_.arrayLane(node().state, argument);
-      const Gp length = cc_.newInt64("length");
-      if (intrinsic.form == Intrinsic::Form::count) {
-        cc_.mov(length, wordAt(LaneWords::count(lane)));
-      } else {
-        const Gp none = cc_.newInt64("none");
-        cc_.mov(length, wordAt(LaneWords::rows(lane)));
-        cc_.cmp(length, wordAt(LaneWords::columns(lane)));
-        cc_.cmovl(length, wordAt(LaneWords::columns(lane)));
-        cc_.xor_(none, none);
-        cc_.cmp(wordAt(LaneWords::count(lane)), 0);
-        cc_.cmove(length, none);
-      }
-      cc_.mov(wholeLane(graph_.laneOf(i.a)), length);
-      return;
-    }
-  }
-}
-
-// Outside of it the result is complex.
-void Emitter::checkDomain(const Xmm& x, const Intrinsic& intrinsic) {
-  switch (intrinsic.domain) {
-    case Intrinsic::Domain::everywhere: return;
-    case Intrinsic::Domain::fromZero:
-      cc_.vucomisd(constant(0), x);
-      cc_.ja(exit());
-      return;
-    case Intrinsic::Domain::fromOne:
-      cc_.vucomisd(constant(1), x);
-      cc_.ja(exit());
-      return;
-    case Intrinsic::Domain::withinOne:
-      cc_.vucomisd(magnitude(x), constantMemory(1));
-      cc_.ja(exit());
-      return;
   }
 }
 

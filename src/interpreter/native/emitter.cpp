@@ -201,7 +201,7 @@ void Emitter::emitInstruction(const Instruction& i) {
     case Op::store2: return write(i, i.c, i.e);
     case Op::appendRow: return appendRow(i);
     case Op::endOf: case Op::checkExtent: return endOf(i);
-    case Op::scalarCall: return scalarCall(i);
+    case Op::quickCall: return quickCall(i);
     case Op::builtin: return builtin(i);
     case Op::jump: return jumpTo(i, node());
     case Op::jumpOnTruth: {

@@ -17,11 +17,11 @@
 
 #include "interpreter/native/lane_words.h"
 #include "interpreter/native/loop_graph.h"
+#include "interpreter/quick_calls.h"
+#include "platform/vector_math.h"
 #include "values/operators.h"
 
 namespace kelo::native {
-
-struct Intrinsic;
 
 /// Whether a quotient by x is exactly the product with 1 / x.
 bool hasExactReciprocal(double x);
@@ -95,12 +95,13 @@ class Emitter {
   void setTruth(int32_t reg, Comparison comparison);
 
   // ---- emit_calls.cpp: built-ins
-  void scalarCall(const Instruction& i);
+  void quickCall(const Instruction& i);
+  void sizeQuery(const Instruction& i);
   void remainder(const Instruction& i, bool isMod);
   void choice(const Instruction& i, bool isMax);
   void builtin(const Instruction& i);
-  void checkDomain(const Xmm& x, const Intrinsic& intrinsic);
-  void vectorRoutine(int32_t result, const Xmm& x, const void* routine);
+  void checkDomain(QuickCall function, const Xmm& x);
+  void vectorRoutine(const Instruction& i, platform::VectorFunction function);
   Xmm round(const Xmm& x, int mode);
   Xmm magnitude(const Xmm& x);
 

@@ -11,8 +11,6 @@ namespace kelo::native {
 namespace {
 
 using Form = Intrinsic::Form;
-using Domain = Intrinsic::Domain;
-using platform::VectorFunction;
 
 constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
 
@@ -25,29 +23,11 @@ constexpr Intrinsic kIntrinsics[] = {
     {"Inf", 0, Form::real, kInf},
     {"nan", 0, Form::real, kNaN},
     {"NaN", 0, Form::real, kNaN},
-    {"sin", 1, Form::vector, 0, VectorFunction::sin},
-    {"cos", 1, Form::vector, 0, VectorFunction::cos},
-    {"tan", 1, Form::vector, 0, VectorFunction::tan},
-    {"sinh", 1, Form::vector, 0, VectorFunction::sinh},
-    {"cosh", 1, Form::vector, 0, VectorFunction::cosh},
-    {"tanh", 1, Form::vector, 0, VectorFunction::tanh},
-    {"asin", 1, Form::vector, 0, VectorFunction::asin, Domain::withinOne},
-    {"acos", 1, Form::vector, 0, VectorFunction::acos, Domain::withinOne},
-    {"atan", 1, Form::vector, 0, VectorFunction::atan},
-    {"asinh", 1, Form::vector, 0, VectorFunction::asinh},
-    {"acosh", 1, Form::vector, 0, VectorFunction::acosh, Domain::fromOne},
-    {"atanh", 1, Form::vector, 0, VectorFunction::atanh, Domain::withinOne},
-    {"exp", 1, Form::vector, 0, VectorFunction::exp},
-    {"log", 1, Form::vector, 0, VectorFunction::log, Domain::fromZero},
-    {"log2", 1, Form::vector, 0, VectorFunction::log2},
-    {"log10", 1, Form::vector, 0, VectorFunction::log10},
     {"complex", 2, Form::complex},
     {"real", 1, Form::realPart},
     {"imag", 1, Form::imaginaryPart},
     {"conj", 1, Form::conjugate},
     {"isnan", 1, Form::isNaN},
-    {"numel", 1, Form::count},
-    {"length", 1, Form::longest},
 };
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "interpreter/code.h"
 #include "interpreter/native/lane_words.h"
-#include "platform/vector_math.h"
 
 namespace kelo::native {
 
@@ -14,19 +13,14 @@ struct Intrinsic {
   enum class Form : uint8_t {
     real,     ///< the number `value`
     logical,  ///< true or false
-    vector,   ///< a routine for real numbers, within its domain
     complex, realPart, imaginaryPart, conjugate,
     isNaN,
-    count, longest,  ///< of an array
   };
-  enum class Domain : uint8_t { everywhere, fromZero, withinOne, fromOne };
 
   const char* name;
   int32_t arguments;
   Form form;
   double value = 0;
-  platform::VectorFunction function = {};
-  Domain domain = Domain::everywhere;
 };
 
 /// Null: it is none.

@@ -19,7 +19,7 @@ int32_t jumpTarget(const Instruction& i) {
     case Op::jump: case Op::jumpOnTruth: case Op::jumpOnEqual: case Op::jumpOnUnequal: case Op::jumpOnLe:
     case Op::jumpOnLt: case Op::jumpOnGe: case Op::jumpOnGt: case Op::caseJump:
       return i.a;
-    case Op::rangeStep: case Op::arrayStep: return i.c;
+    case Op::fieldPath: case Op::rangeStep: case Op::arrayStep: return i.c;
     default: return -1;
   }
 }
@@ -72,7 +72,7 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
     case Op::call: case Op::builtin:
       readRow(site().first, site().count);
       return write(i.a);
-    case Op::scalarCall:
+    case Op::quickCall:
       read({i.b, i.c});
       return write(i.a);
     case Op::endOf: readBases(code, i.d, operands); return write(i.a);

@@ -1,7 +1,7 @@
 #include "interpreter/native/typing.h"
 
 #include "interpreter/native/intrinsics.h"
-#include "interpreter/scalar_calls.h"
+#include "interpreter/quick_calls.h"
 
 namespace kelo::native {
 namespace {
@@ -84,17 +84,29 @@ bool Typing::unary(const Instruction& i) {
   }
 }
 
-bool Typing::scalarCall(const Instruction& i) {
+bool Typing::quickCall(const Instruction& i) {
   const Type x = of(i.b), y = of(i.c);
-  const auto function = static_cast<ScalarCall>(i.e);
-  if (function == ScalarCall::abs && x.held == Held::complex) return define(i.a, real(false));
-  const bool isChoice = function == ScalarCall::max || function == ScalarCall::min;
-  if (isChoice ? x.held != Held::real || y.held != Held::real : !x.isNumber() || !y.isNumber()) return false;
+  const auto function = static_cast<QuickCall>(i.e);
   switch (function) {
-    case ScalarCall::ceil: case ScalarCall::fix: case ScalarCall::floor: case ScalarCall::round:
+    case QuickCall::isempty: return x.isArray() && define(i.a, scalar(Held::logical));
+    case QuickCall::numel: return x.isArray() && define(i.a, scalar(Held::integer));
+    case QuickCall::length: return x.isArray() && x.isMatrix && define(i.a, scalar(Held::integer));
+    case QuickCall::ndims: case QuickCall::strcmp: return false;
+    case QuickCall::abs:
+      if (x.held == Held::complex) return define(i.a, real(false));
+      break;
+    case QuickCall::max: case QuickCall::min:
+      if (x.held != Held::real || y.held != Held::real) return false;
+      break;
+    default: break;
+  }
+  if (!x.isNumber() || !y.isNumber()) return false;
+  switch (function) {
+    case QuickCall::ceil: case QuickCall::fix: case QuickCall::floor: case QuickCall::round:
       return define(i.a, real(true));
-    case ScalarCall::sqrt: return define(i.a, real(false));
-    default: return define(i.a, real(x.isSurelyWhole() && y.isSurelyWhole()));
+    case QuickCall::abs: case QuickCall::max: case QuickCall::min: case QuickCall::mod: case QuickCall::rem:
+      return define(i.a, real(x.isSurelyWhole() && y.isSurelyWhole()));
+    default: return define(i.a, real(false));
   }
 }
 
@@ -106,16 +118,12 @@ bool Typing::builtin(const Instruction& i) {
   switch (intrinsic->form) {
     case Intrinsic::Form::real: return define(i.a, real(false));
     case Intrinsic::Form::logical: return define(i.a, scalar(Held::logical));
-    case Intrinsic::Form::vector: return argument(0).isNumber() && define(i.a, real(false));
     case Intrinsic::Form::complex:
       return argument(0).isNumber() && argument(1).isNumber() && define(i.a, scalar(Held::complex));
     case Intrinsic::Form::realPart: case Intrinsic::Form::imaginaryPart:
       return argument(0).held == Held::complex && define(i.a, real(false));
     case Intrinsic::Form::conjugate: return argument(0).held == Held::complex && define(i.a, argument(0));
     case Intrinsic::Form::isNaN: return argument(0).held == Held::real && define(i.a, scalar(Held::logical));
-    case Intrinsic::Form::count: case Intrinsic::Form::longest:
-      if (!argument(0).isArray() || (intrinsic->form == Intrinsic::Form::longest && !argument(0).isMatrix)) return false;
-      return define(i.a, scalar(Held::integer));
   }
   return false;
 }
@@ -205,7 +213,7 @@ bool Typing::step(const Instruction& i) {
       return extentOf(graph_, state_, i) != Extent::none && define(i.a, scalar(Held::integer));
     case Op::checkExtent: return extentOf(graph_, state_, i) != Extent::none;
     case Op::checkArgument: return checkArgument(i);
-    case Op::scalarCall: return scalarCall(i);
+    case Op::quickCall: return quickCall(i);
     case Op::builtin: return builtin(i);
     case Op::checkSwitch: return of(i.b).isScalar();
     case Op::caseJump: {

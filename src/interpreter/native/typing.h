@@ -21,7 +21,7 @@ class Typing {
   bool copy(int32_t to, int32_t from);
   bool binary(const Instruction& i);
   bool unary(const Instruction& i);
-  bool scalarCall(const Instruction& i);
+  bool quickCall(const Instruction& i);
   bool builtin(const Instruction& i);
   bool index(int32_t result, int32_t array, std::initializer_list<int32_t> subscripts);
   bool store(int32_t target, std::initializer_list<int32_t> subscripts, int32_t value);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "linear/linear.h"
 #include "platform/native/machine.h"
 #include "shells/stdio/stdio_server.h"
 #include "shells/terminal/batch.h"
@@ -37,6 +38,7 @@ int serve(int argc, char** argv) {
 int main(int argc, char** argv) {
   using namespace kelo::terminal;
   kelo::platform::native::fitMatrixThreads(argv);
+  kelo::endIdleMatrixThreads();
   holdStandardStreams();
   if (argc > 1 && std::string_view(argv[1]) == "serve") return serve(argc - 1, argv + 1);
   const std::variant<Options, ExitStatus> parsed = parseOptions(argc, argv);

@@ -1,0 +1,31 @@
+// Built-ins of one or two arguments that are computed without a call where the arguments are simple: functions of
+// numbers, questions about sizes, comparisons of texts. Each gives what the built-in gives, or says false.
+#pragma once
+
+#include <span>
+
+#include "values/name.h"
+#include "values/storable.h"
+
+namespace kelo {
+
+// clang-format off
+enum class QuickCall : int32_t {
+  abs, ceil, fix, floor, max, min, mod, rem, round, sqrt,
+  acos, asin, atan, cos, cosh, exp, log, log10, log2, sin, sinh, tan, tanh,
+  isempty, length, ndims, numel, strcmp,
+};
+// clang-format on
+
+/// Which one a name with so many arguments is; -1 for any other built-in.
+int32_t quickCallOf(Name name, int32_t count);
+
+/// y is x again for those of one argument. `result` may be one of them.
+bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storable* result);
+/// Of two numbers; those after `sqrt` only look at the first.
+bool quickCall(QuickCall function, double x, double y, double* result);
+
+/// text = strcat(text, more...), where all are rows of characters and nobody else holds the text; costs what is added.
+bool appendTexts(Storable& text, std::span<const Storable> more);
+
+}  // namespace kelo
