@@ -102,6 +102,7 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   addStage("--tokens", Stage::tokens, "Print the tokens of the texts, and run nothing");
   addStage("--tree", Stage::tree, "Print the parse trees of the texts, and run nothing");
   addStage("--code", Stage::code, "Print the register code of the texts beside their lines, and run nothing");
+  app.add_flag("--no-native", options.noNative, "Make no native code of loops of numbers");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
   app.add_option("--documents", options.documentsDir,
                  "Where figures are saved (default: that of --state, or a data directory)")

@@ -27,6 +27,7 @@ struct Options {
   bool json = false;
   std::optional<std::string> functions;  ///< a built-in's name to show the page of; empty: the table of all
   Stage stage = Stage::run;
+  bool noNative = false;  ///< makes no native code
   std::vector<std::string> figureFiles;  ///< of --figure, written at the end
   drawing::Size figureSize;              ///< points
   std::string theme = "light";           ///< or "dark"
