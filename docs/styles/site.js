@@ -26,13 +26,18 @@
     return item;
   }
 
+  // How near a title comes to the text: 0 is the same, 3 does not contain it.
+  function titleRank(title, wanted) {
+    const place = title.toLowerCase().indexOf(wanted);
+    return place < 0 ? 3 : place > 0 ? 2 : title.length === wanted.length ? 0 : 1;
+  }
+
   function found(text) {
     const wanted = text.toLowerCase();
-    const rank = (page) => (page.displayName.toLowerCase().includes(wanted) ? -1 : page.text.toLowerCase().indexOf(wanted));
     return keloTexts
-      .map((page) => ({ page, titled: page.displayName.toLowerCase().includes(wanted), place: rank(page) }))
-      .filter((hit) => hit.titled || hit.place >= 0)
-      .sort((a, b) => b.titled - a.titled || a.place - b.place)
+      .map((page) => ({ page, rank: titleRank(page.displayName, wanted), place: page.text.toLowerCase().indexOf(wanted) }))
+      .filter((hit) => hit.rank < 3 || hit.place >= 0)
+      .sort((a, b) => a.rank - b.rank || a.place - b.place)
       .map((hit) => ({ path: hit.page.relativePath, name: hit.page.displayName, isDir: false }));
   }
 

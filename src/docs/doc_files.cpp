@@ -3,6 +3,7 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 
@@ -55,11 +56,21 @@ const DocFilesLoader::FileInfo* DocFilesLoader::findPage(std::string_view relati
 
 std::optional<std::string> DocFilesLoader::pathOfName(std::string_view name) const {
   for (const FileInfo& file : files_) {
-    if (!file.isDir && file.displayName == name && file.relativePath.starts_with("functions/")) {
-      return file.relativePath;
-    }
+    if (file.isDir || !file.relativePath.starts_with("functions/")) continue;
+    const std::vector<std::string> names = namesIn(file.displayName);
+    if (std::find(names.begin(), names.end(), name) != names.end()) return file.relativePath;
   }
   return std::nullopt;
+}
+
+std::vector<std::string> namesIn(std::string_view title) {
+  constexpr std::string_view kComma = ", ";
+  std::vector<std::string> names;
+  for (size_t begin = 0, end = 0; end != std::string_view::npos; begin = end + kComma.size()) {
+    end = title.find(kComma, begin);
+    names.emplace_back(title.substr(begin, end - begin));
+  }
+  return names;
 }
 
 std::string propertyList(const std::vector<DocFilesLoader::FileInfo>& files) {

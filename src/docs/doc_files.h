@@ -38,6 +38,9 @@ class DocFilesLoader {
   std::vector<FileInfo> files_;
 };
 
+/// The functions that a page is about: its title is the name of one, or all the spellings that it has: "nan, NaN, Nan".
+std::vector<std::string> namesIn(std::string_view title);
+
 /// "docs.plist" for a list of files.
 std::string propertyList(const std::vector<DocFilesLoader::FileInfo>& files);
 

@@ -379,6 +379,7 @@ resume:
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;
       }
+      default: __builtin_unreachable();
     }
     ++pc;
   }

@@ -1,5 +1,7 @@
 #include "linear/rref.h"
 
+#include <cmath>
+
 #include "linear/norm.h"
 #include "linear/matrix_parts.h"
 #include "linear/svd.h"
@@ -30,13 +32,13 @@ class Elimination {
  private:
   T* column_(int64_t j) { return x_ + j * m_; }
 
-  // The row, from `row` on, of the greatest magnitude in the column; a NaN is passed over while
-  // there is a number.
+  // The row, from `row` on, of the greatest magnitude in the column. A NaN counts as greatest, so
+  // that it spreads and is not eliminated.
   int64_t greatestFrom(int64_t row, int64_t column) {
     int64_t result = row;
-    for (int64_t i = row + 1; i < m_; ++i) {
+    for (int64_t i = row + 1; i < m_ && !std::isnan(magnitudeOf(column_(column)[result])); ++i) {
       const double best = magnitudeOf(column_(column)[result]), next = magnitudeOf(column_(column)[i]);
-      if (next > best || (best != best && next == next)) result = i;
+      if (next > best || std::isnan(next)) result = i;
     }
     return result;
   }
@@ -48,8 +50,9 @@ class Elimination {
     std::swap(own[row], own[greatest]);
     const T pivot = own[row];
     std::copy_n(own, m_, factors_.data());
-    std::fill_n(own, m_, T{});
-    own[row] = T{1};
+    const bool isNumber = !std::isnan(magnitudeOf(pivot));
+    std::fill_n(own, m_, isNumber ? T{} : pivot);
+    own[row] = isNumber ? T{1} : pivot;
     for (int64_t j = column + 1; j < n_; ++j) {
       T* x = column_(j);
       std::swap(x[row], x[greatest]);

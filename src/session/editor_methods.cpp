@@ -1,6 +1,7 @@
 // The editor: colouring, indentation, the commands on a selection.
 #include "editor/indentation.h"
 #include "editor/line_commands.h"
+#include "messages/utf16.h"
 #include "session/methods.h"
 #include "session/panels.h"
 
@@ -28,8 +29,11 @@ using Command = std::optional<EditedText> (*)(std::string_view text, int64_t sta
 
 template <Command command>
 std::optional<Json> edit(const Call& call) {
-  const std::optional<EditedText> edited = command(call.text("text"), call.integer("start"), call.integer("end"));
-  if (!edited) throw wrongParameter("start", "a place in the text, not behind \"end\"");
+  const std::string text = call.text("text");
+  const int64_t start = call.integer("start"), end = call.integer("end");
+  if (end > utf16Length(text)) throw wrongParameter("end", "within the text");
+  if (start > end) throw wrongParameter("start", "at most \"end\"");
+  const std::optional<EditedText> edited = command(text, start, end);
   return Json{{"text", edited->text}, {"start", edited->start}, {"end", edited->end}};
 }
 

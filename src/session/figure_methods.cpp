@@ -1,16 +1,17 @@
 // The current figure, and the saved ones.
+#include <algorithm>
 #include <cmath>
 
 #include "figures/coding/base64.h"
 #include "figures/coding/coded_form.h"
 #include "figures/drawing/display_list_json.h"
 #include "figures/drawing/drawing.h"
+#include "figures/drawing/plot_layout.h"
+#include "figures/figure_edit.h"
+#include "figures/gesture.h"
 #include "figures/pictures/png.h"
 #include "figures/pictures/svg.h"
 #include "messages/message.h"
-#include "session/figure_edit.h"
-#include "session/figure_gestures.h"
-#include "session/figure_tip.h"
 #include "session/methods.h"
 #include "session/panels.h"
 
@@ -52,14 +53,23 @@ Json figureJson(const Call& call) {
 
 std::optional<Json> get(const Call& call) { return figureJson(call); }
 
-/// Changes the figure that is shown by a function of figures.
-template <class F>
-void change(const Call& call, F&& changed) {
-  call.panels.app.figures.write([&](Figure& figure) { figure = changed(static_cast<const Figure&>(figure)); });
+std::vector<figures::FigureChange> changesOf(const Call& call) {
+  std::vector<figures::FigureChange> changes;
+  for (const auto& [key, value] : call.params.at("changes").items()) changes.push_back({key, value.dump()});
+  return changes;
 }
 
 std::optional<Json> edit(const Call& call) {
-  change(call, [&](const Figure& figure) { return editedFigure(figure, call.params.at("changes")); });
+  const std::vector<figures::FigureChange> changes = changesOf(call);
+  try {
+    call.panels.app.figures.write([&](Figure& figure) {
+      if (std::holds_alternative<std::monostate>(figure)) throw alert("There is no figure");
+      figure = figures::edited(figure, changes);
+    });
+  } catch (const Problem& fault) {
+    throw Refusal{kWrongParameters, "Parameter \"changes/" + fault.reason.value_or("") + "\" is refused: " +
+                                        fault.expected.value_or("")};
+  }
   return figureJson(call);
 }
 
@@ -101,12 +111,27 @@ std::optional<Json> mesh(const Call& call) {
               {"revision", revision}};
 }
 
+/// The view that a request tells of, and where the axes of a plot stand in it.
+figures::GestureView gestureViewOf(const Call& call, const Figure& figure) {
+  drawing::DrawingOptions options;
+  options.size = viewOf(call);
+  figures::GestureView view{options.size.width, options.size.height, {}};
+  if (const auto* plot = std::get_if<figures::PlotData>(&figure)) {
+    const drawing::Rect area = drawing::layOut(*plot, drawing::Sheet(options)).area;
+    view.plotArea = {area.left, area.top, area.width(), area.height()};
+  }
+  return view;
+}
+
 std::optional<Json> tip(const Call& call) {
-  const auto found =
-      nearestPoint(call.panels.app.figures.figure(), {call.number("x"), call.number("y")}, viewOf(call));
+  const Figure figure = call.panels.app.figures.figure();
+  const figures::GestureView view = gestureViewOf(call, figure);
+  const auto* plot = std::get_if<figures::PlotData>(&figure);
+  if (plot == nullptr) return Json(nullptr);
+  const auto found = call.panels.tipFinder.find(*plot, view.plotArea, {call.number("x"), call.number("y")});
   if (!found) return Json(nullptr);
-  return Json{{"line", found->line}, {"index", found->index}, {"x", found->x},
-              {"y", found->y},       {"px", found->px},       {"py", found->py}};
+  return Json{{"line", found->line},     {"index", found->index},  {"x", found->point.x},
+              {"y", found->point.y}, {"px", found->place.x}, {"py", found->place.y}};
 }
 
 size_t numPointsOf(const Figure& figure) {
@@ -140,30 +165,27 @@ double scaleOf(const Call& call, const char* name) {
   return scale;
 }
 
-Gesture gestureOf(const Call& call) {
-  using Kind = Gesture::Kind;
+figures::ViewPoint pairOf(const Call& call, const char* x, const char* y) { return {needed(call, x), needed(call, y)}; }
+
+void move(const Call& call, Figure& figure) {
   const std::string kind = call.text("kind");
-  Gesture gesture{Kind::reset, viewOf(call)};
+  const figures::GestureView view = gestureViewOf(call, figure);
   if (kind == "pan" || kind == "rotate") {
-    gesture.kind = kind == "pan" ? Kind::pan : Kind::rotate;
-    gesture.dx = needed(call, "dx");
-    gesture.dy = needed(call, "dy");
+    const auto [dx, dy] = pairOf(call, "dx", "dy");
+    (kind == "pan" ? figures::pan : figures::rotate)(figure, view, dx, dy);
   } else if (kind == "pinch") {
-    gesture.kind = Kind::pinch;
-    gesture.x = needed(call, "x");
-    gesture.y = needed(call, "y");
-    gesture.scaleX = scaleOf(call, "scaleX");
-    gesture.scaleY = scaleOf(call, "scaleY");
+    const figures::ViewPoint center = pairOf(call, "x", "y");
+    const double scaleX = scaleOf(call, "scaleX"), scaleY = scaleOf(call, "scaleY");
+    figures::pinch(figure, view, center, scaleX, scaleY);
   } else if (kind == "zoom") {
-    gesture.kind = Kind::zoom;
-    gesture.scaleX = gesture.scaleY = scaleOf(call, "scale");
+    figures::zoom(figure, view, scaleOf(call, "scale"));
+  } else {
+    figures::reset(figure);
   }
-  return gesture;
 }
 
 std::optional<Json> gesture(const Call& call) {
-  const Gesture gesture = gestureOf(call);
-  change(call, [&](const Figure& figure) { return moved(figure, gesture); });
+  call.panels.app.figures.write([&](Figure& figure) { move(call, figure); });
   return movedJson(call);
 }
 
@@ -261,7 +283,8 @@ std::vector<Method> figureMethods() {
   return {
       {"figure/get", {}, get, figure, "The current figure: none, plot or surface, in its coded form"},
       {"figure/edit", {{"changes", Kind::object}}, edit, figure, "Change keys of the coded form"},
-      {"figure/drawing", {width, height, theme}, drawing, "{width, height, plotArea, items}", "What is to be painted"},
+      {"figure/drawing", {width, height, theme}, drawing, "{width, height, title, description, plotArea, items}",
+       "What is to be painted; plotArea is [left, top, right, bottom]"},
       {"figure/mesh", {}, mesh, "{surfaces: [{numRows, numCols, points}], xlims, ylims, zlims, revision}",
        "The meshes of a surface, points as 32-bit floats x, y, z"},
       {"figure/tip", {{"x", Kind::number}, {"y", Kind::number}, width, height}, tip,

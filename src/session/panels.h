@@ -14,6 +14,7 @@
 #include "figures/drawing/line_index.h"
 #include "figures/figure_documents.h"
 #include "figures/pictures/renderer.h"
+#include "figures/tip.h"
 #include "files/file_panel.h"
 #include "interpreter/app_controller.h"
 #include "platform/file_tree.h"
@@ -69,6 +70,7 @@ struct Panels {
   figures::FigureDocuments figureDocuments;
   std::vector<figures::FigureData> savedFigures;  ///< as they were last listed, and those saved since
   drawing::DrawingCache drawingCache;
+  figures::TipFinder tipFinder;
   FilePanel files;
   int64_t lastSearch = 0;  ///< number of the latest search in files
   SyntaxHighlighter highlighter;

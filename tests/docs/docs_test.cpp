@@ -13,7 +13,7 @@ struct Pages {
   Pages() {
     std::vector<DocFilesLoader::FileInfo> infos = {{"functions", "Functions & more", true, ""},
                                                    {"functions/sum.html", "sum", false, "html"},
-                                                   {"functions/cumsum.html", "cumsum", false, "html"},
+                                                   {"functions/cumsum.html", "cumsum, Cumsum", false, "html"},
                                                    {"functions/bad.html", "bad", false, "html"},
                                                    {"functions/notes.txt", "notes", false, "txt"}};
     files.writeFile("docs.plist", propertyList(infos));
@@ -46,7 +46,8 @@ TEST(DocFiles, TheTreeIsReadInItsOrderAndNamesLeadToPages) {
   EXPECT_EQ(files.files()[0].displayName, "Functions & more");
   EXPECT_TRUE(files.files()[0].isDir);
   EXPECT_EQ(files.pathOfName("sum"), "functions/sum.html");
-  EXPECT_FALSE(files.pathOfName("prod"));
+  for (const char* spelling : {"cumsum", "Cumsum"}) EXPECT_EQ(files.pathOfName(spelling), "functions/cumsum.html");
+  for (const char* other : {"prod", "cum", "cumsum, Cumsum", "Functions & more", ""}) EXPECT_FALSE(files.pathOfName(other));
   EXPECT_TRUE(DocFilesLoader(platform::MemoryFileSystem()).files().empty());
 }
 

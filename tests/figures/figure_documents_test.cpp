@@ -97,7 +97,7 @@ TEST_F(FigureDocumentsTest, leavesOutWhatIsOlderOrBroken) {
   files.writeFile(".FIGURES/broken.kfig", "{");
   files.makeDirectory(".FIGURES/folder.kfig");
   EXPECT_EQ(names(), (std::set<std::string>{"three", "ten"}));
-  EXPECT_EQ(log, (std::vector<std::string>{"json error=broken.kfig: another sign is expected at byte 1",
+  EXPECT_EQ(log, (std::vector<std::string>{"json error=broken.kfig: a text is expected at byte 1",
                                            "json error=folder.kfig: the file cannot be read"}));
   EXPECT_EQ(alertOfSaving("broken", PlotData()), "Failed to Save: Figure named \"broken\" already exists.");
 }

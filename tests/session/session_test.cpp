@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <random>
+#include <set>
 
 #include "platform/native/whole_file.h"
 #include "session/methods.h"
@@ -195,6 +196,19 @@ TEST(JsonRpc, RefusesWhatIsTooLongOrTooDeep) {
   EXPECT_EQ(codeOf(request("{\"a\":\"" + std::string(1000, '[') + "\\\"[[\"}")), 0);
   EXPECT_EQ(codeOf(std::string(kMaxMessageBytes + 1, ' ')), kNoRequest);
   EXPECT_EQ(codeOf(request("{\"a\":\"\xff\"}")), kNoJson);
+}
+
+TEST(Methods, EachIsAnsweredInATranscript) {
+  std::set<std::string> answered;
+  for (const auto& file : fs::directory_iterator(test::testsDir() + "/transcripts/messages")) {
+    std::ifstream lines(file.path());
+    std::string method;
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with("> ")) method = line.substr(2, line.find(' ', 2) - 2);
+      if (line.starts_with("= ")) answered.insert(method);
+    }
+  }
+  for (const Method& method : methods()) EXPECT_TRUE(answered.contains(method.name)) << method.name;
 }
 
 TEST(Methods, TheirReferenceIsUpToDate) {

@@ -146,8 +146,11 @@ if [ $status != 1 ] || [ -s out ] || ! grep -q 'Terminated by user interruption'
 fi
 
 # A second press ends the program where the first goes unanswered.
-"$program" -e 'x = rand(1, 2e7); for k = 1:100, sort(x); end' 2>err &
-sleep 0.5
+"$program" -e 'x = rand(1, 2e7); disp(1), for k = 1:100, sort(x); end' >out 2>err &
+for _ in $(seq 400); do
+  grep -q 1 out && break
+  sleep 0.05
+done
 kill -INT $!
 sleep 0.2
 kill -INT $!

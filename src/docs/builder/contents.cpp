@@ -53,6 +53,11 @@ std::vector<Entry> listedEntries(const std::string& sources) {
 
 }  // namespace
 
+bool Entry::isPageOf(const std::string& builtin) const {
+  const std::vector<std::string> names = namesIn(title);
+  return isFunction() && std::find(names.begin(), names.end(), builtin) != names.end();
+}
+
 std::vector<Entry> readContents(const std::string& sources) {
   const std::vector<Entry> listed = listedEntries(sources);
   std::set<std::string> seen;

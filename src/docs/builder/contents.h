@@ -19,6 +19,8 @@ struct Entry {
   std::string folder() const { return path.substr(0, path.rfind('/') + 1); }
   std::string name() const { return path.substr(path.rfind('/') + 1); }
   bool isFunction() const { return !isDir && path.starts_with("functions/"); }
+  /// Whether this is the page of a built-in, in whatever spelling.
+  bool isPageOf(const std::string& builtin) const;
 };
 
 /// Reads "contents.txt" of a folder of sources and the pages that it names: a line "guide/ TITLE" is a folder, a line

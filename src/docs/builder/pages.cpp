@@ -19,6 +19,13 @@ std::string helpOf(const std::string& name) {
   return row == nullptr ? "" : row->help;
 }
 
+/// Each name of a title in code: "`inf`, `Inf`".
+std::string namesInCode(const std::string& title) {
+  std::string text;
+  for (const std::string& name : namesIn(title)) text += (text.empty() ? "`" : ", `") + name + "`";
+  return text;
+}
+
 /// The address of a page, seen from another.
 std::string relativeAddress(const Entry& from, const std::string& path) {
   return std::filesystem::path(path + ".html").lexically_relative(from.folder()).generic_string();
@@ -31,7 +38,8 @@ class PageBuilder {
 
   std::vector<std::string> build() {
     for (const Entry& entry : entries_) {
-      if (!entry.isDir) page(entry);
+      if (entry.isDir) empty(entry.path);
+      else page(entry);
     }
     write("docs.plist", propertyList(fileInfos(entries_)));
     write("search.json", searchIndex(index_));
@@ -44,6 +52,12 @@ class PageBuilder {
     std::error_code ignored;
     std::filesystem::create_directories(std::filesystem::path(whole).parent_path(), ignored);
     if (const auto fault = platform::native::replaceWholeFile(whole, text)) faults_.push_back(path + ": " + *fault);
+  }
+
+  /// Pages that are there no more go from their folder.
+  void empty(const std::string& folder) {
+    std::error_code ignored;
+    for (const char* kind : {"/html_files/", "/page_texts/"}) std::filesystem::remove_all(resources_ + kind + folder, ignored);
   }
 
   void page(const Entry& entry) {
@@ -73,7 +87,7 @@ class PageBuilder {
     for (const Entry& entry : entries_) {
       const bool isFamily = entry.isDir && entry.path.starts_with("functions/");
       if (isFamily) text += "\n## " + entry.title + "\n\n| Function | What it gives |\n|---|---|\n";
-      if (entry.isFunction()) text += "| `" + entry.title + "` | " + helpOf(entry.title) + " |\n";
+      if (entry.isFunction()) text += "| " + namesInCode(entry.title) + " | " + helpOf(entry.name()) + " |\n";
     }
     return text;
   }
@@ -87,7 +101,7 @@ class PageBuilder {
 
   std::string pageOfWord(const Entry& page, const std::string& word) const {
     for (const Entry& entry : entries_) {
-      if (entry.isFunction() && entry.title == word && entry.path != page.path) return relativeAddress(page, entry.path);
+      if (entry.path != page.path && entry.isPageOf(word)) return relativeAddress(page, entry.path);
     }
     return "";
   }

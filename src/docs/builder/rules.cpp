@@ -78,7 +78,10 @@ class Check {
     const std::string name = page_.name();
     const Builtin* row = rowOf(name);
     if (row == nullptr) return fault("is named as no built-in function");
-    if (page_.title != name) fault("has another heading than \"# " + name + "\"");
+    if (namesIn(page_.title).front() != name) fault("has a heading that does not begin with \"# " + name + "\"");
+    for (const std::string& spelling : namesIn(page_.title)) {
+      if (rowOf(spelling) == nullptr) fault("has a heading with a name that is no built-in function: " + spelling);
+    }
     if (tree.children.size() < 2 || tree.children[1].kind != Kind::paragraph) fault("has no paragraph under its heading");
     const std::vector<Section> sections = sectionsOf(tree);
     order(sections);
@@ -111,11 +114,13 @@ class Check {
   }
 
   void forms(const Section& section) {
-    const std::string name = page_.name();
+    const std::vector<std::string> names = namesIn(page_.title);
     if (section.nodes.empty() || section.nodes[0]->kind != Kind::code) return fault("shows its forms in no block of code");
     const std::string lines = section.nodes[0]->text + "\n";
     for (size_t begin = 0, end = 0; (end = lines.find('\n', begin)) != std::string::npos; begin = end + 1) {
-      if (lines.substr(begin, end - begin).find(name) == std::string::npos) fault("has a form without its name");
+      const std::string form = lines.substr(begin, end - begin);
+      const auto isNamed = [&](const std::string& name) { return form.find(name) != std::string::npos; };
+      if (std::none_of(names.begin(), names.end(), isNamed)) fault("has a form without its name");
     }
   }
 
@@ -130,7 +135,7 @@ class Check {
     for (const Node* node : section.nodes) collectCode(*node, names);
     if (names.empty()) fault("names nothing under \"See also\"");
     for (const std::string& name : names) {
-      if (rowOf(name) == nullptr || name == page_.name()) fault("names no other function under \"See also\": " + name);
+      if (rowOf(name) == nullptr || page_.isPageOf(name)) fault("names no other function under \"See also\": " + name);
     }
   }
 
@@ -160,7 +165,7 @@ std::string linkedPath(const Entry& page, const std::string& target) {
 std::vector<std::string> namesWithoutPage(const std::vector<Entry>& entries) {
   std::vector<std::string> names;
   for (const Builtin* row : builtins::library().rows()) {
-    const auto isPage = [&](const Entry& entry) { return entry.isFunction() && entry.title == row->name; };
+    const auto isPage = [&](const Entry& entry) { return entry.isPageOf(row->name); };
     if (std::none_of(entries.begin(), entries.end(), isPage)) names.push_back(row->name);
   }
   return names;

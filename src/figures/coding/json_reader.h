@@ -54,7 +54,7 @@ class JsonReader {
     return next_ == end_ ? '\0' : *next_;
   }
   void take(char c) {
-    if (peek() != c) fail("another sign is expected");
+    if (peek() != c) fail(c == '"' ? "a text is expected" : "another sign is expected");
     ++next_;
   }
   template <class F>

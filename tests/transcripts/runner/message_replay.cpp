@@ -1,8 +1,11 @@
 // A run goes on inside the call that starts it; while it sleeps, the next messages of the transcript come in.
 #include "message_replay.h"
 
+#include <algorithm>
 #include <memory>
+#include <regex>
 
+#include "figures/coding/base64.h"
 #include "platform/memory/twins.h"
 #include "platform/memory_file_system.h"
 #include "platform/memory_file_tree.h"
@@ -14,6 +17,39 @@ namespace {
 
 using player::LineKind;
 using session::Json;
+
+/// What differs from one playing to the next, put into words that do not: the identities of saved figures become "id-1",
+/// "id-2", of a picture its first bytes are left.
+class Masks {
+ public:
+  std::string masked(std::string text) {
+    static const std::regex kIdentity("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"), kPicture("\"base64\":\"([^\"]+)\"");
+    std::smatch found;
+    while (std::regex_search(text, found, kIdentity)) text.replace(found.position(), found.length(), maskOf(found.str()));
+    if (std::regex_search(text, found, kPicture)) {
+      const std::string bytes = figures::bytesOfBase64(found.str(1)).value_or("");
+      text.replace(found.position(1), found.length(1), bytes.substr(0, 4) + "...");
+    }
+    return text;
+  }
+
+  std::string unmasked(std::string text) const {
+    for (size_t k = identities_.size(); k > 0; --k) {
+      text = std::regex_replace(text, std::regex("id-" + std::to_string(k)), identities_[k - 1]);
+    }
+    return text;
+  }
+
+ private:
+  std::string maskOf(const std::string& identity) {
+    const auto known = std::find(identities_.begin(), identities_.end(), identity);
+    const auto number = known - identities_.begin() + 1;
+    if (known == identities_.end()) identities_.push_back(identity);
+    return "id-" + std::to_string(number);
+  }
+
+  std::vector<std::string> identities_;
+};
 
 /// A session with its twins in memory; what it sends is put into lines.
 class Console {
@@ -30,7 +66,7 @@ class Console {
   /// Calls a method, or sends a text as it is.
   void call(const std::string& method, const std::string& params) {
     send("{\"jsonrpc\":\"2.0\",\"id\":" + std::to_string(++lastId_) + ",\"method\":\"" + method +
-         "\",\"params\":" + (params.empty() ? "{}" : params) + "}");
+         "\",\"params\":" + (params.empty() ? "{}" : masks_.unmasked(params)) + "}");
   }
   void send(const std::string& message) {
     session().receive(message, [this](const std::string& answer) { writeAnswer(Json::parse(answer)); });
@@ -42,6 +78,7 @@ class Console {
  private:
   session::Session& session() {
     if (!session_) {
+      documents_.makeDirectory(".FIGURES");  // as a shell does
       session_ = std::make_unique<session::Session>(session::Setup{
           {parserQueue_, mainQueue, synchronization_, files, store_, clock},
           tree_,
@@ -57,7 +94,7 @@ class Console {
   void writeAnswer(const Json& answer) {
     const std::string number = answer["id"].is_number() && answer["id"] != lastId_ ? answer["id"].dump() + " " : "";
     if (answer.contains("error")) return write_("! " + number + answer["error"].dump());
-    write_("= " + number + answer["result"].dump());
+    write_("= " + number + masks_.masked(answer["result"].dump()));
   }
 
   void writeNotification(const Json& message) {
@@ -71,6 +108,7 @@ class Console {
   platform::MemoryFileSystem documents_;
   platform::MemoryFileTree tree_{files};
   int lastId_ = 0;
+  Masks masks_;
   std::unique_ptr<session::Session> session_;  // made when the files of the case are there
 };
 

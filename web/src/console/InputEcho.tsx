@@ -1,7 +1,7 @@
 import { useEffect, useState } from 'preact/hooks';
 import type { Span } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
-import { classOf } from '../code/highlight';
+import { coloredPieces } from '../code/colorClass';
 
 const kLargest = 20_000;
 const kKept = 300;
@@ -33,15 +33,6 @@ export function InputEcho({ app, text }: { app: App; text: string }) {
 }
 
 export function ColoredText({ text, spans }: { text: string; spans: Span[] }) {
-  const parts = [];
-  let at = 0;
-  for (const { start, length, color } of spans) {
-    const name = classOf(color);
-    if (!name || start < at) continue;
-    if (start > at) parts.push(text.slice(at, start));
-    parts.push(<span class={name}>{text.slice(start, start + length)}</span>);
-    at = start + length;
-  }
-  parts.push(text.slice(at));
-  return <>{parts}</>;
+  const pieces = coloredPieces(text, spans);
+  return <>{pieces.map(({ text: piece, name }) => (name ? <span class={name}>{piece}</span> : piece))}</>;
 }
