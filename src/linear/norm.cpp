@@ -37,6 +37,11 @@ double normOf(const TypedArray<T>& x, double p) {
 }
 
 template <class T>
+double greatestColumnSum(const TypedArray<T>& a) {
+  return lapack::norm1(checkedInt32(a.size().rows()), checkedInt32(a.size().columns()), a.data());
+}
+
+template <class T>
 double greatestRowSum(const TypedArray<T>& a) {
   const int64_t m = a.size().rows(), n = a.size().columns();
   std::vector<double> sums(static_cast<size_t>(m));
@@ -68,12 +73,12 @@ double vectorNorm(const NumericArray& x, double p) {
 
 double matrixNorm(NumericArray a, double p) {
   if (a.isEmpty()) return 0;
+  if (p == 1 && a.is(Kind::Double)) return greatestColumnSum(a.asDouble());  // which loses no NaN and no Inf
   if (a.has(Property::hasSomeNaNs)) return NAN;
   if (a.has(Property::hasSomeInfs)) return INFINITY;
   if (p == 2) return singularValues(std::move(a), text::kMatrixNormFailed)[0];
   return inCommonKind([p](const auto& matrix) {
-    if (p != 1) return greatestRowSum(matrix);
-    return lapack::norm1(checkedInt32(matrix.size().rows()), checkedInt32(matrix.size().columns()), matrix.data());
+    return p == 1 ? greatestColumnSum(matrix) : greatestRowSum(matrix);
   }, std::move(a));
 }
 
