@@ -5,8 +5,8 @@ bench/programs/<group>/<name>.m has its twin in <name>.py; a .m without one is a
 a checksum, but for those of the group process. Both are run in turns, the checksums are compared, and rows are medians.
 The ratio is the twin's time over ours: above 1 we are faster.
 
-A group with a prepare.py is run in a copy of its folder in which that script has written what its programs need, programs
-among them.
+A group with a prepare.py is run in a copy of its folder in which that script has written what its programs need,
+programs among them.
 
 What counts as time:
   process       wall time of whole processes, nothing taken off
@@ -83,7 +83,7 @@ def empty_process(command):
 
 
 def measure(program, kelo, rounds):
-    """Medians of both sides of a program, empty processes taken off where the group wants it, and whether they agree."""
+    """Medians of both sides, empty processes taken off where the group wants it, and whether both print the same."""
     twin = program.with_suffix(".py")
     python, imports = python_with(tuple(name for name in LIBRARIES if name in twin.read_text()))
     ours, theirs, agree = [], [], True
