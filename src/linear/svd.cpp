@@ -21,7 +21,8 @@ struct Vectors {
 /// Room for so many columns of u and rows of vt.
 template <class T>
 Vectors<T> place(int64_t m, int64_t columns, int64_t n, int64_t rows) {
-  return {TypedArray<T>::uninitialized(SizeVector(m, columns)), DoubleArray::uninitialized(SizeVector(std::min(m, n), 1)),
+  return {TypedArray<T>::uninitialized(SizeVector(m, columns)),
+          DoubleArray::uninitialized(SizeVector(std::min(m, n), 1)),
           TypedArray<T>::uninitialized(SizeVector(rows, n))};
 }
 

@@ -50,7 +50,8 @@ template <size_t N>
 bool holds(std::span<const double, N> x, Property property) {
   switch (property) {
     case Property::allZeroMagnitudes: return noneInBlocks(x, [](double v) { return v != 0 && isFinite(v); });
-    case Property::allZeroOrPositiveRealParts: return noneInBlocks(x, [](double v) { return v < 0 && v >= -kGreatest; });
+    case Property::allZeroOrPositiveRealParts:
+      return noneInBlocks(x, [](double v) { return v < 0 && v >= -kGreatest; });
     case Property::allZeroOrNegativeRealParts: return noneInBlocks(x, [](double v) { return v > 0 && v <= kGreatest; });
     case Property::allPositiveRealParts: return noneInBlocks(x, [](double v) { return v <= 0 && v >= -kGreatest; });
     case Property::allNegativeRealParts: return noneInBlocks(x, [](double v) { return v >= 0 && v <= kGreatest; });

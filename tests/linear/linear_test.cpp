@@ -140,7 +140,8 @@ TEST(Linear, EuclideanNormOfMany) {
 }
 
 TEST(Linear, ColumnTimesRow) {
-  const DoubleArray a = DoubleArray::column(std::vector<double>(40, -0.0)), b = DoubleArray::row(std::vector<double>(30, 2));
+  const DoubleArray a = DoubleArray::column(std::vector<double>(40, -0.0));
+  const DoubleArray b = DoubleArray::row(std::vector<double>(30, 2));
   const DoubleArray c = mtimes(a, b).asDouble();
   EXPECT_EQ(c.size(), SizeVector(40, 30));
   for (const double element : c.values()) EXPECT_EQ(1 / element, kInf);  // a zero of the library's sign
