@@ -218,7 +218,9 @@ std::string pictureBytes(const Call& call, const std::string& format) {
   const drawing::Size size = viewOf(call);
   const double scale = call.has("scale") ? call.number("scale") : 2;
   if (!(scale >= 0.1 && scale <= 10)) throw wrongParameter("scale", "a number from 0.1 to 10");
-  if (size.width * size.height * scale * scale > kMostPixels) throw wrongParameter("scale", "smaller: the picture is too large");
+  if (size.width * size.height * scale * scale > kMostPixels) {
+    throw wrongParameter("scale", "smaller: the picture is too large");
+  }
   const drawing::DisplayList list = drawn(call, size, scale, false);
   if (format == "svg") return pictures::svg(list);
   if (format == "pdf") return rendererOf(call).pdf(list);
