@@ -31,6 +31,10 @@ class KeloNode;
 struct Code;
 struct FunctionUnit;
 
+namespace native {
+struct UnitLoops;
+}
+
 /// a, b, ... are the operands of an instruction.
 enum class Op : uint16_t {
   // a = b OP c; in the order of BinaryOp
@@ -106,6 +110,7 @@ inline constexpr Op operator+(Op op, int n) { return static_cast<Op>(static_cast
 struct Instruction {
   Op op;
   uint16_t flag = 0;  ///< what the operation says; of the field operations: where the field stood
+  /// Of a jump backwards d is how many rounds are left until the loop is looked at, e its number (native_loops.h).
   int32_t a = 0, b = 0, c = 0, d = 0, e = 0;
 };
 
@@ -163,6 +168,7 @@ struct Code {
   std::vector<Region> regions;
   int32_t registers = 0;              ///< slots and temporaries
   std::vector<int32_t> outputs;       ///< slots of a function's outputs
+  mutable std::shared_ptr<native::UnitLoops> native;  ///< loops that are hot
 
   int32_t slotCount() const { return static_cast<int32_t>(slots.size()); }
   /// The slot of a name; -1 when it has none.

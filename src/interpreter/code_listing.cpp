@@ -80,7 +80,7 @@ const char* formOf(Op op) {
 }
 
 std::string instructionText(const Code& code, const Instruction& i) {
-  std::string text = fmt::format("{:<15}", kNames[static_cast<size_t>(i.op)]);
+  std::string text = fmt::format("{:<15}", operationName(i.op));
   const int32_t numbers[] = {i.a, i.b, i.c, i.d, i.e};
   const char* form = formOf(i.op);
   for (size_t k = 0; k < std::size(numbers); ++k) {
@@ -121,6 +121,8 @@ void append(std::string& out, const Code& code, const std::vector<std::string_vi
 }
 
 }  // namespace
+
+const char* operationName(Op op) { return kNames[static_cast<size_t>(op)]; }
 
 std::string listing(KeloNode& program, std::string_view source, const BuiltinTable& builtins) {
   std::string out;

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "interpreter/code.h"
+
 namespace kelo {
 
 class BuiltinTable;
@@ -11,5 +13,8 @@ class KeloNode;
 
 /// The code of a program: its statements or its main function, then its local functions. `source` is its text.
 std::string listing(KeloNode& program, std::string_view source, const BuiltinTable& builtins);
+
+/// "plus", "rangeStep".
+const char* operationName(Op op);
 
 }  // namespace kelo

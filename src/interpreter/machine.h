@@ -88,7 +88,6 @@ class Machine {
           chunk(chunkInUse),
           chains(static_cast<uint32_t>(chainsOpen)) {}
   };
-  static constexpr size_t kMostFrames = 100'000;
   enum class CallForm { bare, withParentheses };
   enum class Outcome { goesOn, ended, failed };
 
@@ -105,7 +104,7 @@ class Machine {
   bool returnPlainly();
   bool returnPlainly(const Storable& value);
   void popPlain();
-  bool canPushPlain(const Code& code, const Storable* arguments) const;
+  bool canPushPlain(const Code& code, Storable* arguments) const;
 
   // ---- machine_frames.cpp: frames, and the ends of calls
   Frame& frame() { return frames_.back(); }

@@ -10,10 +10,18 @@
 #include "messages/catalogue/interpreter.h"
 
 namespace kelo {
+namespace {
+
+constexpr size_t kMostFrames = 100'000;
+
+}  // namespace
 
 // A frame whose first slots are the arguments, the others being nothing. False when calls are nested too deeply.
 bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t destination, KeloNode& place) {
-  if (frames_.size() >= kMostFrames) [[unlikely]] return failTooDeep(place);
+  if (frames_.size() == frames_.capacity()) {
+    if (frames_.size() >= kMostFrames) return failTooDeep(place);
+    frames_.reserve(std::clamp<size_t>(2 * frames_.size(), 64, kMostFrames));
+  }
   const int32_t chunk = stack_.chunk();
   Storable* base = stack_.room(arguments, code.registers);
   if (base != arguments) [[unlikely]] {

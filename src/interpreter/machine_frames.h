@@ -1,5 +1,7 @@
 // How calls begin and end where all is as it mostly is: what is called is known from the call before, every input is given
 // as one value, and each output is there. Part of the machine's loop; machine_frames.cpp has the general forms.
+//
+// Nothing here grows the stack of frames: it has room for 100,000 at most, and where it is full the general form says so.
 #pragma once
 
 #include "interpreter/function_unit.h"
@@ -8,16 +10,15 @@
 
 namespace kelo {
 
-inline bool Machine::canPushPlain(const Code& code, const Storable* arguments) const {
-  return stack_.hasRoom(const_cast<Storable*>(arguments), code.registers) && frames_.size() < frames_.capacity() &&
-         frames_.size() < kMostFrames;
+inline bool Machine::canPushPlain(const Code& code, Storable* arguments) const {
+  return stack_.hasRoom(arguments, code.registers) && frames_.size() < frames_.capacity();
 }
 
 // REQUIRES: canPushPlain
 inline Machine::Frame& Machine::pushPlain(const Code& code, Storable* arguments, int32_t count, int32_t destination) {
   const int32_t slots = code.slotCount();
   for (int32_t k = count; k < slots; ++k) arguments[k].clear();
-  return frames_.emplace_back(code, arguments, destination, stack_.chunk(), chains_.size());
+  return frames_.emplace_back(code, arguments, destination, stack_.chunk(), chains_.empty() ? 0 : chains_.size());
 }
 
 // Whether the name in a slot means the function that the site has called before in this run: no variable then and now,
@@ -30,7 +31,7 @@ inline bool Machine::meansTheSame(const Storable& base, const Site& site) const 
 }
 
 // A function that the site has called before, with all inputs.
-inline bool Machine::callAgain(const Site& site, Storable* arguments, int32_t destination) {
+[[gnu::always_inline]] inline bool Machine::callAgain(const Site& site, Storable* arguments, int32_t destination) {
   const Frame& caller = frames_.back();
   const Code* code = site.targetCode;
   if (code == nullptr || !canPushPlain(*code, arguments)) return false;
@@ -74,7 +75,7 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
 }
 
 // The frame goes. REQUIRES: it is no overlay, and building no chain
-inline void Machine::popPlain() {
+[[gnu::always_inline]] inline void Machine::popPlain() {
   Frame& top = frames_.back();
   for (Storable *r = top.base, *end = r + top.code->registers; r < end; ++r) r->letGo();
   stack_.setChunk(top.chunk);

@@ -10,6 +10,7 @@
 #include "interpreter/machine.h"
 #include "interpreter/machine_fast.h"
 #include "interpreter/machine_frames.h"
+#include "interpreter/native/native_loops.h"
 #include "interpreter/quick_calls.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
@@ -76,6 +77,16 @@ void Machine::unwind() {
     frames_.back().pc = pc;          \
     if (!(done)) return Outcome::failed; \
     goto resume;                     \
+  }
+
+// Goes on at instruction `to`. Each jump backwards ends a round of a loop, which may have become native code.
+#define KELO_GO(to)                                                                          \
+  {                                                                                          \
+    const Instruction* const from = pc;                                                      \
+    pc = start + (to);                                                                       \
+    if (pc < from && --const_cast<Instruction&>(i).d < 0) [[unlikely]]                       \
+      pc = native::enterLoop(*frames_.back().code, const_cast<Instruction&>(i), R);          \
+    continue;                                                                                \
   }
 
 // Runs until the entry frame ends or something fails; frame().pc then stands at the failed instruction.
@@ -291,10 +302,7 @@ resume:
           frames_.back().pc = pc;
           if (!truth(i, &answer)) return Outcome::failed;
         }
-        if (answer == static_cast<bool>(i.flag)) {
-          pc = start + i.a;
-          continue;
-        }
+        if (answer == static_cast<bool>(i.flag)) KELO_GO(i.a)
         break;
       }
 #define KELO_JUMP(name, op, sign)                                       \
@@ -309,10 +317,7 @@ resume:
       frames_.back().pc = pc;                                           \
       if (!compare(i, BinaryOp::op, &answer)) return Outcome::failed;   \
     }                                                                   \
-    if (answer == static_cast<bool>(i.flag)) {                          \
-      pc = start + i.a;                                            \
-      continue;                                                         \
-    }                                                                   \
+    if (answer == static_cast<bool>(i.flag)) KELO_GO(i.a)               \
     break;                                                              \
   }
       KELO_JUMP(jumpOnEqual, eqeq, ==)
@@ -329,14 +334,12 @@ resume:
         if (!(k < state[2].doubleScalar())) break;
         R[i.b].setNumber(k * state[1].doubleScalar() + state[0].doubleScalar());
         state[3].setNumber(k + 1);
-        pc = start + i.c;
-        continue;
+        KELO_GO(i.c)
       }
       case Op::forArray: KELO_GENERAL(forArray(i))
       case Op::arrayStep:
         if (!arrayStep(i)) break;
-        pc = start + i.c;
-        continue;
+        KELO_GO(i.c)
       case Op::checkSwitch: KELO_GENERAL(checkSwitch(i))
       case Op::caseJump: {
         bool matches;
@@ -379,6 +382,7 @@ resume:
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;
       }
+      default: __builtin_unreachable();
     }
     ++pc;
   }

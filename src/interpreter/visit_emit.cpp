@@ -17,6 +17,7 @@ bool mayTakeAway(const std::string& builtin) { return builtin == "clear" || buil
 }  // namespace
 
 std::unique_ptr<Code> Visitor::finished() {
+  dropPolls();
   const int32_t slots = code_->slotCount();
   const auto moved = [&](int32_t& operand) {
     if (operand >= kTemporaries) operand += slots - kTemporaries;
@@ -30,6 +31,38 @@ std::unique_ptr<Code> Visitor::finished() {
   }
   code_->registers = slots + most_;
   return std::move(code_);
+}
+
+// A question for a stop that is followed by another one, with nothing but jumps between, goes.
+void Visitor::dropPolls() {
+  auto& code = code_->instructions;
+  const auto target = [](Instruction& i) -> int32_t* {
+    if (i.op == Op::jump || i.op == Op::jumpOnTruth || i.op == Op::caseJump) return &i.a;
+    if (i.op >= Op::jumpOnEqual && i.op <= Op::jumpOnGt) return &i.a;
+    return i.op == Op::rangeStep || i.op == Op::arrayStep || i.op == Op::fieldPath ? &i.c : nullptr;
+  };
+  std::vector<int32_t> moved(code.size() + 1);  // where each instruction comes to stand
+  int32_t kept = 0;
+  for (size_t k = 0; k < code.size(); ++k) {
+    moved[k] = kept;
+    size_t next = k + 1;
+    for (int jumps = 0; code[k].op == Op::poll && code[next].op == Op::jump && jumps < 8; ++jumps) {
+      next = static_cast<size_t>(code[next].a);
+    }
+    if (code[k].op == Op::poll && code[next].op == Op::poll) continue;
+    code_->places[static_cast<size_t>(kept)] = code_->places[k];
+    code[static_cast<size_t>(kept++)] = code[k];
+  }
+  moved[code.size()] = kept;
+  code.resize(static_cast<size_t>(kept));
+  code_->places.resize(static_cast<size_t>(kept));
+  for (Instruction& i : code) {
+    if (int32_t* to = target(i)) *to = moved[static_cast<size_t>(*to)];
+  }
+  for (Region& region : code_->regions) {
+    region.begin = moved[static_cast<size_t>(region.begin)];
+    region.end = moved[static_cast<size_t>(region.end)];
+  }
 }
 
 int32_t Visitor::emit(Op op, KeloNode* place, int32_t a, int32_t b, int32_t c, int32_t d, int32_t e, uint16_t flag) {

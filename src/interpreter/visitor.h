@@ -121,6 +121,7 @@ class Visitor {
   // ---- visit_emit.cpp: instructions, registers, names
   int32_t emit(Op op, KeloNode* place, int32_t a = 0, int32_t b = 0, int32_t c = 0, int32_t d = 0, int32_t e = 0,
                uint16_t flag = 0);
+  void dropPolls();
   int32_t here() const { return static_cast<int32_t>(code_->instructions.size()); }
   void jumpHere(int32_t instruction) { code_->instructions[static_cast<size_t>(instruction)].a = here(); }
   void into(KeloNode& node, int32_t target, int outputs = kNoOutputs);  // the value in exactly this register

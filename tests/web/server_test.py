@@ -84,12 +84,12 @@ class Window:
 
 
 class Server:
-    def __init__(self, program):
-        self.folder = tempfile.TemporaryDirectory()
+    def __init__(self, program, folder=None, *options):
+        self.folder = folder or tempfile.TemporaryDirectory()
         place = self.folder.name
         open(os.path.join(place, 'mine.txt'), 'w').write('mine')
         self.process = subprocess.Popen(
-            [program, 'serve', '--no-open', '--port', '0', '--workdir', place, '--state', place + '/state',
+            [program, 'serve', '--no-open', *options, '--workdir', place, '--state', place + '/state',
              '--documents', place + '/documents'], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         address = self.process.stdout.readline().strip()
         found = re.fullmatch(r'http://127\.0\.0\.1:(\d+)/#([\w-]{43})', address)
@@ -100,10 +100,16 @@ class Server:
     def get(self, target, host=None, more=''):
         return Http(self.port, f'GET {target} HTTP/1.1\nHost: {host or self.host}\n{more}\n')
 
-    def post_token(self, body, kind='application/json', origin=None):
+    def post(self, path, body, kind='application/json', origin=None, cookie=''):
         body = body.encode()
-        return Http(self.port, f'POST /token HTTP/1.1\nHost: {self.host}\nOrigin: {origin or "http://" + self.host}\n'
-                    f'Content-Type: {kind}\nContent-Length: {len(body)}\n\n', body)
+        return Http(self.port, f'POST {path} HTTP/1.1\nHost: {self.host}\nOrigin: {origin or "http://" + self.host}\n'
+                    f'Cookie: {cookie}\nContent-Type: {kind}\nContent-Length: {len(body)}\n\n', body)
+
+    def post_token(self, body, **more):
+        return self.post('/token', body, **more)
+
+    def admits(self, cookie):
+        return self.post('/admission', '{}', cookie=cookie).status == 204
 
     def upgrade(self, origin=None, cookie=None):
         return self.get('/session', more=f'Origin: {origin or "http://" + self.host}\n'
@@ -143,6 +149,11 @@ def test_app(server):
     plain = server.get('/')
     while len(plain.rest) < int(plain.headers['content-length']):
         plain.rest += plain.more()
+    frame = server.get('/frame/help.html')
+    policy = frame.headers['content-security-policy']
+    assert 'sandbox allow-scripts;' in policy and "frame-ancestors 'self'" in policy, policy
+    assert f'script-src \'self\' http://{server.host}/frame/;' in policy, policy
+    assert frame.headers['access-control-allow-origin'] == '*' and 'access-control-allow-origin' not in page.headers
     script = re.search(r'src="(/assets/[^"]+\.js)"', plain.rest.decode())[1]
     asset = server.get(script)
     assert 'immutable' in asset.headers['cache-control'] and asset.headers['content-type'].startswith('text/javascript')
@@ -206,6 +217,26 @@ def test_end(server, window):
     assert server.token not in server.process.stderr.read()
 
 
+def test_next_start(program, server):
+    """A page that was let in comes back to the server of the next start, until a new token is asked for."""
+    kept = os.path.join(server.folder.name, 'state', 'web-keys.json')
+    assert os.stat(kept).st_mode & 0o777 == 0o600
+    for options, rights, isKept in (((), 0o600, True), (('--new-token',), 0o600, False), ((), 0o644, False)):
+        os.chmod(kept, rights)
+        old, server = server, Server(program, server.folder, *options)
+        server.cookie = old.cookie
+        try:
+            assert server.admits(old.cookie) == isKept and (server.token == old.token) == isKept
+            assert server.upgrade().status == (101 if isKept else 401)
+            if rights == 0o600:
+                assert server.port == old.port
+            server.cookie = server.post_token(json.dumps({'token': server.token})).headers['set-cookie'].split('; ')[0]
+            assert server.admits(server.cookie) and not server.admits(server.cookie + 'x')
+        finally:
+            server.process.kill()
+            server.process.wait()
+
+
 def test_tries(server):
     statuses = [server.post_token(json.dumps({'token': 'x' * 43})).status for _ in range(12)]
     assert statuses[-1] == 429, statuses
@@ -220,5 +251,6 @@ try:
     window = test_windows(server)
     test_tries(server)
     test_end(server, window)
+    test_next_start(sys.argv[1], server)
 finally:
     server.process.kill()

@@ -8,62 +8,95 @@ import { dirname, join, relative, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { brotliCompressSync, constants, gzipSync } from 'node:zlib';
 import { build } from 'esbuild';
+import { oneFirstPart } from './oneFirstPart.mjs';
 import { styleSheetsOnly } from './styleSheetsOnly.mjs';
 
 const root = resolve(dirname(fileURLToPath(import.meta.url)), '..');
 const out = resolve(process.argv[2] ?? join(root, 'dist'));
 const assets = join(out, 'assets');
+const kMain = 'src/shell/main.tsx';
+const kFirst = 'src/first/first.ts';
+const kFrame = 'src/help/frame/frame.ts';
+
+const common = {
+  absWorkingDir: root,
+  outdir: assets,
+  publicPath: '/assets',
+  bundle: true,
+  minify: true,
+  metafile: true,
+  target: ['es2021', 'safari15.4'],
+  entryNames: '[name]-[hash]',
+  legalComments: 'none',
+  logLevel: 'warning',
+};
 
 async function bundle() {
   const result = await build({
-    absWorkingDir: root,
-    entryPoints: { app: 'src/shell/main.tsx' },
-    outdir: assets,
-    publicPath: '/assets',
-    bundle: true,
+    ...common,
+    entryPoints: { app: kMain },
     splitting: true,
     format: 'esm',
-    minify: true,
-    metafile: true,
-    target: ['es2021', 'safari15.4'],
     jsx: 'automatic',
     jsxImportSource: 'preact',
-    entryNames: '[name]-[hash]',
     chunkNames: 'part-[hash]',
     assetNames: '[name]-[hash]',
     loader: { '.woff2': 'file' },
-    legalComments: 'none',
-    logLevel: 'warning',
-    plugins: [styleSheetsOnly],
+    plugins: [styleSheetsOnly, oneFirstPart(join(root, kMain))],
   });
+  await dropSecondStyles(result.metafile.outputs);
   return result.metafile;
+}
+
+/// The later parts, which import the app, get its styles once more.
+async function dropSecondStyles(outputs) {
+  const parts = Object.keys(outputs).filter((path) => /[/\\]part-[^/\\]*\.css$/.test(path));
+  for (const path of parts) await rm(join(root, path));
+}
+
+/// The script that the page has before the app.
+async function bundleFirst() {
+  const { metafile } = await build({ ...common, entryPoints: { first: kFirst }, format: 'iife' });
+  return addressOf(Object.keys(metafile.outputs)[0]);
 }
 
 const addressOf = (path) => `/${relative(out, resolve(root, path)).split('\\').join('/')}`;
 
-/// The script, the parts that it needs at once, and the styles.
+/// The part in which the app stands, and the styles. The entry itself only imports that part.
 function firstLoad(outputs) {
-  const [scriptPath, script] = Object.entries(outputs).find(([, each]) => each.entryPoint === 'src/shell/main.tsx');
-  const parts = new Set();
-  const visit = (each) =>
-    each.imports
-      .filter((i) => i.kind === 'import-statement')
-      .forEach(({ path }) => {
-        if (!parts.has(path)) {
-          parts.add(path);
-          visit(outputs[path]);
-        }
-      });
-  visit(script);
-  return { script: addressOf(scriptPath), style: addressOf(script.cssBundle), parts: [...parts].map(addressOf) };
+  const [, entry] = Object.entries(outputs).find(([, each]) => each.entryPoint === kMain);
+  const parts = entry.imports.filter(({ kind }) => kind === 'import-statement');
+  if (parts.length !== 1) throw new Error(`the first load has ${parts.length} parts instead of one`);
+  return { script: addressOf(parts[0].path), style: addressOf(entry.cssBundle) };
 }
 
-async function writePage({ script, style, parts }) {
+async function writePage(first, { script, style }) {
   const page = (await readFile(join(root, 'static/index.html'), 'utf8'))
     .replace('%STYLE%', style)
-    .replace('%SCRIPT%', script)
-    .replace('%PRELOADS%', parts.map((part) => `<link rel="modulepreload" href="${part}">`).join('\n'));
+    .replace('%FIRST%', first)
+    .replaceAll('%SCRIPT%', script);
   await writeFile(join(out, 'index.html'), page);
+}
+
+/// The frame of the help pages, in a folder of its own, which the server gives a policy of its own.
+async function writeFrame() {
+  const folder = join(out, 'frame');
+  const { metafile } = await build({
+    ...common,
+    entryPoints: { frame: kFrame, look: 'src/help/frame/frame.css', formulas: 'src/help/frame/formulas.ts' },
+    outdir: folder,
+    publicPath: '/frame',
+    assetNames: '[name]-[hash]',
+    loader: { '.woff2': 'file' },
+    format: 'iife',
+  });
+  const address = (name) => addressOf(Object.keys(metafile.outputs).find((path) => path.includes(`/${name}-`)));
+  const page = (await readFile(join(root, 'static/help.html'), 'utf8'))
+    .replace('%STYLE%', address('look'))
+    .replace('%SCRIPT%', address('frame'))
+    .replace('%FORMULAS%', address('formulas'));
+  await writeFile(join(folder, 'help.html'), page);
+  return metafile.inputs;
 }
 
 async function writeExamples() {
@@ -105,7 +138,7 @@ async function filesBelow(folder) {
 }
 
 async function writeWorker() {
-  const paths = (await filesBelow(out)).filter((path) => !/licences\.txt$/.test(path));
+  const paths = (await filesBelow(out)).filter((path) => !/licences\.txt$|[/\\]frame[/\\]/.test(path));
   const hash = createHash('sha256');
   for (const path of paths) hash.update(addressOf(path)).update(await readFile(path));
   const files = ['/', ...paths.map(addressOf).filter((address) => address !== '/index.html')];
@@ -127,11 +160,11 @@ async function compress() {
 await rm(out, { recursive: true, force: true });
 await mkdir(assets, { recursive: true });
 const { outputs, inputs } = await bundle();
-await writePage(firstLoad(outputs));
+await writePage(await bundleFirst(), firstLoad(outputs));
 for (const name of await readdir(join(root, 'static'))) {
-  if (name !== 'index.html') await copyFile(join(root, 'static', name), join(out, name));
+  if (!name.endsWith('.html')) await copyFile(join(root, 'static', name), join(out, name));
 }
 await writeExamples();
-await writeLicences(inputs);
+await writeLicences({ ...inputs, ...(await writeFrame()) });
 await writeWorker();
 await compress();

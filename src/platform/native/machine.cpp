@@ -12,6 +12,7 @@
 #include <string>
 
 #include "platform/memory_hints.h"
+#include "platform/native/native_code.h"
 
 namespace kelo::platform::native {
 namespace {
@@ -54,6 +55,7 @@ void adaptToMachine() {
   const int64_t memory = std::min({pages * sysconf(_SC_PAGESIZE), groupLimit(), addressSpaceLimit()});
   if (memory > 0) memoryHints.arrayByteLimit = memory / 4 * 3;
   memoryHints.freshBlock = askForHugePages;
+  allowNativeCode();
 }
 
 SystemVersion systemVersion() {

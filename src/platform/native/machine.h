@@ -6,7 +6,7 @@
 
 namespace kelo::platform::native {
 
-/// Limits one array to 3/4 of the machine's memory and asks for huge pages for large blocks.
+/// Limits one array to 3/4 of the machine's memory, asks for huge pages for large blocks, allows native code.
 void adaptToMachine();
 
 /// The bytes of address space that the process may have; the greatest number when nobody limits them.

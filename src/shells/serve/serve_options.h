@@ -11,6 +11,7 @@ struct ServeOptions {
   bool stdio = false;                       ///< messages by standard input and output instead of a web server
   int port = 0;                             ///< 0: any free one
   std::string host = "127.0.0.1";
+  bool newToken = false;                    ///< lets in nobody who was let in before
   bool opens = true;                        ///< opens the browser
   std::string workDir = ".";
   std::optional<std::string> stateDir;      ///< where settings are kept

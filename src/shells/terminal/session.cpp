@@ -11,6 +11,7 @@
 
 #include "builtins/library.h"
 #include "platform/native/machine.h"
+#include "platform/native/native_code.h"
 
 namespace kelo::terminal {
 namespace {
@@ -53,6 +54,7 @@ Session::Session(const Options& options, const std::string& workDir, ItemWriter:
       writer(style, files),
       app({parserQueue, mainQueue, synchronization, files, store, clock}, writer, builtins::library()) {
   platform::native::adaptToMachine();
+  if (options.noNative) platform::native::forbidNativeCode();
   platform::setParallelFor(&pool);
   if (options.numDigitIndex) app.environment.settings.numDigitIndex = *options.numDigitIndex;
   if (options.width) app.environment.settings.consoleCells = *options.width;

@@ -36,7 +36,8 @@ std::string mediaType(std::string_view header) {
 
 }  // namespace
 
-Access::Access(const std::vector<std::string>& hosts, int port) : cookieName_("kelo-" + std::to_string(port)) {
+Access::Access(const std::vector<std::string>& hosts, int port, Keys keys)
+    : cookieName_("kelo-" + std::to_string(port)), keys_(std::move(keys)) {
   for (const std::string& host : hosts) {
     hosts_.push_back(lowered(host) + ":" + std::to_string(port));
     if (port == 80) hosts_.push_back(lowered(host));
@@ -73,7 +74,7 @@ bool Access::hasCookie(const RequestFacts& request) const {
     const std::string_view cookie = cookies.substr(0, end);
     const size_t sign = cookie.find('=');
     if (cookie.substr(0, sign) == cookieName_ && sign != std::string_view::npos &&
-        cookie_.matches(cookie.substr(sign + 1))) {
+        keys_.cookie.matches(cookie.substr(sign + 1))) {
       return true;
     }
     cookies.remove_prefix(std::min(end + 1, cookies.size()));
@@ -83,15 +84,15 @@ bool Access::hasCookie(const RequestFacts& request) const {
 }
 
 std::string Access::setCookie() const {
-  return cookieName_ + "=" + cookie_.text() + "; Path=/; HttpOnly; SameSite=Strict; Max-Age=2592000";
+  return cookieName_ + "=" + keys_.cookie.text() + "; Path=/; HttpOnly; SameSite=Strict; Max-Age=2592000";
 }
 
 const std::vector<std::pair<std::string_view, std::string_view>>& securityHeaders() {
   static const std::vector<std::pair<std::string_view, std::string_view>> headers = {
       {"Content-Security-Policy",
        "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; style-src 'self'; img-src 'self' data: blob:; "
-       "font-src 'self'; connect-src 'self'; worker-src 'self'; manifest-src 'self'; frame-ancestors 'none'; "
-       "base-uri 'none'; form-action 'self'"},
+       "font-src 'self'; connect-src 'self'; worker-src 'self'; manifest-src 'self'; frame-src 'self'; "
+       "frame-ancestors 'none'; base-uri 'none'; form-action 'self'"},
       {"X-Content-Type-Options", "nosniff"},
       {"X-Frame-Options", "DENY"},
       {"Referrer-Policy", "no-referrer"},
@@ -101,6 +102,20 @@ const std::vector<std::pair<std::string_view, std::string_view>>& securityHeader
       {"Permissions-Policy", "camera=(), geolocation=(), microphone=()"},
   };
   return headers;
+}
+
+std::vector<std::pair<std::string_view, std::string>> frameHeaders(std::string_view host) {
+  // Whether 'self' means anything in a frame without an origin, browsers do not agree on.
+  const std::string own = "'self' http://" + std::string(host) + std::string(kFrameFolder);
+  const std::string policy = "sandbox allow-scripts; default-src 'none'; script-src " + own + "; style-src " + own +
+                             "; font-src " + own + "; img-src data:; frame-ancestors 'self'; base-uri 'none'; " +
+                             "form-action 'none'";
+  return {
+      {"Content-Security-Policy", policy},
+      {"X-Frame-Options", "SAMEORIGIN"},
+      {"Cross-Origin-Resource-Policy", "cross-origin"},
+      {"Access-Control-Allow-Origin", "*"},
+  };
 }
 
 std::string_view pathOf(std::string_view target) { return target.substr(0, target.find('?')); }

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "shells/web/keys.h"
 #include "shells/web/routes.h"
-#include "shells/web/secret.h"
 
 namespace kelo::web {
 
@@ -23,7 +23,7 @@ struct RequestFacts {
 class Access {
  public:
   /// hosts   names and addresses that this server goes by, IPv6 in brackets
-  Access(const std::vector<std::string>& hosts, int port);
+  Access(const std::vector<std::string>& hosts, int port, Keys keys = {});
 
   /// The route of a request that may take it; otherwise the HTTP status of the refusal: 401, 403, 404, 405 or 415.
   struct Verdict {
@@ -32,7 +32,7 @@ class Access {
   };
   Verdict judge(const RequestFacts& request) const;
 
-  const Secret& token() const { return token_; }
+  const Secret& token() const { return keys_.token; }
   /// "NAME=VALUE; ...", for who has shown the token.
   std::string setCookie() const;
 
@@ -43,11 +43,18 @@ class Access {
 
   std::vector<std::string> hosts_;  // with the port, in lower case
   std::string cookieName_;
-  Secret token_ = Secret::random(), cookie_ = Secret::random();
+  Keys keys_;
 };
 
 /// The headers that every answer carries.
 const std::vector<std::pair<std::string_view, std::string_view>>& securityHeaders();
+
+/// Where the frame of the help pages stands. It is sandboxed and so has no origin: its files are for any origin to
+/// load, and its page may stand in a page of this server alone.
+inline constexpr std::string_view kFrameFolder = "/frame/";
+
+/// What the files of the frame carry in place of the headers of that name.
+std::vector<std::pair<std::string_view, std::string>> frameHeaders(std::string_view host);
 
 /// The path of a request's target, without a query.
 std::string_view pathOf(std::string_view target);

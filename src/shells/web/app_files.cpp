@@ -48,7 +48,7 @@ AppFiles AppFiles::read(const std::string& folder) {
                         platform::native::readWholeFile(path + ".gz"),
                         type->second,
                         tag,
-                        name.starts_with("/assets/")};
+                        name.starts_with("/assets/") || (name.starts_with("/frame/") && !name.ends_with(".html"))};
   }
   return all;
 }

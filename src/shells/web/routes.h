@@ -6,7 +6,7 @@
 
 namespace kelo::web {
 
-enum class RouteKind { token, session, appFile };
+enum class RouteKind { token, admission, session, appFile };
 
 struct Route {
   RouteKind kind;
@@ -17,9 +17,10 @@ struct Route {
   std::string_view contentType;  ///< of the request; empty: it has no body
 };
 
-inline constexpr std::array<Route, 3> kRoutes = {{
+inline constexpr std::array<Route, 4> kRoutes = {{
     // kind             path        methods     origin  cookie  content type
     {RouteKind::token, "/token", "POST", true, false, "application/json"},
+    {RouteKind::admission, "/admission", "POST", true, true, "application/json"},  // tells a page why it has no session
     {RouteKind::session, "/session", "GET", true, true, ""},
     {RouteKind::appFile, "", "GET HEAD", false, false, ""},
 }};

@@ -11,6 +11,7 @@ namespace kelo::web {
 namespace {
 
 constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
+constexpr size_t kLength = 43;  // of 6 bits each
 
 }  // namespace
 
@@ -24,6 +25,11 @@ Secret Secret::random() {
     text += kDigits[pair >> (10 - bit % 8) & 63u];
   }
   return Secret(text);
+}
+
+std::optional<Secret> Secret::fromText(std::string text) {
+  if (text.size() != kLength || text.find_first_not_of(kDigits) != std::string::npos) return std::nullopt;
+  return Secret(std::move(text));
 }
 
 bool Secret::matches(std::string_view candidate) const {

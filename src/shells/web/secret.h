@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,9 @@ class Secret {
  public:
   /// A new one from the system's random numbers. throws std::system_error, when there are none
   static Secret random();
+
+  /// One that was kept; nothing for a text that is none.
+  static std::optional<Secret> fromText(std::string text);
 
   /// 43 letters, digits, "-" and "_".
   const std::string& text() const { return text_; }

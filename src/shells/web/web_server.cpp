@@ -207,6 +207,11 @@ Response fileAnswer(const Request& request, const AppFile* file) {
   if (file == nullptr) return refusalOf(request, http::status::not_found);
   const bool isKnown = toView(request[http::field::if_none_match]) == file->tag;
   Response response = answerTo(request, isKnown ? http::status::not_modified : http::status::ok);
+  if (pathOf(toView(request.target())).starts_with(kFrameFolder)) {
+    for (const auto& [name, value] : frameHeaders(toView(request[http::field::host]))) {
+      response.set(beast::string_view(name.data(), name.size()), value);
+    }
+  }
   response.set(http::field::content_type, file->type);
   response.set(http::field::etag, file->tag);
   response.set(http::field::vary, "Accept-Encoding");
@@ -241,6 +246,7 @@ Response tokenAnswer(const Request& request, State& state) {
 
 Response answerOf(const Request& request, const Route& route, State& state) {
   if (route.kind == RouteKind::token) return tokenAnswer(request, state);
+  if (route.kind == RouteKind::admission) return answerTo(request, http::status::no_content);
   if (route.kind == RouteKind::session) return refusalOf(request, http::status::upgrade_required);
   return fileAnswer(request, state.files->find(pathOf(toView(request.target()))));
 }
@@ -395,6 +401,8 @@ std::string WebServer::listen(const std::string& address, int port) {
   if (fault) return address + " is no address of this machine";
   const tcp::endpoint endpoint(ip, static_cast<unsigned short>(port));
   tcp::acceptor& acceptor = state_->acceptor;
+  error_code ignored;
+  acceptor.close(ignored);
   acceptor.open(endpoint.protocol(), fault);
   if (!fault) acceptor.set_option(asio::socket_base::reuse_address(true), fault);
   if (!fault) acceptor.bind(endpoint, fault);

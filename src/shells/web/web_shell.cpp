@@ -7,10 +7,12 @@
 #include <optional>
 
 #include "platform/native/resources.h"
+#include "platform/native/state_directory.h"
 #include "shells/serve/machine.h"
 #include "shells/web/addresses.h"
 #include "shells/web/app_files.h"
 #include "shells/web/browser.h"
+#include "shells/web/keys.h"
 #include "shells/web/qr_code.h"
 #include "shells/web/web_server.h"
 
@@ -55,16 +57,35 @@ int refuse(const std::string& fault) {
   return 1;
 }
 
+/// Listens at the port asked for, else at that of last time, where pages that are still open look, else at any.
+/// Returns what is wrong, or an empty text.
+std::string listen(WebServer& server, const serve::ServeOptions& options, int lastPort) {
+  if (options.port == 0 && lastPort != 0 && server.listen(options.host, lastPort).empty()) return "";
+  return server.listen(options.host, options.port);
+}
+
+/// Keeps the keys for the next start. A port that another server has taken meanwhile stays that of last time.
+void keep(const std::string& path, Keys& keys, const serve::ServeOptions& options, int port) {
+  if (options.port != 0 || keys.port == 0) keys.port = port;
+  if (const auto fault = writeKeys(path, keys)) {
+    std::fprintf(stderr, "kelo serve: the next start will have another token: %s: %s\n", path.c_str(), fault->c_str());
+  }
+}
+
 }  // namespace
 
 int serveWeb(const serve::ServeOptions& options) {
   std::signal(SIGPIPE, SIG_IGN);
+  const std::string keyPath = platform::native::stateDirectory(options.stateDir) + "/web-keys.json";
+  const std::optional<Keys> kept = readKeys(keyPath);
+  Keys keys = kept && !options.newToken ? *kept : Keys{.port = kept ? kept->port : 0};
   WebServer server;
-  if (const std::string fault = server.listen(options.host, options.port); !fault.empty()) return refuse(fault);
+  if (const std::string fault = listen(server, options, keys.port); !fault.empty()) return refuse(fault);
+  keep(keyPath, keys, options, server.port());
   const AppFiles files = appFiles();
   if (files.isEmpty()) std::fprintf(stderr, "kelo serve: the app is not built; only /session is served\n");
   const std::vector<std::string> hosts = hostsOf(options.host);
-  const Access access(hosts, server.port());
+  const Access access(hosts, server.port(), keys);
   serve::Machine machine(
       options, {[&](const std::string& message) { server.notify(message); }, [&] { return server.isCongested(); }});
   const std::string address =

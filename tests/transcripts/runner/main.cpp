@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "message_replay.h"
+#include "platform/native/native_code.h"
 #include "platform/native/queues.h"
 #include "platform/native/whole_file.h"
 #include "player/replay.h"
@@ -36,6 +37,7 @@ bool check(const std::string& path) {
 
 int main(int argc, char** argv) {
   int failed = 0;
+  kelo::platform::native::allowNativeCode();
   kelo::platform::native::ThreadQueue queue;  // for its stack and the limit of it
   queue.runAndWait([&] {
     for (int k = 1; k < argc; ++k) failed += check(argv[k]) ? 0 : 1;

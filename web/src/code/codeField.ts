@@ -49,6 +49,7 @@ export function codeExtensions(app: App, options: CodeFieldOptions): Extension {
 
 /// Whether the system's keyboard rises at a focus of the field.
 export function setOwnKeyboard(view: EditorView, own: boolean): void {
+  if ((view.contentDOM.inputMode === 'none') === own) return;
   view.dispatch({ effects: inputMode.reconfigure(attributesFor(own)) });
 }
 

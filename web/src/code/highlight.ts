@@ -4,27 +4,12 @@
 import { type ChangeDesc, type Extension, RangeSetBuilder, StateEffect, StateField } from '@codemirror/state';
 import { Decoration, type DecorationSet, EditorView, ViewPlugin, type ViewUpdate } from '@codemirror/view';
 import type { Span } from '../engine/core/protocol';
+import { classOf, kColorClasses } from './colorClass';
 
 export type Highlighter = (text: string) => Promise<Span[]>;
 
 const kLongest = 60_000;
-const kClasses: Record<string, string> = {
-  'system blue': 'tok-blue',
-  'system orange': 'tok-orange',
-  'system purple': 'tok-purple',
-  'system green': 'tok-green',
-  'system teal': 'tok-teal',
-  'tertiary label': 'tok-comment',
-  link: 'tok-link',
-};
-const kMarks = new Map(Object.values(kClasses).map((name) => [name, Decoration.mark({ class: name })]));
-
-/// The class of a colour role: roles of comments and links are told by their first words.
-export function classOf(role: string): string | null {
-  if (kClasses[role]) return kClasses[role]!;
-  if (role.startsWith('tertiary')) return 'tok-comment';
-  return role.startsWith('link') ? 'tok-link' : null;
-}
+const kMarks = new Map(kColorClasses.map((name) => [name, Decoration.mark({ class: name })]));
 
 interface Painted {
   from: number;

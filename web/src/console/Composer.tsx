@@ -1,7 +1,7 @@
 /// The input of the console: coloured text of several lines, and the buttons that belong to it.
 
 import { useEffect, useRef } from 'preact/hooks';
-import { useSignalEffect } from '@preact/signals';
+import { effect, useSignalEffect } from '@preact/signals';
 import { EditorState, Prec } from '@codemirror/state';
 import { EditorView, keymap, placeholder } from '@codemirror/view';
 import type { App } from '../shell/core/app';
@@ -11,6 +11,7 @@ import { Suggestions } from '../code/suggestions';
 import { SuggestionStrip } from '../code/SuggestionStrip';
 import { isTouch, ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { Icon } from '../design/icons';
+import { type FirstText, takeFirstField } from '../first/firstField';
 import { IconButton, keepFocus } from '../design/widgets';
 import { text as t } from '../texts/texts';
 
@@ -39,7 +40,12 @@ async function enterBySense(app: App, view: EditorView, run: () => void, breakLi
   }
 }
 
-function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: () => void): EditorView {
+interface Fields {
+  view: EditorView;
+  enter(view: EditorView): boolean;
+}
+
+function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: () => void): Fields {
   const indenter = async (text: string, position: number) =>
     (await app.session.request('editor/indentedLine', { text, position })).line;
   const breakLine = newLine(indenter);
@@ -114,7 +120,34 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
       ],
     }),
   });
-  return view;
+  return { view, enter };
+}
+
+/// Goes on with what was typed into the page's first field; a Return at its end runs it, as soon as
+/// the engine is there.
+function goOn(app: App, { view, enter }: Fields, given: FirstText | null): void {
+  if (!given) {
+    if (!isTouch.peek()) view.focus();
+    return;
+  }
+  const entered = given.text.endsWith('\n') && app.preferences.value.peek().enterRuns;
+  const text = entered ? given.text.slice(0, -1) : given.text;
+  const within = (at: number) => Math.min(at, text.length);
+  if (text) {
+    view.dispatch({
+      changes: { from: 0, to: view.state.doc.length, insert: text },
+      selection: { anchor: within(given.anchor), head: within(given.head) },
+    });
+  }
+  if (given.focused) view.focus();
+  if (!entered || !text.trim()) return;
+  const stop = effect(() => {
+    if (app.session.state.value !== 'open') return;
+    queueMicrotask(() => {
+      stop();
+      enter(view);
+    });
+  });
 }
 
 export function Composer({ app, handle }: { app: App; handle: { current: ComposerHandle | null } }) {
@@ -128,23 +161,29 @@ export function Composer({ app, handle }: { app: App; handle: { current: Compose
     ),
   ).current;
   const run = () => {
-    const field = view.current!;
+    const field = view.current;
+    if (!field) return;
     suggestions.clear();
     if (console.run(field.state.doc.toString())) replaceAll(field, '');
   };
   useEffect(() => {
-    const field = (view.current = makeView(app, parent.current!, suggestions, run));
-    handle.current = {
-      use: (text) => {
-        replaceAll(field, text);
-        field.focus();
-      },
-      focus: () => field.focus(),
-    };
-    if (!isTouch.peek()) field.focus();
+    takeFirstField((given) => {
+      if (!parent.current) return;
+      const fields = makeView(app, parent.current, suggestions, run);
+      const field = (view.current = fields.view);
+      handle.current = {
+        use: (text) => {
+          replaceAll(field, text);
+          field.focus();
+        },
+        focus: () => field.focus(),
+      };
+      goOn(app, fields, given);
+    });
     return () => {
       handle.current = null;
-      field.destroy();
+      view.current?.destroy();
+      view.current = null;
     };
   }, []);
   useSignalEffect(() => {
@@ -155,7 +194,7 @@ export function Composer({ app, handle }: { app: App; handle: { current: Compose
   console.historyVersion.value;
   const status = console.status.value;
   const recall = (text: string | null) => {
-    if (text !== null) replaceAll(view.current!, text);
+    if (text !== null && view.current) replaceAll(view.current, text);
   };
   return (
     <div class={`composer ${status}`}>
@@ -173,7 +212,7 @@ export function Composer({ app, handle }: { app: App; handle: { current: Compose
             icon="up"
             label={t.console.previous}
             disabled={!console.history.hasPrevious}
-            onClick={() => recall(console.previous(view.current!.state.doc.toString()))}
+            onClick={() => recall(console.previous(view.current?.state.doc.toString() ?? ''))}
           />
           <IconButton
             icon="down"

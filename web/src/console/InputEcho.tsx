@@ -1,7 +1,7 @@
 import { useEffect, useState } from 'preact/hooks';
 import type { Span } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
-import { classOf } from '../code/highlight';
+import { coloredPieces } from '../code/colorClass';
 
 const kLargest = 20_000;
 const kKept = 300;
@@ -10,8 +10,9 @@ const known = new Map<string, Span[]>();
 /// A command that was run, with its colours. They are kept, since items come and go while scrolling.
 export function InputEcho({ app, text }: { app: App; text: string }) {
   const [spans, setSpans] = useState<Span[]>(known.get(text) ?? []);
+  const connected = app.session.state.value === 'open';
   useEffect(() => {
-    if (known.has(text) || text.length > kLargest) return;
+    if (!connected || known.has(text) || text.length > kLargest) return;
     let shown = true;
     app.session.request('editor/highlight', { text }).then(
       (answer) => {
@@ -24,7 +25,7 @@ export function InputEcho({ app, text }: { app: App; text: string }) {
     return () => {
       shown = false;
     };
-  }, [text]);
+  }, [text, connected]);
   return (
     <pre class="code-text">
       <ColoredText text={text} spans={spans} />
@@ -33,15 +34,6 @@ export function InputEcho({ app, text }: { app: App; text: string }) {
 }
 
 export function ColoredText({ text, spans }: { text: string; spans: Span[] }) {
-  const parts = [];
-  let at = 0;
-  for (const { start, length, color } of spans) {
-    const name = classOf(color);
-    if (!name || start < at) continue;
-    if (start > at) parts.push(text.slice(at, start));
-    parts.push(<span class={name}>{text.slice(start, start + length)}</span>);
-    at = start + length;
-  }
-  parts.push(text.slice(at));
-  return <>{parts}</>;
+  const pieces = coloredPieces(text, spans);
+  return <>{pieces.map(({ text: piece, name }) => (name ? <span class={name}>{piece}</span> : piece))}</>;
 }

@@ -67,7 +67,7 @@ export function ItemList({ app, onReuse }: { app: App; onReuse(text: string): vo
       changed = list.setHeight(row, (element as HTMLElement).offsetHeight) || changed;
     }
     const scroller = view.current!;
-    if (state.follow) scroller.scrollTop = console.items.length ? scroller.scrollHeight : 0;
+    if (state.follow && console.items.length) scroller.scrollTop = scroller.scrollHeight;
     if (changed) again();
   });
 

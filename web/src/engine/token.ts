@@ -5,12 +5,24 @@ export async function exchangeToken(): Promise<void> {
   const token = location.hash.slice(1);
   if (!/^[\w-]{16,}$/.test(token)) return;
   history.replaceState(null, '', location.pathname + location.search);
-  await fetch('/token', {
+  await post('/token', { token }).catch(() => {}); // without the server there is no session either, and that is shown
+}
+
+/// Whether there is a server that does not let this page in. A web socket does not tell why it failed.
+export async function isRefused(): Promise<boolean> {
+  return post('/admission', {}).then(
+    ({ status }) => status === 401,
+    () => false,
+  );
+}
+
+function post(path: string, content: object): Promise<Response> {
+  return fetch(path, {
     method: 'POST',
     credentials: 'same-origin',
     headers: { 'Content-Type': 'application/json' },
-    body: JSON.stringify({ token }),
-  }).catch(() => {}); // without the server there is no session either, and that is shown
+    body: JSON.stringify(content),
+  });
 }
 
 export function sessionAddress(): string {

@@ -13,7 +13,10 @@ export class WebSocketEngine implements Engine {
   private onText: (text: string) => void = () => {};
   private onState: (state: CarrierState) => void = () => {};
 
-  constructor(private readonly address: string) {
+  constructor(
+    private readonly address: string,
+    private readonly isRefused: () => Promise<boolean>,
+  ) {
     const wake = () => {
       if (document.visibilityState === 'visible') this.retry();
     };
@@ -31,16 +34,17 @@ export class WebSocketEngine implements Engine {
   }
 
   open(): void {
-    this.onState('connecting');
     const socket = new WebSocket(this.address);
     this.socket = socket;
+    let opened = false;
     socket.onopen = () => {
+      opened = true;
       this.delay = kFirstDelay;
       this.onState('open');
     };
     socket.onmessage = (event) => this.onText(String(event.data));
     socket.onclose = () => {
-      if (this.socket === socket) this.lost();
+      if (this.socket === socket) void this.lost(opened);
     };
   }
 
@@ -57,9 +61,9 @@ export class WebSocketEngine implements Engine {
     socket?.close();
   }
 
-  private lost(): void {
+  private async lost(wasOpen: boolean): Promise<void> {
     this.socket = null;
-    this.onState('lost');
+    this.onState(!wasOpen && (await this.isRefused()) ? 'refused' : 'lost');
     this.timer = window.setTimeout(() => {
       this.timer = 0;
       this.open();

@@ -10,11 +10,13 @@ import { theme } from '../shell/device';
 import { text as t } from '../texts/texts';
 import { Fingers, wheelGesture } from './core/gestures';
 import { short } from './core/model';
-import { paintDrawing } from './painter';
+import { paintDrawing, paintTurned } from './painter';
 
 const kTapDistance = 8;
 const kTapTime = 350;
 const kKeyStep = 40;
+/// A wheel that has stood still for so long has ended its turn.
+const kWheelTime = 180;
 
 export function FigureCanvas({ app, describedBy }: { app: App; describedBy: string }) {
   const { figure } = app;
@@ -32,6 +34,7 @@ export function FigureCanvas({ app, describedBy }: { app: App; describedBy: stri
 
   useSignalEffect(() => {
     const drawing = figure.drawing.value;
+    figure.turns.value;
     const element = canvas.current;
     if (!drawing || !element) return;
     const paint = () => {
@@ -44,8 +47,10 @@ export function FigureCanvas({ app, describedBy }: { app: App; describedBy: stri
         element.style.width = `${drawing.width}px`;
         element.style.height = `${drawing.height}px`;
       }
+      const context = element.getContext('2d')!;
       const font = getComputedStyle(document.documentElement).getPropertyValue('--sans');
-      paintDrawing(element.getContext('2d')!, drawing, { font, scale });
+      if (figure.turned) paintTurned(context, drawing, figure.turned, { font, scale });
+      else paintDrawing(context, drawing, { font, scale });
     };
     const request = requestAnimationFrame(paint);
     return () => cancelAnimationFrame(request);
@@ -114,6 +119,7 @@ function usePointer(canvas: { current: HTMLCanvasElement | null }, app: App): vo
     let began = { x: 0, y: 0, time: 0 };
     let moved = false;
     let lastTap = 0;
+    let wheelEnd = 0;
 
     const down = (event: PointerEvent) => {
       element.setPointerCapture(event.pointerId);
@@ -121,6 +127,7 @@ function usePointer(canvas: { current: HTMLCanvasElement | null }, app: App): vo
       if (fingers.count === 1) {
         began = { ...at(event), time: event.timeStamp };
         moved = false;
+        void figure.grab();
       } else moved = true;
     };
     const move = (event: PointerEvent) => {
@@ -135,6 +142,7 @@ function usePointer(canvas: { current: HTMLCanvasElement | null }, app: App): vo
     };
     const up = (event: PointerEvent) => {
       fingers.up(event.pointerId);
+      if (!fingers.count) figure.release();
       if (moved || event.type === 'pointercancel') return;
       const double = event.timeStamp - lastTap < kTapTime;
       lastTap = double ? 0 : event.timeStamp;
@@ -146,6 +154,11 @@ function usePointer(canvas: { current: HTMLCanvasElement | null }, app: App): vo
     };
     const wheel = (event: WheelEvent) => {
       event.preventDefault();
+      void figure.grab();
+      clearTimeout(wheelEnd);
+      wheelEnd = window.setTimeout(() => {
+        if (!fingers.count) figure.release();
+      }, kWheelTime);
       figure.gesture(wheelGesture(kind(), at(event), event.deltaY * (event.deltaMode === 1 ? 18 : 1)));
     };
     element.addEventListener('pointerdown', down);

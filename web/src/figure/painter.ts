@@ -2,6 +2,7 @@
 /// same surface as the panel around them.
 
 import type { Drawing, DrawingItem } from '../engine/core/protocol';
+import type { TurnedSurface } from './core/turning';
 
 const kGround = new Set(['background']);
 
@@ -109,3 +110,49 @@ function paintText(context: CanvasRenderingContext2D, item: DrawingItem, font: s
   context.fillText(item.text ?? '', 0, 0);
   context.restore();
 }
+
+/// Paints a surface while it is turned: walls as in the last drawing, and faces with their edges.
+export function paintTurned(
+  context: CanvasRenderingContext2D,
+  drawing: Drawing,
+  surface: TurnedSurface,
+  { scale }: PaintOptions,
+): void {
+  context.setTransform(scale, 0, 0, scale, 0, 0);
+  context.clearRect(0, 0, drawing.width, drawing.height);
+  context.lineJoin = 'round';
+  context.setLineDash([]);
+  const wall = drawing.items.find(({ role, kind }) => role === 'plot area' && kind === 'polygon');
+  for (const corners of surface.walls()) {
+    traceFour(context, corners, 0);
+    if (wall?.fill) context.fillStyle = wall.fill;
+    if (wall?.fill) context.fill();
+    context.strokeStyle = wall?.stroke ?? '#80808080';
+    context.lineWidth = wall?.width ?? 1;
+    context.stroke();
+  }
+  const { count, corners, colors } = surface.faces();
+  const edges = surface.colors.map((color) => darker(color));
+  context.lineWidth = 0.6;
+  for (let k = 0; k < count; k++) {
+    traceFour(context, corners, 8 * k);
+    context.fillStyle = surface.colors[colors[k]!]!;
+    context.strokeStyle = edges[colors[k]!]!;
+    context.fill();
+    context.stroke();
+  }
+}
+
+function traceFour(context: CanvasRenderingContext2D, corners: Float32Array, at: number): void {
+  context.beginPath();
+  context.moveTo(corners[at]!, corners[at + 1]!);
+  for (let k = 2; k < 8; k += 2) context.lineTo(corners[at + k]!, corners[at + k + 1]!);
+  context.closePath();
+}
+
+/// As the engine has the edges of faces.
+const darker = (color: string) =>
+  `#${[1, 3, 5]
+    .map((at) => Math.round(parseInt(color.slice(at, at + 2), 16) * 0.62))
+    .map((channel) => channel.toString(16).padStart(2, '0'))
+    .join('')}`;

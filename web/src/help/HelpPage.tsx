@@ -1,107 +1,87 @@
-/// One page, drawn in the app's own style: code in the engine's colours, examples that run, links
-/// that stay inside, formulas as MathML.
+/// One page, shown in a sandboxed frame: it has no origin, so that nothing in a page can reach the app.
+/// The frame asks for pictures and colours, and tells of links, examples to run and places found.
 
 import { useEffect, useRef } from 'preact/hooks';
-import { useSignal } from '@preact/signals';
-import { render } from 'preact';
+import { useSignal, useSignalEffect, type Signal } from '@preact/signals';
 import type { App } from '../shell/core/app';
-import { InputEcho } from '../console/InputEcho';
-import { Icon } from '../design/icons';
 import { IconButton } from '../design/widgets';
+import { theme } from '../shell/device';
 import { text as t } from '../texts/texts';
 import { resolveLink } from './core/help';
-import { markAll, pageNodes, setFormulas } from './pageContent';
+import type { FromFrame, ToFrame } from './frame/messages';
+
+const kFrame = '/frame/help.html';
+
+interface Found {
+  at: number;
+  count: number;
+}
+type Tell = (message: ToFrame) => void;
 
 export function HelpPage({ app, path }: { app: App; path: string }) {
-  const article = useRef<HTMLElement>(null);
-  const html = app.help.html.value;
-  const size = app.settings.values.value?.docTextSize ?? 100;
-  useEffect(() => {
-    const root = article.current!;
-    root.replaceChildren(
-      pageNodes(html, {
-        picture: (source) => app.help.picture(resolveLink(path, source)),
-      }),
-    );
-    dressCode(app, root);
-    void setFormulas(root);
-    root.parentElement!.scrollTop = 0;
-  }, [html]);
-  useEffect(() => {
-    article.current!.style.fontSize = `${size}%`;
-  }, [size]);
+  const frame = useRef<HTMLIFrameElement>(null);
+  const ready = useSignal(false);
+  const found = useSignal<Found>({ at: 0, count: 0 });
+  // A frame without an origin can be named as a target by "*" alone; it is told nothing secret.
+  const tell: Tell = (message) => frame.current?.contentWindow?.postMessage(message, '*');
 
-  const follow = (event: MouseEvent) => {
-    const link = (event.target as Element).closest('a');
-    const target = link?.getAttribute('href');
-    if (!target) return;
-    const page = resolveLink(path, target);
-    event.preventDefault();
-    if (page) void app.help.open(page, size);
-    else if (target.startsWith('#')) document.getElementById(target.slice(1))?.scrollIntoView();
-    else if (/^https?:/.test(target)) open(target, '_blank', 'noopener,noreferrer');
-  };
+  useEffect(() => {
+    const take = (event: MessageEvent<FromFrame>) => {
+      if (event.source !== frame.current?.contentWindow) return;
+      if (event.data.kind === 'ready') ready.value = true;
+      else if (event.data.kind === 'found') found.value = event.data;
+      else void serve(app, path, event.data, tell);
+    };
+    addEventListener('message', take);
+    return () => removeEventListener('message', take);
+  }, [path]);
+  useSignalEffect(() => {
+    const size = app.settings.values.value?.docTextSize ?? 100;
+    const { motion } = app.preferences.value.value;
+    if (ready.value) tell({ kind: 'look', theme: theme.value, motion, size });
+  });
+  useSignalEffect(() => {
+    if (ready.value) tell({ kind: 'page', html: app.help.html.value, tryIt: t.help.tryIt });
+  });
   return (
     <>
-      <div class="help-scroll" tabIndex={0} role="region" aria-label={t.help.page}>
-        <article class="help-page" ref={article} onClick={follow} />
-      </div>
-      <FindInPage root={() => article.current!} html={html} />
+      <iframe class="help-frame" ref={frame} src={kFrame} sandbox="allow-scripts" title={t.help.page} />
+      <FindInPage tell={tell} found={found} />
     </>
   );
 }
 
-/// Code blocks get their colours, and those that can be typed a button that does so.
-function dressCode(app: App, root: HTMLElement): void {
-  for (const pre of root.querySelectorAll('pre')) {
-    const code = pre.querySelector('code');
-    if (!code || !/language-matlab/.test(code.className)) continue;
-    const text = code.textContent ?? '';
-    const holder = document.createElement('div');
-    holder.className = pre.className ? `help-code ${pre.className}` : 'help-code';
-    pre.replaceWith(holder);
-    const runs = pre.classList.contains('input');
-    render(
-      <>
-        <InputEcho app={app} text={text} />
-        {runs && (
-          <button
-            type="button"
-            class="try"
-            aria-label={t.help.tryIt}
-            title={t.help.tryIt}
-            onClick={() => app.runText(text)}
-          >
-            <Icon name="run" />
-          </button>
-        )}
-      </>,
-      holder,
-    );
+async function serve(app: App, path: string, message: FromFrame, tell: Tell): Promise<void> {
+  switch (message.kind) {
+    case 'ask':
+      return tell({ kind: 'answer', id: message.id, value: await answerTo(app, path, message) });
+    case 'follow':
+      return follow(app, path, message.href);
+    case 'run':
+      // Only a person's tap runs something; a tap in the frame counts here too.
+      if (navigator.userActivation?.isActive !== false) app.runText(message.text);
+      return;
+    case 'key':
+      document.dispatchEvent(new KeyboardEvent('keydown', { ...message, cancelable: true }));
   }
 }
 
-function FindInPage({ root, html }: { root(): HTMLElement; html: string }) {
+async function answerTo(app: App, path: string, { what, text }: { what: string; text: string }): Promise<unknown> {
+  if (what === 'picture') return app.help.picture(resolveLink(path, text));
+  const answer = await app.session.request('editor/highlight', { text }).catch(() => null);
+  return answer?.spans ?? [];
+}
+
+function follow(app: App, path: string, href: string): void {
+  const page = resolveLink(path, href);
+  if (page) void app.help.open(page, app.settings.values.value?.docTextSize ?? 100);
+  else if (/^https?:/.test(href)) open(href, '_blank', 'noopener,noreferrer');
+}
+
+function FindInPage({ tell, found }: { tell: Tell; found: Signal<Found> }) {
   const query = useSignal('');
-  const marks = useSignal<HTMLElement[]>([]);
-  const at = useSignal(0);
-  useEffect(() => {
-    find('');
-  }, [html]);
-  const show = (index: number) => {
-    marks.value[at.value]?.classList.remove('current');
-    at.value = (index + marks.value.length) % Math.max(1, marks.value.length);
-    const mark = marks.value[at.value];
-    mark?.classList.add('current');
-    mark?.scrollIntoView({ block: 'center' });
-  };
-  const find = (text: string) => {
-    query.value = text;
-    marks.value = markAll(root(), text);
-    at.value = 0;
-    if (marks.value.length) show(0);
-  };
-  const count = marks.value.length;
+  const { at, count } = found.value;
+  const step = (by: number) => tell({ kind: 'step', by });
   return (
     <div class="find-bar">
       <input
@@ -110,14 +90,17 @@ function FindInPage({ root, html }: { root(): HTMLElement; html: string }) {
         placeholder={t.help.inPage}
         aria-label={t.help.inPage}
         value={query.value}
-        onInput={(event) => find(event.currentTarget.value)}
+        onInput={(event) => {
+          query.value = event.currentTarget.value;
+          tell({ kind: 'find', text: query.value });
+        }}
         onKeyDown={(event) => {
-          if (event.key === 'Enter') show(at.value + (event.shiftKey ? -1 : 1));
+          if (event.key === 'Enter') step(event.shiftKey ? -1 : 1);
         }}
       />
-      <span role="status">{query.value && (count ? t.help.foundAt(at.value + 1, count) : t.help.found(0))}</span>
-      <IconButton icon="up" label={t.help.previousMatch} disabled={!count} onClick={() => show(at.value - 1)} />
-      <IconButton icon="down" label={t.help.nextMatch} disabled={!count} onClick={() => show(at.value + 1)} />
+      <span role="status">{query.value && (count ? t.help.foundAt(at + 1, count) : t.help.found(0))}</span>
+      <IconButton icon="up" label={t.help.previousMatch} disabled={!count} onClick={() => step(-1)} />
+      <IconButton icon="down" label={t.help.nextMatch} disabled={!count} onClick={() => step(1)} />
     </div>
   );
 }

@@ -4,6 +4,12 @@
 import type { Dialogs } from '../dialogs/core/dialogs';
 import { text as t } from '../texts/texts';
 
+/// The worker fetches all files again, which must not hold up the page.
+function afterLoad(work: () => void): void {
+  if (document.readyState === 'complete') work();
+  else addEventListener('load', work);
+}
+
 export function registerWorker(dialogs: Dialogs): void {
   if (!('serviceWorker' in navigator)) return;
   const hadWorker = navigator.serviceWorker.controller !== null;
@@ -14,7 +20,7 @@ export function registerWorker(dialogs: Dialogs): void {
       location.reload();
     }
   });
-  addEventListener('load', () => {
+  afterLoad(() => {
     navigator.serviceWorker
       .register('/worker.js')
       .then((registration) => {

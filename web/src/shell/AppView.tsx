@@ -227,12 +227,17 @@ function Bar({ panels, rest }: { panels: Panel[]; rest: Panel[] }) {
 
 function ConnectionBar() {
   const { session } = useApp();
-  if (session.state.value !== 'lost') return null;
+  const state = session.state.value;
+  if (state !== 'lost' && state !== 'refused') return null;
+  const [title, text] =
+    state === 'lost'
+      ? [t.connection.lost, t.connection.lostText]
+      : [t.connection.refused, t.connection.refusedText];
   return (
     <div class="connection-bar" role="alert">
       <Icon name="offline" />
       <span>
-        <b>{t.connection.lost}</b> <span class="wide">{t.connection.lostText}</span>
+        <b>{title}</b> <span class={state === 'lost' ? 'wide' : ''}>{text}</span>
       </span>
       <button type="button" class="button" onClick={() => session.retry()}>
         {t.connection.retry}

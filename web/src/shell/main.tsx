@@ -4,23 +4,34 @@ import '@preact/signals';
 import { render } from 'preact';
 import '../styles.css';
 import { WebSocketEngine } from '../engine/webSocketEngine';
-import { exchangeToken, sessionAddress } from '../engine/token';
+import { exchangeToken, isRefused, sessionAddress } from '../engine/token';
 import { registerWorker } from '../install/register';
 import { AppView } from './AppView';
 import { App } from './core/app';
 import { deviceClock, deviceStore, followPreferences, followSize } from './device';
 import { listenToKeys } from './shortcuts';
 
-const app = new App(new WebSocketEngine(sessionAddress()), deviceStore, deviceClock);
-followPreferences(app);
-followSize(app);
-listenToKeys(app);
+const token = exchangeToken();
+const app = new App(new WebSocketEngine(sessionAddress(), isRefused), deviceStore, deviceClock);
 addEventListener('error', (event) => app.dialogs.note(`${event.message} (${event.filename}:${event.lineno})`));
 addEventListener('unhandledrejection', (event) => app.dialogs.note(String(event.reason?.stack ?? event.reason)));
 addEventListener('pagehide', () => app.editor.keepAll());
 addEventListener('beforeunload', (event) => {
   if (!app.editor.keepAll()) event.preventDefault();
 });
-render(<AppView app={app} />, document.getElementById('app')!);
-void exchangeToken().then(() => app.start());
-registerWorker(app.dialogs);
+
+/// Keys that are typed meanwhile come in between the steps.
+const betweenKeys = () => new Promise<void>((resolve) => setTimeout(resolve));
+
+async function begin(): Promise<void> {
+  await betweenKeys();
+  followPreferences(app);
+  followSize(app);
+  listenToKeys(app);
+  render(<AppView app={app} />, document.getElementById('app')!);
+  await betweenKeys();
+  await token;
+  app.start();
+  registerWorker(app.dialogs);
+}
+void begin();

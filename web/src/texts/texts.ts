@@ -14,9 +14,12 @@ const connection = {
   connecting: 'Connecting …',
   lost: 'The engine cannot be reached',
   lostText: 'Your console, files and figures are kept. The connection is taken up again by itself.',
+  refused: 'This page is not let in',
+  refusedText: 'Open the whole address that the server has printed, with what stands behind its #, or scan its code.',
   retry: 'Try now',
   notNow: 'The engine cannot be reached just now',
   back: 'Connected again',
+  anew: 'The engine was started anew. Files and figures are kept, variables are not.',
 };
 
 const shell = {

@@ -1,13 +1,15 @@
 /// Texts of the panels in which work is done.
 
+import { first } from './first';
+
 const list = (paths: string[]) => {
   const names = paths.map((path) => path.slice(path.lastIndexOf('/') + 1));
   return names.length > 4 ? `${names.slice(0, 3).join(', ')} and ${names.length - 3} more` : names.join(', ');
 };
 
 export const console = {
-  input: 'Command',
-  placeholder: 'Type a command',
+  input: first.input,
+  placeholder: first.placeholder,
   answerPlaceholder: 'Type the answer',
   pausedPlaceholder: 'Paused. Run goes on',
   run: 'Run',
@@ -74,6 +76,19 @@ export const editor = {
 };
 
 export const figure = {
+  colors: {
+    orange: 'Orange',
+    red: 'Red',
+    black: 'Black',
+    purple: 'Purple',
+    yellow: 'Yellow',
+    blue: 'Blue',
+    green: 'Green',
+    cyan: 'Cyan',
+    magenta: 'Magenta',
+    white: 'White',
+    clear: 'Clear',
+  },
   resize: 'Resize',
   configure: 'Configure',
   save: 'Save',

@@ -17,6 +17,16 @@ export interface Opened {
   session: FakeSession;
 }
 
+export interface Options {
+  theme?: 'light' | 'dark';
+  tour?: boolean;
+  fill?(session: FakeSession): void;
+  /// What is done before the page is asked for, and while it loads.
+  before?(page: Page): Promise<void>;
+  meanwhile?(page: Page): Promise<void>;
+}
+
+/// `open` gives a page; `expectRefusals` takes what the page's policy has refused, which else fails.
 export function useBrowser() {
   let browser: Browser;
   const faults: string[] = [];
@@ -36,9 +46,13 @@ export function useBrowser() {
     expect(faults.splice(0)).toEqual([]);
   });
 
-  return async (
+  const expectRefusals = (kind: RegExp) => {
+    expect(faults.some((fault) => kind.test(fault))).toBe(true);
+    faults.splice(0, faults.length, ...faults.filter((fault) => !kind.test(fault)));
+  };
+  const open = async (
     size: Size,
-    options: { theme?: 'light' | 'dark'; tour?: boolean; fill?: (session: FakeSession) => void } = {},
+    options: Options = {},
   ): Promise<Opened> => {
     const server = await serve(kDist);
     options.fill?.(server.session);
@@ -54,6 +68,7 @@ export function useBrowser() {
     });
     if (!options.tour)
       await context.addInitScript(() => {
+        if (window !== top) return; // the frame of a help page has no storage
         localStorage.getItem('kelo.preferences') ?? localStorage.setItem('kelo.preferences', '{"tourSeen":true}');
       });
     await context.addInitScript(() => {
@@ -67,12 +82,15 @@ export function useBrowser() {
         faults.push(message.text());
     });
     page.on('pageerror', (error) => faults.push(String(error.stack ?? error)));
-    await page.goto(server.address);
+    await options.before?.(page);
+    await page.goto(server.address, { waitUntil: options.meanwhile ? 'commit' : 'load' });
+    await options.meanwhile?.(page);
     await page.waitForSelector('.composer .cm-content');
     const parts = { page, context, server, session: server.session };
     opened.push(parts);
     return parts;
   };
+  return { open, expectRefusals };
 }
 
 /// Types into the console and runs it.

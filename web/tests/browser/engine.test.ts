@@ -2,7 +2,9 @@
 /// what an error leads to, a reload in the middle of a run, and the file that comes of it.
 
 import { type ChildProcess, spawn } from 'node:child_process';
-import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { createServer } from 'node:http';
+import type { AddressInfo } from 'node:net';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { createInterface } from 'node:readline';
@@ -12,41 +14,44 @@ import { command, show } from './browser';
 
 const program = process.env.KELO ?? new URL('../../../build/release/kelo', import.meta.url).pathname;
 
-describe.skipIf(!existsSync(program))('the real engine', () => {
+test('the program is there', () => {
+  expect(existsSync(program), `${program} is missing: scripts/build release kelo pages`).toBe(true);
+});
+
+describe('the real engine', () => {
   let folder: string;
   let server: ChildProcess;
   let address: string;
+  /// Begins the server, at the port and with the keys of last time; gives its address.
+  const start = async (...options: string[]): Promise<string> => {
+    const [work, state, documents] = ['work', 'state', 'documents'].map((name) => join(folder, name)) as [
+      string,
+      string,
+      string,
+    ];
+    const places = ['--workdir', work, '--state', state, '--documents', documents];
+    server = spawn(program, ['serve', '--no-open', ...places, ...options]);
+    return new Promise<string>((resolve, reject) => {
+      createInterface({ input: server.stdout! }).once('line', resolve);
+      server.once('exit', () => reject(new Error('the server ended')));
+    });
+  };
+  const end = async (signal: NodeJS.Signals): Promise<void> => {
+    const ended = new Promise((resolve) => server.once('exit', resolve));
+    server.kill(signal);
+    await ended;
+  };
   let browser: Browser;
   let page: Page;
   const faults: string[] = [];
 
   beforeAll(async () => {
     folder = mkdtempSync(join(tmpdir(), 'kelo-web-'));
-    const [work, state, documents] = ['work', 'state', 'documents'].map((name) => join(folder, name)) as [
-      string,
-      string,
-      string,
-    ];
-    for (const each of [work, state, documents]) mkdirSync(each);
-    server = spawn(program, [
-      'serve',
-      '--port',
-      '0',
-      '--no-open',
-      '--workdir',
-      work,
-      '--state',
-      state,
-      '--documents',
-      documents,
-    ]);
-    address = await new Promise<string>((resolve, reject) => {
-      createInterface({ input: server.stdout! }).once('line', resolve);
-      server.once('exit', () => reject(new Error('the server ended')));
-    });
+    for (const name of ['work', 'state', 'documents']) mkdirSync(join(folder, name));
+    address = await start();
     browser = await chromium.launch({
       executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
-      args: ['--no-sandbox'],
+      args: ['--no-sandbox', '--host-resolver-rules=MAP evil.test 127.0.0.1'],
     });
     page = await (await browser.newContext({ viewport: { width: 1440, height: 900 } })).newPage();
     page.on('console', (message) => {
@@ -58,9 +63,7 @@ describe.skipIf(!existsSync(program))('the real engine', () => {
   });
   afterAll(async () => {
     await browser.close();
-    const ended = new Promise((resolve) => server.once('exit', resolve));
-    server.kill('SIGINT');
-    await ended;
+    await end('SIGINT');
     rmSync(folder, { recursive: true, force: true });
   });
 
@@ -125,9 +128,87 @@ describe.skipIf(!existsSync(program))('the real engine', () => {
     await show(page, 'Help');
     await page.locator('[data-panel="help"]').getByRole('searchbox').fill('sum');
     await page.locator('.help-row', { hasText: /^sum$/ }).first().click();
-    await page.getByRole('button', { name: 'Try it' }).first().click();
+    await page.frameLocator('.help-frame').getByRole('button', { name: 'Try it' }).first().click();
     await page.locator('.item.input').last().waitFor();
   });
 
-  test('nothing was refused by the policy, and nothing failed', () => expect(faults).toEqual([]));
+  test('a surface of 200 x 200 is turned in the page, at the rate of the screen', async () => {
+    await command(page, '[X, Y] = meshgrid(linspace(-3, 3, 200));\nsurf(X, Y, sin(X) .* cos(Y))');
+    await show(page, 'Figure');
+    const { x, y } = (await page.locator('.figure-frame canvas').boundingBox())!;
+    await page.waitForTimeout(800);
+    const canvas = page.locator('.figure-frame canvas');
+    const pictureOf = () => canvas.evaluate((each) => (each as HTMLCanvasElement).toDataURL());
+    const before = await pictureOf();
+    await page.mouse.move(x + 100, y + 200);
+    await page.mouse.down();
+    await page.mouse.move(x + 120, y + 200);
+    await page.waitForTimeout(500);
+    const frames = page.evaluate(async () => {
+      const times: number[] = [];
+      for (let k = 0, last = performance.now(); k < 60; k++) {
+        const now = await new Promise<number>(requestAnimationFrame);
+        times.push(now - last);
+        last = now;
+      }
+      return times.sort((a, b) => a - b)[30]!;
+    });
+    for (let k = 0; k < 100; k++) await page.mouse.move(x + 120 + k, y + 200 + k / 4);
+    expect(await frames).toBeLessThan(40);
+    const turned = await pictureOf();
+    await page.mouse.up();
+    await expect.poll(pictureOf, { timeout: 10_000 }).not.toBe(turned); // the engine's own, with its axes
+    expect(await pictureOf()).not.toBe(before);
+  });
+
+  test('a file of 50 MB is refused with a word', async () => {
+    writeFileSync(join(folder, 'work', 'large.txt'), 'x = 1;\n'.repeat(50_000_000 / 7));
+    await page.locator('.file-row', { hasText: 'large.txt' }).getByRole('button').first().click();
+    await page.getByRole('heading', { name: 'File Too Large' }).waitFor();
+    await page.keyboard.press('Escape');
+    await command(page, 'after = 1');
+    await page.locator('.item', { hasText: 'after =' }).last().waitFor();
+  });
+
+  test('a name that is made to point here gets nothing', async () => {
+    const { port } = new URL(address);
+    const site = createServer((_, response) => response.end('<!doctype html>'));
+    await new Promise<void>((resolve) => site.listen(0, '127.0.0.1', resolve));
+    const other = await page.context().newPage();
+    expect((await other.goto(`http://evil.test:${port}/`))!.status()).toBe(403);
+    await other.goto(`http://evil.test:${(site.address() as AddressInfo).port}/`);
+    const reached = await other.evaluate(async (ours) => {
+      const opens = (host: string) =>
+        new Promise<boolean>((resolve) => {
+          const socket = new WebSocket(`ws://${host}:${ours}/session`);
+          socket.onopen = () => resolve(true);
+          socket.onerror = () => resolve(false);
+        });
+      const reads = (host: string) => fetch(`http://${host}:${ours}/`).then(({ ok }) => ok).catch(() => false);
+      const hosts = ['127.0.0.1', 'localhost', 'evil.test'];
+      return Promise.all([...hosts.map(opens), ...hosts.map(reads)]);
+    }, port);
+    expect(reached).not.toContain(true);
+    await other.close();
+    site.close();
+  });
+
+  test('nothing was refused by the policy, and nothing failed', () => expect(faults.splice(0)).toEqual([]));
+
+  test('an open page comes back to the next server, unless a new token was asked for', async () => {
+    await end('SIGKILL');
+    await page.getByText('The engine cannot be reached').waitFor();
+    expect(await start()).toBe(address);
+    await page.getByText('The engine was started anew').waitFor();
+    await command(page, 'again = 1');
+    await page.locator('.item', { hasText: 'again =' }).last().waitFor();
+
+    await end('SIGKILL');
+    const renewed = await start('--new-token');
+    expect(renewed).not.toBe(address);
+    await page.getByText('This page is not let in').waitFor();
+    const second = await page.context().newPage();
+    await second.goto(renewed);
+    await page.getByText('The engine was started anew').waitFor();
+  });
 });

@@ -3,18 +3,25 @@
 import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { expect, test } from 'vitest';
-import type { Page } from 'playwright-core';
+import type { Frame, Page } from 'playwright-core';
 import { command, show, useBrowser, type Size } from './browser';
 import { fillSession } from './stock';
 
-const open = useBrowser();
+const { open } = useBrowser();
 const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 const kPanels = ['Console', 'Editor', 'Figure', 'Files', 'Variables', 'Help', 'Settings'];
 
+/// Of the page and of the frame of a help page, which axe itself cannot look into.
 async function findings(page: Page): Promise<string[]> {
-  await page.evaluate(axe); // by the debugger, which the page's policy does not concern
-  return page.evaluate(async () => {
-    const { violations } = await (window as unknown as { axe: { run(): Promise<{ violations: any[] }> } }).axe.run();
+  return (await Promise.all(page.frames().map(findingsOf))).flat();
+}
+
+async function findingsOf(frame: Frame): Promise<string[]> {
+  await frame.evaluate(axe); // by the debugger, which the page's policy does not concern
+  return frame.evaluate(async () => {
+    const { violations } = await (window as unknown as { axe: { run(options: object): Promise<{ violations: any[] }> } }).axe.run({
+      preload: false, // it would fetch the styles again
+    });
     return violations
       .filter((each) => ['serious', 'critical'].includes(each.impact))
       .map(
@@ -50,7 +57,7 @@ test.each<[Size, 'light' | 'dark']>([
   await show(page, 'Help');
   await page.getByRole('button', { name: 'Functions' }).click();
   await page.getByRole('button', { name: 'mean' }).click();
-  await page.locator('.help-page math').first().waitFor();
+  await page.frameLocator('.help-frame').locator('math').first().waitFor();
   await look('a help page');
   await show(page, 'Variables');
   await page.locator('.variables button').first().click();
@@ -101,6 +108,11 @@ test('everything by keys: run, recall, leave the field, reach each panel, the li
   await page.getByRole('heading', { name: 'Keyboard shortcuts' }).waitFor();
   await page.keyboard.press('Escape');
   await expect.poll(() => page.locator('dialog').count()).toBe(0);
+  await show(page, 'Help');
+  await page.getByRole('button', { name: 'Functions' }).click();
+  await page.getByRole('button', { name: 'mean' }).click();
+  await page.frameLocator('.help-frame').locator('math').first().waitFor();
+  await page.locator('.help-frame').focus();
   await page.keyboard.press('Alt+Digit3');
   await page.locator('canvas').focus();
   await page.keyboard.press('ArrowRight');

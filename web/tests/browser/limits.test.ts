@@ -7,11 +7,12 @@ import { expect, test } from 'vitest';
 import { command, kDist, show, useBrowser } from './browser';
 import { fillSession } from './stock';
 
-const open = useBrowser();
+const { open, expectRefusals } = useBrowser();
 
 test('the first load is at most 180 kB compressed, code and styles, and 45 kB of fonts', async () => {
   const { page } = await open('desk');
   await page.waitForLoadState('networkidle');
+  await page.locator('.welcome .tok-green').first().waitFor();
   const fetched = await page.evaluate(() =>
     performance.getEntriesByType('resource').map((entry) => new URL(entry.name).pathname),
   );
@@ -80,6 +81,48 @@ test('hostile texts are shown as texts, wherever they come from', async () => {
   await page.getByText('No Item Found').waitFor();
   expect(await page.evaluate(() => 'harmed' in window)).toBe(false);
   expect(await page.locator('#app script, #app img[src="x"]').count()).toBe(0);
+});
+
+test('a hostile help page reaches nothing', async () => {
+  const { page, session } = await open('desk', { fill: fillSession });
+  await show(page, 'Help');
+  await page.getByRole('button', { name: 'Functions' }).click();
+  await page.getByRole('button', { name: 'mean' }).click();
+  await page.frameLocator('.help-frame').locator('math').first().waitFor();
+  const frame = page.frames().find((each) => each.url().endsWith('/frame/help.html'))!;
+  expect(await frame.evaluate(() => 'harmed' in window)).toBe(false);
+  expect(await frame.locator('script:not([src^="/frame/"]), [onerror], [style*="red"]').count()).toBe(0);
+  // What a page could do if a script of it ran all the same.
+  const reached = await frame.evaluate(async (address) => {
+    const tries: Record<string, () => unknown> = {
+      page: () => parent.document.title,
+      storage: () => localStorage.length,
+      cookie: () => document.cookie,
+      request: () => fetch('/admission', { method: 'POST' }),
+      session: () =>
+        new Promise((resolve, reject) => {
+          const socket = new WebSocket(address.replace('http', 'ws') + 'session');
+          socket.onopen = resolve;
+          socket.onerror = reject;
+        }),
+    };
+    const done: string[] = [];
+    for (const [name, work] of Object.entries(tries)) {
+      try {
+        await work();
+        done.push(name);
+      } catch {
+        /* as it should be */
+      }
+    }
+    return done;
+  }, new URL('/', page.url()).href);
+  expect(reached).toEqual([]);
+  // Later than a tap counts.
+  await frame.evaluate(() => setTimeout(() => parent.postMessage({ kind: 'run', text: 'evil = 1' }, '*'), 5500));
+  await page.waitForTimeout(6000);
+  expect(session.state.history.join()).not.toContain('evil');
+  expectRefusals(/Content Security Policy|^policy: connect-src/);
 });
 
 test('two windows show one session', async () => {

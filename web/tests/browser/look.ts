@@ -36,6 +36,7 @@ for (const [size, [width, height, touch]] of Object.entries(kSizes)) {
       deviceScaleFactor: touch ? 2 : 1,
     });
     await context.addInitScript(() => {
+      if (window !== top) return;
       localStorage.setItem('kelo.preferences', '{"tourSeen":true}');
       localStorage.setItem('kelo.openFiles', '{"paths":["wave.m","projectile.m"],"active":"wave.m"}');
     });

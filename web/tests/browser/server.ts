@@ -11,7 +11,16 @@ import { FakeSession } from '../fake/engine';
 
 export const kPolicy =
   "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; style-src 'self'; img-src 'self' data: blob:; " +
-  "font-src 'self'; connect-src 'self'; worker-src 'self'; manifest-src 'self'; frame-ancestors 'none'; base-uri 'none'; form-action 'self'";
+  "font-src 'self'; connect-src 'self'; worker-src 'self'; manifest-src 'self'; frame-src 'self'; frame-ancestors 'none'; base-uri 'none'; form-action 'self'";
+
+/// The headers of the help pages' frame.
+const frameHeaders = (host: string) => ({
+  'Content-Security-Policy':
+    `sandbox allow-scripts; default-src 'none'; script-src http://${host}/frame/; style-src http://${host}/frame/; ` +
+    `font-src http://${host}/frame/; img-src data:; frame-ancestors 'self'; base-uri 'none'; form-action 'none'`,
+  'Cross-Origin-Resource-Policy': 'cross-origin',
+  'Access-Control-Allow-Origin': '*',
+});
 
 const kTypes: Record<string, string> = {
   '.html': 'text/html; charset=utf-8',
@@ -63,6 +72,9 @@ export async function serve(dist: string, program?: { path: string; workdir: str
             'Content-Security-Policy': kPolicy,
             'X-Content-Type-Options': 'nosniff',
             'Referrer-Policy': 'no-referrer',
+            'Cross-Origin-Embedder-Policy': 'require-corp',
+            'Cross-Origin-Resource-Policy': 'same-origin',
+            ...(path.startsWith('/frame/') ? frameHeaders(request.headers.host!) : {}),
           })
           .end(content);
       },

@@ -5,7 +5,7 @@ import { expect, test } from 'vitest';
 import { command, show, useBrowser, type Size } from './browser';
 import { pinch } from './fingers';
 
-const open = useBrowser();
+const { open } = useBrowser();
 
 test.each<[Size, 'light' | 'dark']>([
   ['phone', 'dark'],
@@ -86,14 +86,21 @@ test.each<[Size, 'light' | 'dark']>([
   await show(page, 'Help');
   await page.locator('[data-panel="help"]').getByRole('searchbox').fill('mean');
   await page.locator('.help-row', { hasText: 'mean' }).first().click();
-  await page.locator('.help-page math').first().waitFor();
+  const frame = page.frameLocator('.help-frame');
+  await frame.locator('math').first().waitFor();
   await expect
     .poll(() =>
-      page.locator('.help-page img').evaluateAll((all) => all.map((each) => (each as HTMLImageElement).naturalWidth)),
+      frame.locator('img').evaluateAll((all) => all.map((each) => (each as HTMLImageElement).naturalWidth)),
     )
     .toEqual([60]);
-  expect(await page.evaluate(() => 'harmed' in window)).toBe(false);
-  await page.getByRole('button', { name: 'Try it' }).click();
+  await page.getByRole('searchbox', { name: 'Find in page' }).fill('mean');
+  await page.getByText(/1 of \d+ found/).waitFor();
+  await frame.locator('mark.current').waitFor();
+  await frame.getByRole('link', { name: 'median' }).click();
+  await page.getByRole('heading', { name: 'median' }).waitFor();
+  await page.locator('[data-panel="help"]').getByRole('button', { name: 'Back' }).click();
+  await page.getByRole('heading', { name: 'mean' }).waitFor();
+  await frame.getByRole('button', { name: 'Try it' }).click();
   await expect.poll(() => session.state.history.join()).toContain('mean(A)');
 
   // What is typed and not saved survives a reload; the console is as it was.

@@ -150,6 +150,10 @@ export class FakeSession {
         state.answer = resolve;
       });
       this.setStatus('running');
+    } else if (line === 'forever') {
+      await new Promise<string>((resolve) => {
+        state.answer = resolve;
+      });
     } else if (/^many\(/.test(line)) {
       for (let k = 0; k < Number(/\d+/.exec(line)![0]); k++)
         this.add({ contentType: 'doubleArray', text: `k = \n ${k}` });

@@ -33,6 +33,10 @@ export class Console {
   readonly busy = computed(() => this.status.value !== 'idle');
   readonly announcement = signal('');
   private drawPending = false;
+  /// What was run before the first connection.
+  private early = '';
+  /// The engine's last word, which `status` may be ahead of.
+  private told: RunStatus = 'idle';
 
   constructor(
     private readonly session: Session,
@@ -50,6 +54,9 @@ export class Console {
       this.progress.value = text;
     });
     session.on('run/state', ({ status }) => this.setStatus(status));
+    session.state.subscribe((state) => {
+      if (state === 'lost' || state === 'refused') this.showStatus(this.told);
+    });
   }
 
   /// Takes the engine's state as it is now, after the connection was made or made again.
@@ -58,12 +65,20 @@ export class Console {
     const { items } = await this.session.request('console/items', {});
     this.replace(items);
     await this.loadHistory();
+    const early = this.early;
+    this.early = '';
+    if (early && status === 'idle') this.run(early);
   }
 
   /// The Run button: starts a command, answers `input`, or ends a `pause`. Gives true when the text
   /// was taken and the input can be cleared.
   run(text: string): boolean {
     const status = this.status.value;
+    if (this.session.state.value === 'connecting' && text.trim()) {
+      this.early = text;
+      this.showStatus('running');
+      return true;
+    }
     if (this.session.state.value !== 'open') {
       this.dialogs.say(t.connection.notNow);
       return false;
@@ -117,9 +132,10 @@ export class Console {
   private async start(request: () => Promise<{ seconds: number }>): Promise<void> {
     this.seconds.value = null;
     this.history.settle();
-    await this.dialogs.guard(async () => {
-      this.seconds.value = (await request()).seconds;
-    });
+    this.showStatus('running'); // before the engine tells, so that a second press runs nothing
+    const answer = await this.dialogs.guard(request);
+    if (answer) this.seconds.value = answer.seconds;
+    else this.showStatus(this.told);
     await this.loadHistory().catch(() => {});
   }
 
@@ -163,6 +179,11 @@ export class Console {
   }
 
   private setStatus(status: RunStatus): void {
+    this.told = status;
+    this.showStatus(status);
+  }
+
+  private showStatus(status: RunStatus): void {
     if (status !== 'idle' && this.status.value === 'idle') this.startedAt.value = this.clock.now();
     if (status === 'idle') this.progress.value = '';
     if (status !== 'waitInput') this.prompt.value = '';

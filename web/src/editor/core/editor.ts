@@ -69,8 +69,13 @@ export class Editor {
     if (active && this.find(active)) this.activePath.value = active;
   }
 
-  /// Opens a file, or brings it to the front, and goes to the line when one is given.
-  async open(path: string, line = 0, column = 1): Promise<boolean> {
+  /// Opens a file, or brings it to the front, and goes to the line when one is given. `size` in bytes,
+  /// where it is known: a file that is too large is not even read.
+  async open(path: string, line = 0, column = 1, size = 0): Promise<boolean> {
+    if (size > kLargestFile) {
+      await this.dialogs.alert(t.editor.tooLargeTitle, t.editor.tooLarge(nameOf(path)));
+      return false;
+    }
     const opened = this.find(path) ?? (await this.dialogs.guard(() => this.load(path)));
     if (!opened) return false;
     this.activePath.value = path;

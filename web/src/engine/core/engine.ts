@@ -1,7 +1,8 @@
 /// What stands between the app and the numeric engine: a carrier of JSON texts. The WebSocket to
 /// `kelo serve` is one; a worker that holds the engine as WebAssembly can be another.
 
-export type CarrierState = 'connecting' | 'open' | 'lost';
+/// Refused: there is an engine, but this page is not let in.
+export type CarrierState = 'connecting' | 'open' | 'lost' | 'refused';
 
 export interface Engine {
   /// Hands one JSON text over. Texts sent while the carrier is not open are dropped.

@@ -135,9 +135,13 @@ export interface FigureTip {
 }
 export interface Mesh {
   surfaces: { numRows: number; numCols: number; points: string }[];
-  xlims: unknown;
-  ylims: unknown;
-  zlims: unknown;
+  xlims: { lower: number; upper: number };
+  ylims: { lower: number; upper: number };
+  zlims: { lower: number; upper: number };
+  /// Degrees about x, y, z; parts of an edge to the right and upwards.
+  view: { rotation: [number, number, number]; translation: [number, number]; zoom: number };
+  /// From the lower limit of z to the upper one.
+  colors: string[];
   revision: number;
 }
 export type Gesture =

@@ -1,6 +1,9 @@
 /// The colours that the settings of a line offer, and their coded form: base64 of a JSON text with
 /// the role, by which each theme finds its own value, and the channels of the light theme.
 
+import { text as t } from '../../texts/texts';
+import { base64, fromBase64 } from './base64';
+
 export interface LineColor {
   name: string;
   role: string;
@@ -16,46 +19,18 @@ const hex = (code: number): [number, number, number, number] => [
 ];
 
 export const kLineColors: LineColor[] = [
-  { name: 'Orange', role: 'system orange', rgba: hex(0xc66a00), tone: 'orange' },
-  { name: 'Red', role: 'system red', rgba: hex(0xd1343f), tone: 'red' },
-  { name: 'Black', role: 'black', rgba: hex(0), tone: 'black' },
-  { name: 'Purple', role: 'system purple', rgba: hex(0x8449c8), tone: 'purple' },
-  { name: 'Yellow', role: 'system yellow', rgba: hex(0xa68400), tone: 'yellow' },
-  { name: 'Blue', role: 'system blue', rgba: hex(0x1f6fd6), tone: 'blue' },
-  { name: 'Green', role: 'system green', rgba: hex(0x23863c), tone: 'green' },
-  { name: 'Cyan', role: 'system teal', rgba: hex(0x0d8591), tone: 'teal' },
-  { name: 'Magenta', role: 'system pink', rgba: hex(0xd0388c), tone: 'pink' },
-  { name: 'White', role: 'white', rgba: hex(0xffffff), tone: 'white' },
-  { name: 'Clear', role: 'clear', rgba: [0, 0, 0, 0], tone: 'clear' },
+  { name: t.figure.colors.orange, role: 'system orange', rgba: hex(0xc66a00), tone: 'orange' },
+  { name: t.figure.colors.red, role: 'system red', rgba: hex(0xd1343f), tone: 'red' },
+  { name: t.figure.colors.black, role: 'black', rgba: hex(0), tone: 'black' },
+  { name: t.figure.colors.purple, role: 'system purple', rgba: hex(0x8449c8), tone: 'purple' },
+  { name: t.figure.colors.yellow, role: 'system yellow', rgba: hex(0xa68400), tone: 'yellow' },
+  { name: t.figure.colors.blue, role: 'system blue', rgba: hex(0x1f6fd6), tone: 'blue' },
+  { name: t.figure.colors.green, role: 'system green', rgba: hex(0x23863c), tone: 'green' },
+  { name: t.figure.colors.cyan, role: 'system teal', rgba: hex(0x0d8591), tone: 'teal' },
+  { name: t.figure.colors.magenta, role: 'system pink', rgba: hex(0xd0388c), tone: 'pink' },
+  { name: t.figure.colors.white, role: 'white', rgba: hex(0xffffff), tone: 'white' },
+  { name: t.figure.colors.clear, role: 'clear', rgba: [0, 0, 0, 0], tone: 'clear' },
 ];
-
-const kDigits = 'ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/';
-
-function base64(text: string): string {
-  let out = '';
-  for (let k = 0; k < text.length; k += 3) {
-    const [a, b, c] = [0, 1, 2].map((j) => text.charCodeAt(k + j) || 0) as [number, number, number];
-    const bits = (a << 16) | (b << 8) | c;
-    const left = text.length - k;
-    out +=
-      kDigits[bits >> 18]! +
-      kDigits[(bits >> 12) & 63]! +
-      (left > 1 ? kDigits[(bits >> 6) & 63]! : '=') +
-      (left > 2 ? kDigits[bits & 63]! : '=');
-  }
-  return out;
-}
-
-function fromBase64(text: string): string {
-  const digits = [...text.replace(/=+$/, '')].map((digit) => kDigits.indexOf(digit));
-  let out = '';
-  for (let k = 0; k + 1 < digits.length; k += 4) {
-    const bits = (digits[k]! << 18) | (digits[k + 1]! << 12) | ((digits[k + 2] ?? 0) << 6) | (digits[k + 3] ?? 0);
-    const count = Math.min(3, digits.length - k - 1);
-    for (let j = 0; j < count; j++) out += String.fromCharCode((bits >> (16 - 8 * j)) & 255);
-  }
-  return out;
-}
 
 export const codedColor = ({ role, rgba }: LineColor): string => base64(JSON.stringify({ role, rgba }));
 

@@ -18,6 +18,7 @@ import { ConnectionLost, type Session } from '../../engine/core/session';
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { type PendingGesture, mergeGesture } from './gestures';
+import { TurnedSurface } from './turning';
 
 export interface ViewSize {
   width: number;
@@ -30,6 +31,9 @@ export class Figure {
   readonly drawing = signal<Drawing | null>(null);
   readonly tip = signal<FigureTip | null>(null);
   readonly model = signal<FigureModel | null>(null);
+  /// A surface under the finger, which is turned here and not by the engine; `turns` counts its turns.
+  turned: TurnedSurface | null = null;
+  readonly turns = signal(0);
   readonly saved = signal<SavedFigure[] | null>(null);
   private view: ViewSize = { width: 0, height: 0, theme: 'light' };
   private revision = -1;
@@ -39,6 +43,9 @@ export class Figure {
   private pending: PendingGesture[] = [];
   private tips = 0;
   private watchers = 0;
+  private isHeld = false;
+  private turnedUntil = Infinity;
+  private drawnRevision = -1;
   private modelUnderWay = false;
 
   constructor(
@@ -61,7 +68,46 @@ export class Figure {
   gesture(gesture: PendingGesture): void {
     this.tip.value = null;
     this.pending = mergeGesture(this.pending, gesture);
-    void this.sendGestures();
+    if (this.isHeld && this.kind.value === 'surface') this.turn(gesture);
+    else void this.sendGestures();
+  }
+
+  /// A finger is put on the figure. What it does to a surface is shown here until `release`, when the
+  /// engine is told and draws the exact picture.
+  async grab(): Promise<void> {
+    if (this.kind.value !== 'surface' || this.isHeld || this.gestureUnderWay) return;
+    const { drawing } = this;
+    this.isHeld = true;
+    try {
+      const mesh = await this.session.request('figure/mesh', {});
+      if (!this.isHeld || !drawing.value) return;
+      this.turnedUntil = Infinity;
+      this.turned = new TurnedSurface(mesh, drawing.value.plotArea);
+      this.pending.forEach((gesture) => this.turn(gesture));
+    } catch {
+      this.release(); // the engine turns it then
+    }
+  }
+
+  release(): void {
+    if (!this.isHeld) return;
+    this.isHeld = false;
+    void this.sendGestures().then(() => {
+      this.turnedUntil = this.revision;
+      this.letGo();
+    });
+  }
+
+  /// The engine's picture takes the place of the turned surface when it shows what was done to it.
+  private letGo(): void {
+    if (this.isHeld || !this.turned || this.drawnRevision < this.turnedUntil) return;
+    this.turned = null;
+    this.turns.value++;
+  }
+
+  private turn(gesture: PendingGesture): void {
+    const { width, height } = this.view;
+    if (this.turned?.apply(gesture, width, height)) this.turns.value++;
   }
 
   /// Shows the data tip of the point nearest to the place in the view.
@@ -173,12 +219,15 @@ export class Figure {
       this.drawnKey = '';
       return;
     }
-    const key = `${this.revision} ${width} ${height} ${theme}`;
+    const { revision } = this;
+    const key = `${revision} ${width} ${height} ${theme}`;
     if (key === this.drawnKey) return;
     this.drawingUnderWay = true;
     try {
       this.drawing.value = await this.session.request('figure/drawing', { width, height, theme });
       this.drawnKey = key;
+      this.drawnRevision = revision;
+      this.letGo();
     } catch (error) {
       if (!(error instanceof ConnectionLost)) this.dialogs.note(String(error));
       return;

@@ -78,7 +78,8 @@ export class App {
   }
 
   async openFile(path: string, line = 0): Promise<void> {
-    if (await this.editor.open(path, line)) this.layout.show('editor');
+    const size = this.files.items.value?.find(({ relativePath }) => relativePath === path)?.size ?? 0;
+    if (await this.editor.open(path, line, 1, size)) this.layout.show('editor');
   }
 
   /// Saves what is unsaved of the file and runs it.
@@ -112,7 +113,12 @@ export class App {
     }
   }
 
+  private knowsSomething(): boolean {
+    return this.console.items.length + this.workspace.variables.value.length > 0;
+  }
+
   private async opened(): Promise<void> {
+    const knew = this.knowsSomething();
     try {
       const answer = await this.session.request('session/open', {});
       this.settings.opened(answer);
@@ -130,7 +136,7 @@ export class App {
       if (!(error instanceof ConnectionLost)) this.dialogs.fail(error);
       return;
     }
-    if (this.openedBefore) this.dialogs.say(t.connection.back);
+    if (this.openedBefore) this.dialogs.say(knew && !this.knowsSomething() ? t.connection.anew : t.connection.back);
     this.openedBefore = true;
     if (!this.preferences.value.value.tourSeen && this.tour.index.value < 0) this.tour.start();
   }

@@ -1,5 +1,5 @@
-/// A help page as nodes of the app's own document: the body of the page with a short list of allowed
-/// elements and attributes. Nothing of it can run, and scripts and styles of the page stay out.
+/// A help page as nodes: its body with a short list of allowed elements and attributes. Nothing of it
+/// can run, and scripts and styles of the page stay out, besides what the frame keeps in anyway.
 
 const kAllowed = new Set([
   'A',
@@ -108,12 +108,27 @@ function append(parent: Node, node: Node, links: PageLinks): void {
   parent.appendChild(element);
 }
 
+type Translator = (formula: string, options: object) => string;
+
+/// Fetches the translator of formulas. A frame without an origin can load scripts, but no modules.
+function translator(): Promise<Translator> {
+  const known = (window as never as { formulas?: Translator }).formulas;
+  if (known) return Promise.resolve(known);
+  return new Promise((resolve, reject) => {
+    const script = document.createElement('script');
+    script.src = document.documentElement.dataset.formulas!;
+    script.onload = () => resolve((window as never as { formulas: Translator }).formulas);
+    script.onerror = reject;
+    document.head.append(script);
+  });
+}
+
 /// Puts formulas, written between \( \) or \[ \], into MathML. The translator is fetched when a page
 /// has any.
 export async function setFormulas(root: HTMLElement): Promise<void> {
   const texts = textNodes(root).filter((node) => /\\[([]/.test(node.data) && !node.parentElement?.closest('pre, code'));
   if (!texts.length) return;
-  const { renderToString } = (await import('katex')).default;
+  const renderToString = await translator();
   for (const node of texts) {
     const parts = node.data.split(/(\\\(.*?\\\)|\\\[[^]*?\\\])/);
     if (parts.length < 2) continue;
@@ -141,27 +156,4 @@ export function textNodes(root: Node): Text[] {
   const found: Text[] = [];
   while (walker.nextNode()) found.push(walker.currentNode as Text);
   return found;
-}
-
-/// Marks all places of a text in the page, and takes older marks away. Gives the marks in order.
-export function markAll(root: HTMLElement, query: string): HTMLElement[] {
-  for (const mark of root.querySelectorAll('mark')) {
-    const parent = mark.parentNode!;
-    mark.replaceWith(...mark.childNodes);
-    parent.normalize();
-  }
-  const wanted = query.trim().toLowerCase();
-  if (!wanted) return [];
-  const marks: HTMLElement[] = [];
-  for (let node of textNodes(root)) {
-    for (let at = node.data.toLowerCase().indexOf(wanted); at >= 0; at = node.data.toLowerCase().indexOf(wanted)) {
-      const found = node.splitText(at);
-      node = found.splitText(wanted.length);
-      const mark = document.createElement('mark');
-      found.replaceWith(mark);
-      mark.append(found);
-      marks.push(mark);
-    }
-  }
-  return marks;
 }

@@ -1,0 +1,175 @@
+"""Random programs of loops over numbers, elements and characters, for native code against the register code. Kinds change in
+mid-loop, subscripts miss, arrays grow, are shared and erased, so that loops are left in all ways."""
+
+NUMBERS = ["a", "b", "c", "d"]
+FLAGS = ["p", "q"]
+VECTORS = ["x", "y"]
+FUNCTIONS = """
+function r = work(n, v)
+r = 0;
+for h = 1:n
+  r = r + v(mod(h, numel(v)) + 1) * h;
+  if r > 1e6
+    return
+  end
+end
+end
+function r = deep(n)
+r = 0;
+for h = 1:4
+  r = r + h / 3;
+  if n > 0 & h == 3
+    r = r + deep(n - 1);
+  end
+end
+end
+"""
+
+
+class Maker:
+    def __init__(self, source):
+        self.source = source
+        self.counters = 0
+        self.indices = []
+
+    def pick(self, *choices):
+        return self.source.choice(choices)
+
+    def chance(self, p):
+        return self.source.random() < p
+
+    def constant(self):
+        return self.pick("0", "1", "2", "3", "5", "-1", "-2", "0.5", "0.1", "7", "10", "1e3", "-0.25", "4", "8", "1e155", "1e308")
+
+    def index(self):
+        return self.source.choice(self.indices) if self.indices and self.chance(0.7) else self.pick("1", "2", "3", "min(a, 9)")
+
+    def target(self):
+        """A subscript of a write, which does not make an array huge."""
+        return self.pick(self.index(), self.index(), self.index(), f"{self.index()} + 1", f"{self.index()} - 1", "end", "2", "end + 1",
+                         f"mod({self.index()}, 3) + 1", "n", "end / 2", "p", "min(b, 9)")
+
+    def subscript(self):
+        return self.pick(self.index(), self.index(), self.index(), self.index(), f"{self.index()} + 1", f"{self.index()} - 1",
+                         "end", "end - 1", "1", "2", f"mod({self.index()}, 3) + 1", f"numel(y)", "b", "n", "end / 2", "p",
+                         "2 * " + self.index())
+
+    def element(self):
+        return self.pick(f"x({self.subscript()})", f"x({self.subscript()})", f"y({self.subscript()})", f"m({self.subscript()}, {self.subscript()})",
+                         f"m({self.subscript()}, {self.subscript()})", f"l({self.subscript()})", f"t({self.subscript()})", f"g({self.subscript()})",
+                         f"m({self.subscript()})", f"e({self.subscript()}, 1)")
+
+    def leaf(self):
+        return self.pick(self.constant(), self.constant(), self.source.choice(NUMBERS), self.source.choice(NUMBERS),
+                         self.source.choice(NUMBERS), self.index(), self.index(), self.element(), self.element(),
+                         self.source.choice(FLAGS), "n", "k", "pi", "z", "w", "'c'", "t(2)")
+
+    def number(self, depth):
+        if depth <= 0 or self.chance(0.15):
+            return self.leaf()
+        e = lambda: self.number(depth - 1)
+        kind = self.source.randrange(20)
+        if kind < 9:
+            return f"{self.pick('(', '(', '-(')}{e()} {self.pick('+', '-', '*', '/', '+', '-', '*', '.*', './', '.' + chr(92), chr(92))} {e()})"
+        if kind < 11:
+            return f"({e()}) {self.pick('^', '.^')} {self.pick('2', '2', '3', '0.5', '-1', '0', '1', e())}"
+        if kind < 15:
+            return self.pick(f"abs({e()})", f"floor({e()})", f"ceil({e()})", f"round({e()})", f"fix({e()})", f"sqrt({e()})",
+                             f"mod({e()}, {self.pick('2', '3', '7', '0.5', '0', e())})", f"rem({e()}, {self.pick('2', '3', '0', e())})",
+                             f"max({e()}, {e()})", f"min({e()}, {e()})")
+        if kind < 17:
+            return self.pick(f"sin({e()})", f"cos({e()})", f"exp({e()})", f"log({e()})", f"atan({e()})", f"tanh({e()})",
+                             f"asin({e()})", f"log10({e()})", f"real({e()})", f"imag({e()})", f"conj({e()})", f"complex({e()}, {e()})",
+                             f"log2({e()})", f"acosh({e()})")
+        if kind < 18:
+            return self.pick("numel(x)", "length(m)", "numel(t)", "length(y)", "size(m, 1)", f"isnan({e()})", "eps", "Inf", "NaN")
+        if kind < 19:
+            return f"({self.truth(depth - 1)})"
+        return self.leaf()
+
+    def truth(self, depth):
+        if depth <= 0 or self.chance(0.4):
+            op = self.pick("<", "<=", ">", ">=", "==", "~=")
+            return f"{self.number(depth)} {op} {self.number(depth)}"
+        e = lambda: self.truth(depth - 1)
+        return self.pick(f"({e()}) & ({e()})", f"({e()}) | ({e()})", f"~({e()})", f"({e()}) && ({e()})", self.source.choice(FLAGS),
+                         f"({e()}) || ({e()})", "true", "false", f"~{self.source.choice(FLAGS)}", f"{self.number(0)}", f"(t({self.index()}) == 'e')")
+
+    def assignment(self):
+        depth = self.pick(1, 1, 2, 2, 3)
+        kind = self.source.randrange(40)
+        if kind < 16:
+            return f"{self.source.choice(NUMBERS)} = {self.number(depth)};"
+        if kind < 20:
+            return f"{self.source.choice(FLAGS)} = {self.truth(depth)};"
+        if kind < 27:
+            return f"{self.pick('x', 'x', 'y', 'm', 'g')}({self.target()}) = {self.number(depth)};"
+        if kind < 30:
+            return f"m({self.target()}, {self.target()}) = {self.number(depth)};"
+        if kind < 32:
+            return self.pick(f"l({self.target()}) = {self.truth(1)};", f"t({self.target()}) = {self.pick(chr(39) + 'q' + chr(39), 't(1)', 't(end)')};")
+        if kind < 34:
+            return f"{self.pick('z', 'w')} = {self.pick('z * w', 'z * z + w', 'z / w', 'w - z', 'z + a', 'a - w', 'complex(a, b)', '-z')};"
+        if kind < 36:
+            return self.pick("x(end + 1) = a;", "x(end + 1) = k;", "y = [y, b];", "t = [t, 'z'];", "y(end + 1) = 2;", "x = [x, 1];")
+        if kind < 38:
+            return self.pick("y = x;", "x = y;", "v = x; x(1) = a;", "x(1) = [];", "y(end) = [];", "x = x + 1;", "m = m';", "y = [1 2 3];",
+                             "x = 1:6;", "x = zeros(1, 4);")
+        return self.pick("a = 'c';", "b = true;", "a = [1 2];", "clear('c')", "c = n;", "d = 2i;", "a = {0};".replace("{0}", "0"), "disp(a)", "c",
+                         "a = work(9, x);", "b = deep(2);", "d = numel(x);", "a = @(h) h;", "a = 1;", "b = 2;")
+
+    def statement(self, depth, indent):
+        pad = "  " * indent
+        kind = self.source.randrange(24)
+        if depth <= 0 or kind < 11:
+            return pad + self.assignment() + "\n"
+        body = lambda: self.block(depth - 1, indent + 1)
+        if kind < 15:
+            text = f"{pad}if {self.truth(2)}\n{body()}"
+            if self.chance(0.3):
+                text += f"{pad}elseif {self.truth(1)}\n{body()}"
+            if self.chance(0.5):
+                text += f"{pad}else\n{body()}"
+            return text + f"{pad}end\n"
+        if kind < 16:
+            text = f"{pad}switch {self.pick('mod(k, 3)', self.source.choice(NUMBERS), self.number(1), 't(1)')}\n"
+            for case in self.source.sample(["0", "1", "2", "'t'", "a", "3"], 3):
+                text += f"{pad}case {case}\n{body()}"
+            if self.chance(0.5):
+                text += f"{pad}otherwise\n{body()}"
+            return text + f"{pad}end\n"
+        if kind < 20:
+            return self.loop(depth, indent)
+        if kind < 22 and self.indices:
+            return f"{pad}if {self.truth(1)}\n{pad}  {self.pick('break', 'continue', 'continue', 'return')}\n{pad}end\n"
+        return pad + self.assignment() + "\n"
+
+    def loop(self, depth, indent):
+        pad = "  " * indent
+        self.counters += 1
+        if self.chance(0.4):
+            counter = f"u{self.counters}"
+            self.indices.append(counter)
+            text = f"{pad}{counter} = 0;\n{pad}while {counter} < {self.pick('5', '8', 'n')}{self.pick('', '', ' & (' + self.truth(1) + ')', ' && a < 1e9')}\n"
+            text += f"{pad}  {counter} = {counter} + 1;\n" + self.block(depth - 1, indent + 1)
+        else:
+            counter = self.pick("k", f"i{self.counters}", f"i{self.counters}")
+            self.indices.append(counter)
+            elements = self.pick("1:6", "1:8", "1:n", "0:5", "6:-1:1", "1:2:9", "0:0.5:3", "2:min(numel(x), 9)", "1:min(length(t), 9)", "x(1:min(end, 6))", "'text'", "l", "1:min(a, 9)",
+                                 f"1:min({self.index()}, 9)", "max(b, -3):min(c, 9)", "n:-1:1", "e")
+            text = f"{pad}for {counter} = {elements}\n" + self.block(depth - 1, indent + 1)
+        self.indices.pop()
+        return text + f"{pad}end\n"
+
+    def block(self, depth, indent):
+        return "".join(self.statement(depth, indent) for _ in range(self.pick(1, 2, 2, 3, 4)))
+
+
+def program(source):
+    maker = Maker(source)
+    start = ("a = 2; b = 0.5; c = -3; d = 10; k = 1; p = true; q = false; x = [3 1 4 1 5 9]; y = [2 7 1 8]; n = length(x);\n"
+             "m = [1 2 3; 4 5 6; 7 8 10]; l = [true false true false]; t = 'some text'; z = 1 + 2i; w = 0.5 - 0.25i; g = [1+i 2 3i];\n"
+             "e = [1; 2; 3];\n")
+    body = "".join(maker.loop(3, 0) for _ in range(source.choice([1, 1, 2])))
+    shown = "".join(f"{name}\n" for name in ["a", "b", "c", "d", "k", "p", "q", "x", "y", "m", "l", "t", "z", "w", "g", "n"])
+    return start + body + shown + FUNCTIONS

@@ -1,0 +1,5 @@
+A = reshape(mod((1:1000000) * 7919, 10007) / 10007, 1000, 1000);
+for k = 1:100
+  z = [A, A];
+end
+disp(num2str(sum(sum(z)), 12))

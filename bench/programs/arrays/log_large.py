@@ -1,0 +1,7 @@
+import numpy as np
+
+x = np.mod(np.arange(1, 1000001) * 7919.0, 10007) / 10007
+w = x + 0.5
+for k in range(80):
+    z = np.log(w)
+print(z.sum())

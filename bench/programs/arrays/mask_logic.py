@@ -1,0 +1,9 @@
+import numpy as np
+
+x = np.mod(np.arange(1, 1000001) * 7919.0, 10007) / 10007
+y = np.mod(np.arange(1, 1000001) * 104729.0, 10009) / 10009
+p = x > 0.3
+q = y > 0.6
+for k in range(800):
+    z = p & ~q | q
+print(z.sum())

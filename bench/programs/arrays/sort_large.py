@@ -1,0 +1,6 @@
+import numpy as np
+
+x = np.mod(np.arange(1, 1000001) * 7919.0, 10007) / 10007
+for k in range(6):
+    z = np.sort(x)
+print(z[:1000].sum())

@@ -1,0 +1,5 @@
+x = mod((1:1000000) * 7919, 10007) / 10007;
+for k = 1:150
+  z = sqrt(x);
+end
+disp(num2str(sum(z), 12))

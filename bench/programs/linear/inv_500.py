@@ -1,0 +1,7 @@
+import numpy as np
+
+A = np.asfortranarray((np.mod(np.arange(1.0, 250001) ** 2 * 7919, 10007) / 10007).reshape(500, 500, order='F'))
+A = A + 500 * np.eye(500)
+for k in range(20):
+    B = np.linalg.inv(A)
+print(1e3*B.sum())

@@ -1,0 +1,2 @@
+A = csvread('numbers.csv');
+disp(sum(sum(A)))

@@ -1,0 +1,41 @@
+// Which registers an instruction reads and writes, and which temporaries are still needed where.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "interpreter/code.h"
+
+namespace kelo::native {
+
+/// The registers that an instruction reads and writes, constants left out. `isKnown` false: it may read any temporary
+/// besides.
+struct Operands {
+  std::vector<int32_t> reads, writes;
+  bool isKnown = true;
+};
+void findOperands(const Code& code, const Instruction& i, Operands& operands);
+
+/// For each instruction, which temporaries somebody reads that were written before it.
+class Liveness {
+ public:
+  explicit Liveness(const Code& code);
+  bool isLive(int32_t instruction, int32_t reg) const {
+    const int32_t temporary = reg - slots_;
+    if (temporary < 0 || temporary >= kTracked) return true;
+    return ((live_[static_cast<size_t>(instruction)] >> temporary) & 1) != 0;
+  }
+
+ private:
+  static constexpr int32_t kTracked = 64;  // temporaries beyond count as needed everywhere
+
+  int32_t slots_;
+  std::vector<uint64_t> live_;
+};
+
+/// Where an instruction may jump to; -1: nowhere.
+int32_t jumpTarget(const Instruction& i);
+/// Whether the next instruction may follow.
+bool fallsThrough(const Instruction& i);
+
+}  // namespace kelo::native

@@ -1,0 +1,266 @@
+#include "interpreter/native/typing.h"
+
+#include "interpreter/native/intrinsics.h"
+#include "interpreter/quick_calls.h"
+
+namespace kelo::native {
+namespace {
+
+bool isComparison(BinaryOp op) { return op >= BinaryOp::eqeq && op <= BinaryOp::gt; }
+bool isSum(BinaryOp op) { return op == BinaryOp::plus || op == BinaryOp::minus; }
+bool isProduct(BinaryOp op) { return op == BinaryOp::mult || op == BinaryOp::dmult; }
+bool isQuotient(BinaryOp op) { return op == BinaryOp::mrdivide || op == BinaryOp::rdivide; }
+
+}  // namespace
+
+Held meeting(const Type& a, const Type& b) {
+  if (a.isReal() && b.isReal()) return Held::real;
+  if (a.held == Held::integer && b.held == Held::integer) return Held::integer;
+  if (a.held == Held::integer && b.held == Held::real) return Held::real;
+  if (a.held == Held::real && b.held == Held::integer) return Held::real;
+  const bool isComplexA = a.held == Held::complex, isComplexB = b.held == Held::complex;
+  if ((isComplexA && (isComplexB || b.isReal())) || (isComplexB && a.isReal())) return Held::complex;
+  return Held::other;
+}
+
+bool Typing::isShared(int32_t lane) const {
+  for (const Type& type : state_) {
+    if (type.held == Held::alias && type.source == lane) return true;
+  }
+  return false;
+}
+
+bool Typing::define(int32_t reg, Type type) {
+  const int32_t lane = graph_.laneOf(reg);
+  if (lane < 0 || isShared(lane)) return false;
+  type.isChanged = true;
+  state_[static_cast<size_t>(lane)] = type;
+  return true;
+}
+
+// A temporary may stand for an array without holding it.
+bool Typing::copy(int32_t to, int32_t from) {
+  Type type = of(from);
+  if (type.isScalar()) return define(to, type);
+  if (!type.isArray() || to < graph_.code().slotCount()) return false;
+  const int32_t lane = graph_.arrayLane(state_, from);
+  type = state_[static_cast<size_t>(lane)];
+  type.held = Held::alias;
+  type.source = static_cast<int16_t>(lane);
+  type.isWritable = false;
+  return define(to, type);
+}
+
+// A character is looked at when it becomes a number.
+void Typing::setPlain(int32_t operand) {
+  if (operand < 0) return;
+  Type& type = state_[static_cast<size_t>(graph_.laneOf(operand))];
+  if (type.held == Held::character) type.isPlain = true;
+}
+
+bool Typing::binary(const Instruction& i) {
+  const auto op = static_cast<BinaryOp>(i.op);
+  const Type a = of(i.b), b = of(i.c);
+  const Held kind = meeting(a, b);
+  if (kind == Held::other) return false;
+  setPlain(i.b);
+  setPlain(i.c);
+  if (kind == Held::complex) {
+    if (op == BinaryOp::eqeq || op == BinaryOp::neq) return define(i.a, scalar(Held::logical));
+    return (isSum(op) || isProduct(op) || isQuotient(op)) && define(i.a, scalar(Held::complex));
+  }
+  if (isComparison(op)) return define(i.a, scalar(Held::logical));
+  if (kind == Held::integer) return isSum(op) && define(i.a, scalar(Held::integer));
+  if (op == BinaryOp::and_ || op == BinaryOp::or_) return define(i.a, scalar(Held::logical));
+  return define(i.a, real((isSum(op) || isProduct(op)) && a.isSurelyWhole() && b.isSurelyWhole()));
+}
+
+bool Typing::unary(const Instruction& i) {
+  const Type x = of(i.b);
+  switch (i.op) {
+    case Op::unaryPlus: return x.isScalar() && copy(i.a, i.b);
+    case Op::unaryMinus: return (x.held == Held::real || x.held == Held::complex) && define(i.a, x);
+    default: return (x.held == Held::real || x.held == Held::logical) && define(i.a, scalar(Held::logical));
+  }
+}
+
+bool Typing::quickCall(const Instruction& i) {
+  const Type x = of(i.b), y = of(i.c);
+  const auto function = static_cast<QuickCall>(i.e);
+  switch (function) {
+    case QuickCall::isempty: return x.isArray() && define(i.a, scalar(Held::logical));
+    case QuickCall::numel: return x.isArray() && define(i.a, scalar(Held::integer));
+    case QuickCall::length: return x.isArray() && x.isMatrix && define(i.a, scalar(Held::integer));
+    case QuickCall::ndims: case QuickCall::strcmp: return false;
+    case QuickCall::abs:
+      if (x.held == Held::complex) return define(i.a, real(false));
+      break;
+    case QuickCall::max: case QuickCall::min:
+      if (x.held != Held::real || y.held != Held::real) return false;
+      break;
+    default: break;
+  }
+  if (!x.isNumber() || !y.isNumber()) return false;
+  switch (function) {
+    case QuickCall::ceil: case QuickCall::fix: case QuickCall::floor: case QuickCall::round:
+      return define(i.a, real(true));
+    case QuickCall::abs: case QuickCall::max: case QuickCall::min: case QuickCall::mod: case QuickCall::rem:
+      return define(i.a, real(x.isSurelyWhole() && y.isSurelyWhole()));
+    default: return define(i.a, real(false));
+  }
+}
+
+bool Typing::builtin(const Instruction& i) {
+  const Site& site = graph_.code().sites[static_cast<size_t>(i.d)];
+  const Intrinsic* intrinsic = intrinsicOf(site);
+  if (intrinsic == nullptr) return false;
+  const auto argument = [&](int32_t k) { return of(site.first + k); };
+  switch (intrinsic->form) {
+    case Intrinsic::Form::real: return define(i.a, real(false));
+    case Intrinsic::Form::logical: return define(i.a, scalar(Held::logical));
+    case Intrinsic::Form::complex:
+      return argument(0).isNumber() && argument(1).isNumber() && define(i.a, scalar(Held::complex));
+    case Intrinsic::Form::realPart: case Intrinsic::Form::imaginaryPart:
+      return argument(0).held == Held::complex && define(i.a, real(false));
+    case Intrinsic::Form::conjugate: return argument(0).held == Held::complex && define(i.a, argument(0));
+    case Intrinsic::Form::isNaN: return argument(0).held == Held::real && define(i.a, scalar(Held::logical));
+  }
+  return false;
+}
+
+// ---- Elements
+
+// A subscript that passes is a whole number from then on.
+bool Typing::isSubscript(int32_t operand) {
+  const Type type = of(operand);
+  if (type.held != Held::real && type.held != Held::integer) return false;
+  if (operand >= 0 && type.held == Held::real) state_[static_cast<size_t>(graph_.laneOf(operand))].isWhole = true;
+  return true;
+}
+
+bool Typing::index(int32_t result, int32_t array, std::initializer_list<int32_t> subscripts) {
+  const Type type = of(array);
+  if (!type.isArray() || (subscripts.size() > 1 && !type.isMatrix)) return false;
+  for (const int32_t each : subscripts) {
+    if (!isSubscript(each)) return false;
+  }
+  switch (type.element) {
+    case Kind::Double: return define(result, real(false));
+    case Kind::Int: return define(result, scalar(Held::integer));
+    case Kind::Logical: return define(result, scalar(Held::logical));
+    case Kind::Char: return define(result, scalar(Held::character));
+    case Kind::Complex: return define(result, scalar(Held::complex));
+  }
+  return false;
+}
+
+bool Typing::store(int32_t target, std::initializer_list<int32_t> subscripts, int32_t value) {
+  const Type type = of(target), given = of(value);
+  if (type.held != Held::array || !type.isWritable || isShared(graph_.laneOf(target))) return false;
+  if (subscripts.size() > 1 && !type.isMatrix) return false;
+  for (const int32_t each : subscripts) {
+    if (!isSubscript(each)) return false;
+  }
+  switch (type.element) {
+    case Kind::Double: return given.held == Held::real;
+    case Kind::Int: return given.held == Held::integer;
+    case Kind::Logical: return given.held == Held::logical;
+    case Kind::Char: return given.held == Held::character;
+    case Kind::Complex: return given.held == Held::complex;
+  }
+  return false;
+}
+
+Extent extentOf(const LoopGraph& graph, const State& state, const Instruction& i) {
+  if (i.d < 0) return Extent::none;
+  const Site& site = graph.code().sites[static_cast<size_t>(i.d)];
+  if (site.isChain) return Extent::none;
+  const Type base = graph.typeOf(state, site.base);
+  if (base.isScalar()) return Extent::one;
+  if (!base.isArray()) return Extent::none;
+  if (site.count == 1) return Extent::count;
+  if (site.count != 2 || !base.isMatrix) return Extent::none;
+  return i.b == 0 ? Extent::rows : Extent::columns;
+}
+
+// What the machine asks of an argument, as far as it is plain here.
+bool Typing::checkArgument(const Instruction& i) const {
+  const Site& site = graph_.code().sites[static_cast<size_t>(i.d)];
+  const Type value = of(i.a);
+  if (site.row) return value.isScalar() || value.isArray();
+  return (value.held == Held::real || value.held == Held::integer) && !i.c;
+}
+
+bool Typing::step(const Instruction& i) {
+  if (i.op <= Op::or_) return binary(i);
+  switch (i.op) {
+    case Op::unaryPlus: case Op::unaryMinus: case Op::not_: return unary(i);
+    case Op::begin: case Op::poll: case Op::jump: return true;
+    case Op::move: case Op::loadName: case Op::assign: return copy(i.a, i.b);
+    case Op::firstOf: return i.a == i.b && of(i.b).held != Held::other;
+    case Op::checkElement: case Op::checkRange: return of(i.b).held != Held::other;
+    case Op::checkTarget: return of(i.a).held != Held::other;
+    case Op::index1: return index(i.a, i.b, {i.c});
+    case Op::index2: return index(i.a, i.b, {i.c, i.e});
+    case Op::store1: return store(i.a, {i.b}, i.c);
+    case Op::store2: return store(i.a, {i.b, i.c}, i.e);
+    case Op::appendRow: {
+      const Type row = of(i.a);
+      return i.c == 1 && row.held == Held::array && row.element == Kind::Double && row.isWritable && row.isMatrix &&
+             !isShared(graph_.laneOf(i.a)) && of(i.b).held == Held::real;
+    }
+    case Op::endOf:
+      return extentOf(graph_, state_, i) != Extent::none && define(i.a, scalar(Held::integer));
+    case Op::checkExtent: return extentOf(graph_, state_, i) != Extent::none;
+    case Op::checkArgument: return checkArgument(i);
+    case Op::quickCall: return quickCall(i);
+    case Op::builtin: return builtin(i);
+    case Op::checkSwitch: return of(i.b).isScalar();
+    case Op::caseJump: {
+      const Held kind = meeting(of(i.b), of(i.c));
+      setPlain(i.b);
+      setPlain(i.c);
+      return kind == Held::real || kind == Held::integer;
+    }
+    case Op::jumpOnTruth: return of(i.b).isNumber();
+    case Op::jumpOnEqual: case Op::jumpOnUnequal: case Op::jumpOnLe: case Op::jumpOnLt: case Op::jumpOnGe:
+    case Op::jumpOnGt: {
+      const Held kind = meeting(of(i.b), of(i.c));
+      setPlain(i.b);
+      setPlain(i.c);
+      return kind == Held::real || kind == Held::integer;
+    }
+    case Op::forRange: {
+      bool isWhole = true;
+      for (int32_t k = 0; k < i.c; ++k) {
+        const Type type = of(i.b + k);
+        if (type.held != Held::real && type.held != Held::integer) return false;
+        if (k + 1 < i.c) isWhole = isWhole && type.isSurelyWhole();
+      }
+      return define(i.a, real(isWhole)) && define(i.a + 1, real(isWhole)) && define(i.a + 2, real(true)) &&
+             define(i.a + 3, real(true));
+    }
+    case Op::rangeStep: {
+      for (int32_t k = 0; k < 4; ++k) {
+        if (of(i.a + k).held != Held::real) return false;
+      }
+      return true;
+    }
+    case Op::arrayStep: return of(i.a).isArray() && of(i.a).element != Kind::Complex && of(i.a + 1).held == Held::real;
+    default: return false;
+  }
+}
+
+bool Typing::takeJump(const Instruction& i) {
+  if (i.op == Op::rangeStep) {
+    return define(i.b, real(of(i.a).isWhole && of(i.a + 1).isWhole)) && define(i.a + 3, real(true));
+  }
+  if (i.op == Op::arrayStep) {
+    const Kind kind = of(i.a).element;
+    if (!define(i.a + 1, real(true))) return false;
+    return define(i.b, kind == Kind::Char ? scalar(Held::character) : real(kind != Kind::Double));
+  }
+  return true;
+}
+
+}  // namespace kelo::native
