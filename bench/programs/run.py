@@ -5,8 +5,8 @@ bench/programs/<group>/<name>.m has its twin in <name>.py; a .m without one is a
 a checksum, but for those of the group process. Both are run in turns, the checksums are compared, and rows are medians.
 The ratio is the twin's time over ours: above 1 we are faster.
 
-A group with a prepare.py is run in a copy of its folder in which that script has written what its programs need, programs
-among them.
+A group with a prepare.py is run in a copy of its folder in which that script has written what its programs need,
+programs among them.
 
 What counts as time:
   process       wall time of whole processes, nothing taken off
@@ -15,7 +15,7 @@ What counts as time:
 The empty process of a twin imports the libraries that the twin imports. A row of which either side took less than
 LEAST_SECONDS in itself says nothing; it is marked and left out of the means.
 
-    run.py [--quick] [--kelo PROGRAM] [WORD...]    only groups and programs whose path contains a word
+    run.py [--quick | --rounds N] [--kelo PROGRAM] [WORD...]    only groups and programs whose path contains a word
 """
 import argparse
 import functools
@@ -83,7 +83,7 @@ def empty_process(command):
 
 
 def measure(program, kelo, rounds):
-    """Medians of both sides of a program, empty processes taken off where the group wants it, and whether they agree."""
+    """Medians of both sides, empty processes taken off where the group wants it, and whether both print the same."""
     twin = program.with_suffix(".py")
     python, imports = python_with(tuple(name for name in LIBRARIES if name in twin.read_text()))
     ours, theirs, agree = [], [], True
@@ -111,7 +111,8 @@ def programs_of(group, scratch):
 
 def main():
     arguments = argparse.ArgumentParser()
-    arguments.add_argument("--quick", action="store_true", help="one round each")
+    arguments.add_argument("--rounds", type=int, default=5, help="processes of each side")
+    arguments.add_argument("--quick", action="store_const", const=1, dest="rounds", help="one round each")
     arguments.add_argument("--kelo", default=str(HERE.parents[1] / "build/release/kelo"))
     arguments.add_argument("words", nargs="*")
     options = arguments.parse_args()
@@ -127,7 +128,7 @@ def compare(programs, options):
         group, name = program.parent.name, f"{program.parent.name}/{program.stem}"
         if options.words and not any(word in name for word in options.words):
             continue
-        mine, its, agree = measure(program, [os.path.abspath(options.kelo)], 1 if options.quick else 5)
+        mine, its, agree = measure(program, [os.path.abspath(options.kelo)], options.rounds)
         by_wall = group in ("linear", "process")
         ours, theirs = (mine.wall, its.wall) if by_wall else (mine.processor, its.processor)
         other = (its.processor, mine.processor) if by_wall else (its.wall, mine.wall)

@@ -11,6 +11,7 @@
 #include "interpreter/reader.h"
 #include "interpreter/machine.h"
 #include "messages/catalogue/system_functions.h"
+#include "values/held_name.h"
 
 namespace kelo::builtins {
 namespace {
@@ -49,10 +50,10 @@ NodeValue who(Call& call) {
 bool isOption(const std::string& word) { return word == "clear" || word == "variable" || word == "all"; }
 
 NodeValue clear(Call& call) {
-  std::vector<Name> names;
+  std::vector<HeldName> names;
   for (int k = 0; k < call.count(); ++k) {
     const std::string word = read::text(call, k, Wording::sentence(text::kClearInputs));
-    if (!isOption(word)) names.push_back(Name::intern(word));
+    if (!isOption(word)) names.push_back(HeldName::of(word));
   }
   const std::vector<Name> present = variables(call);
   for (const Name name : present) {

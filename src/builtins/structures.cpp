@@ -5,6 +5,7 @@
 #include "interpreter/reader.h"
 #include "messages/catalogue/text_functions.h"
 #include "messages/catalogue/values.h"
+#include "values/held_name.h"
 
 namespace kelo::builtins {
 namespace {
@@ -24,7 +25,7 @@ NodeValue structOf(Call& call) {
   for (int k = 0; k < call.count(); k += 2) {
     const std::string name = fieldNameAt(call, k);
     if (k + 1 == call.count()) throw expectation(fmt::format(text::kFieldWithoutValue, name));
-    const Name field = Name::intern(name);
+    const HeldName field = HeldName::of(name);
     if (result.hasField(field)) throw expectation(fmt::format(text::kDuplicatedField, name));
     result.writableValue(0, result.ensureField(field)) = std::move(call.arg(k + 1));
   }
@@ -33,14 +34,14 @@ NodeValue structOf(Call& call) {
 
 NodeValue isfield(Call& call) {
   const StructArray& structure = read::structure(call, 0, kStructure);
-  return LogicalArray(structure.hasField(Name::intern(read::text(call, 1, kField))));
+  return LogicalArray(structure.hasField(HeldName::of(read::text(call, 1, kField))));
 }
 
 NodeValue rmfield(Call& call) {
   read::structure(call, 0, kStructure);
   const std::string name = read::text(call, 1, kField);
   StructArray structure = std::move(*call.arg(0).structure());
-  const Name field = Name::intern(name);
+  const HeldName field = HeldName::of(name);
   if (!structure.hasField(field)) throw expectation(fmt::format(text::kFieldNotFound, name));
   structure.removeField(field);
   return NodeValue(std::move(structure));

@@ -34,7 +34,7 @@ NodeValue toc(Call& call) {
   const double now = call.environment.clock.monotonicSeconds();
   const double seconds = now - startOf(call, now);
   if (!call.isStatement()) return NodeValue(seconds);
-  call.environment.showText(fmt::format("Time elapsed: {:e} seconds.", seconds));
+  call.environment.showText(fmt::format(text::kTimeElapsed, seconds));
   return NodeValue::nothing();
 }
 

@@ -73,8 +73,8 @@ std::optional<Tip> TipFinder::find(const PlotData& plot, const PlotArea& area, V
     index.search([&](const PlotExtent& extent) { return nearest.squareTo(extent); },
                  [&](double square) { return nearest.isFar(square); },
                  [&](int64_t first, int64_t count) {
-                   nearest.include(line, points.values().subspan(static_cast<size_t>(first), static_cast<size_t>(count)),
-                                   first);
+                   nearest.include(
+                       line, points.values().subspan(static_cast<size_t>(first), static_cast<size_t>(count)), first);
                  });
   }
   return nearest.tip();

@@ -1,9 +1,10 @@
-// The table is read from the top; the first row whose words stand in the message and whose pattern is found in the line
-// gives the hint, in which $1 is the pattern's first group. What needs more than that has a function behind the table.
-// Tested by tests/hints/hint_test.cpp.
+// The table is read from the top; the first row whose words stand in the message and whose patterns
+// are found in the line gives the hint, in which $1 is the first group of the last pattern. What
+// needs more than that has a function behind the table. Tested by tests/hints/hint_test.cpp.
 #include <fmt/format.h>
 
 #include <cmath>
+#include <cstring>
 #include <iterator>
 #include <map>
 #include <regex>
@@ -13,27 +14,43 @@
 namespace kelo::hints {
 namespace {
 
+/// Longer lines are no typed ones; the patterns are not made for them.
+constexpr size_t kLongestLine = 1000;
+
 struct Row {
-  const char* message;  ///< words of the message
-  const char* pattern;  ///< in the line that it points to
+  const char* message;      ///< words of the message
+  const char* before = "";  ///< in the line before the place of the message
+  const char* pattern;      ///< in the whole line
   const char* hint;
 };
 
 constexpr Row kRows[] = {
-    {"Unexpected character \".\"", R"(\.\.\.\s*(%.*)?$)", "a statement ends with its line; write it on one line"},
-    {"Unexpected character \"{\"", "", "there are no cell arrays; a structure array holds what differs: s(1).name = 'a'"},
-    {"Unexpected character \"\"\"", "", "texts stand in single quotes: 'text'"},
-    {"Unexpected character \"=\"", R"((\w+)\s*([-+*/^])=)", "write the name twice: $1 = $1 $2 ..."},
-    {"The line ends", R"((\w+)\s*(\+\+|--)\s*;?\s*$)", "write $1 = $1 + 1"},
-    {"Unexpected character", R"(\[[^\]=]*~[^\]=]*\]\s*=)", "every output needs a name: [unused, k] = max(x)"},
-    {"Unexpected character \"=\"", R"(\[\s*(\w+)\s+(\w+)[^\],]*\]\s*=)", "put commas between the outputs: [$1, $2] = ..."},
-    {"Unexpected character", R"(^\s*(clear|close|clc|hold|grid|format|figure|axis)\s+([A-Za-z]\w*))",
+    {"Unexpected character \".\"", "", R"(\.\.\.\s*(%.*)?$)",
+     "a statement ends with its line; write it on one line"},
+    {"Unexpected character \"{\"", "", "",
+     "there are no cell arrays; a structure array holds what differs: s(1).name = 'a'"},
+    {"Unexpected character \"\"\"", "", "", "texts stand in single quotes: 'text'"},
+    {"Unexpected character \"=\"", "", R"(([\w.]+)\s*([-+*/^])=\s*([\w.]+)\s*;?\s*$)",
+     "write the name twice: $1 = $1 $2 $3"},
+    {"Unexpected character \"=\"", R"([-+*/^]\s*$)", R"(([\w.]+)\s*([-+*/^])=)",
+     "write the name twice: $1 = $1 $2 (what follows)"},
+    {"The line ends", "", R"((\w+)\s*(\+\+|--)\s*;?\s*$)", "write $1 = $1 + 1"},
+    {"Unexpected character", "", R"(\[[^\]=]*~[^\]=]*\]\s*=)",
+     "every output needs a name: [unused, k] = max(x)"},
+    {"Unexpected character \"=\"", "", R"(\[\s*(\w+)\s+(\w+)[^\],]*\]\s*=)",
+     "put commas between the outputs: [$1, $2] = f(x)"},
+    {"Unexpected character", R"(^\s*\w+\s+$)", R"(^\s*(clear|hold|grid|legend|disp)\s+([A-Za-z]\w*))",
      "write the word as an argument: $1('$2')"},
-    {"Command syntax", R"(\b([A-Za-z]\w*)\s+([A-Za-z]\w*))", "write the word as an argument: $1('$2')"},
-    {"Unexpected character", R"(\bend\s*[;,])", "nothing may follow the end of a block on its line"},
-    {"Unexpected character", R"(^\s*(if|elseif|while)\s+[^,;]*\s[A-Za-z]\w*)", "put a comma behind the condition: $1 c, x = 1"},
-    {"vector of 0 element", R"(([A-Za-z]\w*)\s*\(\s*:)", "an empty variable has no columns; make it first: $1 = zeros(3, 1)"},
-    {"is only accessible from the file", "", "put the function into a file of its own, or call it where the handle is made"},
+    {"Command syntax", "", R"(\b([A-Za-z]\w*)\s+([A-Za-z]\w*))", "write the word as an argument: $1('$2')"},
+    {"Unexpected character", R"(^\s*(global|persistent)\s)", "",
+     "there are no global variables; pass what a function needs as an argument"},
+    {"Unexpected character", R"(\bend\s*$)", "", "nothing may follow the end of a block on its line"},
+    {"Unexpected character", R"(^\s*(if|elseif|while)\s[^,;]*\s$)", R"(^\s*(\w+))",
+     "put a comma behind the condition: $1 c, x = 1"},
+    {"vector of 0 element", "", R"(([A-Za-z]\w*)\s*\(\s*:)",
+     "an empty variable has no columns; make it first: $1 = zeros(3, 1)"},
+    {"is only accessible from the file", "", "",
+     "put the function into a file of its own, or call it where the handle is made"},
 };
 
 /// What takes the place of functions and words that the language lacks.
@@ -51,7 +68,12 @@ const std::map<std::string, const char*> kInstead = {
     {"trapz", "use sum"},                     {"interp1", "use polyfit and polyval"},
     {"load", "use csvread"},                  {"save", "use csvwrite"},
     {"fopen", "use csvread and csvwrite"},    {"figure", "plot makes the figure"},
+    {"close", "the next plot takes its place"}, {"format", "digits are a setting: kelo --digits 8"},
+    {"int32", "whole numbers are doubles"},   {"int64", "whole numbers are doubles"},
+    {"uint8", "whole numbers are doubles"},   {"single", "all numbers are doubles"},
+    {"e", "use exp(1)"},
     {"try", "there is no try; test before what may fail, with isempty or isfield"},
+    {"catch", "there is no try; test before what may fail, with isempty or isfield"},
 };
 
 std::string sentenceOf(const Message& message) {
@@ -67,13 +89,35 @@ std::string lineOf(const std::string& text, int number) {
   return begin == std::string::npos ? "" : text.substr(begin, text.find('\n', begin) - begin);
 }
 
-std::optional<std::string> fromTable(const std::string& sentence, const std::string& line) {
+/// The beginning of a line, so many code points of it.
+std::string beginningOf(const std::string& line, int codePoints) {
+  size_t end = 0;
+  const auto isInside = [&](size_t k) { return (static_cast<unsigned char>(line[k]) & 0xC0) == 0x80; };
+  for (; codePoints > 0 && end < line.size(); --codePoints) {
+    ++end;
+    while (end < line.size() && isInside(end)) ++end;
+  }
+  return line.substr(0, end);
+}
+
+std::optional<std::string> fromTable(const std::string& sentence, const std::string& line, const std::string& before) {
   for (const Row& row : kRows) {
     if (sentence.find(row.message) == std::string::npos) continue;
+    if (!std::regex_search(before, std::regex(row.before))) continue;
     std::smatch match;
     if (std::regex_search(line, match, std::regex(row.pattern))) return match.format(row.hint);
   }
   return std::nullopt;
+}
+
+/// Whether a line of a text is, or begins with, the word "try".
+bool hasTry(const std::string& text) {
+  for (size_t at = text.find("try"); at != std::string::npos; at = text.find("try", at + 1)) {
+    const size_t before = text.find_last_not_of(" \t", at - 1);
+    const bool isFirst = at == 0 || before == std::string::npos || text[before] == '\n';
+    if (isFirst && (at + 3 == text.size() || std::strchr(" \t\r\n,;%", text[at + 3]) != nullptr)) return true;
+  }
+  return false;
 }
 
 /// The name that a message did not find.
@@ -85,13 +129,21 @@ std::optional<std::string> missingName(const std::string& sentence) {
 }
 
 std::optional<std::string> forMissing(const std::string& name, const Situation& situation) {
-  const auto instead = kInstead.find(name);
-  if (instead != kInstead.end()) return name + ": " + instead->second;
+  if (const auto instead = kInstead.find(name); instead != kInstead.end()) return name + ": " + instead->second;
   std::set<std::string> known = situation.builtins;
   known.insert(situation.variables.begin(), situation.variables.end());
   const std::set<std::string> near = oneSlipAway(name, known);
   if (near.empty()) return std::nullopt;
   return fmt::format("Did you mean {}?", fmt::join(near, " or "));
+}
+
+/// A command with a word behind it, such as "format long", where another way leads there.
+std::optional<std::string> forCommandWord(const std::string& before) {
+  static const std::regex kWord(R"(^\s*([A-Za-z]\w*)\s+$)");
+  std::smatch match;
+  const auto instead = std::regex_match(before, match, kWord) ? kInstead.find(match[1]) : kInstead.end();
+  if (instead == kInstead.end()) return std::nullopt;
+  return instead->first + ": " + instead->second;
 }
 
 /// A built-in's name as a variable.
@@ -135,13 +187,15 @@ std::optional<std::string> hintFor(const Situation& situation) {
                        inBytes(situation.byteLimit));
   }
   const std::string sentence = sentenceOf(situation.message);
-  const std::string line = lineOf(situation.text, situation.message.lineNum.value_or(1));
-  static const std::regex kTry(R"((^|\n)\s*try\s*(,|;|%|\n|$))");
   const bool isSyntax = situation.message.type == Message::MsgType::syntaxError;
-  if (isSyntax && std::regex_search(situation.text, kTry)) return kInstead.at("try");
+  if (isSyntax && hasTry(situation.text)) return kInstead.at("try");
   if (const auto name = missingName(sentence)) return forMissing(*name, situation);
+  const std::string line = lineOf(situation.text, situation.message.lineNum.value_or(1));
+  if (line.size() > kLongestLine) return std::nullopt;
   if (auto hint = forReservedName(sentence, line, situation)) return hint;
-  if (auto hint = fromTable(sentence, line)) return hint;
+  const std::string before = beginningOf(line, situation.message.charPos.value_or(0));
+  if (auto hint = fromTable(sentence, line, before)) return hint;
+  if (auto hint = forCommandWord(before)) return hint;
   return forSeveralOutputs(sentence, line, situation);
 }
 

@@ -1,4 +1,4 @@
-// Near names, and what a text is told before it runs.
+// Near names, and hints on a text before it runs.
 #include <algorithm>
 #include <regex>
 #include <vector>
@@ -59,7 +59,8 @@ std::optional<std::string> hintBefore(const std::string& text) {
     } else if (word != "return") {
       open.push_back(word);
     } else {
-      const auto loop = std::find_if(open.rbegin(), open.rend(), [](const auto& w) { return w == "for" || w == "while"; });
+      const auto loop =
+          std::find_if(open.rbegin(), open.rend(), [](const auto& w) { return w == "for" || w == "while"; });
       if (loop != open.rend() && *loop == "while") {
         return "return inside while ends only the present pass; break ends the loop";
       }

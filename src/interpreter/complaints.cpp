@@ -2,23 +2,24 @@
 
 #include <fmt/format.h>
 
+#include "messages/catalogue/arguments.h"
+
 namespace kelo {
 
 Problem argumentComplaint(const std::string& name, const std::string& signature, const std::string& argument,
                           const std::string& predicate) {
-  return expectation(fmt::format("In {}({}), {} should {}", name, signature, argument, predicate));
+  return expectation(fmt::format(text::kArgumentShould, name, signature, argument, predicate));
 }
 
 Problem inputCountComplaint(const std::string& name, Arity arity) {
   const auto [a, b] = arity;
-  if (b >= kAny) return expectation(fmt::format("Function {}() must have {} or more input arguments", name, a));
-  if (a != b) return expectation(fmt::format("Function {}() must have {} to {} input arguments", name, a, b));
-  return expectation(fmt::format("Function {}() must have {} input argument{}", name, a, a >= 2 ? "s" : ""));
+  if (b >= kAny) return expectation(fmt::format(text::kInputsOrMore, name, a));
+  if (a != b) return expectation(fmt::format(text::kInputsFromTo, name, a, b));
+  return expectation(fmt::format(text::kInputs, name, a, a >= 2 ? "s" : ""));
 }
 
 Problem outputCountComplaint(const std::string& name, int most) {
-  return expectation(
-      fmt::format("Function {}() must have at most {} output argument{}", name, most, most >= 2 ? "s" : ""));
+  return expectation(fmt::format(text::kOutputsAtMost, name, most, most >= 2 ? "s" : ""));
 }
 
 Problem Wording::complaint(const char* functionName) const {

@@ -59,7 +59,7 @@ bool Machine::field(const Instruction& i, Name name, Name parent) {
 
 bool Machine::namedField(const Instruction& i) {
   if (!at(i.c).isValue()) return fail(placeOf(i), text::kFieldNameEvaluationFailed);
-  Name name;
+  HeldName name;
   const bool isName = guarded(placeOf(i), text::kFieldNameEvaluationFailed, [&] {
     name = fieldNameOf(at(i.c));
     return true;

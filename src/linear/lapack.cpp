@@ -40,25 +40,15 @@ void chooseThreads(double multiplications) {
   chosen = wanted;
 }
 
-void gemm(int m, int n, int k, const double* a, const double* b, double* c) {
+void gemm(int m, int n, int k, Factor<double> a, Factor<double> b, double* c) {
   chooseThreads(static_cast<double>(m) * n * k);
-  cblas_dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, /*alpha*/ 1, a, leading(m), b, leading(k), /*beta*/ 0,
-              c, leading(m));
+  cblas_dgemm(CblasColMajor, a.form, b.form, m, n, k, /*alpha*/ 1, a.elements, leading(a.ld), b.elements,
+              leading(b.ld), /*beta*/ 0, c, leading(m));
 }
-void gemm(int m, int n, int k, const ComplexDouble* a, const ComplexDouble* b, ComplexDouble* c) {
+void gemm(int m, int n, int k, Factor<ComplexDouble> a, Factor<ComplexDouble> b, ComplexDouble* c) {
   chooseThreads(4.0 * m * n * k);
-  cblas_zgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, &kOne, a, leading(m), b, leading(k), &kZero, c,
-              leading(m));
-}
-
-void gemmOfAdjoints(int m, int n, int k, const double* a, int lda, const double* b, int ldb, double* c) {
-  chooseThreads(static_cast<double>(m) * n * k);
-  cblas_dgemm(CblasColMajor, CblasTrans, CblasTrans, m, n, k, /*alpha*/ 1, a, lda, b, ldb, /*beta*/ 0, c, leading(m));
-}
-void gemmOfAdjoints(int m, int n, int k, const ComplexDouble* a, int lda, const ComplexDouble* b, int ldb,
-                    ComplexDouble* c) {
-  chooseThreads(4.0 * m * n * k);
-  cblas_zgemm(CblasColMajor, CblasConjTrans, CblasConjTrans, m, n, k, &kOne, a, lda, b, ldb, &kZero, c, leading(m));
+  cblas_zgemm(CblasColMajor, a.form, b.form, m, n, k, &kOne, a.elements, leading(a.ld), b.elements, leading(b.ld),
+              &kZero, c, leading(m));
 }
 
 void gemv(CblasTranspose transpose, int m, int n, const double* a, const double* x, double* y) {
@@ -73,9 +63,24 @@ void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const 
 double nrm2(int n, const double* x) { return cblas_dnrm2(n, x, /*incx*/ 1); }
 double nrm2(int n, const ComplexDouble* x) { return cblas_dznrm2(n, x, /*incx*/ 1); }
 
+// Each column from above, as the library adds; several columns side by side, so that one addition does not wait for
+// another. A NaN is not lost.
 double norm1(int m, int n, const double* a) {
-  const int lda = leading(m);
-  return dlange_("1", &m, &n, a, &lda, nullptr);
+  constexpr int kColumns = 8;
+  double greatest = 0;
+  for (int j = 0; j < n; j += kColumns) {
+    const int count = std::min(kColumns, n - j);
+    const double* columns[kColumns];
+    for (int k = 0; k < kColumns; ++k) columns[k] = a + static_cast<int64_t>(j + std::min(k, count - 1)) * m;
+    double sums[kColumns] = {};
+    for (int i = 0; i < m; ++i) {
+      for (int k = 0; k < kColumns; ++k) sums[k] += std::fabs(columns[k][i]);
+    }
+    for (const double sum : sums) {
+      if (greatest < sum || std::isnan(sum)) greatest = sum;
+    }
+  }
+  return greatest;
 }
 double norm1(int m, int n, const ComplexDouble* a) {
   const int lda = leading(m);

@@ -132,4 +132,35 @@ int gesvd(char job, int m, int n, ComplexDouble* a, double* s, ComplexDouble* u,
   });
 }
 
+namespace {
+
+std::vector<int> sizesOfDivision(int m, int n) {
+  return std::vector<int>(static_cast<size_t>(8) * static_cast<size_t>(leading(std::min(m, n))));
+}
+
+}  // namespace
+
+int gesdd(int m, int n, double* a, double* s, double* u, double* vt) {
+  chooseThreads(reductionWork(m, n));
+  const int lda = leading(m), ldvt = leading(std::min(m, n));
+  std::vector<int> whole = sizesOfDivision(m, n);
+  return withWorkspace<double>([&](double* work, int lwork) {
+    int info = 0;
+    dgesdd_("S", &m, &n, a, &lda, s, u, &lda, vt, &ldvt, work, &lwork, whole.data(), &info);
+    return info;
+  });
+}
+int gesdd(int m, int n, ComplexDouble* a, double* s, ComplexDouble* u, ComplexDouble* vt) {
+  chooseThreads(4.0 * reductionWork(m, n));
+  const int lda = leading(m), ldvt = leading(std::min(m, n));
+  const auto least = static_cast<size_t>(std::min(m, n)), most = static_cast<size_t>(std::max(m, n));
+  std::vector<double> real(least * std::max(5 * least + 7, 2 * most + 2 * least + 1) + 1);
+  std::vector<int> whole = sizesOfDivision(m, n);
+  return withWorkspace<ComplexDouble>([&](ComplexDouble* work, int lwork) {
+    int info = 0;
+    zgesdd_("S", &m, &n, a, &lda, s, u, &lda, vt, &ldvt, work, &lwork, real.data(), whole.data(), &info);
+    return info;
+  });
+}
+
 }  // namespace kelo::lapack

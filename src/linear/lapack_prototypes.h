@@ -36,7 +36,6 @@ void dgecon_(const char* norm, const int* n, const double* a, const int* lda, co
              double* work, int* iwork, int* info);
 void zgecon_(const char* norm, const int* n, const ComplexDouble* a, const int* lda, const double* anorm, double* rcond,
              ComplexDouble* work, double* rwork, int* info);
-double dlange_(const char* norm, const int* m, const int* n, const double* a, const int* lda, double* work);
 double zlange_(const char* norm, const int* m, const int* n, const ComplexDouble* a, const int* lda, double* work);
 void dgeev_(const char* jobvl, const char* jobvr, const int* n, double* a, const int* lda, double* wr, double* wi,
             double* vl, const int* ldvl, double* vr, const int* ldvr, double* work, const int* lwork, int* info);
@@ -65,6 +64,12 @@ void dgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, do
 void zgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, ComplexDouble* a, const int* lda,
              double* s, ComplexDouble* u, const int* ldu, ComplexDouble* vt, const int* ldvt, ComplexDouble* work,
              const int* lwork, double* rwork, int* info);
+
+void dgesdd_(const char* jobz, const int* m, const int* n, double* a, const int* lda, double* s, double* u,
+             const int* ldu, double* vt, const int* ldvt, double* work, const int* lwork, int* iwork, int* info);
+void zgesdd_(const char* jobz, const int* m, const int* n, ComplexDouble* a, const int* lda, double* s,
+             ComplexDouble* u, const int* ldu, ComplexDouble* vt, const int* ldvt, ComplexDouble* work,
+             const int* lwork, double* rwork, int* iwork, int* info);
 
 void openblas_set_num_threads(int threads);
 int openblas_get_num_threads(void);

@@ -20,6 +20,15 @@ void smallProduct(int64_t m, int64_t n, int64_t k, const T* a, const T* b, T* c)
   }
 }
 
+// A column times a row. Adding to zero makes a zero of either sign a positive one, as the library does.
+template <class T>
+void outerProduct(int64_t m, int64_t n, const T* __restrict a, const T* b, T* __restrict c) {
+  for (int64_t j = 0; j < n; ++j) {
+    const T factor = b[j];
+    for (int64_t i = 0; i < m; ++i) c[j * m + i] = T{} + a[i] * factor;
+  }
+}
+
 template <class T>
 NumericArray product(const TypedArray<T>& a, const TypedArray<T>& b) {
   const int64_t m = a.size().rows(), k = a.size().columns(), n = b.size().columns();
@@ -30,12 +39,15 @@ NumericArray product(const TypedArray<T>& a, const TypedArray<T>& b) {
     return result;
   }
   const int rows = checkedInt32(m), columns = checkedInt32(n), inner = checkedInt32(k);
-  if (n == 1)
+  if (k == 1) {
+    outerProduct(m, n, a.data(), b.data(), c);
+  } else if (n == 1) {
     lapack::gemv(CblasNoTrans, rows, inner, a.data(), b.data(), c);
-  else if (m == 1)
+  } else if (m == 1) {
     lapack::gemv(CblasTrans, inner, columns, b.data(), a.data(), c);
-  else
-    lapack::gemm(rows, columns, inner, a.data(), b.data(), c);
+  } else {
+    lapack::gemm(rows, columns, inner, {a.data(), rows}, {b.data(), inner}, c);
+  }
   return result;
 }
 

@@ -18,6 +18,14 @@ struct Vectors {
   TypedArray<T> vt;
 };
 
+/// Room for so many columns of u and rows of vt.
+template <class T>
+Vectors<T> place(int64_t m, int64_t columns, int64_t n, int64_t rows) {
+  return {TypedArray<T>::uninitialized(SizeVector(m, columns)),
+          DoubleArray::uninitialized(SizeVector(std::min(m, n), 1)),
+          TypedArray<T>::uninitialized(SizeVector(rows, n))};
+}
+
 template <class T>
 Vectors<T> decompose(TypedArray<T> a, SvdSize size, const char* failed) {
   const int m = checkedInt32(a.size().rows()), n = checkedInt32(a.size().columns());
@@ -26,9 +34,7 @@ Vectors<T> decompose(TypedArray<T> a, SvdSize size, const char* failed) {
   if (least == 0) {  // of which the library leaves the vectors as they are
     return {identityMatrix<T>(m, full ? m : 0), DoubleArray(SizeVector(0, 1), 0.0), identityMatrix<T>(full ? n : 0, n)};
   }
-  Vectors<T> result{TypedArray<T>::uninitialized(SizeVector(m, full ? m : least)),
-                    DoubleArray::uninitialized(SizeVector(least, 1)),
-                    TypedArray<T>::uninitialized(SizeVector(full ? n : least, n))};
+  Vectors<T> result = place<T>(m, full ? m : least, n, full ? n : least);
   const int info = lapack::gesvd(full ? 'A' : 'S', m, n, a.writable(), result.s.writable(), result.u.writable(),
                                  result.vt.writable());
   requireDone(info, failed);
@@ -41,9 +47,13 @@ template <class T>
 NumericArray pseudoInverted(TypedArray<T> a, std::optional<double> tolerance) {
   const SizeVector size = a.size();
   const int m = checkedInt32(size.rows()), n = checkedInt32(size.columns());
-  Vectors<T> parts = decompose(std::move(a), SvdSize::economy, text::kPseudoInverseFailed);
-  const double* s = parts.s.data();
   const int least = std::min(m, n);
+  Vectors<T> parts = place<T>(m, least, n, least);
+  if (least > 0) {
+    requireDone(lapack::gesdd(m, n, a.writable(), parts.s.writable(), parts.u.writable(), parts.vt.writable()),
+                text::kPseudoInverseFailed);
+  }
+  const double* s = parts.s.data();
   const double limit = tolerance.value_or(least == 0 ? 0 : rankTolerance(size, s[0]));
   int rank = 0;
   while (rank < least && s[rank] > limit) ++rank;
@@ -53,7 +63,8 @@ NumericArray pseudoInverted(TypedArray<T> a, std::optional<double> tolerance) {
     for (int64_t i = 0; i < m; ++i) u[k * m + i] = u[k * m + i] / T{s[k]};
   }
   auto result = TypedArray<T>::uninitialized(SizeVector(n, m));
-  lapack::gemmOfAdjoints(n, m, rank, parts.vt.data(), least, u, m, result.writable());
+  constexpr CblasTranspose kAdjoint = std::is_same_v<T, double> ? CblasTrans : CblasConjTrans;
+  lapack::gemm(n, m, rank, {parts.vt.data(), least, kAdjoint}, {u, m, kAdjoint}, result.writable());
   return result;
 }
 

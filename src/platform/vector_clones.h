@@ -4,6 +4,9 @@
 
 #if defined(__x86_64__) && defined(__gnu_linux__)
 #define KELO_VECTOR_CLONES __attribute__((target_clones("avx2", "default")))
+/// The same with a third form for vectors of 64 bytes: where there is much to do with each element.
+#define KELO_WIDE_CLONES __attribute__((target_clones("arch=x86-64-v4", "avx2", "default")))
 #else
 #define KELO_VECTOR_CLONES
+#define KELO_WIDE_CLONES
 #endif

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "platform/vector_math_avx2.h"
+#include "platform/vector_math_avx512.h"
 
 namespace kelo::platform {
 namespace {
@@ -38,6 +39,10 @@ VectorRoutine plainRoutine(VectorFunction function) { return kPlain[static_cast<
 VectorRoutine vectorRoutine(VectorFunction function) {
 #if KELO_AVX2
   static const bool hasAvx2 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+  static const bool hasAvx512 = hasAvx2 && __builtin_cpu_supports("avx512f");
+  if (hasAvx512) {
+    if (const VectorRoutine routine = avx512Routine(function)) return routine;
+  }
   if (hasAvx2) {
     if (const VectorRoutine routine = avx2Routine(function)) return routine;
   }

@@ -1,9 +1,12 @@
 // The current figure, and the saved ones.
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 
 #include "figures/coding/base64.h"
 #include "figures/coding/coded_form.h"
+#include "figures/drawing/color_map.h"
 #include "figures/drawing/display_list_json.h"
 #include "figures/drawing/drawing.h"
 #include "figures/drawing/plot_layout.h"
@@ -93,6 +96,17 @@ std::string bytesOf(std::span<const figures::SCNVector3> points) {
   return {reinterpret_cast<const char*>(points.data()), points.size_bytes()};
 }
 
+/// The colours of faces, from the lower limit of z to the upper one.
+Json heightColors() {
+  constexpr int kColors = 64;
+  Json colors = Json::array();
+  for (int k = 0; k < kColors; ++k) {
+    const drawing::Rgba color = drawing::heightColor(static_cast<double>(k) / (kColors - 1));
+    colors.push_back(fmt::format("#{:02x}{:02x}{:02x}", color.red, color.green, color.blue));
+  }
+  return colors;
+}
+
 std::optional<Json> mesh(const Call& call) {
   const int64_t revision = call.panels.app.figures.revision();
   const Figure figure = call.panels.app.figures.figure();
@@ -104,7 +118,13 @@ std::optional<Json> mesh(const Call& call) {
                         {"numCols", part.attributes.numCols},
                         {"points", figures::base64Of(bytesOf(part.points.values()))}});
   }
+  const auto& [x, y, z] = surface->rotationAngles;
   return Json{{"surfaces", std::move(surfaces)},
+              {"view",
+               {{"rotation", {x, y, z}},
+                {"translation", {surface->translation.x, surface->translation.y}},
+                {"zoom", surface->zoomFactor}}},
+              {"colors", heightColors()},
               {"xlims", limitsJson(surface->xlims)},
               {"ylims", limitsJson(surface->ylims)},
               {"zlims", limitsJson(surface->zlims)},
@@ -198,7 +218,9 @@ std::string pictureBytes(const Call& call, const std::string& format) {
   const drawing::Size size = viewOf(call);
   const double scale = call.has("scale") ? call.number("scale") : 2;
   if (!(scale >= 0.1 && scale <= 10)) throw wrongParameter("scale", "a number from 0.1 to 10");
-  if (size.width * size.height * scale * scale > kMostPixels) throw wrongParameter("scale", "smaller: the picture is too large");
+  if (size.width * size.height * scale * scale > kMostPixels) {
+    throw wrongParameter("scale", "smaller: the picture is too large");
+  }
   const drawing::DisplayList list = drawn(call, size, scale, false);
   if (format == "svg") return pictures::svg(list);
   if (format == "pdf") return rendererOf(call).pdf(list);
@@ -285,8 +307,10 @@ std::vector<Method> figureMethods() {
       {"figure/edit", {{"changes", Kind::object}}, edit, figure, "Change keys of the coded form"},
       {"figure/drawing", {width, height, theme}, drawing, "{width, height, title, description, plotArea, items}",
        "What is to be painted; plotArea is [left, top, right, bottom]"},
-      {"figure/mesh", {}, mesh, "{surfaces: [{numRows, numCols, points}], xlims, ylims, zlims, revision}",
-       "The meshes of a surface, points as 32-bit floats x, y, z"},
+      {"figure/mesh", {}, mesh,
+       "{surfaces: [{numRows, numCols, points}], xlims, ylims, zlims, view: {rotation, translation, zoom}, colors, "
+       "revision}",
+       "The meshes of a surface, points as 32-bit floats x, y, z; colors by height, from below"},
       {"figure/tip", {{"x", Kind::number}, {"y", Kind::number}, width, height}, tip,
        "{line, index, x, y, px, py} or null", "The nearest point of a plot; line and index count from 0"},
       {"figure/gesture",

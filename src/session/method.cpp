@@ -67,7 +67,9 @@ void checkParameters(const Method& method, const Json& params) {
   for (const Parameter& parameter : method.parameters) {
     const auto value = params.find(parameter.name);
     if (value == params.end() && !parameter.isRequired) continue;
-    if (value == params.end() || !fits(*value, parameter)) throw wrongParameter(parameter.name, expectationOf(parameter));
+    if (value == params.end() || !fits(*value, parameter)) {
+      throw wrongParameter(parameter.name, expectationOf(parameter));
+    }
   }
 }
 

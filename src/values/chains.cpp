@@ -38,10 +38,10 @@ NodeValue readField(const StructArray& array, std::span<const Index> indices, Na
   return NodeValue::listOf(std::move(values));
 }
 
-Name fieldNameOf(const Storable& value) {
+HeldName fieldNameOf(const Storable& value) {
   const NumericArray* text = value.numeric();
   if (text == nullptr || !text->is(Kind::Char) || !text->size().isRow()) throw problem(text::kFieldNameNotText);
-  return Name::intern(toUtf8(text->asChar()));
+  return HeldName::of(toUtf8(text->asChar()));
 }
 
 /// Where a link leads: the element of the structure array before it, and the field there.

@@ -10,6 +10,7 @@
 #include <span>
 #include <vector>
 
+#include "values/held_name.h"
 #include "values/index.h"
 #include "values/node_value.h"
 
@@ -38,7 +39,7 @@ inline Storable* writablePlainField(Storable& target, Name field) {
 }
 
 /// The name that s.(e) means. throws Problem when e is no row of characters
-Name fieldNameOf(const Storable& value);
+HeldName fieldNameOf(const Storable& value);
 
 /// The left side of a structure assignment.
 class FieldChain {
@@ -47,8 +48,8 @@ class FieldChain {
 
   /// Subscripts behind the variable or the field that was added last. REQUIRES: not empty
   void addIndices(std::vector<Index> indices) { indices_.back() = std::move(indices); }
-  void addField(Name field) {
-    fields_.push_back(field);
+  void addField(HeldName field) {
+    fields_.push_back(std::move(field));
     indices_.emplace_back();
   }
 
@@ -70,7 +71,7 @@ class FieldChain {
   void change(Storable& root, bool isNew, Change&& change) const;
 
   Name variable_;
-  std::vector<Name> fields_;
+  std::vector<HeldName> fields_;
   std::vector<std::vector<Index>> indices_;  // of the variable, then of each field
 };
 

@@ -7,6 +7,7 @@
 
 #include "platform/parallel.h"
 #include "platform/vector_clones.h"
+#include "values/plain_loops.h"
 
 namespace kelo {
 namespace {
@@ -55,33 +56,42 @@ LogicalArray compared(Comparison c, const DoubleArray& a, const DoubleArray& b) 
 
 constexpr uint32_t kFirstBehindAscii = 0x80;
 
-/// Which of n characters are equal (or unequal, as wanted). A stride is 0 for a scalar, else 1.
-template <int64_t kStrideA, int64_t kStrideB>
-void compareText(bool wanted, bool* out, const Character* a, const Character* b, int64_t n) {
-  constexpr int64_t kBlock = 256;
+// Words as they are, and their common bits. `b` null: one word for all.
+inline uint32_t compareWords(bool* __restrict out, const uint32_t* a, const uint32_t* b, uint32_t one, int64_t n) {
+  uint32_t all = 0;
+  if (b == nullptr) {
+    for (int64_t i = 0; i < n; ++i) all |= a[i];
+    for (int64_t i = 0; i < n; ++i) out[i] = a[i] == one;
+    return all | one;
+  }
+  for (int64_t i = 0; i < n; ++i) all |= a[i] | b[i];
+  for (int64_t i = 0; i < n; ++i) out[i] = a[i] == b[i];
+  return all;
+}
+
+/// Which of n characters are equal (or unequal, as wanted). `b` null: to one character.
+KELO_VECTOR_CLONES void compareText(bool wanted, bool* out, const Character* a, const Character* b, Character one,
+                                    int64_t n) {
+  static_assert(sizeof(Character) == sizeof(uint32_t));
+  using Word = uint32_t __attribute__((may_alias));
+  constexpr int64_t kBlock = 512;
   for (int64_t begin = 0; begin < n; begin += kBlock) {
     const int64_t end = std::min(n, begin + kBlock);
-    uint32_t all = 0;
-    for (int64_t i = begin; i < end; ++i) all |= a[i * kStrideA].word() | b[i * kStrideB].word();
-    if (all < kFirstBehindAscii) {
-      for (int64_t i = begin; i < end; ++i) out[i] = (a[i * kStrideA].word() == b[i * kStrideB].word()) == wanted;
-    } else {
-      for (int64_t i = begin; i < end; ++i) out[i] = (a[i * kStrideA] == b[i * kStrideB]) == wanted;
+    const auto* x = reinterpret_cast<const Word*>(a + begin);
+    const auto* y = b ? reinterpret_cast<const Word*>(b + begin) : nullptr;
+    if (compareWords(out + begin, x, y, one.word(), end - begin) >= kFirstBehindAscii) {
+      for (int64_t i = begin; i < end; ++i) out[i] = a[i] == (b ? b[i] : one);
     }
   }
+  if (!wanted) logicNot(out, out, n);
 }
 
 LogicalArray comparedText(bool wanted, const CharArray& a, const CharArray& b) {
   auto result = LogicalArray::uninitialized(a.isScalar() ? b.size() : a.size());
   bool* out = result.writable();
   const int64_t n = result.numElements();
-  if (a.isScalar()) {
-    compareText<0, 1>(wanted, out, a.data(), b.data(), n);
-  } else if (b.isScalar()) {
-    compareText<1, 0>(wanted, out, a.data(), b.data(), n);
-  } else {
-    compareText<1, 1>(wanted, out, a.data(), b.data(), n);
-  }
+  const CharArray &many = a.isScalar() ? b : a, &other = a.isScalar() ? a : b;
+  compareText(wanted, out, many.data(), other.isScalar() ? nullptr : other.data(), other[0], n);
   return result;
 }
 

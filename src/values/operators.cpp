@@ -6,8 +6,10 @@
 #include <algorithm>
 
 #include "messages/fatal_fault.h"
+#include "platform/parallel.h"
 #include "values/comparison.h"
 #include "values/numbers.h"
+#include "values/plain_loops.h"
 
 namespace kelo {
 namespace {
@@ -143,9 +145,78 @@ bool leftRules(const NumericArray& a, const NumericArray& b) {
 
 Kind commonKind(const NumericArray& a, const NumericArray& b) { return leftRules(a, b) ? a.kind() : b.kind(); }
 
+namespace {
+
+// Whether both are of this kind and one size, or one of them a scalar, and neither without elements.
+bool goTogether(const NumericArray& a, const NumericArray& b, Kind kind) {
+  if (!a.is(kind) || !b.is(kind) || a.isEmpty() || b.isEmpty()) return false;
+  if (a.isScalar() || b.isScalar()) return a.isScalar() != b.isScalar();
+  return a.size() == b.size();
+}
+
+std::optional<PlainOp> plainOpOf(BinaryOp op) {
+  switch (op) {
+    case BinaryOp::plus: return PlainOp::plus;
+    case BinaryOp::minus: return PlainOp::minus;
+    case BinaryOp::dmult:
+    case BinaryOp::mult: return PlainOp::times;
+    case BinaryOp::rdivide:
+    case BinaryOp::mrdivide: return PlainOp::divide;
+    default: return std::nullopt;
+  }
+}
+
+// Where the result of two operands goes: in the place of one that nobody else holds, or in a new array.
+template <class T>
+TypedArray<T> placeFor(const TypedArray<T>& a, const TypedArray<T>& b) {
+  if (!a.isScalar() && a.isUnshared()) return a;
+  if (!b.isScalar() && b.isUnshared()) return b;
+  return TypedArray<T>::uninitialized(a.isScalar() ? b.size() : a.size());
+}
+
+// The elements of the place without a copy, whoever holds it beside.
+template <class T>
+T* elementsOf(const TypedArray<T>& place) {
+  return const_cast<T*>(place.data());
+}
+
+NumericArray plainly(PlainOp op, DoubleArray a, DoubleArray b) {
+  DoubleArray result = placeFor(a, b);
+  double* out = elementsOf(result);
+  const double *x = a.data(), *y = b.data();
+  platform::parallelFor(result.numElements(), [&, x, y, out](int64_t begin, int64_t end) {
+    if (a.isScalar()) return plainScalarLeft(op, out + begin, *x, y + begin, end - begin);
+    if (b.isScalar()) return plainScalarRight(op, out + begin, x + begin, *y, end - begin);
+    plainBoth(op, out + begin, x + begin, y + begin, end - begin);
+  });
+  return result;
+}
+
+NumericArray logicPlainly(LogicOp op, LogicalArray a, LogicalArray b) {
+  LogicalArray result = placeFor(a, b);
+  logicBoth(op, elementsOf(result), a.data(), b.data(), a.numElements());
+  return result;
+}
+
+LogicalArray inverted(const LogicalArray& x) {
+  if (x.isScalar()) return LogicalArray(!x.scalar());
+  auto result = x.isUnshared() ? x : LogicalArray::uninitialized(x.size());
+  logicNot(elementsOf(result), x.data(), x.numElements());
+  return result;
+}
+
+}  // namespace
+
 NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b) {
   using Op = BinaryOp;
   if (std::optional<LogicalArray> compared = comparedAtOnce(op, a, b)) return std::move(*compared);
+  if (std::optional<PlainOp> plain = plainOpOf(op); plain && goTogether(a, b, Kind::Double)) {
+    return plainly(*plain, std::move(a).take<double>(), std::move(b).take<double>());
+  }
+  if ((op == BinaryOp::and_ || op == BinaryOp::or_) && goTogether(a, b, Kind::Logical) && a.size() == b.size()) {
+    return logicPlainly(op == BinaryOp::and_ ? LogicOp::and_ : LogicOp::or_, std::move(a).take<bool>(),
+                        std::move(b).take<bool>());
+  }
   Operands ab{std::move(a), std::move(b)};
   switch (op) {
     case Op::plus:
@@ -178,7 +249,7 @@ NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b) {
 
 NumericArray unary(UnaryOp op, NumericArray a) {
   if (op == UnaryOp::plus) return a;
-  if (op == UnaryOp::not_) return unaryLoop(a.toLogicalArray(), [](bool x) noexcept { return !x; });
+  if (op == UnaryOp::not_) return inverted(std::move(a).toKind(Kind::Logical).take<bool>());
   const auto negate = [](auto x) noexcept { return -x; };
   switch (a.kind()) {
     case Kind::Complex: return unaryLoop(std::move(a).take<ComplexDouble>(), negate);

@@ -6,6 +6,7 @@
 #include "messages/catalogue/operators.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
+#include "platform/vector_clones.h"
 #include "values/operators.h"
 
 namespace kelo {
@@ -56,7 +57,7 @@ double rangeNumber(const NumericArray& a) {
 }
 
 // In pieces whose counter has 32 bits, which the compiler turns into doubles several at a time.
-void fill(double* out, const Range& range) {
+KELO_VECTOR_CLONES void fill(double* out, const Range& range) {
   constexpr int64_t kPiece = 1 << 16;
   for (int64_t start = 0; start < range.count; start += kPiece) {
     const auto length = static_cast<int32_t>(std::min(kPiece, range.count - start));

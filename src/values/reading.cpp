@@ -35,20 +35,34 @@ void checkBounds(std::span<const int64_t> lengths, std::span<const Index> indice
   }
 }
 
+// OPTIMIZATION: the distances that are most usual are constants, so that the compiler reads several elements at once.
+template <class T>
+void readEvenly(const T* __restrict from, int64_t stride, T* __restrict to, int64_t n) {
+  const auto read = [=](auto distance) {
+    for (int64_t k = 0; k < n; ++k) to[k] = from[k * distance];
+  };
+  if (stride == 2) return read(std::integral_constant<int64_t, 2>());
+  if (stride == -1) return read(std::integral_constant<int64_t, -1>());
+  read(stride);
+}
+
 template <class T>
 void readRun(const T* from, const IndexAxis& run, T* to) {
-  if (run.list == nullptr && run.stride == 1) {
-    std::copy_n(from + run.first, run.count, to);
-  } else if (run.list == nullptr) {
-    from += run.first * run.stride;
-    for (int64_t k = 0; k < run.count; ++k) to[k] = from[k * run.stride];
-  } else if (run.stride == 1) {
-    platform::parallelFor(run.count, [=, list = run.list](int64_t begin, int64_t end) {
-      for (int64_t k = begin; k < end; ++k) to[k] = from[list[k]];
+  if (run.list != nullptr) {
+    platform::parallelFor(run.count, [=, list = run.list, stride = run.stride](int64_t begin, int64_t end) {
+      if (stride == 1) {
+        for (int64_t k = begin; k < end; ++k) to[k] = from[list[k]];
+      } else {
+        for (int64_t k = begin; k < end; ++k) to[k] = from[list[k] * stride];
+      }
     });
-  } else {
-    for (int64_t k = 0; k < run.count; ++k) to[k] = from[run.list[k] * run.stride];
+    return;
   }
+  from += run.first * run.stride;
+  platform::parallelFor(run.count, [=, stride = run.stride](int64_t begin, int64_t end) {
+    if (stride == 1) std::copy_n(from + begin, end - begin, to + begin);
+    else readEvenly(from + begin * stride, stride, to + begin, end - begin);
+  });
 }
 
 template <class T>
@@ -101,6 +115,9 @@ Storable readElements(const Storable& array, std::span<const Index> indices) {
   const SizeVector shape = indices.size() == 1 ? shapeOfOneIndex(array.size(), first) : shapeOfSubscripts(indices);
   if (indices.size() == 1 && first.form() == Index::Form::mask && array.isNumeric()) {
     return array.numeric()->visit([&](const auto& record) { return Storable(readMask(record, first, shape)); });
+  }
+  if (indices.size() == 1 && first.isColon() && array.isNumeric() && first.count() == array.numElements()) {
+    return array.numeric()->visit([&](const auto& record) { return Storable(record.reshaped(shape)); });
   }
   const IndexWalk walk(lengths, indices);
   if (array.isStructure()) return array.structure()->gathered(positionsOf(walk).values(), shape);

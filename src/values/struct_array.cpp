@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "messages/fatal_fault.h"
+#include "values/held_name.h"
 #include "values/memory.h"
 #include "values/storable.h"
 
@@ -18,6 +19,26 @@ size_t valueCount(int64_t elements, size_t fields) {
   return static_cast<size_t>(elements) * fields;
 }
 
+/// The names of fields, and one of those who hold each.
+class HeldFieldNames final : public FieldNames {
+ public:
+  explicit HeldFieldNames(std::vector<Name> fields) : FieldNames(std::move(fields)) {
+    for (const Name name : names()) retainName(name);
+  }
+  ~HeldFieldNames() override {
+    for (const Name name : names()) releaseName(name);
+  }
+};
+
+Ref<FieldNames> heldNames(std::vector<Name> names) {
+  return Ref<FieldNames>::adopt(new HeldFieldNames(std::move(names)));
+}
+
+void add(FieldNames& names, Name field) {
+  names.push(field);
+  retainName(field);
+}
+
 }  // namespace
 
 int64_t FieldNames::hashedIndexOf(Name field) const {
@@ -29,7 +50,7 @@ int64_t FieldNames::hashedIndexOf(Name field) const {
 StructArray::Body::Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()) {
   if (size.hasZeroLength()) names.clear();
   values.resize(valueCount(size.numElements(), names.size()));
-  fields = makeRef<FieldNames>(std::move(names));
+  fields = heldNames(std::move(names));
 }
 
 StructArray::StructArray() : StructArray(SizeVector(1, 1), {}) {}
@@ -53,13 +74,13 @@ void StructArray::takeOwnBody() { body_ = makeRef<Body>(*body_); }
 int64_t StructArray::ensureField(Name field) {
   if (const int64_t index = fieldIndex(field); index >= 0) return index;
   Body& body = ownBody();
-  if (body.fields->isShared()) body.fields = makeRef<FieldNames>(fields());
+  if (body.fields->isShared()) body.fields = heldNames(fields());
   const size_t before = fields().size();
   body.fields->reserveOne();
   if (numElements() == 1) {  // in place, so that a structure with many fields is made in linear time
     if (body.values.capacity() == before) body.values.reserve(2 * before + 1);
     body.values.emplace_back();  // there is room for both
-    body.fields->push(field);
+    add(*body.fields, field);
     return static_cast<int64_t>(before);
   }
   std::vector<Storable> values;
@@ -70,7 +91,7 @@ int64_t StructArray::ensureField(Name field) {
     values.emplace_back();
   }
   body.values = std::move(values);
-  body.fields->push(field);
+  add(*body.fields, field);
   return static_cast<int64_t>(before);
 }
 
@@ -79,7 +100,7 @@ void StructArray::removeField(Name field) {
   if (index < 0) return;
   std::vector<Name> names = fields();
   names.erase(names.begin() + index);
-  auto shorter = makeRef<FieldNames>(std::move(names));
+  auto shorter = heldNames(std::move(names));
   Body& body = ownBody();
   std::vector<Storable> values;
   for (size_t k = 0; k < body.values.size(); ++k) {

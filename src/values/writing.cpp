@@ -55,9 +55,21 @@ constexpr T kFill{};
 template <>
 constexpr Character kFill<Character>{U' '};
 
+// REQUIRES: the value does not lie in the array
 template <class T>
-void writeRun(T* to, const IndexAxis& run, const T* from) {
-  for (int64_t k = 0; k < run.count; ++k) to[run.at(k)] = from[k];
+void writeRun(T* __restrict to, const IndexAxis& run, const T* __restrict from) {
+  const int64_t n = run.count;
+  if (run.list != nullptr) {
+    const int64_t* __restrict list = run.list;
+    for (int64_t k = 0; k < n; ++k) to[list[k] * run.stride] = from[k];
+    return;
+  }
+  to += run.first * run.stride;
+  if (run.stride == 1) {
+    std::copy_n(from, n, to);
+  } else {
+    for (int64_t k = 0; k < n; ++k) to[k * run.stride] = from[k];
+  }
 }
 
 template <class T>
@@ -81,11 +93,18 @@ void grow(TypedArray<T>& array, const SizeVector& size) {
 }
 
 template <class T>
-void fillRun(T* to, const IndexAxis& run, T value) {
-  if (run.list == nullptr && run.stride == 1) {
-    std::fill_n(to + run.first, run.count, value);
+void fillRun(T* __restrict to, const IndexAxis& run, T value) {
+  const int64_t n = run.count;
+  if (run.list != nullptr) {
+    const int64_t* __restrict list = run.list;
+    for (int64_t k = 0; k < n; ++k) to[list[k] * run.stride] = value;
+    return;
+  }
+  to += run.first * run.stride;
+  if (run.stride == 1) {
+    std::fill_n(to, n, value);
   } else {
-    for (int64_t k = 0; k < run.count; ++k) to[run.at(k)] = value;
+    for (int64_t k = 0; k < n; ++k) to[k * run.stride] = value;
   }
 }
 

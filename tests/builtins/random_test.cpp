@@ -15,7 +15,7 @@
 #include <cmath>
 
 #include "builtins/calls.h"
-#include "builtins/random/random_words.h"
+#include "builtins/random/random_blocks.h"
 #include "interpreter/test_app.h"
 
 namespace kelo {
@@ -92,6 +92,39 @@ TEST(Random, longStreams) {
   std::vector<double> order = app.numbers("randperm", {num(1000)});
   std::sort(order.begin(), order.end());
   for (size_t i = 0; i < order.size(); ++i) ASSERT_EQ(order[i], static_cast<double>(i + 1));
+}
+
+// Blocks of draws go on as single draws do, also from words that no draw leaves behind.
+TEST(Random, blocksAreTheStream) {
+  for (const RandomWords& start : {RandomWords::fromSeed(9), RandomWords{1, 2, ~uint64_t{0}}, RandomWords{0, 0, 0}}) {
+    RandomWords single = start, words = start, uniform = start;
+    for (int block = 0; block < 3; ++block) {
+      const RandomWords before = words;
+      uint64_t bits[kDrawsOfBlock];
+      double fractions[kDrawsOfBlock];
+      drawBlock(words, bits);
+      drawUniformBlock(uniform, fractions);
+      for (size_t k = 0; k < kDrawsOfBlock; ++k) {
+        const RandomWords after = wordsAfter(before, k);
+        ASSERT_TRUE(after.u == single.u && after.v == single.v && after.w == single.w) << k;
+        const uint64_t next = single.int64();
+        ASSERT_EQ(bits[k], next) << k;
+        ASSERT_EQ(fractions[k], RandomWords::fraction(next)) << k;
+      }
+      EXPECT_TRUE(words.w == single.w && uniform.v == single.v);
+    }
+  }
+}
+
+// The remainder of a draw, for small and for large numbers.
+TEST(Random, wholeNumbersOfBlocks) {
+  for (const double most : {1.0, 2.0, 10.0, 1e9, 0x1p53}) {
+    Drawing app;
+    app.seed(3);
+    const std::vector<double> drawn = app.numbers("randi", {num(most), num(1), num(1500)});
+    RandomWords words = RandomWords::fromSeed(3);
+    for (const double x : drawn) ASSERT_EQ(x, static_cast<double>(words.intMax(static_cast<int64_t>(most))));
+  }
 }
 
 TEST(Random, fractionsAreRoundedOnce) {

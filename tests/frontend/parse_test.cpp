@@ -1,11 +1,11 @@
-// The parse against two judges: the tree that the runtime alone makes of the same tokens, and the rules of the grammar,
-// which say of any text whether it is valid and which of its tokens is the first wrong one.
+// The parse against two judges: the tree that the runtime alone makes of the same tokens, and the
+// rules of the grammar, which say of any text whether it is valid and which of its tokens is the
+// first wrong one.
 #include <gtest/gtest.h>
-
-#include <typeinfo>
 
 #include "frontend/grammar_oracle.h"
 #include "frontend/matrix_separators.h"
+#include "frontend/parse_listing.h"
 #include "frontend/parsed_text.h"
 
 namespace kelo {
@@ -19,18 +19,6 @@ using T = KeloParser;
 const GrammarOracle& oracle() {
   static const GrammarOracle oracle;
   return oracle;
-}
-
-// Which alternative each node is, and the tokens at the leaves.
-void describe(antlr4::tree::ParseTree* node, std::string& out) {
-  auto* rule = dynamic_cast<antlr4::ParserRuleContext*>(node);
-  if (rule == nullptr) {
-    out.append(" ").append(node->getText());
-    return;
-  }
-  out.append(" (").append(typeid(*rule).name());
-  for (antlr4::tree::ParseTree* child : rule->children) describe(child, out);
-  out.append(")");
 }
 
 struct Tokens {
@@ -57,13 +45,11 @@ std::string plainTree(const Tokens& tokens) {
   parser.removeErrorListeners();
   parser.setErrorHandler(std::make_shared<antlr4::BailErrorStrategy>());
   parser.runtime()->setPredictionMode(PredictionMode::LL);
-  std::string tree;
   try {
-    describe(parser.prog(), tree);
+    return treeListing(*parser.prog());
   } catch (const antlr4::ParseCancellationException&) {
     return "none";
   }
-  return tree;
 }
 
 class Complaints final : public antlr4::BaseErrorListener {
@@ -91,9 +77,7 @@ bool expectJudged(const std::string& text) {
   EXPECT_EQ(outcome, ParsedText::Outcome::parsed) << text;
   EXPECT_TRUE(complaints.indices.empty()) << text;
   if (outcome != ParsedText::Outcome::parsed) return true;
-  std::string tree;
-  describe(parse->root(), tree);
-  EXPECT_EQ(tree, plainTree(tokens)) << text;
+  EXPECT_EQ(treeListing(*parse->root()), plainTree(tokens)) << text;
   return true;
 }
 
@@ -133,7 +117,8 @@ std::string spelling(size_t type, Random& random) {
 
 bool isWordLike(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '.'; }
 
-// Blanks stand where they must, so that the text is cut into these tokens again, and at random elsewhere.
+// Blanks stand where they must, so that the text is cut into these tokens again, and at random
+// elsewhere.
 std::string written(const std::vector<size_t>& types, Random& random) {
   std::string text;
   for (const size_t type : types) {

@@ -11,8 +11,18 @@ namespace {
 const std::set<std::string> kBuiltins = {"sin", "sum", "max", "zeros", "disp"};
 const std::set<std::string> kVariables = {"speed", "u"};
 
+// The message is about the character that its sentence names, or about the end of the line.
+int placeIn(const std::string& sentence, const std::string& text) {
+  const std::string line = text.substr(text.rfind('\n') + 1);
+  const size_t quote = sentence.find('"');
+  if (quote == std::string::npos) return static_cast<int>(line.size());
+  const size_t found = line.rfind(sentence.substr(quote + 1, sentence.rfind('"') - quote - 1));
+  return static_cast<int>(found == std::string::npos ? 0 : found);
+}
+
 std::string hint(const std::string& sentence, const std::string& text, int line = 1, double refused = 0) {
   Message message;
+  message.charPos = placeIn(sentence, text);
   message.type = sentence.starts_with("Unexpected c") || sentence.starts_with("The line") ? Message::MsgType::syntaxError
                                                                                           : Message::MsgType::generalError;
   message.reason = sentence;
@@ -29,10 +39,13 @@ TEST(Hint, SaysWhatToDo) {
       {"Unexpected character \".\"", "x = [1 2 ...\n3]", "a statement ends with its line"},
       {"Unexpected character \"{\"", "c = {1}", "no cell arrays"},
       {"Unexpected character \"\"\"", "x = \"a\"", "single quotes"},
-      {"Unexpected character \"=\"", "total += 1", "total = total + ..."},
+      {"Unexpected character \"=\"", "s.n -= f(2)", "s.n = s.n - (what follows)"},
+      {"Unexpected character \"long\"", "format long", "digits are a setting"},
+      {"Unexpected character \"q\"", "global q", "no global variables"},
+      {"Unexpected character \"=\"", "total += 1", "total = total + 1"},
       {"The line ends unexpectedly", "k++", "k = k + 1"},
       {"Unexpected character \",\"", "[~, i] = max([1 2])", "every output needs a name"},
-      {"Unexpected character \"=\"", "[a b] = max([1 2])", "[a, b] = ..."},
+      {"Unexpected character \"=\"", "[a b] = max([1 2])", "[a, b] = f(x)"},
       {"Unexpected character \"end\"", "try\nx = 1\ncatch\nend", "there is no try", 4},
       {"Command syntax (e.g. \"hold on\"", "hold on", "hold('on')"},
       {"Unexpected character \"all\"", "clear all", "clear('all')"},
@@ -57,6 +70,10 @@ TEST(Hint, SaysWhatToDo) {
 TEST(Hint, IsSilentWhereNothingIsRecognised) {
   EXPECT_EQ(hint("Unexpected character \")\"", "x = )"), "");
   EXPECT_EQ(hint("Variable or function named \"q\" not found", "q"), "");
+  EXPECT_EQ(hint("Unexpected character \")\"", "y = x(end, 1) + )"), "");
+  EXPECT_EQ(hint("Unexpected character \"b\"", "if x == y, a b, end"), "");
+  EXPECT_EQ(hint("Unexpected character \")\"", std::string(100'000, '\n') + "tryst = )"), "");
+  EXPECT_EQ(hint("Unexpected character \"=\"", "[" + std::string(100'000, ' ') + "a b] = )"), "");
   EXPECT_EQ(hint("Unexpected character \"=\"", "", 7), "");
   EXPECT_EQ(hint("Operands of + are expected to be numeric arrays", "1 + sum(speed(1))"), "");
 }

@@ -6,8 +6,10 @@
 #include <cmath>
 
 #include "linear/lapack.h"
+#include "linear/norm.h"
 #include "linear/samples.h"
 #include "linear/svd.h"
+#include "values/numbers.h"
 
 namespace kelo {
 namespace {
@@ -119,6 +121,30 @@ TEST(Linear, InverseOfHilbertMatrix) {
                              240, -2700, 6480, -4200, -140, 1680, -4200, 2800};
   for (int64_t i = 0; i < 16; ++i) EXPECT_NEAR(x[i], expected[i], 1e-8) << i;
   EXPECT_NEAR(1 / rcond(hilbert(4)), 28375, 1e-6);  // the known condition in the 1-norm
+}
+
+TEST(Linear, EuclideanNormOfMany) {
+  std::mt19937_64 random(11);
+  for (const int64_t n : {32, 33, 100, 5000}) {
+    DoubleArray x = randomArray(random, SizeVector(1, n));
+    long double sum = 0;
+    for (const double element : x.values()) sum += static_cast<long double>(element) * element;
+    EXPECT_DOUBLE_EQ(vectorNorm(x, 2), static_cast<double>(std::sqrt(sum))) << n;
+    x.writable()[n / 2] = 1e200;  // its square is out of range
+    EXPECT_DOUBLE_EQ(vectorNorm(x, 2), 1e200);
+    x.writable()[0] = -kInf;
+    EXPECT_EQ(vectorNorm(x, 2), kInf);
+    x.writable()[1] = kNaN;
+    EXPECT_TRUE(std::isnan(vectorNorm(x, 2)));
+  }
+}
+
+TEST(Linear, ColumnTimesRow) {
+  const DoubleArray a = DoubleArray::column(std::vector<double>(40, -0.0));
+  const DoubleArray b = DoubleArray::row(std::vector<double>(30, 2));
+  const DoubleArray c = mtimes(a, b).asDouble();
+  EXPECT_EQ(c.size(), SizeVector(40, 30));
+  for (const double element : c.values()) EXPECT_EQ(1 / element, kInf);  // a zero of the library's sign
 }
 
 TEST(Linear, SmallAndLargeProductsAgree) {

@@ -67,6 +67,36 @@ for name in sin polyfit plot; do
   failures=$((failures + 1))
 done
 check 'no such function' 1 '' 'kelo: there is no help on "nope"' "$program" --functions nope
+check 'tokens' 0 "    1:1    LSQB           \"[\"
+    1:2    INT            \"1\"
+    1:3    COMMA          \" \"
+    1:4    MINUS          \"-\"
+    1:5    INT            \"2\"
+    1:6    RSQB           \"]\"
+    1:7    NEWLINE        \"\\n\"
+    2:1    EOF            \"\"" '' "$program" --tokens -e '[1 -2]'
+check 'tree' 0 'Prog_stat_list
+  Stat_list
+    Assignment
+      Var_assignment
+        Id_names "x"
+        "="
+        Int "2"
+      Stat_separator ";"
+      Stat_separator "\n"
+    Expression
+      BinaryOps
+        Id
+          Id_names "x"
+        "+"
+        Int "1"
+      Stat_separator "\n"
+      Stat_separator "\n"
+  "<EOF>"' '' "$program" --tree good.m
+check 'tokens of a text that does not parse' 1 '    1:1    EQ             "="
+    1:2    NEWLINE        "\n"
+    2:1    EOF            ""' 'Syntax error at Line 1(1) of the console. Unexpected character "=".' "$program" --tokens -e =
+"$program" --code good.m | grep -q '2 | x + 1' || { echo 'code is missing'; failures=$((failures + 1)); }
 check 'missing file' 1 '' 'Error in no.m. Failed to load "no.m".' "$program" no.m
 check 'not UTF-8' 1 '' '*error*latin.m. *' "$program" latin.m
 check 'not UTF-8 on standard input' 1 '' '*error*. *' with_input 'x = \377' "$program"

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <complex>
 
@@ -143,6 +144,56 @@ TEST(Operators, TemporaryReceivesTheResult) {
   EXPECT_EQ(describe(kept), "double 1 x 3: 1 2 3");
   // A temporary that is smaller than the result cannot hold it.
   EXPECT_EQ(describe(elementwise(Op::plus, row({1, 2}), column({1, 2}))), "double 2 x 2: 2 3 3 4");
+}
+
+// Arrays of all small lengths, and one that is worked on by several cores, against single elements.
+TEST(Operators, LengthsAgainstSingleElements) {
+  const double special[] = {0.0, -0.0, kNaN, kInf, -kInf, 1, -2.5, 1e308};
+  const auto element = [&](int64_t i) { return i % 3 == 0 ? special[i % 8] : static_cast<double>(i) - 20; };
+  for (const int64_t n : {2, 3, 7, 8, 9, 31, 33, 70000}) {
+    auto a = DoubleArray::uninitialized(SizeVector(1, n)), b = a;
+    auto p = LogicalArray::uninitialized(SizeVector(1, n)), q = p;
+    for (int64_t i = 0; i < n; ++i) {
+      a.writable()[i] = element(i);
+      b.writable()[i] = element(n + 1 - i);
+      p.writable()[i] = i % 3 == 0;
+      q.writable()[i] = i % 5 < 2;
+    }
+    for (const Op op : {Op::plus, Op::minus, Op::dmult, Op::rdivide}) {
+      const NumericArray scalar = num(3);
+      const DoubleArray both = elementwise(op, a, b).asDouble();
+      const DoubleArray right = elementwise(op, a, scalar).asDouble(), left = elementwise(op, scalar, b).asDouble();
+      for (int64_t i = 0; i < n; ++i) {
+        double expected[3];
+        scalarArithmetic(op, a[i], b[i], expected);
+        scalarArithmetic(op, a[i], 3, expected + 1);
+        scalarArithmetic(op, 3, b[i], expected + 2);
+        const double given[] = {both[i], right[i], left[i]};
+        for (int k = 0; k < 3; ++k) {
+          ASSERT_TRUE(std::bit_cast<uint64_t>(given[k]) == std::bit_cast<uint64_t>(expected[k]) ||
+                      (std::isnan(given[k]) && std::isnan(expected[k])))
+              << static_cast<int>(op) << " of " << n << " at " << i;
+        }
+      }
+    }
+    const LogicalArray some = elementwise(Op::or_, p, q).asLogical(), all = elementwise(Op::and_, p, q).asLogical();
+    const LogicalArray none = unary(UnaryOp::not_, p).asLogical();
+    for (int64_t i = 0; i < n; ++i) {
+      ASSERT_TRUE(some[i] == (p[i] || q[i]) && all[i] == (p[i] && q[i]) && none[i] == !p[i]) << n << " at " << i;
+    }
+  }
+}
+
+// Texts longer than the pieces they are compared in, with a composed letter and its decomposed spelling among them.
+TEST(Operators, LongTexts) {
+  const std::string plain(600, 'x');
+  const CharArray a = charRow(plain + "\u00e9" + plain), b = charRow(plain + "e\u0301" + plain + "");
+  const LogicalArray same = elementwise(Op::eqeq, a, b).asLogical(), other = elementwise(Op::neq, a, b).asLogical();
+  const LogicalArray letters = elementwise(Op::eqeq, a, text("x")).asLogical();
+  for (int64_t i = 0; i < a.numElements(); ++i) {
+    ASSERT_TRUE(same[i] && !other[i]) << i;
+    ASSERT_EQ(letters[i], i != 600) << i;
+  }
 }
 
 // The same operation on operands replicated by subscripts.

@@ -44,7 +44,14 @@ async function bundle() {
     loader: { '.woff2': 'file' },
     plugins: [styleSheetsOnly, oneFirstPart(join(root, kMain))],
   });
+  await dropSecondStyles(result.metafile.outputs);
   return result.metafile;
+}
+
+/// The later parts, which import the app, get its styles once more.
+async function dropSecondStyles(outputs) {
+  const parts = Object.keys(outputs).filter((path) => /[/\\]part-[^/\\]*\.css$/.test(path));
+  for (const path of parts) await rm(join(root, path));
 }
 
 /// The script that the page has before the app.

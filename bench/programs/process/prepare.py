@@ -1,4 +1,4 @@
-"""Writes, into the directory it is run in, what the programs of this group need: files of functions, long programs, numbers."""
+"""Writes what the programs of this group need into the directory it is run in: functions, long programs, numbers."""
 from pathlib import Path
 
 FUNCTIONS, LINES = 300, 5000
@@ -8,7 +8,8 @@ for k in range(1, FUNCTIONS + 1):
     Path(f"part{k}.m").write_text(
         f"function y = part{k}(x)\n% adds {k}\nif x > {k}\n  y = x + {k};\nelse\n  y = x - {k};\nend\n")
     Path(f"part{k}.py").write_text(
-        f"def part{k}(x):\n    # adds {k}\n    if x > {k}:\n        y = x + {k}\n    else:\n        y = x - {k}\n    return y\n")
+        f"def part{k}(x):\n    # adds {k}\n    if x > {k}:\n        y = x + {k}\n    else:\n        y = x - {k}\n"
+        "    return y\n")
     calls.append(f"s = part{k}(s);")
     modules.append(f"from part{k} import part{k}\ns = part{k}(s)")
 Path("many_functions.m").write_text("\n".join(calls) + "\ndisp(s)\n")

@@ -99,11 +99,15 @@ NodeValue figureFlag(Call& call) {
 }
 
 NodeValue legend(Call& call) {
-  if (call.count() == 0) return changePlot(call, [](PlotData& plot) { plot.shouldShowLegend = !plot.shouldShowLegend; });
+  if (call.count() == 0) {
+    return changePlot(call, [](PlotData& plot) { plot.shouldShowLegend = !plot.shouldShowLegend; });
+  }
   if (call.count() == 1) return legendOption(call);
   const std::vector<std::string> names = namesOf(call);
   return changePlot(call, [&](PlotData& plot) {
-    if (names.size() > plot.lines.size()) throw expectation(text::tooManyNames(static_cast<int64_t>(plot.lines.size())));
+    if (names.size() > plot.lines.size()) {
+      throw expectation(text::tooManyNames(static_cast<int64_t>(plot.lines.size())));
+    }
     for (size_t k = 0; k < names.size(); ++k) plot.lines[k].attribute.name = names[k];
     plot.shouldShowLegend = true;
   });

@@ -4,6 +4,7 @@
 #include "builtins/slices.h"
 #include "linear/matrix_parts.h"
 #include "messages/catalogue/polynomials.h"
+#include "platform/vector_clones.h"
 
 namespace kelo::builtins {
 namespace {
@@ -21,6 +22,23 @@ T dotOf(const T* a, const T* b, int64_t n) {
   for (; i < n; ++i) sum[0] = sum[0] + conj(a[i]) * b[i];
   for (int64_t l = 1; l < kLanes; ++l) sum[0] = sum[0] + sum[l];
   return sum[0];
+}
+
+// The same with the lanes spelled out: they are added up as above.
+KELO_VECTOR_CLONES double dotOf(const double* a, const double* b, int64_t n) {
+  using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
+  Lanes sums = {};
+  int64_t i = 0;
+  for (; i + kLanes <= n; i += kLanes) {
+    Lanes x, y;
+    __builtin_memcpy(&x, a + i, sizeof x);
+    __builtin_memcpy(&y, b + i, sizeof y);
+    sums = sums + x * y;
+  }
+  for (; i < n; ++i) sums[0] = sums[0] + a[i] * b[i];
+  double sum = sums[0];
+  for (int64_t l = 1; l < kLanes; ++l) sum = sum + sums[l];
+  return sum;
 }
 
 template <class T>

@@ -8,6 +8,7 @@
 #include <numeric>
 #include <utility>
 
+#include "builtins/random/random_blocks.h"
 #include "builtins/special/gamma.h"
 #include "platform/vector_clones.h"
 
@@ -22,6 +23,12 @@ uint64_t secondsOf(const platform::CalendarTime& time) {
   return static_cast<uint64_t>(minutes * 60 + static_cast<int64_t>(time.seconds));
 }
 
+// Whether a candidate for a normal deviate, q outside, is taken.
+bool isAccepted(double u, double v, double q) {
+  if (q <= 0.27597) return true;
+  return q <= 0.27846 && v * v <= -4 * std::log(u) * u * u;
+}
+
 /// One normal deviate of mean 0 and deviation `std`.
 double normal(RandomWords& words, double std) {
   double u1, v1;
@@ -31,8 +38,7 @@ double normal(RandomWords& words, double std) {
     if (candidate == 10) break;  // NOTE: intended, whatever the tests below would say
     const double x = u1 - 0.449871, y = std::abs(v1) + 0.386595;
     const double q = x * x + y * (0.196 * y - 0.25472 * x);
-    if (q <= 0.27597) break;
-    if (q <= 0.27846 && v1 * v1 <= -4 * std::log(u1) * u1 * u1) break;
+    if (isAccepted(u1, v1, q)) break;
   }
   return std * v1 / u1;
 }
@@ -87,16 +93,97 @@ class Poisson {
   double rate_, root_, log_, limit_;
 };
 
-/// The words of a run of draws, one after the other.
-struct WordBlock {
-  static constexpr size_t kSize = 512;
-  uint64_t u[kSize], v[kSize], w[kSize];
+/// Uniform numbers of a stream, drawn a block ahead; words() tells where the stream stands behind those taken.
+class UniformBlocks {
+ public:
+  explicit UniformBlocks(const RandomWords& words) : before_(words), behind_(words) {}
+
+  /// The next numbers in a row, at least one pair, at most `most` pairs.
+  std::span<const double> pairs(size_t most) {
+    if (next_ == kDrawsOfBlock) {
+      before_ = behind_;
+      drawUniformBlock(behind_, fractions_);
+      next_ = 0;
+    }
+    return {fractions_ + next_, std::min(2 * most, kDrawsOfBlock - next_)};
+  }
+  void take(size_t count) { next_ += count; }
+  RandomWords words() const { return next_ == kDrawsOfBlock ? behind_ : wordsAfter(before_, next_); }
+
+ private:
+  RandomWords before_, behind_;  // of the block
+  size_t next_ = kDrawsOfBlock;
+  double fractions_[kDrawsOfBlock];
 };
 
-/// out[i] is the double in [0, 1) of the block's i-th words.
-KELO_VECTOR_CLONES void fractionsOf(const WordBlock& block, size_t n, double* out) {
-  for (size_t i = 0; i < n; ++i) out[i] = RandomWords::fraction(RandomWords::mixed(block.u[i], block.v[i], block.w[i]));
+/// Candidates for normal deviates, from pairs of uniform numbers.
+struct NormalCandidates {
+  static constexpr size_t kMost = kDrawsOfBlock / 2;
+  double u[kMost], v[kMost];
+  double q[kMost];  // how far outside they lie
+};
+
+KELO_WIDE_CLONES void candidatesOf(const double* uniform, size_t count, NormalCandidates* out) {
+  for (size_t k = 0; k < count; ++k) {
+    const double u = uniform[2 * k], v = (uniform[2 * k + 1] - 0.5) * 1.7156;
+    const double x = u - 0.449871, y = std::abs(v) + 0.386595;
+    out->u[k] = u;
+    out->v[k] = v;
+    out->q[k] = x * x + y * (0.196 * y - 0.25472 * x);
+  }
 }
+
+/// Normal deviates of mean 0 and deviation 1 as quotients v / u, all that are wanted.
+///
+/// OPTIMIZATION: candidates are tested many at a time; each is written to the place of the next one that is taken, so
+/// that the choice is no branch.
+/// NOTE: intended: the tenth candidate is taken, whatever the tests say.
+void drawNormals(UniformBlocks& stream, std::span<double> u, std::span<double> v) {
+  constexpr int kLast = 10;
+  NormalCandidates candidates;
+  int candidate = 1;
+  size_t done = 0;
+  while (done < u.size()) {
+    const std::span<const double> uniform = stream.pairs(NormalCandidates::kMost);
+    const size_t count = uniform.size() / 2;
+    candidatesOf(uniform.data(), count, &candidates);
+    size_t k = 0;
+    for (; k < count && done < u.size(); ++k) {
+      u[done] = candidates.u[k];
+      v[done] = candidates.v[k];
+      bool taken = candidates.q[k] <= 0.27597;
+      if (candidates.q[k] > 0.27597 && candidates.q[k] <= 0.27846) [[unlikely]] {
+        taken = isAccepted(candidates.u[k], candidates.v[k], candidates.q[k]);
+      }
+      if (candidate == kLast) [[unlikely]] taken = true;
+      done += taken;
+      candidate = taken ? 1 : candidate + 1;
+    }
+    stream.take(2 * k);
+  }
+}
+
+KELO_WIDE_CLONES void quotients(const double* u, const double* v, double mean, double std, double* out, size_t count) {
+  for (size_t k = 0; k < count; ++k) out[k] = mean + std * v[k] / u[k];
+}
+
+__extension__ using Wide = unsigned __int128;
+
+/// x % divisor by products, for one divisor many times.
+class Remainder {
+ public:
+  explicit Remainder(uint64_t divisor) : divisor_(divisor), reciprocal_(~uint64_t{0} / divisor) {}
+
+  uint64_t of(uint64_t x) const {
+    const auto quotient = static_cast<uint64_t>(static_cast<Wide>(x) * reciprocal_ >> 64);
+    uint64_t rest = x - quotient * divisor_;  // the quotient may be one or two too small
+    rest -= rest >= divisor_ ? divisor_ : 0;
+    return rest - (rest >= divisor_ ? divisor_ : 0);
+  }
+
+ private:
+  uint64_t divisor_, reciprocal_;
+};
 
 }  // namespace
 
@@ -127,26 +214,25 @@ void KLRand::withWords(Draw draw) {
 }
 
 void KLRand::randomDoubleArray(std::span<double> array) {
-  // OPTIMIZATION: the words go on in a loop of their own, a block at a time, so that mixing and
-  // conversion vectorise.
   withWords([=](RandomWords& words) {
-    WordBlock block;
-    for (size_t begin = 0; begin < array.size(); begin += WordBlock::kSize) {
-      const size_t n = std::min(WordBlock::kSize, array.size() - begin);
-      for (size_t i = 0; i < n; ++i) {
-        words.step();
-        block.u[i] = words.u;
-        block.v[i] = words.v;
-        block.w[i] = words.w;
-      }
-      fractionsOf(block, n, array.data() + begin);
-    }
+    size_t k = 0;
+    for (; k + kDrawsOfBlock <= array.size(); k += kDrawsOfBlock) drawUniformBlock(words, array.data() + k);
+    for (; k < array.size(); ++k) array[k] = words.uniform();
   });
 }
 
 void KLRand::randomIntegerArray(int64_t max, std::span<double> array) {
+  const Remainder remainder(static_cast<uint64_t>(max));
   withWords([=](RandomWords& words) {
-    for (double& x : array) x = static_cast<double>(words.intMax(max));
+    uint64_t bits[kDrawsOfBlock];
+    size_t k = 0;
+    for (; k + kDrawsOfBlock <= array.size(); k += kDrawsOfBlock) {
+      drawBlock(words, bits);
+      for (size_t i = 0; i < kDrawsOfBlock; ++i) {
+        array[k + i] = static_cast<double>(static_cast<int64_t>(remainder.of(bits[i])) + 1);
+      }
+    }
+    for (; k < array.size(); ++k) array[k] = static_cast<double>(words.intMax(max));
   });
 }
 
@@ -161,8 +247,25 @@ void KLRand::randomPermutation(std::span<double> array) {
 }
 
 void KLRand::randomNormalArray(EachParameter mean, EachParameter std, std::span<double> array) {
+  constexpr size_t kFew = 64;  // are drawn as quickly one by one
   withWords([=](RandomWords& words) {
-    for (size_t i = 0; i < array.size(); ++i) array[i] = mean[i] + normal(words, std[i]);
+    if (array.size() < kFew) {
+      for (size_t i = 0; i < array.size(); ++i) array[i] = mean[i] + normal(words, std[i]);
+      return;
+    }
+    constexpr size_t kPiece = 256;
+    double u[kPiece], v[kPiece];
+    UniformBlocks stream(words);
+    for (size_t begin = 0; begin < array.size(); begin += kPiece) {
+      const size_t count = std::min(kPiece, array.size() - begin);
+      drawNormals(stream, {u, count}, {v, count});
+      if (mean.isOne() && std.isOne()) {
+        quotients(u, v, mean[0], std[0], array.data() + begin, count);
+      } else {
+        for (size_t k = 0; k < count; ++k) array[begin + k] = mean[begin + k] + std[begin + k] * v[k] / u[k];
+      }
+    }
+    words = stream.words();
   });
 }
 

@@ -16,6 +16,7 @@ class EachParameter {
  public:
   /// REQUIRES: `values` outlives this
   EachParameter(const DoubleArray& values) : values_(values.data()), stride_(values.isScalar() ? 0 : 1) {}
+  bool isOne() const { return stride_ == 0; }
   double operator[](size_t i) const { return values_[static_cast<int64_t>(i) * stride_]; }
 
  private:

@@ -12,6 +12,9 @@
 namespace kelo {
 
 struct RandomWords {
+  static constexpr uint64_t kFactor = 2862933555777941757u, kAddend = 7046029254386353087u;  // of u
+  static constexpr uint64_t kCarry = 4294957665u;                                            // of w
+
   uint64_t u = 0, v = 0, w = 0;
 
   /// The words that a seed stands for.
@@ -32,11 +35,16 @@ struct RandomWords {
   }
   /// Takes each word to its next.
   void step() {
-    u = u * 2862933555777941757u + 7046029254386353087u;
+    u = u * kFactor + kAddend;
+    v = shifted(v);
+    w = kCarry * (w & 0xFFFFFFFFu) + (w >> 32);
+  }
+  /// The step of v.
+  static constexpr uint64_t shifted(uint64_t v) {
     v ^= v >> 17;
     v ^= v << 31;
     v ^= v >> 8;
-    w = 4294957665u * (w & 0xFFFFFFFFu) + (w >> 32);
+    return v;
   }
   /// The 64 bits that three words give together.
   static uint64_t mixed(uint64_t u, uint64_t v, uint64_t w) {

@@ -1,6 +1,7 @@
 // Sums of slices, always from the left to the right, and what is made of them.
 #include "builtins/reductions/column_kernels.h"
 #include "builtins/reductions/handlers.h"
+#include "platform/vector_clones.h"
 
 namespace kelo::builtins {
 namespace {
@@ -14,6 +15,25 @@ void sumLongColumns(const Slices& s, const double* in, double* out) {
     for (; k + 8 <= end; k += 8) slices::foldLanes<8>(in + k * s.length, s.length, 1, s.length, out + k, k, step);
     for (; k < end; ++k) out[k] = sumInOrder(in + k * s.length, s.length, s.coresForOne());
   });
+}
+
+// How many of n logicals are true.
+KELO_VECTOR_CLONES int64_t countTrue(const bool* x, int64_t n) {
+  constexpr int64_t kPiece = 32 * 255;  // as long as the sum of every 32nd fits a byte
+  constexpr int64_t kLanes = 32;
+  const auto* bytes = reinterpret_cast<const uint8_t*>(x);
+  int64_t count = 0;
+  int64_t i = 0;
+  while (i + kLanes <= n) {
+    uint8_t sums[kLanes] = {};
+    const int64_t end = std::min(n, i + kPiece) / kLanes * kLanes;
+    for (; i + kLanes <= end; i += kLanes) {
+      for (int64_t k = 0; k < kLanes; ++k) sums[k] = static_cast<uint8_t>(sums[k] + bytes[i + k]);
+    }
+    for (const uint8_t sum : sums) count += sum;
+  }
+  for (; i < n; ++i) count += bytes[i];
+  return count;
 }
 
 template <class T>
@@ -53,9 +73,7 @@ DoubleArray sumAlong(const LogicalArray& a, int64_t d) {
   double* out = result.writable();
   if (s.inner == 1) {
     forColumns(s, a.data(), [&](int64_t k, const bool* x) {
-      int64_t count = 0;
-      for (int64_t i = 0; i < s.length; ++i) count += x[i];
-      out[k] = static_cast<double>(count);
+      out[k] = static_cast<double>(countTrue(x, s.length));
     });
   } else {
     foldSlices(s, a.data(), out, [](double sum, bool x, int64_t) { return sum + static_cast<double>(x); });

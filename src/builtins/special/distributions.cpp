@@ -63,6 +63,16 @@ double normalCdf(double x, double mu, double sigma) {
   return 0.5 * erfc(-0.7071067811865476 * (x - mu) / sigma);
 }
 
+void normalCdf(double* y, const double* x, int64_t n, double mu, double sigma) {
+  if (!(sigma > 0)) {
+    for (int64_t i = 0; i < n; ++i) y[i] = normalCdf(x[i], mu, sigma);
+    return;
+  }
+  for (int64_t i = 0; i < n; ++i) y[i] = -0.7071067811865476 * (x[i] - mu) / sigma;
+  erfc(y, y, n);
+  for (int64_t i = 0; i < n; ++i) y[i] = 0.5 * y[i];
+}
+
 double normalInverse(double p, double mu, double sigma) {
   if (sigma <= 0 || p < 0 || p > 1) return kNaN;
   if (p == 0) return -kInf;

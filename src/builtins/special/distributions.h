@@ -3,11 +3,15 @@
 // nothing here reports a fault.
 #pragma once
 
+#include <cstdint>
+
 namespace kelo::special {
 
 double normalPdf(double x, double mu, double sigma);  ///< NaN for sigma <= 0
 /// NaN for sigma < 0. NOTE: intended: 1 for sigma == 0
 double normalCdf(double x, double mu, double sigma);
+/// The same of n numbers.
+void normalCdf(double* y, const double* x, int64_t n, double mu, double sigma);
 double normalInverse(double p, double mu, double sigma);
 
 double exponentialPdf(double x, double mu);  ///< mu: the mean

@@ -1,7 +1,10 @@
 #include "builtins/special/error_function.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
+
+#include "platform/vector_clones.h"
 
 namespace kelo::special {
 namespace {
@@ -35,21 +38,60 @@ constexpr double kCoefficients[] = {-1.3026537197817094,
                                     1.21e-16,
                                     -2.8e-17};
 
-/// erfc(z) for z >= 0, by Clenshaw's recurrence.
-double core(double z) {
-  const double t = 2 / (2 + z), ty = 4 * t - 2;
-  double d = 0, dd = 0;
-  for (size_t j = std::size(kCoefficients) - 1; j > 0; --j) {
-    const double last = d;
-    d = ty * d - dd + kCoefficients[j];
-    dd = last;
+constexpr int64_t kLanes = 8;
+constexpr int64_t kChains = 4;  // side by side, since each waits for its own last step
+constexpr int64_t kBlock = kLanes * kChains;
+using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
+
+/// erfc(z) = t * exp(exponent) for a block of z >= 0, by Clenshaw's recurrence.
+KELO_WIDE_CLONES void coresOf(const double* z, double* t, double* exponent) {
+  Lanes at[kChains], factor[kChains], d[kChains] = {}, dd[kChains] = {};
+  __builtin_memcpy(at, z, sizeof at);
+  Lanes scale[kChains];
+  for (int64_t k = 0; k < kChains; ++k) {
+    scale[k] = 2 / (2 + at[k]);
+    factor[k] = 4 * scale[k] - 2;
   }
-  return t * std::exp(-z * z + 0.5 * (kCoefficients[0] + ty * d) - dd);
+  for (size_t j = std::size(kCoefficients) - 1; j > 0; --j) {
+    for (int64_t k = 0; k < kChains; ++k) {
+      const Lanes last = d[k];
+      d[k] = factor[k] * d[k] - dd[k] + kCoefficients[j];
+      dd[k] = last;
+    }
+  }
+  for (int64_t k = 0; k < kChains; ++k) at[k] = -at[k] * at[k] + 0.5 * (kCoefficients[0] + factor[k] * d[k]) - dd[k];
+  __builtin_memcpy(exponent, at, sizeof at);
+  __builtin_memcpy(t, scale, sizeof scale);
+}
+
+/// f(negative, erfc of the magnitude) of n numbers, a block of them at a time.
+template <class F>
+void mapCores(double* y, const double* x, int64_t n, F f) {
+  alignas(sizeof(Lanes)) double z[kBlock] = {}, t[kBlock], exponent[kBlock];
+  for (int64_t begin = 0; begin < n; begin += kBlock) {
+    const int64_t count = std::min(kBlock, n - begin);
+    for (int64_t k = 0; k < count; ++k) z[k] = x[begin + k] >= 0 ? x[begin + k] : -x[begin + k];
+    coresOf(z, t, exponent);
+    for (int64_t k = 0; k < count; ++k) y[begin + k] = f(!(x[begin + k] >= 0), t[k] * std::exp(exponent[k]));
+  }
 }
 
 }  // namespace
 
-double erf(double x) { return x >= 0 ? 1 - core(x) : core(-x) - 1; }
-double erfc(double x) { return x >= 0 ? core(x) : 2 - core(-x); }
+void erf(double* y, const double* x, int64_t n) {
+  mapCores(y, x, n, [](bool negative, double core) { return negative ? core - 1 : 1 - core; });
+}
+void erfc(double* y, const double* x, int64_t n) {
+  mapCores(y, x, n, [](bool negative, double core) { return negative ? 2 - core : core; });
+}
+
+double erf(double x) {
+  erf(&x, &x, 1);
+  return x;
+}
+double erfc(double x) {
+  erfc(&x, &x, 1);
+  return x;
+}
 
 }  // namespace kelo::special

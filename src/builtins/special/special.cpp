@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 
+#include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"
 #include "builtins/special/distributions.h"
 #include "builtins/special/error_function.h"
@@ -20,11 +21,19 @@ namespace {
 
 // ---- Error functions
 
-template <double (*kFunction)(double)>
-NodeValue errorFunction(Call& call) {
+DoubleArray takeErrorArgument(Call& call) {
   read::numeric(call, 0, Wording::sentence(text::kErrorFunctionNumeric));
-  return unaryLoop(read::takeReal(call, 0, Wording::sentence(text::kErrorFunctionReal)),
-                   [](double x) noexcept { return kFunction(x); });
+  return read::takeReal(call, 0, Wording::sentence(text::kErrorFunctionReal));
+}
+
+template <void (*kFunction)(double*, const double*, int64_t)>
+NodeValue errorFunction(Call& call) {
+  return mapBlocks(takeErrorArgument(call), kFunction);
+}
+
+template <double (*kFunction)(double)>
+NodeValue errorInverse(Call& call) {
+  return unaryLoop(takeErrorArgument(call), [](double x) noexcept { return kFunction(x); });
 }
 
 // ---- Distributions
@@ -32,21 +41,25 @@ NodeValue errorFunction(Call& call) {
 struct Distribution {
   using OfOneParameter = double (*)(double, double);
   using OfTwoParameters = double (*)(double, double, double);
+  using OfMany = void (*)(double* y, const double* x, int64_t n, double mu, double sigma);
 
   constexpr Distribution(OfOneParameter f, const char* first, const char* second, const char* both, double standard = 0)
       : one(f), names{first, second, nullptr}, signatures{first, both, nullptr}, defaults{standard, 0} {}
-  constexpr Distribution(OfTwoParameters f, const char* first, const char* firstAndMean, const char* all)
-      : two(f), names{first, "mu", "sigma"}, signatures{first, firstAndMean, all}, defaults{0, 1} {}
+  constexpr Distribution(OfTwoParameters f, const char* first, const char* firstAndMean, const char* all,
+                         OfMany ofMany = nullptr)
+      : two(f), names{first, "mu", "sigma"}, signatures{first, firstAndMean, all}, defaults{0, 1}, many(ofMany) {}
 
   OfOneParameter one = nullptr;
   OfTwoParameters two = nullptr;
   const char* names[3];       // of the arguments
   const char* signatures[3];  // by the number of arguments given
   double defaults[2];         // of the parameters
+  /// The same for many numbers and parameters that are one each, where that is faster; y is not x.
+  OfMany many = nullptr;
 };
 
 constexpr Distribution kNormalPdf{special::normalPdf, "x", "x, mu", "x, mu, sigma"};
-constexpr Distribution kNormalCdf{special::normalCdf, "x", "x, mu", "x, mu, sigma"};
+constexpr Distribution kNormalCdf{special::normalCdf, "x", "x, mu", "x, mu, sigma", special::normalCdf};
 constexpr Distribution kNormalInverse{special::normalInverse, "p", "p, mu", "p, mu, sigma"};
 constexpr Distribution kPoissonPdf{special::poissonPdf, "x", "lambda", "x, lambda"};
 constexpr Distribution kPoissonCdf{special::poissonCdf, "x", "lambda", "x, lambda"};
@@ -97,6 +110,11 @@ DoubleArray mapTogether(const Arguments& arguments, F f) {
 
 NodeValue applied(const Distribution& distribution, Call& call) {
   const Arguments arguments = readArguments(call, distribution);
+  if (distribution.many && arguments[1].isScalar() && arguments[2].isScalar()) {
+    return mapBlocks(arguments[0], [&](double* y, const double* x, int64_t n) {
+      distribution.many(y, x, n, arguments[1].scalar(), arguments[2].scalar());
+    });
+  }
   if (distribution.two) return mapTogether(arguments, distribution.two);
   return mapTogether(arguments, [f = distribution.one](double x, double parameter, double) { return f(x, parameter); });
 }
@@ -114,10 +132,10 @@ constexpr Builtin kSpecial[] = {
      "Error function", "erf([0 0.5 1])", {.inputs = text::kErrorFunctionInputs}},
     {"erfc",     errorFunction<special::erfc>,      {1, 1}, 1, "x",
      "Complementary error function, 1 - erf(x)", "erfc([0 0.5 1])", {.inputs = text::kErrorFunctionInputs}},
-    {"erfinv",   errorFunction<special::erfinv>,    {1, 1}, 1, "x",
+    {"erfinv",   errorInverse<special::erfinv>,     {1, 1}, 1, "x",
      "Number with the given value of the error function", "erfinv([0 0.5 0.9])",
      {.inputs = text::kErrorFunctionInputs}},
-    {"erfcinv",  errorFunction<special::erfcinv>,   {1, 1}, 1, "x",
+    {"erfcinv",  errorInverse<special::erfcinv>,    {1, 1}, 1, "x",
      "Number with the given value of the complementary error function", "erfcinv([0.1 1])",
      {.inputs = text::kErrorFunctionInputs}},
 

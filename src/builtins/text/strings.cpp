@@ -8,6 +8,7 @@
 #include "builtins/text/char_rows.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/text_functions.h"
+#include "platform/vector_clones.h"
 
 namespace kelo::builtins {
 namespace {
@@ -56,29 +57,37 @@ bool isAscii(const Character* c, int64_t n) {
   return all < 0x80;
 }
 
-/// REQUIRES: isAscii
-void turnAscii(Character* c, int64_t n, uint32_t firstLetter) {
+/// REQUIRES: isAscii. `out` may be `in`.
+void turnAscii(Character* out, const Character* in, int64_t n, uint32_t firstLetter) {
+#pragma GCC ivdep
   for (int64_t i = 0; i < n; ++i) {
-    const uint32_t word = c[i].word();
-    c[i] = Character(word - firstLetter < 26 ? word ^ 0x20 : word);
+    const uint32_t word = in[i].word();
+    out[i] = Character(word - firstLetter < 26 ? word ^ 0x20 : word);
+  }
+}
+
+KELO_VECTOR_CLONES void turnCase(Character* out, const Character* in, int64_t n, bool toLower) {
+  constexpr int64_t kBlock = 256;
+  for (int64_t i = 0; i < n; i += kBlock) {
+    const int64_t count = std::min(kBlock, n - i);
+    if (isAscii(in + i, count)) {
+      turnAscii(out + i, in + i, count, toLower ? U'A' : U'a');
+      continue;
+    }
+    for (int64_t k = i; k < i + count; ++k) out[k] = toLower ? in[k].lowercased() : in[k].uppercased();
   }
 }
 
 // OPTIMIZATION: ASCII text a block at a time, in loops that the compiler vectorises.
 CharArray inCase(CharArray text, Case letterCase) {
-  constexpr int64_t kBlock = 256;
-  const bool toLower = letterCase == Case::lower;
-  Character* const c = text.writable();
-  const int64_t n = text.numElements();
-  for (int64_t i = 0; i < n; i += kBlock) {
-    const int64_t count = std::min(kBlock, n - i);
-    if (isAscii(c + i, count)) {
-      turnAscii(c + i, count, toLower ? U'A' : U'a');
-      continue;
-    }
-    for (Character* at = c + i; at != c + i + count; ++at) *at = toLower ? at->lowercased() : at->uppercased();
+  if (text.isUnshared()) {
+    Character* own = text.writable();
+    turnCase(own, own, text.numElements(), letterCase == Case::lower);
+    return text;
   }
-  return text;
+  auto result = CharArray::uninitialized(text.size());
+  turnCase(result.writable(), text.data(), text.numElements(), letterCase == Case::lower);
+  return result;
 }
 
 NodeValue textCase(Call& call) {

@@ -83,7 +83,8 @@ std::vector<Entry> readContents(const std::string& sources) {
 std::vector<DocFilesLoader::FileInfo> fileInfos(const std::vector<Entry>& entries) {
   std::vector<DocFilesLoader::FileInfo> infos;
   for (const Entry& entry : entries) {
-    infos.push_back({entry.isDir ? entry.path : entry.path + ".html", entry.title, entry.isDir, entry.isDir ? "" : "html"});
+    infos.push_back(
+        {entry.isDir ? entry.path : entry.path + ".html", entry.title, entry.isDir, entry.isDir ? "" : "html"});
   }
   return infos;
 }

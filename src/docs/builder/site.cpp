@@ -1,5 +1,6 @@
-// Each page is what the page loader makes, with two scripts more: one holds the tree and the text of all pages, the other
-// makes a list and a search field of it. Pages opened from disk may load scripts but fetch nothing.
+// Each page is what the page loader makes, with two scripts more: one holds the tree and the text
+// of all pages, the other makes a list and a search field of it. Pages opened from disk may load
+// scripts but fetch nothing.
 #include "docs/builder/site.h"
 
 #include <algorithm>
@@ -55,8 +56,10 @@ std::vector<std::string> buildSite(const std::string& resources, const std::stri
     write(file.relativePath, withScripts(loadPage(files, file.relativePath, {}), file.relativePath));
   }
   write("_styles/_js/pages.js", pagesScript(files));
-  write("index.html", "<!DOCTYPE html>\n<meta charset=\"utf-8\">\n<title>Kelo</title>\n"
-                      "<meta http-equiv=\"refresh\" content=\"0; url=" + first + "\">\n<a href=\"" + first + "\">Kelo</a>\n");
+  write("index.html",
+        "<!DOCTYPE html>\n<meta charset=\"utf-8\">\n<title>Kelo</title>\n"
+        "<meta http-equiv=\"refresh\" content=\"0; url=" + first + "\">\n"
+        "<a href=\"" + first + "\">Kelo</a>\n");
   return faults;
 }
 

@@ -29,6 +29,7 @@ inline constexpr const char* kTicInputs = "Function {} should have no input argu
 inline constexpr const char* kTimeInputs = "Function {}() should have no input argument";
 inline constexpr const char* kTocBeforeTic = "{} should be run after calling tic";
 // NOTE: intended
+inline constexpr const char* kTimeElapsed = "Time elapsed: {:e} seconds.";
 inline constexpr const char* kTocNumber = "be a number obtained by calling t = toc";
 inline constexpr const char* kTocNumeric = "Input argument of {}() should be a numeric value";
 

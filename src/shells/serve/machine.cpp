@@ -21,11 +21,14 @@ std::string displayText(const std::string& workDir) {
   return "~" + workDir.substr(prefix.size());
 }
 
-/// The folder asked for, else that of the settings when one was asked for, else the one of the XDG convention.
+/// The folder asked for, else that of the settings when one was asked for, else the one of the XDG
+/// convention.
 std::string documentsDirectory(const ServeOptions& options) {
   if (options.documentsDir) return *options.documentsDir;
   if (options.stateDir) return *options.stateDir;
-  if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && data[0] == '/') return std::string(data) + "/kelo";
+  if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && data[0] == '/') {
+    return std::string(data) + "/kelo";
+  }
   const char* home = std::getenv("HOME");
   return std::string(home != nullptr ? home : ".") + "/.local/share/kelo";
 }

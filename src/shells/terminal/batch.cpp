@@ -1,5 +1,5 @@
-// Commands run in order in one base workspace. A failed one does not keep the next from running; a fatal fault and
-// Ctrl-C do.
+// Commands run in order in one base workspace. A failed one does not keep the next from running; a
+// fatal fault and Ctrl-C do.
 #include "shells/terminal/batch.h"
 
 #include <unistd.h>
@@ -9,6 +9,7 @@
 
 #include "figures/pictures/native/cairo_renderer.h"
 #include "frontend/matlab_parser.h"
+#include "frontend/parse_listing.h"
 #include "interpreter/code_listing.h"
 #include "shells/terminal/figure_commands.h"
 #include "shells/terminal/session.h"
@@ -30,7 +31,8 @@ ItemWriter::Style styleOf(const Options& options) {
 
 void tell(const std::string& fault) { std::fprintf(stderr, "kelo: %s\n", fault.c_str()); }
 
-/// The figure that is current in the end, into each file that was asked for. False: one could not be written.
+/// The figure that is current in the end, into each file that was asked for. False: one could not
+/// be written.
 bool writeFigures(Session& session, const Options& options) {
   bool isWritten = true;
   for (const std::string& file : options.figureFiles) {
@@ -45,24 +47,28 @@ bool writeFigures(Session& session, const Options& options) {
 
 /// Values that never arrive, as on a full disk, are told of.
 ExitStatus endOf(Session& session, const Options& options) {
-  ExitStatus status = writeFigures(session, options) ? session.worstStatus() : std::max(session.worstStatus(), kCommandFailed);
+  ExitStatus status =
+      writeFigures(session, options) ? session.worstStatus() : std::max(session.worstStatus(), kCommandFailed);
   const std::string& unwritten = session.writer.fault();
   if (unwritten.empty()) return status;
   tell("standard output cannot be written: " + unwritten);
   return std::max(status, kCommandFailed);
 }
 
-/// `--code`: what the text becomes, in place of what it does.
-ExitStatus printCode(Session& session, const std::string& text, const std::string& path) {
+/// What a text becomes up to a stage, printed in place of what it does.
+ExitStatus printStage(Session& session, Stage stage, const std::string& text, const std::string& path = "") {
   Environment& environment = session.app.environment;
+  const auto print = [](const std::string& listing) { std::fwrite(listing.data(), 1, listing.size(), stdout); };
+  if (stage == Stage::tokens) print(tokenListing(text));
   const ProgTree tree = parseText(environment.parserSetting(), text, path);
   if (!tree) return kCommandFailed;
-  const std::string code = listing(*tree, text, environment.builtins);
-  std::fwrite(code.data(), 1, code.size(), stdout);
+  if (stage == Stage::tree) print(treeListing(*tree));
+  if (stage == Stage::code) print(listing(*tree, text, environment.builtins));
   return kAllRan;
 }
 
-/// False when Ctrl-C was pressed before the last one, also between two of them; a fatal fault ends them too.
+/// False when Ctrl-C was pressed before the last one, also between two of them; a fatal fault ends
+/// them too.
 bool runCommands(Session& session, const std::vector<std::string>& commands) {
   for (size_t k = 0; k < commands.size(); ++k) {
     session.writer.continueWith(commands[k]);
@@ -90,10 +96,11 @@ ExitStatus runBatch(const Options& options) {
   session.app.console.history.setKeeping(isatty(STDIN_FILENO));
   if (!options.width) session.app.environment.settings.consoleCells = terminalWidth();
 
-  if (!place->fileName.empty() && options.code) {
+  if (!place->fileName.empty() && options.stage != Stage::run) {
     const std::string path = (place->directory.empty() ? "" : place->directory + "/") + place->fileName;
     const std::optional<std::string> text = session.app.environment.files.readFile(path);
-    return text ? printCode(session, *text, path) : kCommandFailed;
+    if (!text) tell(path + " cannot be read");
+    return text ? printStage(session, options.stage, *text, path) : kCommandFailed;
   }
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");
@@ -108,9 +115,9 @@ ExitStatus runBatch(const Options& options) {
     if (!text) return kCommandFailed;
     commands.push_back(*text);
   }
-  if (options.code) {
+  if (options.stage != Stage::run) {
     for (const std::string& command : commands) {
-      if (printCode(session, command, "") != kAllRan) return kCommandFailed;
+      if (printStage(session, options.stage, command) != kAllRan) return kCommandFailed;
     }
     return kAllRan;
   }

@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
     const kelo::docs::TextLook look{.width = terminalWidth(), .colour = wantsColour(STDOUT_FILENO)};
     return printFunctionHelp(*options.functions, look, /*listsCommands=*/false) ? kAllRan : kCommandFailed;
   }
-  const bool isInteractive = options.commands.empty() && !options.file && isatty(STDIN_FILENO);
+  const bool isInteractive =
+      options.stage == Stage::run && options.commands.empty() && !options.file && isatty(STDIN_FILENO);
   return isInteractive ? runInteractive(options) : runBatch(options);
 }

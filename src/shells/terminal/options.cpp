@@ -15,9 +15,9 @@ namespace {
 constexpr const char* kDescription =
     "Kelo, an interpreter of a subset of the MATLAB language.\n"
     "\n"
-    "With a terminal and no FILE it is an interactive console: type a command, Tab completes a name, the arrows recall\n"
-    "what was typed before, Ctrl-C stops a run, Ctrl-D leaves. Otherwise it runs the given texts, the script or function\n"
-    "file FILE.m, or the whole of standard input as one command, and ends.";
+    "With a terminal and no FILE it is an interactive console: type a command, Tab completes a name, the arrows\n"
+    "recall what was typed before, Ctrl-C stops a run, Ctrl-D leaves. Otherwise it runs the given texts, the script\n"
+    "or function file FILE.m, or the whole of standard input as one command, and ends.";
 
 constexpr const char* kFooter =
     "Values and text go to standard output, errors and warnings to standard error.\n"
@@ -73,8 +73,9 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
   app.footer(kFooter);
   app.set_help_flag("-h,--help", "Print this text and end");
   app.set_version_flag("--version", "kelo " KELO_VERSION, "Print the version and end");
-  CLI::Option* commands = app.add_option("-e", options.commands, "Run TEXT as one console command; repeatable, in order")
-                              ->type_name("TEXT")->allow_extra_args(false)->take_all();
+  CLI::Option* commands =
+      app.add_option("-e", options.commands, "Run TEXT as one console command; repeatable, in order")
+          ->type_name("TEXT")->allow_extra_args(false)->take_all();
   app.add_option("FILE", options.file, "Script or function file to run; - runs standard input as one command")
       ->type_name("")->excludes(commands);
   app.add_option("--workdir", options.workDir, "Work directory (default: the current one)")->type_name("DIR");
@@ -92,12 +93,19 @@ std::variant<Options, ExitStatus> parseOptions(int argc, char** argv) {
       ->check(CLI::IsMember({"auto", "picture", "braille", "none"}))->type_name("HOW");
   app.add_flag("--json", options.json, "Show each item as one JSON object a line");
   std::string functions;
-  CLI::Option* functionsOption = app.add_option("--functions", functions, "Print the built-in functions, or the page of NAME, and end")
-                                     ->type_name("[NAME]")->expected(0, 1);
-  app.add_flag("--code", options.code, "Print the register code of the texts beside their lines, and run nothing");
+  CLI::Option* functionsOption =
+      app.add_option("--functions", functions, "Print the built-in functions, or the page of NAME, and end")
+          ->type_name("[NAME]")->expected(0, 1);
+  const auto addStage = [&](const char* flag, Stage stage, const char* help) {
+    app.add_flag_callback(flag, [&options, stage] { options.stage = stage; }, help);
+  };
+  addStage("--tokens", Stage::tokens, "Print the tokens of the texts, and run nothing");
+  addStage("--tree", Stage::tree, "Print the parse trees of the texts, and run nothing");
+  addStage("--code", Stage::code, "Print the register code of the texts beside their lines, and run nothing");
   app.add_flag("--no-native", options.noNative, "Make no native code of loops of numbers");
   app.add_option("--state", options.stateDir, "Where settings and history are kept")->type_name("DIR");
-  app.add_option("--documents", options.documentsDir, "Where figures are saved (default: that of --state, or a data directory)")
+  app.add_option("--documents", options.documentsDir,
+                 "Where figures are saved (default: that of --state, or a data directory)")
       ->type_name("DIR");
 
   try {

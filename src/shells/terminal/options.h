@@ -13,6 +13,9 @@ namespace kelo::terminal {
 /// What the program ends with.
 enum ExitStatus { kAllRan = 0, kCommandFailed = 1, kWrongUsage = 2, kFatalFault = 70, kInterrupted = 130 };
 
+/// How far a text goes: what stands before `run` is printed, and nothing runs.
+enum class Stage { tokens, tree, code, run };
+
 struct Options {
   std::vector<std::string> commands;  ///< of -e, in order
   std::optional<std::string> file;    ///< "-" is standard input
@@ -23,7 +26,7 @@ struct Options {
   std::optional<std::string> documentsDir;
   bool json = false;
   std::optional<std::string> functions;  ///< a built-in's name to show the page of; empty: the table of all
-  bool code = false;  ///< prints the register code of the texts and runs nothing
+  Stage stage = Stage::run;
   bool noNative = false;  ///< makes no native code
   std::vector<std::string> figureFiles;  ///< of --figure, written at the end
   drawing::Size figureSize;              ///< points
@@ -31,8 +34,8 @@ struct Options {
   std::string plots = "auto";            ///< or "picture", "braille", "none"
 };
 
-/// The options, or the status to end with at once: help and version have been printed, wrong usage has been told in one
-/// line.
+/// The options, or the status to end with at once: help and version have been printed, wrong usage
+/// has been told in one line.
 std::variant<Options, ExitStatus> parseOptions(int argc, char** argv);
 
 }  // namespace kelo::terminal

@@ -10,8 +10,9 @@ const known = new Map<string, Span[]>();
 /// A command that was run, with its colours. They are kept, since items come and go while scrolling.
 export function InputEcho({ app, text }: { app: App; text: string }) {
   const [spans, setSpans] = useState<Span[]>(known.get(text) ?? []);
+  const connected = app.session.state.value === 'open';
   useEffect(() => {
-    if (known.has(text) || text.length > kLargest) return;
+    if (!connected || known.has(text) || text.length > kLargest) return;
     let shown = true;
     app.session.request('editor/highlight', { text }).then(
       (answer) => {
@@ -24,7 +25,7 @@ export function InputEcho({ app, text }: { app: App; text: string }) {
     return () => {
       shown = false;
     };
-  }, [text]);
+  }, [text, connected]);
   return (
     <pre class="code-text">
       <ColoredText text={text} spans={spans} />

@@ -3,7 +3,10 @@ import { settle, startApp } from '../../tests/unit/twins';
 import { Fingers, mergeGesture, type PendingGesture, wheelGesture } from './core/gestures';
 import { readFileSync } from 'node:fs';
 import { codedColor, colorOf, kLineColors } from './core/colors';
+import { base64 } from './core/base64';
 import { short } from './core/model';
+import { TurnedSurface } from './core/turning';
+import type { Mesh } from '../engine/core/protocol';
 
 test('two fingers pan with their middle and pinch along the axis on which they lie', () => {
   const fingers = new Fingers(() => 'plot');
@@ -118,4 +121,42 @@ test('the model, which holds all points, is read only while somebody looks at it
   expect(app.figure.model.value).toEqual({ lines: [] });
   stop();
   expect(app.figure.model.value).toBeNull();
+});
+
+/// Four points of a plane, x and y from 0 to 1, z as given; base64 of 32-bit floats.
+const meshOf = (z: number[]): Mesh => ({
+  surfaces: [
+    {
+      numRows: 2,
+      numCols: 2,
+      points: base64(
+        String.fromCharCode(
+          ...new Uint8Array(new Float32Array([0, 0, z[0]!, 1, 0, z[1]!, 0, 1, z[2]!, 1, 1, z[3]!]).buffer),
+        ),
+      ),
+    },
+  ],
+  xlims: { lower: 0, upper: 1 },
+  ylims: { lower: 0, upper: 1 },
+  zlims: { lower: 0, upper: 1 },
+  view: { rotation: [0, 0, 0], translation: [0, 0], zoom: 1 },
+  colors: ['#000000', '#808080', '#ffffff'],
+  revision: 1,
+});
+
+test('a surface under the finger is seen as the engine has it, turned and zoomed', () => {
+  const surface = new TurnedSurface(meshOf([1, 1, 1, 1]), [0, 0, 200, 200]);
+  // Seen from above the box fills the room: x to the right, y upwards.
+  expect([...surface.faces().corners].map(Math.round)).toEqual([0, 200, 200, 200, 200, 0, 0, 0]);
+  expect(surface.faces().colors[0]).toBe(2);
+  expect(surface.walls()).toHaveLength(1);
+  // A quarter turn about z takes x to y; half the zoom halves it about the middle.
+  expect(surface.apply({ kind: 'rotate', dx: 100, dy: 0 }, 200, 200)).toBe(true);
+  expect(surface.apply({ kind: 'zoom', scale: 0.5 }, 200, 200)).toBe(true);
+  expect([...surface.faces().corners].map(Math.round)).toEqual([150, 150, 150, 50, 50, 50, 50, 150]);
+  // From the side the far face is painted first, and what lies outside of the box not at all.
+  expect(surface.apply({ kind: 'rotate', dx: 0, dy: -100 }, 200, 200)).toBe(true);
+  expect(surface.walls()).toHaveLength(1);
+  expect(new TurnedSurface(meshOf([1, 1, 1, 2]), [0, 0, 200, 200]).faces().count).toBe(0);
+  expect(surface.apply({ kind: 'reset' }, 200, 200)).toBe(false);
 });

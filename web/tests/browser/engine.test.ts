@@ -132,6 +132,35 @@ describe('the real engine', () => {
     await page.locator('.item.input').last().waitFor();
   });
 
+  test('a surface of 200 x 200 is turned in the page, at the rate of the screen', async () => {
+    await command(page, '[X, Y] = meshgrid(linspace(-3, 3, 200));\nsurf(X, Y, sin(X) .* cos(Y))');
+    await show(page, 'Figure');
+    const { x, y } = (await page.locator('.figure-frame canvas').boundingBox())!;
+    await page.waitForTimeout(800);
+    const canvas = page.locator('.figure-frame canvas');
+    const pictureOf = () => canvas.evaluate((each) => (each as HTMLCanvasElement).toDataURL());
+    const before = await pictureOf();
+    await page.mouse.move(x + 100, y + 200);
+    await page.mouse.down();
+    await page.mouse.move(x + 120, y + 200);
+    await page.waitForTimeout(500);
+    const frames = page.evaluate(async () => {
+      const times: number[] = [];
+      for (let k = 0, last = performance.now(); k < 60; k++) {
+        const now = await new Promise<number>(requestAnimationFrame);
+        times.push(now - last);
+        last = now;
+      }
+      return times.sort((a, b) => a - b)[30]!;
+    });
+    for (let k = 0; k < 100; k++) await page.mouse.move(x + 120 + k, y + 200 + k / 4);
+    expect(await frames).toBeLessThan(40);
+    const turned = await pictureOf();
+    await page.mouse.up();
+    await expect.poll(pictureOf, { timeout: 10_000 }).not.toBe(turned); // the engine's own, with its axes
+    expect(await pictureOf()).not.toBe(before);
+  });
+
   test('a file of 50 MB is refused with a word', async () => {
     writeFileSync(join(folder, 'work', 'large.txt'), 'x = 1;\n'.repeat(50_000_000 / 7));
     await page.locator('.file-row', { hasText: 'large.txt' }).getByRole('button').first().click();

@@ -12,6 +12,7 @@ const { open, expectRefusals } = useBrowser();
 test('the first load is at most 180 kB compressed, code and styles, and 45 kB of fonts', async () => {
   const { page } = await open('desk');
   await page.waitForLoadState('networkidle');
+  await page.locator('.welcome .tok-green').first().waitFor();
   const fetched = await page.evaluate(() =>
     performance.getEntriesByType('resource').map((entry) => new URL(entry.name).pathname),
   );

@@ -137,6 +137,40 @@ if (given) {
     );
   }
   row('Stop of an endless loop', stops);
+  await frames('x = linspace(0, 100, 1e6);\nplot(x, sin(x) + 0.1*rand(size(x)))', 'pan of 1e6 points');
+  await frames('[X, Y] = meshgrid(linspace(-3, 3, 200));\nsurf(X, Y, sin(X) .* cos(Y))', 'turn of 200 x 200 points');
+}
+
+/// The times between pictures while the mouse drags a figure, at the processor's own speed.
+async function frames(text: string, what: string): Promise<void> {
+  const wide = await browser.newContext({ viewport: { width: 1440, height: 900 }, serviceWorkers: 'block' });
+  const figure = await wide.newPage();
+  await figure.goto(address);
+  await figure.keyboard.press('Escape'); // the tour
+  await figure.locator('.composer .cm-content').click();
+  await figure.keyboard.insertText(text);
+  await figure.keyboard.press('Control+Enter');
+  await figure.waitForTimeout(4000);
+  const { x, y } = (await figure.locator('.figure-frame canvas').boundingBox())!;
+  await figure.mouse.move(x + 100, y + 300);
+  await figure.mouse.down();
+  await figure.mouse.move(x + 115, y + 300);
+  await figure.waitForTimeout(700);
+  const times = figure.evaluate(async () => {
+    const all: number[] = [];
+    for (let k = 0, last = performance.now(); k < 90; k++) {
+      const now = await new Promise<number>(requestAnimationFrame);
+      all.push(now - last);
+      last = now;
+    }
+    return all;
+  });
+  for (let k = 0; k < 200; k++) {
+    await figure.mouse.move(x + 115 + k, y + 300);
+    await figure.waitForTimeout(6);
+  }
+  row(`between pictures, ${what}`, await times);
+  await wide.close();
 }
 await browser.close();
 server?.close();

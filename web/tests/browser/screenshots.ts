@@ -9,7 +9,7 @@ import { createInterface } from 'node:readline';
 import { chromium, type Browser, type Page } from 'playwright-core';
 
 const [program, folder] = process.argv.slice(2) as [string, string];
-const kOscillations = `x = linspace(0, 4*pi, 400);
+const kOscillations = `x = linspace(0, 4*pi, 401);
 plot(x, sin(x), x, exp(-x/5).*cos(2*x), 'r--')
 title('Two oscillations'); xlabel('Time (s)')
 legend('free', 'damped'); grid('on')`;
@@ -67,7 +67,9 @@ async function openPage(browser: Browser, { size: [width, height], theme }: Shot
     deviceScaleFactor: width < 500 ? 2 : 1,
     reducedMotion: 'reduce',
   });
-  await context.addInitScript(() => localStorage.setItem('kelo.preferences', '{"tourSeen":true}'));
+  await context.addInitScript(() => {
+    if (window === top) localStorage.setItem('kelo.preferences', '{"tourSeen":true}');
+  });
   const page = await context.newPage();
   await page.goto(address);
   return page;
@@ -76,10 +78,11 @@ async function openPage(browser: Browser, { size: [width, height], theme }: Shot
 /// A server of its own for each picture, in a new folder with the examples.
 async function take(browser: Browser, shot: Shot): Promise<void> {
   const home = await mkdtemp(join(tmpdir(), 'kelo-pictures-'));
-  const workdir = join(home, 'work');
+  const workdir = join(home, 'Kelo'); // shown as ~/Kelo
   await cp('../examples', workdir, { recursive: true });
   const options = ['--port', '0', '--no-open', '--workdir', workdir, '--state', join(home, 'state')];
-  const server = spawn(program, ['serve', ...options, '--documents', join(home, 'documents')]);
+  const documents = ['--documents', join(home, 'documents')];
+  const server = spawn(program, ['serve', ...options, ...documents], { env: { ...process.env, HOME: home } });
   try {
     const address = await new Promise<string>((resolve) =>
       createInterface({ input: server.stdout }).once('line', resolve),

@@ -1,5 +1,5 @@
 /// The client of the protocol: numbers requests, matches answers, hands notifications on. It knows
-/// no socket. tests/unit/session.test.ts plays both ends.
+/// no socket. ../session.test.ts plays both ends.
 
 import { signal } from '@preact/signals-core';
 import type { CarrierState, Engine } from './engine';

@@ -44,6 +44,8 @@ export class Figure {
   private tips = 0;
   private watchers = 0;
   private isHeld = false;
+  private turnedUntil = Infinity;
+  private drawnRevision = -1;
   private modelUnderWay = false;
 
   constructor(
@@ -79,6 +81,7 @@ export class Figure {
     try {
       const mesh = await this.session.request('figure/mesh', {});
       if (!this.isHeld || !drawing.value) return;
+      this.turnedUntil = Infinity;
       this.turned = new TurnedSurface(mesh, drawing.value.plotArea);
       this.pending.forEach((gesture) => this.turn(gesture));
     } catch {
@@ -90,10 +93,16 @@ export class Figure {
     if (!this.isHeld) return;
     this.isHeld = false;
     void this.sendGestures().then(() => {
-      if (this.isHeld) return;
-      this.turned = null;
-      this.turns.value++;
+      this.turnedUntil = this.revision;
+      this.letGo();
     });
+  }
+
+  /// The engine's picture takes the place of the turned surface when it shows what was done to it.
+  private letGo(): void {
+    if (this.isHeld || !this.turned || this.drawnRevision < this.turnedUntil) return;
+    this.turned = null;
+    this.turns.value++;
   }
 
   private turn(gesture: PendingGesture): void {
@@ -210,12 +219,15 @@ export class Figure {
       this.drawnKey = '';
       return;
     }
-    const key = `${this.revision} ${width} ${height} ${theme}`;
+    const { revision } = this;
+    const key = `${revision} ${width} ${height} ${theme}`;
     if (key === this.drawnKey) return;
     this.drawingUnderWay = true;
     try {
       this.drawing.value = await this.session.request('figure/drawing', { width, height, theme });
       this.drawnKey = key;
+      this.drawnRevision = revision;
+      this.letGo();
     } catch (error) {
       if (!(error instanceof ConnectionLost)) this.dialogs.note(String(error));
       return;

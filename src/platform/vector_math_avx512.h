@@ -1,0 +1,12 @@
+// The routines for processors with vectors of eight doubles (AVX-512). They give what those of vector_math_avx2.h give,
+// bit for bit. Their source is compiled for such processors only, so nothing of it may be called elsewhere.
+#pragma once
+
+#include "platform/vector_math.h"
+
+namespace kelo::platform {
+
+/// Null where the routines for vectors of four are as fast. REQUIRES: a processor with AVX-512 F
+VectorRoutine avx512Routine(VectorFunction function);
+
+}  // namespace kelo::platform
