@@ -64,25 +64,30 @@ class Maker:
                          self.source.choice(NUMBERS), self.index(), self.index(), self.element(), self.element(),
                          self.source.choice(FLAGS), "n", "k", "pi", "z", "w", "'c'", "t(2)")
 
+    def filled(self, make, *templates):
+        """One of the templates, each # in it replaced by what `make` gives."""
+        text = self.source.choice(templates)
+        while "#" in text:
+            text = text.replace("#", make(), 1)
+        return text
+
     def number(self, depth):
         if depth <= 0 or self.chance(0.15):
             return self.leaf()
-        e = lambda: self.number(depth - 1)
+        fill = lambda *templates: self.filled(lambda: self.number(depth - 1), *templates)
         kind = self.source.randrange(20)
         if kind < 9:
-            return f"{self.pick('(', '(', '-(')}{e()} {self.pick('+', '-', '*', '/', '+', '-', '*', '.*', './', '.' + chr(92), chr(92))} {e()})"
+            return f"{self.pick('(', '(', '-(')}" + fill("#") + f" {self.pick('+', '-', '*', '/', '+', '-', '*', '.*', './', '.' + chr(92), chr(92))} " + fill("#)")
         if kind < 11:
-            return f"({e()}) {self.pick('^', '.^')} {self.pick('2', '2', '3', '0.5', '-1', '0', '1', e())}"
+            return fill("(#) ^ 2", "(#) .^ 2", "(#) ^ 3", "(#) ^ 0.5", "(#) ^ -1", "(#) .^ 0", "(#) ^ #")
         if kind < 15:
-            return self.pick(f"abs({e()})", f"floor({e()})", f"ceil({e()})", f"round({e()})", f"fix({e()})", f"sqrt({e()})",
-                             f"mod({e()}, {self.pick('2', '3', '7', '0.5', '0', e())})", f"rem({e()}, {self.pick('2', '3', '0', e())})",
-                             f"max({e()}, {e()})", f"min({e()}, {e()})")
+            return fill("abs(#)", "floor(#)", "ceil(#)", "round(#)", "fix(#)", "sqrt(#)", "mod(#, 2)", "mod(#, 3)", "mod(#, 7)", "mod(#, 0.5)",
+                        "mod(#, 0)", "mod(#, #)", "rem(#, 2)", "rem(#, 3)", "rem(#, 0)", "rem(#, #)", "max(#, #)", "min(#, #)")
         if kind < 17:
-            return self.pick(f"sin({e()})", f"cos({e()})", f"exp({e()})", f"log({e()})", f"atan({e()})", f"tanh({e()})",
-                             f"asin({e()})", f"log10({e()})", f"real({e()})", f"imag({e()})", f"conj({e()})", f"complex({e()}, {e()})",
-                             f"log2({e()})", f"acosh({e()})")
+            return fill("sin(#)", "cos(#)", "exp(#)", "log(#)", "atan(#)", "tanh(#)", "asin(#)", "log10(#)", "real(#)", "imag(#)", "conj(#)",
+                        "complex(#, #)", "log2(#)", "acos(#)", "cosh(#)", "sinh(#)", "tan(#)")
         if kind < 18:
-            return self.pick("numel(x)", "length(m)", "numel(t)", "length(y)", "size(m, 1)", f"isnan({e()})", "eps", "Inf", "NaN")
+            return fill("numel(x)", "length(m)", "numel(t)", "length(y)", "size(m, 1)", "isnan(#)", "eps", "Inf", "NaN", "isempty(x)")
         if kind < 19:
             return f"({self.truth(depth - 1)})"
         return self.leaf()
@@ -91,9 +96,8 @@ class Maker:
         if depth <= 0 or self.chance(0.4):
             op = self.pick("<", "<=", ">", ">=", "==", "~=")
             return f"{self.number(depth)} {op} {self.number(depth)}"
-        e = lambda: self.truth(depth - 1)
-        return self.pick(f"({e()}) & ({e()})", f"({e()}) | ({e()})", f"~({e()})", f"({e()}) && ({e()})", self.source.choice(FLAGS),
-                         f"({e()}) || ({e()})", "true", "false", f"~{self.source.choice(FLAGS)}", f"{self.number(0)}", f"(t({self.index()}) == 'e')")
+        return self.filled(lambda: self.truth(depth - 1), "(#) & (#)", "(#) | (#)", "~(#)", "(#) && (#)", self.source.choice(FLAGS), "(#) || (#)",
+                           "true", "false", f"~{self.source.choice(FLAGS)}", self.number(0), f"(t({self.index()}) == 'e')")
 
     def assignment(self):
         depth = self.pick(1, 1, 2, 2, 3)

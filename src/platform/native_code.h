@@ -1,6 +1,8 @@
-// What the machine allows for code that is made while a program runs; a shell sets it once, at start.
+// What the machine allows for code that is made while a program runs; a shell sets it once, at
+// start.
 //
-// A block is written while nobody can run it, and run when nobody can write it any more: it is never both.
+// A block is written while nobody can run it, and run when nobody can write it any more: it is
+// never both.
 #pragma once
 
 #include <cstddef>

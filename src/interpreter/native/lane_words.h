@@ -14,7 +14,8 @@ union Word {
   const void* data;
 };
 
-/// Where the words of a lane lie, in bytes: a number, the parts of a complex one, or what an array is.
+/// Where the words of a lane lie, in bytes: a number, the parts of a complex one, or what an array
+/// is.
 struct LaneWords {
   static constexpr int32_t kBudget = 0, kRegisters = 8;
   static constexpr int32_t kHeader = 2, kWords = 4;  // words

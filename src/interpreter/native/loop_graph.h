@@ -1,12 +1,14 @@
 // What is known of the registers while a loop runs, found before any code is made.
 //
-// The registers that a loop touches are its lanes. Of each lane is known what it holds: a number unboxed, an array that
-// is only indexed, or something else that the native code leaves alone. An instruction together with what the lanes
-// hold before it is a Node: where two ways that hold different kinds meet, the instructions behind have a node for each,
-// so that no node asks for a kind when it runs. What is more than a kind (that a number is whole, that an array is
-// nobody else's) is true of a node when it is true on all ways to it.
+// The registers that a loop touches are its lanes. Of each lane is known what it holds: a number
+// unboxed, an array that is only indexed, or something else that the native code leaves alone. An
+// instruction together with what the lanes hold before it is a Node: where two ways that hold
+// different kinds meet, the instructions behind have a node for each, so that no node asks for a
+// kind when it runs. What is more than a kind (that a number is whole, that an array is nobody
+// else's) is true of a node when it is true on all ways to it.
 //
-// A node that the native code cannot do, or that lies outside the loop, is an exit: there the register code takes over.
+// A node that the native code cannot do, or that lies outside the loop, is an exit: there the
+// register code takes over.
 #pragma once
 
 #include <string>
@@ -67,7 +69,8 @@ struct Node {
 
 class LoopGraph {
  public:
-  /// The loop that the jump backwards at `back` closes, its body about to begin, with what the registers hold.
+  /// The loop that the jump backwards at `back` closes, its body about to begin, with what the
+  /// registers hold.
   LoopGraph(const Code& code, const Liveness& liveness, int32_t back, const Storable* registers);
 
   /// Whether a round can be done without an exit, and the graph is not too large.

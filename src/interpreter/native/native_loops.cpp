@@ -162,7 +162,8 @@ void logObstacle(const Code& code, int32_t back, const LoopGraph& graph) {
 }
 
 // Null where that cannot be.
-std::unique_ptr<LoopCode> translate(const Code& code, const Liveness& liveness, int32_t back, const Storable* registers) {
+std::unique_ptr<LoopCode> translate(const Code& code, const Liveness& liveness, int32_t back,
+                                    const Storable* registers) {
   const LoopGraph graph(code, liveness, back, registers);
   if (!graph.isWorthwhile()) {
     logObstacle(code, back, graph);
@@ -187,7 +188,8 @@ std::unique_ptr<LoopCode> translate(const Code& code, const Liveness& liveness, 
     platform::nativeCode.allocate = nullptr;  // this machine has none to give
     return nullptr;
   }
-  logLoop(code, back, fmt::format("translated, {} bytes, {} nodes, {} exits", bytes, graph.nodes().size(), emitter.exits().size()));
+  logLoop(code, back,
+          fmt::format("translated, {} bytes, {} nodes, {} exits", bytes, graph.nodes().size(), emitter.exits().size()));
   if (graph.obstacle() >= 0) logObstacle(code, back, graph);
   return std::make_unique<LoopCode>(block, bytes, graph, emitter.exits());
 }

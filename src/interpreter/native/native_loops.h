@@ -1,18 +1,21 @@
 // Native code for hot loops of numbers: the one thing that the machine knows of it.
 //
-// The machine counts the rounds of a loop at its jump backwards (Instruction::d goes down). When the count is used up it
-// asks here. A loop that is worth it is translated for what its registers hold right then, at most a few times for
-// different kinds, and from then on entered where the jump leads, as long as the registers hold those kinds. The native
-// code leaves with all registers as the register code would have them.
+// The machine counts the rounds of a loop at its jump backwards (Instruction::d goes down). When
+// the count is used up it asks here. A loop that is worth it is translated for what its registers
+// hold right then, at most a few times for different kinds, and from then on entered where the jump
+// leads, as long as the registers hold those kinds. The native code leaves with all registers as
+// the register code would have them.
 //
-// Where there is no native code (another processor, no executable memory) the answer is always the jump's own target.
+// Where there is no native code (another processor, no executable memory) the answer is always the
+// jump's own target.
 #pragma once
 
 #include "interpreter/code.h"
 
 namespace kelo::native {
 
-/// `back` is a jump backwards that is being taken and whose count is used up. Gives the instruction to go on with.
+/// `back` is a jump backwards that is being taken and whose count is used up. Gives the instruction
+/// to go on with.
 ///
 /// registers  of the running frame
 #if KELO_NATIVE

@@ -106,7 +106,8 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
   }
 }
 
-// Backwards over the code until nothing changes; a pass carries what is needed from every jump's target.
+// Backwards over the code until nothing changes; a pass carries what is needed from every jump's
+// target.
 Liveness::Liveness(const Code& code) : slots_(code.slotCount()), live_(code.instructions.size() + 1) {
   struct Sets {
     uint64_t reads = 0, writes = 0;

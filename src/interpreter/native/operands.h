@@ -8,8 +8,8 @@
 
 namespace kelo::native {
 
-/// The registers that an instruction reads and writes, constants left out. `isKnown` false: it may read any temporary
-/// besides.
+/// The registers that an instruction reads and writes, constants left out. `isKnown` false: it may
+/// read any temporary besides.
 struct Operands {
   std::vector<int32_t> reads, writes;
   bool isKnown = true;

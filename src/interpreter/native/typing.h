@@ -1,5 +1,5 @@
-// What an instruction makes of what the lanes hold. It says false where native code does not do the instruction; what it
-// lets pass, emitter.h makes code of.
+// What an instruction makes of what the lanes hold. It says false where native code does not do the
+// instruction; what it lets pass, emitter.h makes code of.
 #pragma once
 
 #include "interpreter/native/loop_graph.h"
@@ -34,7 +34,8 @@ class Typing {
   State& state_;
 };
 
-/// Whether two operands meet as real numbers, as integers or as complex numbers, in this order; `other`: not at all.
+/// Whether two operands meet as real numbers, as integers or as complex numbers, in this order;
+/// `other`: not at all.
 Held meeting(const Type& a, const Type& b);
 
 /// The extent that `end` stands for: which word of a lane holds it.

@@ -3,8 +3,8 @@
 
 namespace kelo::platform::native {
 
-/// Allows native code, unless the variable KELO_NATIVE is "off". "eager" translates a loop in its second round, "log"
-/// tells on standard error what was translated and what not.
+/// Allows native code, unless the variable KELO_NATIVE is "off". "eager" translates a loop in its
+/// second round, "log" tells on standard error what was translated and what not.
 void allowNativeCode();
 /// Native code is no longer made.
 void forbidNativeCode();
