@@ -12,8 +12,8 @@ What counts as time:
   process       wall time of whole processes, nothing taken off
   linear        wall time less that of an empty process: both sides use OpenBLAS with its threads, as many for both
   other groups  processor time less that of an empty process, so that cores which help count in full
-The empty process of a twin imports the libraries that the twin imports. A row of which either side took less than
-LEAST_SECONDS in itself says nothing; it is marked and left out of the means.
+The empty process of a twin imports the libraries that the twin imports. A row whose twin took less than LEAST_SECONDS in
+itself says nothing; it is marked and left out of the means. Of our own time, less than RESOLUTION counts as that much.
 
     run.py [--quick | --rounds N] [--kelo PROGRAM] [WORD...]    only groups and programs whose path contains a word
 """
@@ -32,7 +32,8 @@ from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
 LEAST_SECONDS = {"arrays": 0.06, "linear": 0.06, "process": 0}
-LEAST_OF_OTHERS = 0.02
+LEAST_OF_OTHERS = 0.01
+RESOLUTION = 0.002  # of our own time: what is shorter counts as this
 LIBRARIES = ("numpy", "scipy.linalg", "scipy.special", "scipy.signal")
 
 Times = namedtuple("Times", "processor wall")
@@ -132,9 +133,9 @@ def compare(programs, options):
         by_wall = group in ("linear", "process")
         ours, theirs = (mine.wall, its.wall) if by_wall else (mine.processor, its.processor)
         other = (its.processor, mine.processor) if by_wall else (its.wall, mine.wall)
-        ratio = max(theirs, 1e-4) / max(ours, 1e-4)
+        ratio = max(theirs, 1e-4) / max(ours, RESOLUTION)
         note = "" if agree else "  DIFFERENT RESULTS"
-        if min(ours, theirs) < LEAST_SECONDS.get(group, LEAST_OF_OTHERS):
+        if theirs < LEAST_SECONDS.get(group, LEAST_OF_OTHERS):
             note += "  too short"
         else:
             ratios[name] = ratio
