@@ -82,6 +82,7 @@ enum class Op : uint16_t {
   checkField,     // b is one value, to be gone further into
   namedField,     // a = field whose name is in c, of b, which was read from d (a name)
   setField,       // field b of slot a = c
+  setNamedField,  // field of slot a whose name is in b = c
   setPath,        // slot a, along the fields of site d, = c
   setElementField,  // field b of slot a (c) = e; site d
   setFieldElement,  // field b of slot a, (c) = e; site d

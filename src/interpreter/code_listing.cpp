@@ -25,7 +25,7 @@ constexpr const char* kNames[] = {
     "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList", "firstOf", "store", "store1",
     "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin", "quickCall", "endOf", "colon",
     "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName", "fieldPath", "field",
-    "elementField", "checkField", "namedField", "setField", "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain",
+    "elementField", "checkField", "namedField", "setField", "setNamedField", "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain",
     "chainIndices", "chainField", "chainNamedField", "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual",
     "jumpOnUnequal", "jumpOnLe", "jumpOnLt", "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep",
     "checkSwitch", "caseJump", "answer", "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
@@ -60,7 +60,7 @@ const char* formOf(Op op) {
     case Op::quickCall: return "rrrs-";
     case Op::fieldOfName: case Op::field: return "rrf--";
     case Op::elementField: return "rrr-f";
-    case Op::namedField: return "rrr--";
+    case Op::namedField: case Op::setNamedField: return "rrr--";
     case Op::setField: return "rfr--";
     case Op::setPath: return "r-r--";
     case Op::setElementField: case Op::setFieldElement: return "rfr-r";

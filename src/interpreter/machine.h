@@ -210,6 +210,7 @@ class Machine {
   bool namedField(const Instruction& i);
   bool elementField(const Instruction& i);
   bool setField(const Instruction& i);
+  bool setNamedField(const Instruction& i);
   bool setPath(const Instruction& i);
   bool setElementField(const Instruction& i);
   bool setFieldElement(const Instruction& i);

@@ -72,7 +72,7 @@ const char* lastResortOf(Op op) {
     case Op::store: case Op::store1: case Op::store2: case Op::erase: return text::kAssignmentFailed;
     case Op::setField: case Op::setPath: case Op::setElementField: case Op::setFieldElement: case Op::chainAssign: case Op::chainErase:
       return text::kStructureAssignmentFailed;
-    case Op::namedField: case Op::chainNamedField: return text::kFieldNameEvaluationFailed;
+    case Op::namedField: case Op::setNamedField: case Op::chainNamedField: return text::kFieldNameEvaluationFailed;
     case Op::chainIndices: case Op::checkArgument: return text::kIndexEvaluationFailed;
     default: return text::kUnexpectedError;
   }

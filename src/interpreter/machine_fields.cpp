@@ -120,6 +120,25 @@ bool Machine::setField(const Instruction& i) {
   return finishChain(chain, i.a, take(i.c), placeOf(i));
 }
 
+// NAME.(TEXT) = value. A scalar structure gets the field where it lies, a new one behind the others.
+bool Machine::setNamedField(const Instruction& i) {
+  if (!at(i.b).isValue()) return fail(placeOf(i), text::kFieldNameEvaluationFailed);
+  const HeldName name = fieldNameOf(at(i.b));
+  Storable& variable = reg(i.a);
+  if (variable.isStructure() && variable.size().isScalar()) {
+    return guarded(placeOf(i), text::kStructureAssignmentFailed, [&] {
+      Storable value = take(i.c);  // which may be the structure itself
+      StructArray& array = *variable.structure();
+      const int64_t field = array.ensureField(name);
+      array.writableValue(0, field) = std::move(value);
+      return true;
+    });
+  }
+  FieldChain chain(frame().code->slots[static_cast<size_t>(i.a)]);
+  chain.addField(name);
+  return finishChain(chain, i.a, take(i.c), placeOf(i));
+}
+
 // NAME.FIELD.FIELD... = value: in place where all of the path is there.
 bool Machine::setPath(const Instruction& i) {
   const Site& site = siteAt(i.d);

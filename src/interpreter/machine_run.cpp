@@ -279,6 +279,7 @@ resume:
         field->setCopyOf(value);
         break;
       }
+      case Op::setNamedField: KELO_GENERAL(setNamedField(i))
       case Op::setPath: KELO_GENERAL(setPath(i))
       case Op::setElementField: KELO_GENERAL(setElementField(i))
       case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))

@@ -93,6 +93,8 @@ void Visitor::visitStructure_assignment2(KeloNode& assignment, bool shows) {
     const int32_t name = isShort ? fieldIndex(first.name) : 0;
     if (isShort && !chain.hasArgs && !first.hasArgs) {
       emit(Op::setField, &assignment, slot, name, value);
+    } else if (chain.fields.size() == 1 && first.expression && !chain.hasArgs && !first.hasArgs) {
+      emit(Op::setNamedField, &assignment, slot, fieldNameOperand(first, assignment), value);
     } else if (chain.isPath()) {
       const int32_t made = newSite(assignment, assignment.cache.name, slot, {}, kNoOutputs);
       for (const FieldDetails& field : chain.fields) site(made).fields.push_back(field.name);
