@@ -107,12 +107,12 @@ resume:
   while (true) {
     const Instruction& i = *pc;
     switch (i.op) {
-#define KELO_ARITHMETIC(name, expression)                             \
+#define KELO_BINARY(name, store)                                      \
   case Op::name: {                                                    \
     const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] {         \
       const double x = left.doubleScalar(), y = right.doubleScalar(); \
-      R[i.a].setNumber(expression);                                   \
+      R[i.a].store;                                                   \
       ++pc;                                                           \
       continue;                                                       \
     }                                                                 \
@@ -122,34 +122,19 @@ resume:
     }                                                                 \
     KELO_GENERAL(binary(i, BinaryOp::name, &R[i.a]))                  \
   }
-      KELO_ARITHMETIC(plus, x + y)
-      KELO_ARITHMETIC(minus, x - y)
-      KELO_ARITHMETIC(dmult, x* y)
-      KELO_ARITHMETIC(mult, x* y)
-      KELO_ARITHMETIC(mrdivide, x / y)
-      KELO_ARITHMETIC(rdivide, x / y)
-#undef KELO_ARITHMETIC
-#define KELO_COMPARISON(name, sign)                                   \
-  case Op::name: {                                                    \
-    const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (Storable::areDoubleScalars(left, right)) [[likely]] { \
-      R[i.a].setLogical(left.doubleScalar() sign right.doubleScalar()); \
-      ++pc;                                                           \
-      continue;                                                       \
-    }                                                                 \
-    if (scalarBinary(BinaryOp::name, left, right, &R[i.a])) {         \
-      ++pc;                                                           \
-      continue;                                                       \
-    }                                                                 \
-    KELO_GENERAL(binary(i, BinaryOp::name, &R[i.a]))                  \
-  }
-      KELO_COMPARISON(eqeq, ==)
-      KELO_COMPARISON(neq, !=)
-      KELO_COMPARISON(le, <=)
-      KELO_COMPARISON(lt, <)
-      KELO_COMPARISON(ge, >=)
-      KELO_COMPARISON(gt, >)
-#undef KELO_COMPARISON
+      KELO_BINARY(plus, setNumber(x + y))
+      KELO_BINARY(minus, setNumber(x - y))
+      KELO_BINARY(dmult, setNumber(x * y))
+      KELO_BINARY(mult, setNumber(x * y))
+      KELO_BINARY(mrdivide, setNumber(x / y))
+      KELO_BINARY(rdivide, setNumber(x / y))
+      KELO_BINARY(eqeq, setLogical(x == y))
+      KELO_BINARY(neq, setLogical(x != y))
+      KELO_BINARY(le, setLogical(x <= y))
+      KELO_BINARY(lt, setLogical(x < y))
+      KELO_BINARY(ge, setLogical(x >= y))
+      KELO_BINARY(gt, setLogical(x > y))
+#undef KELO_BINARY
       case Op::dpower: case Op::power: case Op::ldivide: case Op::mldivide: case Op::and_: case Op::or_: {
         const auto op = static_cast<BinaryOp>(i.op);
         if (scalarBinary(op, operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
