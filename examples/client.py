@@ -28,8 +28,8 @@ class Kelo:
         return self.answer(self.send(method, **params))
 
 
-def main(program, folder):
-    kelo = Kelo(program, folder)
+with tempfile.TemporaryDirectory() as folder:
+    kelo = Kelo(sys.argv[1] if len(sys.argv) > 1 else "build/kelo", folder)
     path = kelo.call("files/newFile", folder="", name="wave")["path"]
     revision = kelo.call("files/read", path=path)["revision"]
     kelo.call("files/write", path=path, text="x = 0:0.1:7;\nplot(x, sin(x))\nhighest = max(sin(x))\n", revision=revision)
@@ -38,8 +38,3 @@ def main(program, folder):
     endless = kelo.send("console/run", text="while true, highest = highest + 1; end")
     kelo.call("run/stop")
     print(kelo.answer(endless)["status"], kelo.items[-1])
-
-
-if __name__ == "__main__":
-    with tempfile.TemporaryDirectory() as folder:
-        main(sys.argv[1] if len(sys.argv) > 1 else "build/kelo", folder)
