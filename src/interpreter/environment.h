@@ -87,7 +87,7 @@ class Environment {
   RandState randState;
   std::optional<double> ticTime;  ///< monotonic seconds of the last `tic`
   std::string runInDir;  ///< where names of files are looked up, relative to the work directory; "" is that directory
-  WorkspaceStack workspaces;
+  Workspace baseWorkspace;  ///< the variables of the console
   ParserBuffer parserBuffer;
 
  private:

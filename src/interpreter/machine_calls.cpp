@@ -255,12 +255,9 @@ bool Machine::callBuiltin(const Builtin& row, Storable* arguments, int32_t count
   for (int32_t k = 0; k < count; ++k) {
     if (!arguments[k].isPlainScalar()) arguments[k].clear();
   }
-  switch (value.form()) {
-    case NodeValue::Form::storable: reg(destination) = std::move(value.storable()); return true;
-    case NodeValue::Form::arrayList: reg(destination) = Storable::listOf(std::move(value.arrayList().list)); return true;
-    case NodeValue::Form::void_: reg(destination) = Storable::none(); return true;
-    default: return false;
-  }
+  if (value.isFailure()) return false;
+  reg(destination) = std::move(value.storable());
+  return true;
 }
 
 bool Machine::callRow(const Site& site, int32_t destination) {

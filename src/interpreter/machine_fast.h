@@ -116,7 +116,7 @@ inline Storable* writableFieldAt(Storable& value, Name field, const Instruction&
 inline bool readPlainField(const Storable& value, Name field, const Instruction& instruction, Storable* result) {
   const Storable* found = plainFieldAt(value, field, instruction);
   if (found == nullptr) return false;
-  result->setCopyOf(*found);
+  *result = *found;
   return true;
 }
 
@@ -127,7 +127,7 @@ inline bool readPath(const Storable& root, const std::vector<Name>& fields, Stor
     at = plainField(*at, field);
     if (at == nullptr) return false;
   }
-  result->setCopyOf(*at);
+  *result = *at;
   return true;
 }
 

@@ -10,15 +10,6 @@
 #include "messages/catalogue/values.h"
 
 namespace kelo {
-namespace {
-
-// What a read of fields gives, in a register.
-Storable registerOf(NodeValue value) {
-  return value.isArrayList() ? Storable::listOf(std::move(value.arrayList().list)) : std::move(value.storable());
-}
-
-}  // namespace
-
 // ---- Reading
 
 // The structure that a name holds; null when a message was shown.
@@ -40,7 +31,7 @@ const Storable* Machine::structureIn(int32_t slot, KeloNode& place) {
 bool Machine::fieldOfName(const Instruction& i) {
   const Storable* structure = structureIn(i.b, placeOf(i));
   if (structure == nullptr) return false;
-  reg(i.a) = registerOf(readField(*structure->structure(), nameAt(i.c)));
+  reg(i.a) = readField(*structure->structure(), nameAt(i.c));
   return true;
 }
 
@@ -51,7 +42,7 @@ bool Machine::field(const Instruction& i, Name name, Name parent) {
   if (!value.isValue()) return fail(place, text::kFieldOfMultipleOutputs);
   if (!value.isStructure()) return fail(place, expectation(text::notAStructure(parent.text())));
   const Storable* plain = plainFieldAt(value, name, i);
-  Storable result = plain ? *plain : registerOf(readField(*value.structure(), name));
+  Storable result = plain ? *plain : readField(*value.structure(), name);
   value.clear();
   reg(i.a) = std::move(result);
   return true;
@@ -78,7 +69,7 @@ bool Machine::elementField(const Instruction& i) {
     const int64_t position = plainPosition(number, array.numElements());
     const int64_t field = position < 0 ? -1 : array.fieldIndex(nameAt(i.e));
     if (field >= 0) {
-      reg(i.a).setCopyOf(array.value(position, field));
+      reg(i.a) = array.value(position, field);
       return true;
     }
   }
@@ -86,7 +77,7 @@ bool Machine::elementField(const Instruction& i) {
   const Storable* arguments[] = {&subscript};
   Storable selected;
   if (!readElements(variable, site, arguments, 1, &selected)) return false;
-  reg(i.a) = registerOf(readField(*selected.structure(), nameAt(i.e)));
+  reg(i.a) = readField(*selected.structure(), nameAt(i.e));
   return true;
 }
 

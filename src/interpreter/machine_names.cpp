@@ -12,7 +12,7 @@
 
 namespace kelo {
 
-Workspace* Machine::tableOf(size_t frame) { return frame == kBelowAll ? &app_.workspaces.base() : frames_[frame].more.get(); }
+Workspace* Machine::tableOf(size_t frame) { return frame == kBelowAll ? &app_.baseWorkspace : frames_[frame].more.get(); }
 
 // The value of a name at this frame or below; null where there is none.
 Storable* Machine::find(size_t at, Name name) {
@@ -26,8 +26,7 @@ Storable* Machine::find(size_t at, Name name) {
     at = at == 0 ? kBelowAll : at - 1;
   }
   Workspace* table = tableOf(at);
-  uint32_t hint = 0;
-  return table && table->find(name) ? &table->variable(name, &hint) : nullptr;
+  return table ? table->find(name) : nullptr;
 }
 
 // Gives a name a value, or takes the one away that it has.
@@ -42,7 +41,7 @@ void Machine::set(size_t at, Name name, Storable value) {
     at = at == 0 ? kBelowAll : at - 1;
   }
   if (value.isNone()) {
-    if (Workspace* table = tableOf(at); table && table->find(name)) table->erase(name);
+    if (Workspace* table = tableOf(at)) table->erase(name);
     return;
   }
   if (at != kBelowAll && !frames_[at].more) frames_[at].more = std::make_unique<Workspace>();

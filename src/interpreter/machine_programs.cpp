@@ -166,9 +166,7 @@ NodeValue Machine::evaluateText(const std::string& text) {
   frame().isEntry = true;
   frame().funName = funName;
   if (!run()) return NodeValue::failure();
-  Storable value = std::move(*entryResult_);
-  if (value.isNone()) return NodeValue::nothing();
-  return value.isList() ? NodeValue::listOf(std::move(value.list())) : NodeValue(std::move(value));
+  return std::move(*entryResult_);
 }
 
 // ---- Questions of built-ins

@@ -167,14 +167,14 @@ resume:
       case Op::begin: break;
       case Op::move: {
         const Storable& from = operand(R, K, i.b);
-        if (from.isPlainScalar()) R[i.a].setCopyOf(from);
+        if (from.isPlainScalar()) R[i.a] = from;
         else R[i.a] = take(i.b);
         break;
       }
       case Op::assign: {
         const Storable& from = operand(R, K, i.b);
         if (from.isPlainScalar()) {
-          R[i.a].setCopyOf(from);
+          R[i.a] = from;
           break;
         }
         KELO_GENERAL(assign(R[i.a], i.b, text::kNoValueToAssign, placeOf(i)))
@@ -204,10 +204,6 @@ resume:
 
       case Op::loadName: {
         const Storable& value = R[i.b];
-        if (value.isPlainScalar()) {
-          R[i.a].setCopyOf(value);
-          break;
-        }
         if (value.isArray() || value.isFuncHandle()) {
           R[i.a] = value;
           break;
@@ -261,7 +257,7 @@ resume:
         Storable* field = nullptr;
         if (value.isPlainScalar()) field = writableFieldAt(R[i.a], frames_.back().code->names[size_t(i.b)], i);
         if (field == nullptr) KELO_GENERAL(setField(i))
-        field->setCopyOf(value);
+        *field = value;
         break;
       }
       case Op::setNamedField: KELO_GENERAL(setNamedField(i))

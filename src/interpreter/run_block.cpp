@@ -73,18 +73,17 @@ void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result
   }
 }
 
-/// What every run has around it: the base workspace on top, the end of local functions, the saving of the store.
+/// What every run has around it: files are read anew, local functions end with it, the store is saved.
 template <class Body>
 RunResult runBlock(Environment& environment, Body body) {
   environment.beginCount();
-  environment.workspaces.popToBase();
   environment.parserBuffer.clear();
   RunResult result;
   MemoryReserve reserve;
   guarded(environment, reserve, result, body);
   reserve.release();
   guarded(environment, reserve, result, [&] {
-    environment.workspaces.base().removeLocalFunctions();
+    environment.baseWorkspace.removeLocalFunctions();
     environment.save();
   });
   result.failed = environment.errorsShown() > 0 || result.fatalFault.has_value();

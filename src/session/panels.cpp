@@ -53,7 +53,7 @@ void Panels::notify(const std::string& method, const Json& params) const {
 
 const std::vector<Variable>& Panels::variables() {
   if (isIdle() && variablesAreStale_) {
-    variables_ = variablesOf(app.environment.workspaces.base(), app.environment.displayParameters());
+    variables_ = variablesOf(app.environment.baseWorkspace, app.environment.displayParameters());
     variablesAreStale_ = false;
   }
   return variables_;

@@ -21,7 +21,7 @@ std::optional<Json> show(const Call& call) {
   const std::vector<Variable>& variables = call.panels.variables();
   const auto isMeant = [&](const Variable& variable) { return variable.name == name; };
   if (std::none_of(variables.begin(), variables.end(), isMeant)) throw wrongParameter("name", "the name of a variable");
-  const Storable* value = call.panels.app.environment.workspaces.base().find(Name::intern(name));
+  const Storable* value = call.panels.app.environment.baseWorkspace.find(Name::intern(name));
   return Json{{"text", Display(*value, name, environment.displayParameters()).displayText()}};
 }
 

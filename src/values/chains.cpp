@@ -20,22 +20,12 @@ int64_t existingField(const StructArray& array, Name field) {
 
 }  // namespace
 
-NodeValue readField(const StructArray& array, Name field) {
+Storable readField(const StructArray& array, Name field) {
   const int64_t index = existingField(array, field);
   if (array.size().isScalar()) return array.value(0, index);
   std::vector<Storable> values;
   for (int64_t k = 0; k < array.numElements(); ++k) values.push_back(array.value(k, index));
-  return NodeValue::listOf(std::move(values));
-}
-
-NodeValue readField(const StructArray& array, std::span<const Index> indices, Name field) {
-  const IntArray positions = selectedPositions(array.size(), indices);
-  if (positions.isEmpty()) throw problem(text::kEmptyStructureHasNoField);
-  const int64_t index = existingField(array, field);
-  if (positions.isScalar()) return array.value(positions.scalar(), index);
-  std::vector<Storable> values;
-  for (const int64_t position : positions.values()) values.push_back(array.value(position, index));
-  return NodeValue::listOf(std::move(values));
+  return Storable::listOf(std::move(values));
 }
 
 HeldName fieldNameOf(const Storable& value) {

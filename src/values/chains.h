@@ -12,15 +12,13 @@
 
 #include "values/held_name.h"
 #include "values/index.h"
-#include "values/node_value.h"
+#include "values/storable.h"
 
 namespace kelo {
 
 /// The field of every element, in storage order: one value for a scalar structure, else a list without a first.
 /// throws Problem: no elements, or no such field
-NodeValue readField(const StructArray& array, Name field);
-/// The same of the selected elements only: s(i).f without making s(i). throws also as readElements
-NodeValue readField(const StructArray& array, std::span<const Index> indices, Name field);
+Storable readField(const StructArray& array, Name field);
 
 /// The field of a scalar structure for looking at; null when the value is anything else or lacks it.
 inline const Storable* plainField(const Storable& value, Name field) {

@@ -76,8 +76,6 @@ class Storable {
     if (!holdsNothing()) [[unlikely]] reset();
     new (&numeric_) NumericArray(LogicalArray(x));
   }
-  /// Becomes a copy.
-  void setCopyOf(const Storable& other) { *this = other; }
   /// Becomes some scalar or nothing, so that no reference is held.
   void letGo() {
     if (!holdsNothing()) reset();

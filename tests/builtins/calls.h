@@ -21,11 +21,11 @@ inline NodeValue answered(const char* name, std::vector<Storable> args, std::opt
 }
 
 inline NumericArray called(const char* name, std::vector<Storable> args) {
-  return *answered(name, std::move(args)).numericArray();
+  return *answered(name, std::move(args)).storable().numeric();
 }
 
 inline std::vector<Storable> outputsOf(const char* name, std::vector<Storable> args, int n) {
-  return answered(name, std::move(args), n).arrayList().list;
+  return answered(name, std::move(args), n).storable().list();
 }
 
 inline std::string outcomeOf(const char* name, const std::vector<Storable>& args) {

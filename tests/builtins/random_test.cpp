@@ -31,11 +31,11 @@ struct Drawing : TestApp {
     return row->handler(call);
   }
   std::string draw(const char* name, const std::vector<Storable>& args) {
-    return outcome([&] { return *answer(name, args).numericArray(); });
+    return outcome([&] { return *answer(name, args).storable().numeric(); });
   }
   std::vector<double> numbers(const char* name, const std::vector<Storable>& args) {
     const NodeValue drawn = answer(name, args);
-    const auto values = drawn.numericArray()->asDouble().values();
+    const auto values = drawn.storable().numeric()->asDouble().values();
     return {values.begin(), values.end()};
   }
   void seed(double n) { answer("rng", {num(n)}); }

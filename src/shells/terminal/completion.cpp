@@ -47,7 +47,7 @@ std::vector<std::string> completions(AppController& app, const std::string& befo
     offer(inQuotes ? file : withoutEnding(file));
   }
   if (!inQuotes) {
-    for (const Name name : app.environment.workspaces.base().names()) offer(name.text());
+    for (const Name name : app.environment.baseWorkspace.names()) offer(name.text());
     for (const Builtin* row : app.environment.builtins.rows()) offer(row->name);
   }
   return {names.begin(), names.end()};

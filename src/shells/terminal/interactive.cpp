@@ -75,7 +75,7 @@ class InteractiveConsole {
     Environment& environment = session_.app.environment;
     std::set<std::string> builtins, variables;
     for (const Builtin* row : environment.builtins.rows()) builtins.insert(row->name);
-    for (const Name name : environment.workspaces.top().names()) variables.insert(name.text());
+    for (const Name name : environment.baseWorkspace.names()) variables.insert(name.text());
     return hints::hintFor({message, text, builtins, variables, takeRefusedBytes(), double(arrayByteLimit())});
   }
 
