@@ -1,5 +1,6 @@
-// Printing of numbers. Most go through whole-number arithmetic instead of printf; where that could round differently,
-// printf decides. Tested by tests/display/number_format_test.cpp, which holds both against each other.
+// Printing of numbers. Most go through whole-number arithmetic instead of printf; where that could
+// round differently, printf decides. Tested by tests/display/number_format_test.cpp, which holds
+// both against each other.
 #include "display/number_format.h"
 
 #include <fmt/format.h>
@@ -16,8 +17,8 @@ namespace kelo {
 
 namespace {
 
-// Divisions by ten until the magnitude is below 1. Below 1e22 the comparison gives the same count: a rounded quotient
-// never reaches the next power of ten.
+// Divisions by ten until the magnitude is below 1. Below 1e22 the comparison gives the same count:
+// a rounded quotient never reaches the next power of ten.
 int integerDigits(double magnitude) {
   if (magnitude < 1) return 1;
   if (magnitude < kPowersOfTen.back()) {
@@ -38,8 +39,8 @@ void appendWithPrintf(std::string& out, double x, int width, int precision, Sign
   out.append(buffer, static_cast<size_t>(length));
 }
 
-// OPTIMIZATION: below 1e12 the error of magnitude * 10^precision is below 1e-4, so a fraction farther than that from
-// one half rounds as the exact value does.
+// OPTIMIZATION: below 1e12 the error of magnitude * 10^precision is below 1e-4, so a fraction
+// farther than that from one half rounds as the exact value does.
 constexpr double kExactLimit = 1e12;
 constexpr double kUndecided = 1e-3;
 
@@ -88,7 +89,8 @@ void appendImaginary(std::string& out, int nDigits, double b) {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-// Four maxima side by side, so that the loop is not bound by the latency of one. Inf and NaN count as 0.
+// Four maxima side by side, so that the loop is not bound by the latency of one. Inf and NaN count
+// as 0.
 double largestFiniteMagnitude(const double* values, int64_t count) {
   double lanes[4] = {};
   int64_t i = 0;
@@ -124,13 +126,6 @@ int decimalExponent(double magnitude) {
 int precisionFor(int nDigits, double x) {
   const int digits = integerDigits(std::fabs(x));
   return digits >= 2 ? std::max(nDigits - digits, 0) : nDigits - 1;
-}
-
-std::string formatFor(int nDigits, std::string_view suffix, double x) {
-  if (std::isfinite(x)) return fmt::format("% #{}.{}f{}", nDigits + 2, precisionFor(nDigits, x), suffix);
-  std::string text;
-  appendNonFinite(text, x, nDigits);
-  return text.append(suffix);
 }
 
 void appendReal(std::string& out, int nDigits, double x) {

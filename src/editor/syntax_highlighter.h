@@ -49,7 +49,6 @@ class SyntaxHighlighter {
   static const char* nameOf(SyntaxType type);
   /// The colour's role, such as "system blue".
   static const char* colorOf(SyntaxType type);
-  static constexpr const char* kDefaultColor = "label";
 
   /// A word pattern for each built-in function.
   const std::optional<std::vector<std::string>> functionRegexPatterns;

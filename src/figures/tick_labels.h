@@ -15,9 +15,6 @@ namespace kelo::figures {
 /// grouping. n >= 1
 std::string numberText(int n, double x);
 
-/// The digits that the settings of a figure show of a tick.
-inline constexpr int kDigitsInSettings = 5;
-
 /// The power of ten that the labels of such ticks leave out: 0 where a label has at most three
 /// digits before the point.
 int axisPower(const std::vector<double>& ticks);

@@ -22,28 +22,23 @@ TEST(NumberFormat, PrintsRealsInTheirField) {
   const struct {
     int nDigits;
     double x;
-    const char *format, *text;
+    const char* text;
   } rows[] = {
-      {5, 3.14159, "% #7.4f", " 3.1416"},
-      {5, -12.5, "% #7.3f", "-12.500"},
-      {5, 1234567, "% #7.0f", " 1234567."},
+      {5, 3.14159, " 3.1416"},
+      {5, -12.5, "-12.500"},
+      {5, 1234567, " 1234567."},
       // precision before rounding
-      {5, 9.99999, "% #7.4f", " 10.0000"},
+      {5, 9.99999, " 10.0000"},
       // ties go to the even neighbour of the binary value
-      {5, 100.125, "% #7.2f", " 100.12"},
-      {5, 100.375, "% #7.2f", " 100.38"},
-      {5, -1e-10, "% #7.4f", "-0.0000"},
-      {16, 3.14159265358979, "% #18.15f", " 3.141592653589790"},
-      {1, 7, "% #3.0f", " 7."},
-      {5, kNaN, " NaN   ", " NaN   "},
-      {8, -kInf, "-Inf      ", "-Inf      "},
+      {5, 100.125, " 100.12"},
+      {5, 100.375, " 100.38"},
+      {5, -1e-10, "-0.0000"},
+      {16, 3.14159265358979, " 3.141592653589790"},
+      {1, 7, " 7."},
+      {5, kNaN, " NaN   "},
+      {8, -kInf, "-Inf      "},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(formatFor(row.nDigits, "", row.x), row.format) << row.x;
-    EXPECT_EQ(real(row.nDigits, row.x), row.text);
-  }
-  EXPECT_EQ(formatFor(5, "  ", 1), "% #7.4f  ");
-  EXPECT_EQ(formatFor(5, "\n", kNaN), " NaN   \n");
+  for (const auto& row : rows) EXPECT_EQ(real(row.nDigits, row.x), row.text);
 }
 
 TEST(NumberFormat, PrintsEveryNumberAsPrintfDoes) {
@@ -61,7 +56,7 @@ TEST(NumberFormat, PrintsEveryNumberAsPrintfDoes) {
     if (!std::isfinite(x)) continue;
     for (const int nDigits : {5, 8, 12, 16}) {
       char expected[512];
-      std::snprintf(expected, sizeof expected, formatFor(nDigits, "", x).c_str(), x);
+      std::snprintf(expected, sizeof expected, "% #*.*f", nDigits + 2, precisionFor(nDigits, x), x);
       ASSERT_EQ(real(nDigits, x), expected) << "seed " << seed;
       int divisions = 0;
       for (double y = std::fabs(x); y >= 1; y /= 10) ++divisions;

@@ -21,8 +21,8 @@ struct PictureOptions {
   double scale = 2;  ///< pixels a point, of PNG alone
 };
 
-/// The limits of what a picture may be: each side in points, pixels a point.
-inline constexpr double kLeastSide = 16, kMostSide = 10000, kLeastScale = 1, kMostScale = 4;
+/// How long each side of a picture may be, in points.
+inline constexpr double kLeastSide = 16, kMostSide = 10000;
 
 /// throws Problem
 std::string picture(const figures::Figure& figure, Format format, const PictureOptions& options, Renderer& renderer);
