@@ -87,6 +87,8 @@ class Machine {
           destination(result),
           chunk(chunkInUse),
           chains(static_cast<uint32_t>(chainsOpen)) {}
+    void enterFunction(FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given, int wanted);
+    void enterHandle(const AnonymousFunction& function, bool callerHasCall, Signature callerCall, int wanted);
   };
   enum class CallForm { bare, withParentheses };
   enum class Outcome { goesOn, ended, failed };

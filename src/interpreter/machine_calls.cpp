@@ -164,13 +164,7 @@ bool Machine::callUnit(FunctionUnit& unit, LocalFunctionFile* functions, Storabl
             place)) {
     return false;
   }
-  Frame& made = frame();
-  made.unit = &unit;
-  made.functions = functions;
-  made.funName = unit.funName;
-  made.outputs = outputs;
-  made.hasCall = true;
-  made.call = {count, std::max(outputs, 0)};
+  frame().enterFunction(unit, functions, count, outputs);
   if (isWhole || !unit.isMain) return true;
   return checkInputCount(unit.funName.text(), text::kTooManyInputs, unit.inputs.size(), given, *unit.node);
 }
@@ -235,12 +229,8 @@ bool Machine::callAnonymous(AnonymousFunction& function, Storable* arguments, in
   const Signature call = frame().call;
   if (!push(*code, arguments, count, destination, place)) return false;
   Frame& made = frame();
-  for (size_t k = 0; k < function.values.size(); ++k) made.base[inputs + k] = function.values[k];
+  made.enterHandle(function, hasCall, call, outputs);
   for (size_t k = static_cast<size_t>(count); k < inputs; ++k) made.base[k] = function.inputValues[k];
-  made.outputs = outputs;
-  made.functions = function.functions.get();
-  made.hasCall = hasCall;
-  made.call = call;
   if (function.all) made.more = std::make_unique<Workspace>(*function.all);
   return true;
 }

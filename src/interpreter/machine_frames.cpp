@@ -7,6 +7,7 @@
 #include "interpreter/environment.h"
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
+#include "interpreter/machine_frames.h"
 #include "messages/catalogue/interpreter.h"
 
 namespace kelo {
@@ -27,20 +28,15 @@ bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t
   if (base != arguments) [[unlikely]] {
     for (int32_t k = 0; k < count; ++k) base[k] = std::move(arguments[k]);
   }
-  for (int32_t k = count; k < code.slotCount(); ++k) base[k].clear();
-  frames_.emplace_back(code, base, destination, chunk, chains_.size());
+  pushPlain(code, base, count, destination).chunk = chunk;
   return true;
 }
 
 // What the frame holds goes. An overlay first gives the names back.
 void Machine::pop() {
-  Frame& top = frame();
-  const Code& code = *top.code;
-  if (top.isOverlay) giveNamesBack();
-  for (Storable* r = top.base; r < top.base + code.registers; ++r) r->letGo();
-  stack_.setChunk(top.chunk);
-  while (chains_.size() > top.chains) chains_.pop_back();
-  frames_.pop_back();
+  if (frame().isOverlay) giveNamesBack();
+  while (chains_.size() > frame().chains) chains_.pop_back();
+  popPlain();
 }
 
 Machine::Outcome Machine::returnValue(Storable value) {

@@ -10,6 +10,27 @@
 
 namespace kelo {
 
+inline void Machine::Frame::enterFunction(FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given,
+                                          int wanted) {
+  unit = &called;
+  functions = localFunctions;
+  funName = called.funName;
+  outputs = wanted;
+  hasCall = true;
+  call = {given, std::max(wanted, 0)};
+}
+
+// The slots behind the inputs are what the handle captured.
+inline void Machine::Frame::enterHandle(const AnonymousFunction& function, bool callerHasCall, Signature callerCall,
+                                        int wanted) {
+  Storable* captured = base + function.body->inputArgs.size();
+  for (const Storable& value : function.values) *captured++ = value;
+  functions = function.functions.get();
+  outputs = wanted;
+  hasCall = callerHasCall;
+  call = callerCall;
+}
+
 inline bool Machine::canPushPlain(const Code& code, Storable* arguments) const {
   return stack_.hasRoom(arguments, code.registers) && frames_.size() < frames_.capacity();
 }
@@ -39,13 +60,8 @@ inline bool Machine::meansTheSame(const Storable& base, const Site& site) const 
     if (!arguments[k].isValue()) return false;
   }
   const int outputs = site.outputs == Visitor::kOutputsOfCall ? caller.outputs : site.outputs;
-  Frame& made = pushPlain(*code, arguments, site.count, destination);
-  made.unit = site.target;
-  made.functions = site.targetFunctions;
-  made.funName = site.target->funName;
-  made.outputs = outputs;
-  made.hasCall = true;
-  made.call = {site.count, std::max(outputs, 0)};
+  pushPlain(*code, arguments, site.count, destination)
+      .enterFunction(*site.target, site.targetFunctions, site.count, outputs);
   return true;
 }
 
@@ -65,12 +81,7 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
   const bool hasCall = caller.hasCall;
   const Signature call = caller.call;
   const int outputs = site.outputs == Visitor::kOutputsOfCall ? caller.outputs : site.outputs;
-  Frame& made = pushPlain(code, arguments, site.count, destination);
-  for (size_t k = 0; k < function.values.size(); ++k) arguments[static_cast<size_t>(site.count) + k] = function.values[k];
-  made.outputs = outputs;
-  made.functions = function.functions.get();
-  made.hasCall = hasCall;
-  made.call = call;
+  pushPlain(code, arguments, site.count, destination).enterHandle(function, hasCall, call, outputs);
   return true;
 }
 
