@@ -115,6 +115,11 @@ struct Instruction {
   int32_t a = 0, b = 0, c = 0, d = 0, e = 0;
 };
 
+/// The operand that says where an instruction may go on other than at the next; null: it never jumps.
+int32_t* jumpOperand(Instruction& i);
+/// What it says; -1: nowhere.
+int32_t jumpTarget(const Instruction& i);
+
 /// NAME(ARGS) or a value with parentheses behind it: a call, an index, or the target of an assignment.
 struct Site {
   KeloNode* node = nullptr;

@@ -1,7 +1,5 @@
 #include "interpreter/function_unit.h"
 
-#include <algorithm>
-
 #include "interpreter/visitor.h"
 
 namespace kelo {
@@ -14,11 +12,6 @@ const Code& FunctionUnit::code(bool areGiven, const BuiltinTable& builtins) {
     for (const Name name : outputs) code->outputs.push_back(code->slotOf(name));
   }
   return *code;
-}
-
-int32_t Code::slotOf(Name name) const {
-  const auto found = std::find(slots.begin(), slots.end(), name);
-  return found == slots.end() ? -1 : static_cast<int32_t>(found - slots.begin());
 }
 
 }  // namespace kelo

@@ -9,11 +9,11 @@
 
 #include <fmt/format.h>
 
-#include "KeloParser.h"
 #include "frontend/node_text.h"
 #include "interpreter/builtin_table.h"
 #include "interpreter/function_unit.h"
 #include "interpreter/node_details.h"
+#include "interpreter/tree_classes.h"
 #include "messages/catalogue/interpreter.h"
 #include "values/operators.h"
 
@@ -24,18 +24,16 @@ using antlr4::tree::ParseTree;
 using antlr4::tree::TerminalNode;
 using P = KeloParser;
 
-KeloNode* asNode(ParseTree* tree) { return dynamic_cast<KeloNode*>(tree); }
-bool isExpr(ParseTree* tree) { return dynamic_cast<P::ExprContext*>(tree) != nullptr; }
+bool isExpr(ParseTree* tree) { return isOfRule(tree, P::RuleExpr); }
 size_t tokenType(ParseTree* tree) {
-  auto* leaf = dynamic_cast<TerminalNode*>(tree);
-  return leaf ? leaf->getSymbol()->getType() : 0;
+  return ruleNode(tree) ? 0 : dynamic_cast<TerminalNode&>(*tree).getSymbol()->getType();
 }
 Name nameOf(antlr4::ParserRuleContext* context) { return Name::intern(context->getStart()->getText()); }
 
 std::vector<KeloNode*> expressionsOf(KeloNode& node) {
   std::vector<KeloNode*> result;
   for (ParseTree* child : node.children) {
-    if (isExpr(child)) result.push_back(asNode(child));
+    if (isExpr(child)) result.push_back(ruleNode(child));
   }
   return result;
 }
@@ -43,7 +41,7 @@ std::vector<KeloNode*> expressionsOf(KeloNode& node) {
 std::vector<Name> namesOf(antlr4::ParserRuleContext& context) {
   std::vector<Name> result;
   for (ParseTree* child : context.children) {
-    if (auto* id = dynamic_cast<P::Id_namesContext*>(child)) result.push_back(nameOf(id));
+    if (auto* id = exactly<P::Id_namesContext>(child)) result.push_back(nameOf(id));
   }
   return result;
 }
@@ -51,7 +49,7 @@ std::vector<Name> namesOf(antlr4::ParserRuleContext& context) {
 template <class Context>
 KeloNode* childOf(antlr4::ParserRuleContext& context) {
   for (ParseTree* child : context.children) {
-    if (auto* found = dynamic_cast<Context*>(child)) return found;
+    if (auto* found = exactly<Context>(child)) return found;
   }
   return nullptr;
 }
@@ -65,7 +63,7 @@ Details& makeDetails(KeloNode& node) {
 }
 
 KeloNode* withoutParentheses(KeloNode* node) {
-  while (auto* parenthesis = dynamic_cast<P::ParenthesisContext*>(node)) node = parenthesis->expr();
+  while (auto* parenthesis = exactly<P::ParenthesisContext>(node)) node = parenthesis->expr();
   return node;
 }
 
@@ -136,7 +134,7 @@ void resolveBrackets(KeloNode& node) {
   bool startsRow = false;
   for (ParseTree* child : node.children) {
     if (isExpr(child)) {
-      details.elements.push_back({asNode(child), startsRow});
+      details.elements.push_back({ruleNode(child), startsRow});
       startsRow = false;
       continue;
     }
@@ -150,7 +148,7 @@ void resolveBrackets(KeloNode& node) {
 // ---- Calls and indices
 
 bool containsEnd(ParseTree* tree) {
-  if (dynamic_cast<P::End_exprContext*>(tree)) return true;
+  if (exactly<P::End_exprContext>(tree)) return true;
   for (ParseTree* child : tree->children) {
     if (containsEnd(child)) return true;
   }
@@ -169,7 +167,7 @@ void resolveCall(KeloNode& node) {
 }
 
 void resolveBuiltin(KeloNode& node, const BuiltinTable& builtins) {
-  auto& call = *dynamic_cast<P::Built_in_funcContext&>(node).built_in_fun();
+  auto& call = *static_cast<P::Built_in_funcContext&>(node).built_in_fun();
   auto& details = makeDetails<CallDetails>(node);
   node.cache.kind = NodeKind::builtInFunc;
   node.cache.name = nameOf(&call);
@@ -189,7 +187,7 @@ ChainDetails& resolveChain(KeloNode& node) {
   node.cache.name = nameOf(&node);
   addArguments(node, &chain.hasArgs, &chain.args);
   for (ParseTree* child : node.children) {
-    auto* context = dynamic_cast<P::FieldContext*>(child);
+    auto* context = exactly<P::FieldContext>(child);
     if (!context) continue;
     FieldDetails field;
     field.node = context;
@@ -205,7 +203,7 @@ ChainDetails& resolveChain(KeloNode& node) {
 // `bound` are the inputs of the handle and of those inside it around the tree.
 void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
   const size_t outer = bound.size();
-  if (auto* handle = dynamic_cast<P::Func_handleContext*>(tree); handle && handle->expr()) {
+  if (auto* handle = exactly<P::Func_handleContext>(tree); handle && handle->expr()) {
     const auto inputs = namesOf(*handle);
     for (auto* name : handle->id_names()) addMentioned(name, bound, body);  // a call that leaves it out sees a variable
     bound.insert(bound.end(), inputs.begin(), inputs.end());
@@ -213,7 +211,7 @@ void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
     bound.resize(outer);
     return;
   }
-  if (auto* names = dynamic_cast<P::Id_namesContext*>(tree)) {
+  if (auto* names = exactly<P::Id_namesContext>(tree)) {
     const Name name = nameOf(names);
     if (std::find(bound.begin(), bound.end(), name) != bound.end()) return;
     size_t k = std::find(body.captured.begin(), body.captured.end(), name) - body.captured.begin();
@@ -221,8 +219,8 @@ void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
       body.captured.push_back(name);
       body.mayBeScript.push_back(false);
     }
-    if (dynamic_cast<P::IdContext*>(names->parent)) body.mayBeScript[k] = true;
-  } else if (auto* call = dynamic_cast<P::Built_in_funContext*>(tree)) {
+    if (exactly<P::IdContext>(names->parent)) body.mayBeScript[k] = true;
+  } else if (auto* call = exactly<P::Built_in_funContext>(tree)) {
     static const std::set<std::string> lookAround = {"clear", "input", "nargin", "nargout", "who"};
     body.capturesAll = body.capturesAll || lookAround.contains(call->getStart()->getText());
   }
@@ -231,7 +229,7 @@ void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
 
 // A handle's text runs from "@" to the end of the body, as typed.
 void resolveHandle(KeloNode& node) {
-  auto& handle = *dynamic_cast<P::FuncHandleContext&>(node).func_handle();
+  auto& handle = *static_cast<P::FuncHandleContext&>(node).func_handle();
   auto& details = makeDetails<HandleDetails>(node);
   node.cache.kind = NodeKind::funcHandle;
   if (handle.BUILT_IN_FUNC() || (!handle.LPAR() && !handle.id_names().empty())) {
@@ -262,7 +260,7 @@ void resolveHandle(KeloNode& node) {
 
 bool endsQuietly(antlr4::ParserRuleContext& context) {
   for (ParseTree* child : context.children) {
-    auto* separator = dynamic_cast<P::Stat_separatorContext*>(child);
+    auto* separator = exactly<P::Stat_separatorContext>(child);
     if (separator && separator->getText() == ";") return true;
   }
   return false;
@@ -271,18 +269,18 @@ bool endsQuietly(antlr4::ParserRuleContext& context) {
 void resolveStatements(KeloNode& node) {
   auto& details = makeDetails<ListDetails>(node);
   node.cache.kind = NodeKind::statList;
-  for (ParseTree* child : node.children) details.nodes.push_back(asNode(child));
+  for (ParseTree* child : node.children) details.nodes.push_back(ruleNode(child));
 }
 
 void resolveExpression(KeloNode& node) {
   node.cache.kind = NodeKind::expression;
   node.cache.first = expressionsOf(node)[0];
   node.cache.shows = !endsQuietly(node);
-  if (dynamic_cast<P::IdContext*>(node.cache.first)) node.cache.name = nameOf(node.cache.first);
+  if (exactly<P::IdContext>(node.cache.first)) node.cache.name = nameOf(node.cache.first);
 }
 
 void resolveAssignment(KeloNode& node) {
-  KeloNode& assignment = *dynamic_cast<P::AssignmentContext&>(node).var_assign();
+  KeloNode& assignment = *static_cast<P::AssignmentContext&>(node).var_assign();
   node.cache.kind = NodeKind::assignment;
   node.cache.shows = !endsQuietly(node);
   node.cache.first = &assignment;
@@ -290,13 +288,13 @@ void resolveAssignment(KeloNode& node) {
   const auto expressions = expressionsOf(assignment);
   cache.second = expressions.back();
   cache.kind = NodeKind::assignment;
-  if (dynamic_cast<P::Var_assignmentContext*>(&assignment)) {
+  if (exactly<P::Var_assignmentContext>(&assignment)) {
     cache.assignment = AssignmentForm::variable;
     cache.name = nameOf(&assignment);
-  } else if (dynamic_cast<P::Var_list_assignmentContext*>(&assignment)) {
+  } else if (exactly<P::Var_list_assignmentContext>(&assignment)) {
     cache.assignment = AssignmentForm::list;
     makeDetails<ListDetails>(assignment).names = namesOf(assignment);
-  } else if (dynamic_cast<P::Subarray_assignmentContext*>(&assignment)) {
+  } else if (exactly<P::Subarray_assignmentContext>(&assignment)) {
     cache.assignment = AssignmentForm::elements;
     cache.name = nameOf(&assignment);
     makeDetails<CallDetails>(assignment).args = subscriptsOf({expressions.begin(), expressions.end() - 1});
@@ -317,8 +315,8 @@ template <class... Contexts>
 void addBranches(KeloNode& node) {
   auto& details = makeDetails<BranchDetails>(node);
   for (ParseTree* child : node.children) {
-    if (!(dynamic_cast<Contexts*>(child) || ...)) continue;
-    KeloNode& branch = *asNode(child);
+    if (!(exactly<Contexts>(child) || ...)) continue;
+    KeloNode& branch = *ruleNode(child);
     const auto conditions = expressionsOf(branch);
     details.branches.push_back(
         {conditions.empty() ? nullptr : conditions[0], childOf<P::Stat_listContext>(branch), &branch});
@@ -347,7 +345,7 @@ void resolveRange(KeloNode& node) {
 
 template <class Context>
 bool is(KeloNode& node) {
-  return typeid(node) == typeid(Context);
+  return exactly<Context>(&node) != nullptr;
 }
 
 bool resolveExpressionNode(KeloNode& node, const BuiltinTable& builtins) {
@@ -451,9 +449,8 @@ ProgramDetails& programDetails(KeloNode& node) {
   program.statements = childOf<P::Stat_listContext>(node);
   bool isMain = program.form == ProgramDetails::Form::function;
   for (ParseTree* child : node.children) {
-    auto* declaration = dynamic_cast<P::Function_declareContext*>(child);
-    if (!declaration) continue;
-    FunctionUnit& function = functionUnit(*declaration);
+    if (!isOfRule(child, P::RuleFunction_declare)) continue;
+    FunctionUnit& function = functionUnit(*ruleNode(child));
     function.isMain = isMain;
     if (isMain) {
       program.main = &function;

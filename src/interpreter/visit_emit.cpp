@@ -4,9 +4,9 @@
 // kTemporaries on; `finished` moves them behind the slots.
 #include <algorithm>
 
-#include "KeloParser.h"
 #include "interpreter/builtin_table.h"
 #include "interpreter/resolve.h"
+#include "interpreter/tree_classes.h"
 #include "interpreter/visitor.h"
 
 namespace kelo {
@@ -36,11 +36,6 @@ std::unique_ptr<Code> Visitor::finished() {
 // A question for a stop that is followed by another one, with nothing but jumps between, goes.
 void Visitor::dropPolls() {
   auto& code = code_->instructions;
-  const auto target = [](Instruction& i) -> int32_t* {
-    if (i.op == Op::jump || i.op == Op::jumpOnTruth || i.op == Op::caseJump) return &i.a;
-    if (i.op >= Op::jumpOnEqual && i.op <= Op::jumpOnGt) return &i.a;
-    return i.op == Op::rangeStep || i.op == Op::arrayStep || i.op == Op::fieldPath ? &i.c : nullptr;
-  };
   std::vector<int32_t> moved(code.size() + 1);  // where each instruction comes to stand
   int32_t kept = 0;
   for (size_t k = 0; k < code.size(); ++k) {
@@ -57,7 +52,7 @@ void Visitor::dropPolls() {
   code.resize(static_cast<size_t>(kept));
   code_->places.resize(static_cast<size_t>(kept));
   for (Instruction& i : code) {
-    if (int32_t* to = target(i)) *to = moved[static_cast<size_t>(*to)];
+    if (int32_t* to = jumpOperand(i)) *to = moved[static_cast<size_t>(*to)];
   }
   for (Region& region : code_->regions) {
     region.begin = moved[static_cast<size_t>(region.begin)];
@@ -149,14 +144,14 @@ void Visitor::findAssigned(KeloNode& tree) {
     auto* node = waiting.back();
     waiting.pop_back();
     for (auto* child : node->children) waiting.push_back(child);
-    if (auto* target = dynamic_cast<P::Id_namesContext*>(node)) {
-      if (dynamic_cast<P::Var_assignContext*>(target->parent) || dynamic_cast<P::ForLoopContext*>(target->parent)) {
+    if (auto* target = exactly<P::Id_namesContext>(node)) {
+      if (isOfRule(target->parent, P::RuleVar_assign) || exactly<P::ForLoopContext>(target->parent)) {
         assigns(*target);
       }
-    } else if (auto* call = dynamic_cast<P::Built_in_funContext*>(node)) {
+    } else if (auto* call = exactly<P::Built_in_funContext>(node)) {
       isCautious_ = isCautious_ || mayTakeAway(call->getStart()->getText());
-    } else if (auto* statement = dynamic_cast<P::ExpressionContext*>(node)) {
-      if (auto* id = dynamic_cast<P::IdContext*>(statement->children[0])) {
+    } else if (auto* statement = exactly<P::ExpressionContext>(node)) {
+      if (auto* id = exactly<P::IdContext>(statement->children[0])) {
         alone.push_back(Name::intern(id->getStart()->getText()));
       }
     }

@@ -14,16 +14,6 @@ void readBases(const Code& code, int32_t site, Operands& operands) {
 
 }  // namespace
 
-int32_t jumpTarget(const Instruction& i) {
-  switch (i.op) {
-    case Op::jump: case Op::jumpOnTruth: case Op::jumpOnEqual: case Op::jumpOnUnequal: case Op::jumpOnLe:
-    case Op::jumpOnLt: case Op::jumpOnGe: case Op::jumpOnGt: case Op::caseJump:
-      return i.a;
-    case Op::fieldPath: case Op::rangeStep: case Op::arrayStep: return i.c;
-    default: return -1;
-  }
-}
-
 bool fallsThrough(const Instruction& i) {
   return i.op != Op::jump && i.op != Op::fail && i.op != Op::returnFunction && i.op != Op::returnValue;
 }

@@ -33,8 +33,6 @@ class Liveness {
   std::vector<uint64_t> live_;
 };
 
-/// Where an instruction may jump to; -1: nowhere.
-int32_t jumpTarget(const Instruction& i);
 /// Whether the next instruction may follow.
 bool fallsThrough(const Instruction& i);
 
