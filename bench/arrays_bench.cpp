@@ -1,5 +1,5 @@
-// Sorting, searching and rearranging of 1e6 and 1e7 doubles, through the handlers. bench/compare/arrays.py has the same
-// rows for NumPy.
+// Sorting, searching and rearranging of 1e6 and 1e7 doubles, through the handlers.
+// bench/compare/arrays.py has the same rows for NumPy.
 #include <algorithm>
 #include <cmath>
 

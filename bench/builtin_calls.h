@@ -1,5 +1,6 @@
-// What the measurements of built-in functions share: numbers to work on, and a handler called as a program calls it,
-// with variables going in, so that nothing of theirs is taken over, and new values coming out.
+// What the measurements of built-in functions share: numbers to work on, and a handler called as a
+// program calls it, with variables going in, so that nothing of theirs is taken over, and new
+// values coming out.
 #pragma once
 
 #include <benchmark/benchmark.h>

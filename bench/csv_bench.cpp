@@ -1,4 +1,5 @@
-// Reading and writing of comma-separated numbers, in bytes per second. bench/compare/csv.py times the same with NumPy.
+// Reading and writing of comma-separated numbers, in bytes per second. bench/compare/csv.py times
+// the same with NumPy.
 #include <benchmark/benchmark.h>
 
 #include <random>

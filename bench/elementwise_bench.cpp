@@ -1,5 +1,5 @@
-// Element-wise functions on large arrays, as a program calls them: a variable goes in, a new array comes out. The rows
-// are those that bench/compare/elementwise.py prints for NumPy.
+// Element-wise functions on large arrays, as a program calls them: a variable goes in, a new array
+// comes out. The rows are those that bench/compare/elementwise.py prints for NumPy.
 #include "builtin_calls.h"
 
 namespace kelo {

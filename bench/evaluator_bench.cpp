@@ -1,4 +1,5 @@
-// The evaluator: nanoseconds per round of small loops and per call, with twins of the outside in memory.
+// The evaluator: nanoseconds per round of small loops and per call, with twins of the outside in
+// memory.
 //
 // A program is run once per measurement; the figure "per_round" is its time divided by its rounds.
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
-// Parsing: lines per second of a script of 5,000 lines, valid or wrong at its end. A wrong one goes through the careful
-// stage too.
+// Parsing: lines per second of a script of 5,000 lines, valid or wrong at its end. A wrong one goes
+// through the careful stage too.
 #include <benchmark/benchmark.h>
 
 #include <string>

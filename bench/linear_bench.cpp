@@ -1,5 +1,6 @@
-// Matrices through the library: the rows that bench/compare/linear.py prints for NumPy and SciPy, and behind each its
-// routines called directly on memory that is there already, which is what there is to reach.
+// Matrices through the library: the rows that bench/compare/linear.py prints for NumPy and SciPy,
+// and behind each its routines called directly on memory that is there already, which is what there
+// is to reach.
 #include <benchmark/benchmark.h>
 
 #include <random>

@@ -1,4 +1,5 @@
-// Runs the measurements of one program, with the memory and the cores of the machine as the shells have them.
+// Runs the measurements of one program, with the memory and the cores of the machine as the shells
+// have them.
 #include <benchmark/benchmark.h>
 
 #include "platform/native/machine.h"

@@ -1,5 +1,5 @@
-// Arrays of random numbers, and error functions and distributions on large arrays. The rows are those that
-// bench/compare/random_numbers.py prints for NumPy, where it has the function.
+// Arrays of random numbers, and error functions and distributions on large arrays. The rows are
+// those that bench/compare/random_numbers.py prints for NumPy, where it has the function.
 #include "builtin_calls.h"
 
 namespace kelo {

@@ -1,5 +1,5 @@
-// Reductions and scans of 1e6 and 1e7 doubles, called as a program calls them. bench/compare/reductions.py has the same
-// rows for another library.
+// Reductions and scans of 1e6 and 1e7 doubles, called as a program calls them.
+// bench/compare/reductions.py has the same rows for another library.
 #include "builtin_calls.h"
 
 namespace kelo {

@@ -1,5 +1,6 @@
-// Where the tests find their samples. The one source behind this knows the folder of the checkout, so that the objects
-// of all others are the same wherever the project lies, and a compiler cache serves them to every checkout.
+// Where the tests find their samples. The one source behind this knows the folder of the checkout,
+// so that the objects of all others are the same wherever the project lies, and a compiler cache
+// serves them to every checkout.
 #pragma once
 
 #include <string>

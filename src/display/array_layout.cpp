@@ -79,8 +79,8 @@ std::optional<int64_t> columnsPerBlock(const CharArray* texts, const DisplayPara
 ArrayLayout::ArrayLayout(const SizeVector& size, int64_t perBlock)
     : rows(size.rows()), columns(size.columns()), columnsPerBlock(perBlock) {
   pages = size.numElements() / (rows * columns);
-  // NOTE: intended: single precision, which loses whole blocks of more than 2^24 columns. It must not name columns that
-  // are not there, so endColumn and the last line here hold it within them.
+  // NOTE: intended: single precision, which loses whole blocks of more than 2^24 columns. It must
+  // not name columns that are not there, so endColumn and the last line here hold it within them.
   blocks = static_cast<int64_t>(std::ceil(static_cast<float>(columns) / static_cast<float>(columnsPerBlock)));
   blocks = std::clamp<int64_t>(blocks, 1, quotientRoundedUp(columns, columnsPerBlock));
   lastWidth = columns % columnsPerBlock == 0 ? columnsPerBlock : columns % columnsPerBlock;

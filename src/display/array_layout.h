@@ -1,5 +1,5 @@
-// How the rows and columns of an array are spread over the console: blocks of columns that fit side by side, pages of
-// the third and further dimensions, and the place where the shown tail begins.
+// How the rows and columns of an array are spread over the console: blocks of columns that fit side
+// by side, pages of the third and further dimensions, and the place where the shown tail begins.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// Cells of a text, character by character. A character is a grapheme cluster and takes what the widest of its code
-// points takes, so that a base with its marks, or a family of emoji joined to one picture, counts once.
+// Cells of a text, character by character. A character is a grapheme cluster and takes what the
+// widest of its code points takes, so that a base with its marks, or a family of emoji joined to
+// one picture, counts once.
 #include "display/cell_measure.h"
 
 #include <utf8proc.h>

@@ -7,8 +7,8 @@
 
 namespace kelo {
 
-/// A cell is 8 points wide. A character takes one cell; two if it is a wide East Asian character, an emoji or a flag;
-/// none if it is a combining mark or a control character.
+/// A cell is 8 points wide. A character takes one cell; two if it is a wide East Asian character,
+/// an emoji or a flag; none if it is a combining mark or a control character.
 class CellMeasure : public platform::TextMeasure {
  public:
   static constexpr double kPointsPerCell = 8;

@@ -1,4 +1,5 @@
-// Choice of the formatter by content, and what is too short for a file of its own: handles, texts, lines.
+// Choice of the formatter by content, and what is too short for a file of its own: handles, texts,
+// lines.
 #include "display/display.h"
 
 #include <algorithm>

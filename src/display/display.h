@@ -1,8 +1,10 @@
-// Display: one block of console output: a value with or without a name, an error, the echo of a command, or plain text.
+// Display: one block of console output: a value with or without a name, an error, the echo of a
+// command, or plain text.
 //
-// A display is finished when it is made: it holds its text and the ranges of the text that are drawn differently. It
-// keeps its content as well, so that it can be formatted again when the width of the console or the number of digits
-// changes; the content is shared with the variable that it came from until that is written.
+// A display is finished when it is made: it holds its text and the ranges of the text that are
+// drawn differently. It keeps its content as well, so that it can be formatted again when the width
+// of the console or the number of digits changes; the content is shared with the variable that it
+// came from until that is written.
 #pragma once
 
 #include <cstdint>

@@ -14,8 +14,8 @@ class DisplayItems {
 
   explicit DisplayItems(const Display::Parameters& parameters) : parameters_(parameters) {}
 
-  /// Appends a display. Parameters other than the present ones become the present ones, and every item is formatted
-  /// again.
+  /// Appends a display. Parameters other than the present ones become the present ones, and every
+  /// item is formatted again.
   void append(Display display);
   /// The same for all items without appending one.
   void setParameters(const Display::Parameters& parameters);

@@ -1,4 +1,5 @@
-// Structures as text. A value inside a structure is told by kind and size; only short things are shown whole.
+// Structures as text. A value inside a structure is told by kind and size; only short things are
+// shown whole.
 #include "display/struct_text.h"
 
 #include <fmt/format.h>
@@ -13,7 +14,8 @@ namespace kelo {
 
 namespace {
 
-// Of a row within a field line no more elements are shown, so that a long row does not make an endless line.
+// Of a row within a field line no more elements are shown, so that a long row does not make an
+// endless line.
 constexpr int64_t kInlineLimit = 10'000;
 constexpr std::string_view kCut = " ...";
 constexpr double kFieldIndent = 4;  // in widths of a blank

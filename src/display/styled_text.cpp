@@ -1,4 +1,5 @@
-// Ranges in UTF-16 units over text in UTF-8: the units before a range are counted on from the last one.
+// Ranges in UTF-16 units over text in UTF-8: the units before a range are counted on from the last
+// one.
 #include "display/styled_text.h"
 
 namespace kelo {

@@ -1,7 +1,8 @@
 // The tree of the help pages, as "docs.plist" describes it.
 //
-// The resources of the program are a folder that the shell tells: "docs.plist", the folder "html_files" with the pages
-// and, inside it, "_styles"; besides, for the terminal, "page_texts" with each page's Markdown, and "search.json".
+// The resources of the program are a folder that the shell tells: "docs.plist", the folder
+// "html_files" with the pages and, inside it, "_styles"; besides, for the terminal, "page_texts"
+// with each page's Markdown, and "search.json".
 #pragma once
 
 #include <optional>
@@ -22,7 +23,8 @@ class DocFilesLoader {
     std::string ext;           ///< "html"; empty for a folder
   };
 
-  /// Reads the description; a missing or broken one gives no files. REQUIRES: the resources outlive this.
+  /// Reads the description; a missing or broken one gives no files. REQUIRES: the resources outlive
+  /// this.
   explicit DocFilesLoader(const platform::FileSystem& resources);
 
   /// In the order of the tree: a folder, what is in it, the next folder.
@@ -38,7 +40,8 @@ class DocFilesLoader {
   std::vector<FileInfo> files_;
 };
 
-/// The functions that a page is about: its title is the name of one, or all the spellings that it has: "nan, NaN, Nan".
+/// The functions that a page is about: its title is the name of one, or all the spellings that it
+/// has: "nan, NaN, Nan".
 std::vector<std::string> namesIn(std::string_view title);
 
 /// "docs.plist" for a list of files.

@@ -1,5 +1,5 @@
-// The texts of all pages come to about a megabyte, which a plain scan reads in less than a millisecond: the index is
-// the visible text of each page.
+// The texts of all pages come to about a megabyte, which a plain scan reads in less than a
+// millisecond: the index is the visible text of each page.
 #include "docs/doc_search.h"
 
 #include <utf8proc.h>
@@ -14,7 +14,8 @@ namespace {
 constexpr size_t kExcerptBefore = 40;  // bytes
 constexpr size_t kExcerptBehind = 80;
 
-/// In small letters; a letter whose small form has another length stays, so that places are the same in both texts.
+/// In small letters; a letter whose small form has another length stays, so that places are the
+/// same in both texts.
 std::string folded(std::string_view text) {
   std::string result(text);
   auto* bytes = reinterpret_cast<utf8proc_uint8_t*>(result.data());

@@ -1,8 +1,8 @@
 // Search across the pages, over an index that is made when the pages are built.
 //
-// A text is found where a page contains it, ignoring case. Pages whose title contains it come first, nearest match
-// first (the same word, then one that begins with it); the others by how early in the page it stands, then in the
-// order of the tree.
+// A text is found where a page contains it, ignoring case. Pages whose title contains it come
+// first, nearest match first (the same word, then one that begins with it); the others by how early
+// in the page it stands, then in the order of the tree.
 #pragma once
 
 #include <string>

@@ -1,7 +1,8 @@
-// A page's Markdown as a tree, from which HTML, the terminal's text and the text that a search looks in are made.
+// A page's Markdown as a tree, from which HTML, the terminal's text and the text that a search
+// looks in are made.
 //
-// The dialect is that of GitHub: CommonMark with tables, and mathematics as TeX between dollar signs. Raw HTML is plain
-// text.
+// The dialect is that of GitHub: CommonMark with tables, and mathematics as TeX between dollar
+// signs. Raw HTML is plain text.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// The pages come from the project's own builder, which writes each of the tags <html>, </head>, <body> and </body> once
-// and alike, so that the document is put together at these marks.
+// The pages come from the project's own builder, which writes each of the tags <html>, </head>,
+// <body> and </body> once and alike, so that the document is put together at these marks.
 #include "docs/page_loader.h"
 
 #include <utf8proc.h>

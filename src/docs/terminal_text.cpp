@@ -1,4 +1,5 @@
-// Blocks are set apart by an empty line; the text of a block is cut into styled words and filled into lines.
+// Blocks are set apart by an empty line; the text of a block is cut into styled words and filled
+// into lines.
 #include "docs/terminal_text.h"
 
 #include <utf8proc.h>
@@ -142,7 +143,8 @@ class Writer {
     flush();
   }
 
-  /// The first column is as wide as its widest cell, the last one is filled; a narrow screen gets one cell a line.
+  /// The first column is as wide as its widest cell, the last one is filled; a narrow screen gets
+  /// one cell a line.
   void table(const Node& node, const std::string& indent) {
     std::vector<int> widths;
     for (const Node& row : node.children) {

@@ -45,8 +45,8 @@ void Indenter::mend(size_t line) {
   keywords_[line].reset();
 }
 
-/// The keyword of the group that a line stands in: from the line upwards, the first opener that is not closed. A `case`
-/// counts only where no group stands closed.
+/// The keyword of the group that a line stands in: from the line upwards, the first opener that is
+/// not closed. A `case` counts only where no group stands closed.
 std::optional<Keywords::Occurrence> Indenter::enclosingGroup(size_t line) {
   int64_t opened = 0, closed = 0;
   while (line-- > 0) {

@@ -12,8 +12,8 @@
 
 namespace kelo {
 
-/// The line at a position with its indentation mended, without its line end; a line in no group stays as it is.
-/// Nothing when the position is outside the text.
+/// The line at a position with its indentation mended, without its line end; a line in no group
+/// stays as it is. Nothing when the position is outside the text.
 std::optional<std::string> indentedLine(int64_t position, std::string_view text);
 
 /// The same for line after line of a text.

@@ -35,12 +35,12 @@ struct Keywords {
     int64_t column;  ///< in UTF-16 units
   };
 
-  /// The keywords of one line, from left to right, without those in comments and texts. An `end` with a ")" behind it
-  /// on the line is taken for an index (NOTE: intended, as the grammar does).
+  /// The keywords of one line, from left to right, without those in comments and texts. An `end`
+  /// with a ")" behind it on the line is taken for an index (NOTE: intended, as the grammar does).
   static std::vector<Occurrence> inLine(std::u16string_view line);
 
-  /// Whether a line, without its leading blanks, starts with a word of the group. NOTE: intended: no word boundary is
-  /// asked for, so "format" starts with "for".
+  /// Whether a line, without its leading blanks, starts with a word of the group. NOTE: intended:
+  /// no word boundary is asked for, so "format" starts with "for".
   static bool startsWith(std::u16string_view line, PrefixType group);
 };
 

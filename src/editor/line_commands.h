@@ -1,6 +1,7 @@
 // The commands of the editor's menu on the lines of a selection: "Comment", "Uncomment", "Indent".
 //
-// A selection that ends at a line's start leaves that line out. The selection stays on the text that it was on.
+// A selection that ends at a line's start leaves that line out. The selection stays on the text
+// that it was on.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,7 @@
-// OPTIMIZATION: the patterns of words differ in the word alone, so one pattern finds all words and a table tells their
-// types. Only the index `end` can reach across line ends, and it is one word between two blank stretches; after an edit
-// it is enough to look at the lines around it up to the second one above and below that is not blank.
+// OPTIMIZATION: the patterns of words differ in the word alone, so one pattern finds all words and
+// a table tells their types. Only the index `end` can reach across line ends, and it is one word
+// between two blank stretches; after an edit it is enough to look at the lines around it up to the
+// second one above and below that is not blank.
 #include "editor/syntax_highlighter.h"
 
 #include <algorithm>
@@ -160,7 +161,8 @@ void SyntaxHighlighter::repaint(size_t begin, size_t end) {
   begin = above(text_, begin);
   end = below(text_, end);
   std::fill(painted_.begin() + static_cast<ptrdiff_t>(begin), painted_.begin() + static_cast<ptrdiff_t>(end), 0);
-  // A match that reaches into these lines begins, and ends, at most as far away as another edit would reach.
+  // A match that reaches into these lines begins, and ends, at most as far away as another edit
+  // would reach.
   const size_t from = above(text_, begin);
   const std::u16string_view seen = std::u16string_view(text_).substr(0, below(text_, end));
   const auto paint = [&](SyntaxType type, size_t first, size_t last) {

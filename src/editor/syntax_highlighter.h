@@ -1,8 +1,9 @@
 // The colours of program text.
 //
-// Each syntax type has patterns, and the types are painted in their order, a later one over an earlier one. That order
-// is the masking: a keyword inside a text or a comment ends in the colour of the text or comment, and a "%" inside a
-// text begins a comment (NOTE: intended). What is finally seen at a unit is therefore the last type that matches there.
+// Each syntax type has patterns, and the types are painted in their order, a later one over an
+// earlier one. That order is the masking: a keyword inside a text or a comment ends in the colour
+// of the text or comment, and a "%" inside a text begins a comment (NOTE: intended). What is
+// finally seen at a unit is therefore the last type that matches there.
 #pragma once
 
 #include <cstdint>
@@ -42,8 +43,9 @@ class SyntaxHighlighter {
   explicit SyntaxHighlighter(std::optional<std::vector<std::string>> functionNames);
   ~SyntaxHighlighter();
 
-  /// What is finally seen, in order: neighbouring matches of one type are one span, the default colour is left out.
-  /// The text of the last call is remembered, and only what can have changed since is looked at again.
+  /// What is finally seen, in order: neighbouring matches of one type are one span, the default
+  /// colour is left out. The text of the last call is remembered, and only what can have changed
+  /// since is looked at again.
   std::vector<Span> highlightAll(std::string_view text);
 
   static const char* nameOf(SyntaxType type);

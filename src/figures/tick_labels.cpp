@@ -29,7 +29,8 @@ int digitsThatFit(const AxisReading& axis, double length, const platform::TextMe
   return kFewestDigits;
 }
 
-/// A tick without the power that the labels leave out. In two steps for the smallest numbers, whose power passes the doubles.
+/// A tick without the power that the labels leave out. In two steps for the smallest numbers, whose
+/// power passes the doubles.
 double scaled(double tick, int power) {
   if (power >= -300) return tick * std::pow(10.0, -power);
   return tick * 1e300 * std::pow(10.0, -power - 300);

@@ -1,7 +1,8 @@
-// The operations of the files panel. Each one that fails throws an `Alert` with the panel's words and changes nothing.
+// The operations of the files panel. Each one that fails throws an `Alert` with the panel's words
+// and changes nothing.
 //
-// Paths are relative to the work directory, with "/" between their components, "" the directory itself. What leads
-// outside, or is hidden, does not exist for any of them.
+// Paths are relative to the work directory, with "/" between their components, "" the directory
+// itself. What leads outside, or is hidden, does not exist for any of them.
 #pragma once
 
 #include <cstdint>
@@ -32,8 +33,9 @@ class FilePanel {
   /// The entries of a folder, in the panel's order.
   std::vector<FileItem> list(const std::string& folder) const;
 
-  /// Makes a file "NAME.m" with two lines to begin with, or an empty one of another kind: csv, txt, dat. A name without
-  /// an extension is that of a ".m" file. Returns the new path, as do the next ones.
+  /// Makes a file "NAME.m" with two lines to begin with, or an empty one of another kind: csv, txt,
+  /// dat. A name without an extension is that of a ".m" file. Returns the new path, as do the next
+  /// ones.
   std::string newFile(const std::string& folder, const std::string& name);
   std::string newFolder(const std::string& folder, const std::string& name);
   /// A file keeps its extension when the new name has none.

@@ -1,5 +1,5 @@
-// Search for a text in the names and the contents of all files, step by step: whoever runs it does other things between
-// two steps, or stops by taking no further one.
+// Search for a text in the names and the contents of all files, step by step: whoever runs it does
+// other things between two steps, or stops by taking no further one.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,8 @@ class FileSearch {
   /// REQUIRES: tree outlives this
   FileSearch(const platform::FileTree& tree, std::string_view text);
 
-  /// Looks at one more file or folder, in the order of the paths. False at the end, or when there are enough hits.
+  /// Looks at one more file or folder, in the order of the paths. False at the end, or when there
+  /// are enough hits.
   bool step();
 
   std::vector<FileHit> hits;

@@ -13,7 +13,8 @@
 namespace kelo {
 namespace {
 
-/// A name with case and accents taken away; marks get a byte below all letters and digits before them.
+/// A name with case and accents taken away; marks get a byte below all letters and digits before
+/// them.
 std::string foldedName(std::string_view name) {
   utf8proc_uint8_t* mapped = nullptr;
   const auto options = static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);

@@ -83,7 +83,8 @@ std::string FilePanel::rename(const std::string& path, const std::string& given)
   return renamed;
 }
 
-/// The first of "a_copy", "a_copy2", "a_copy3" and so on that is free, with the extension of a file.
+/// The first of "a_copy", "a_copy2", "a_copy3" and so on that is free, with the extension of a
+/// file.
 std::string FilePanel::freeName(const std::string& path) const {
   const NameParts parts = partsOf(path);
   const std::string ending = parts.extension.empty() ? "" : "." + std::string(parts.extension);

@@ -1,12 +1,12 @@
 // The language in one combined grammar. Rule names, labels, the order of the alternatives and the
 // order of the tokens are a contract: the evaluator has one visit per label, the order of the
-// alternatives of `expr` is its precedence and the order of the tokens breaks ties between matches of
-// equal length.
+// alternatives of `expr` is its precedence and the order of the tokens breaks ties between matches
+// of equal length.
 //
-// What the rules cannot say stands in C++: KeloParserBase gives each node its file and its depth and
-// answers the predicate of the ranges, LexerPredicates answers the three predicates of the lexer. The
-// names of the built-in functions stand in builtin_names.txt, from which the build makes the grammar
-// that is imported here.
+// What the rules cannot say stands in C++: KeloParserBase gives each node its file and its depth
+// and answers the predicate of the ranges, LexerPredicates answers the three predicates of the
+// lexer. The names of the built-in functions stand in builtin_names.txt, from which the build makes
+// the grammar that is imported here.
 grammar Kelo;
 
 import BuiltInNames;  // the fragment BUILT_IN_NAME
@@ -138,8 +138,8 @@ built_in_fun
   | BUILT_IN_FUNC ID+
   ;
 
-// Expressions. The predicate of the ranges keeps the middle of "a:b:c" from being read as a range of
-// its own.
+// Expressions. The predicate of the ranges keeps the middle of "a:b:c" from being read as a range
+// of its own.
 //
 // NOTE: intended: prefix operators bind tighter than power, so "-2^2" is "(-2)^2".
 

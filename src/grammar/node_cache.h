@@ -1,7 +1,9 @@
-// What is found once per node and kept with it: the kind of the node, its operator, name, literal and operands.
+// What is found once per node and kept with it: the kind of the node, its operator, name, literal
+// and operands.
 //
-// Nodes are made by the parser without any of this; the lowering fills it in before it visits a node (see resolve.h in
-// the interpreter), and so asks for the class of a node and reads the text of its tokens once.
+// Nodes are made by the parser without any of this; the lowering fills it in before it visits a
+// node (see resolve.h in the interpreter), and so asks for the class of a node and reads the text
+// of its tokens once.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// Words that help beside the messages: a line that says what a person can do. A hint is a guess from the message and from
-// the text that it points into; where nothing is recognised there is none.
+// Words that help beside the messages: a line that says what a person can do. A hint is a guess
+// from the message and from the text that it points into; where nothing is recognised there is
+// none.
 #pragma once
 
 #include <optional>
@@ -26,7 +27,8 @@ std::optional<std::string> hintFor(const Situation& situation);
 /// What to know about a text that is about to run, though it has no error.
 std::optional<std::string> hintBefore(const std::string& text);
 
-/// The names that differ from a word by one letter too many, too few, another one, or two exchanged.
+/// The names that differ from a word by one letter too many, too few, another one, or two
+/// exchanged.
 std::set<std::string> oneSlipAway(const std::string& word, const std::set<std::string>& names);
 
 }  // namespace kelo::hints

@@ -1,9 +1,9 @@
-// The engine as a shell sees it: the console, the buttons, and a run from its start to its end. What programs run in is
-// the Environment; how they sleep and stop is the RunControl. Whoever needs one of them is given it by reference; there
-// is no global one.
+// The engine as a shell sees it: the console, the buttons, and a run from its start to its end.
+// What programs run in is the Environment; how they sleep and stop is the RunControl. Whoever needs
+// one of them is given it by reference; there is no global one.
 //
-// A shell of any kind serves the main queue, starts runs, and answers the waits that `control.wait()` tells of; what
-// comes back reaches its ConsoleView, the end of a run by runEnded.
+// A shell of any kind serves the main queue, starts runs, and answers the waits that
+// `control.wait()` tells of; what comes back reaches its ConsoleView, the end of a run by runEnded.
 #pragma once
 
 #include <functional>
@@ -26,15 +26,16 @@ class AppController {
 
   /// The run button of the console: starts the text of the input, or answers what a run waits for.
   void pressRun();
-  /// The run button of the editor: runs a file, unless something is running. `directory` is relative to the work
-  /// directory.
+  /// The run button of the editor: runs a file, unless something is running. `directory` is
+  /// relative to the work directory.
   void pressRunFile(const std::string& directory, const std::string& fileName);
   /// The stop button, of either.
   void pressStop() { control.stop(); }
   /// Runs a text or a file without input field, history and echo. REQUIRES: no run is going on
   void startCommand(const std::string& text);
   void startFile(const std::string& directory, const std::string& fileName);
-  /// Runs a block on the parser queue as a run, with its states and its end. REQUIRES: no run is going on
+  /// Runs a block on the parser queue as a run, with its states and its end. REQUIRES: no run is
+  /// going on
   void start(std::function<RunResult()> run);
 
   Console console;

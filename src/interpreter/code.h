@@ -1,19 +1,22 @@
 // Code: what a text is lowered to, once, before it runs.
 //
-// A unit of code is one function, one script, one text of the console or the body of one handle. It is a row of
-// instructions for a machine of registers. The first registers of a unit are its slots: one for each name that it
-// mentions as a variable or a function, in the order of mention, those of a function's inputs first. The registers
-// behind them are temporaries, which the lowering hands out like a stack. An operand is a register, or, when it is
-// negative, a constant: ~k is constant k. A temporary that an instruction reads is used up by it; a slot or a constant
-// is only looked at.
+// A unit of code is one function, one script, one text of the console or the body of one handle. It
+// is a row of instructions for a machine of registers. The first registers of a unit are its slots:
+// one for each name that it mentions as a variable or a function, in the order of mention, those of
+// a function's inputs first. The registers behind them are temporaries, which the lowering hands
+// out like a stack. An operand is a register, or, when it is negative, a constant: ~k is constant
+// k. A temporary that an instruction reads is used up by it; a slot or a constant is only looked
+// at.
 //
-// Beside each instruction stands the node whose place its messages name. What an instruction needs beyond five
-// numbers, such as the names and the counts of a call, stands in a Site. Messages that enclosing expressions add when
-// one inside them fails, and the question for a stop behind a failed statement, are Regions: spans of instructions, the
-// inner ones first, looked at only when a failure passes.
+// Beside each instruction stands the node whose place its messages name. What an instruction needs
+// beyond five numbers, such as the names and the counts of a call, stands in a Site. Messages that
+// enclosing expressions add when one inside them fails, and the question for a stop behind a failed
+// statement, are Regions: spans of instructions, the inner ones first, looked at only when a
+// failure passes.
 //
-// Nothing in a unit belongs to a call, but for what an instruction remembers of its last run to be faster in its next:
-// where a field stood, what a name was found to mean. `kelo --code` prints the code of a text.
+// Nothing in a unit belongs to a call, but for what an instruction remembers of its last run to be
+// faster in its next: where a field stood, what a name was found to mean. `kelo --code` prints the
+// code of a text.
 #pragma once
 
 #include <cstdint>
@@ -111,16 +114,19 @@ inline constexpr Op operator+(Op op, int n) { return static_cast<Op>(static_cast
 struct Instruction {
   Op op;
   uint16_t flag = 0;  ///< what the operation says; of the field operations: where the field stood
-  /// Of a jump backwards d is how many rounds are left until the loop is looked at, e its number (native_loops.h).
+  /// Of a jump backwards d is how many rounds are left until the loop is looked at, e its number
+  /// (native_loops.h).
   int32_t a = 0, b = 0, c = 0, d = 0, e = 0;
 };
 
-/// The operand that says where an instruction may go on other than at the next; null: it never jumps.
+/// The operand that says where an instruction may go on other than at the next; null: it never
+/// jumps.
 int32_t* jumpOperand(Instruction& i);
 /// What it says; -1: nowhere.
 int32_t jumpTarget(const Instruction& i);
 
-/// NAME(ARGS) or a value with parentheses behind it: a call, an index, or the target of an assignment.
+/// NAME(ARGS) or a value with parentheses behind it: a call, an index, or the target of an
+/// assignment.
 struct Site {
   KeloNode* node = nullptr;
   Name name;
@@ -140,7 +146,8 @@ struct Site {
   std::vector<Name> fields;           ///< of a path of fields
   Ref<HandleBody> handle;             ///< of a handle as it is written
 
-  // What the last call found, good for one run. The code is that of a call that gives all inputs, else null.
+  // What the last call found, good for one run. The code is that of a call that gives all inputs,
+  // else null.
   uint64_t run = 0;
   const LocalFunctionFile* functions = nullptr;  // of the caller
   FunctionUnit* target = nullptr;

@@ -1,6 +1,6 @@
-// A line of the listing is the number of the instruction, its operation and its operands: a variable by its name, a
-// temporary as t0, t1 and so on, a constant as it was typed where it is a number. Instructions of one line of the text
-// stand below it.
+// A line of the listing is the number of the instruction, its operation and its operands: a
+// variable by its name, a temporary as t0, t1 and so on, a constant as it was typed where it is a
+// number. Instructions of one line of the text stand below it.
 #include "interpreter/code_listing.h"
 
 #include <iterator>
@@ -40,7 +40,8 @@ std::string operandText(const Code& code, int32_t operand) {
   return fmt::format("<{}>", constant.kindLabel());
 }
 
-// What the five numbers mean: r a register or constant, j a jump, n a number, f a field, s a site, - nothing.
+// What the five numbers mean: r a register or constant, j a jump, n a number, f a field, s a site,
+// - nothing.
 const char* formOf(Op op) {
   if (op <= Op::or_) return "rrr--";
   if (op <= Op::not_) return "rr---";

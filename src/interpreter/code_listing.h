@@ -1,4 +1,5 @@
-// The listing of register code, as `kelo --code` prints it: each line of a text with the instructions that it became.
+// The listing of register code, as `kelo --code` prints it: each line of a text with the
+// instructions that it became.
 #pragma once
 
 #include <string>
@@ -11,7 +12,8 @@ namespace kelo {
 class BuiltinTable;
 class KeloNode;
 
-/// The code of a program: its statements or its main function, then its local functions. `source` is its text.
+/// The code of a program: its statements or its main function, then its local functions. `source`
+/// is its text.
 std::string listing(KeloNode& program, std::string_view source, const BuiltinTable& builtins);
 
 /// "plus", "rangeStep".

@@ -11,15 +11,16 @@ namespace kelo {
 /// "In NAME(SIGNATURE), ARGUMENT should PREDICATE"
 Problem argumentComplaint(const std::string& name, const std::string& signature, const std::string& argument,
                           const std::string& predicate);
-/// "Function NAME() must have N input argument(s)", "... A to B input arguments", "... N or more input arguments"
+/// "Function NAME() must have N input argument(s)", "... A to B input arguments", "... N or more
+/// input arguments"
 Problem inputCountComplaint(const std::string& name, Arity arity);
 /// "Function NAME() must have at most B output argument(s)"
 Problem outputCountComplaint(const std::string& name, int most);
 
 /// The words of one complaint about one argument, kept as they are until they are needed.
 ///
-/// With a signature: "In NAME(SIGNATURE), ARGUMENT should PREDICATE". Without (sentence()): `argument` is the whole
-/// sentence, in which "{}" stands for the function's name.
+/// With a signature: "In NAME(SIGNATURE), ARGUMENT should PREDICATE". Without (sentence()):
+/// `argument` is the whole sentence, in which "{}" stands for the function's name.
 struct Wording {
   const char* signature;
   const char* argument;

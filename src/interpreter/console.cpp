@@ -16,7 +16,8 @@ void Console::Output::appendPrompt(Display display) {
 void Console::Output::keep(Display display) {
   numOfLines_ += display.numOfLines();
   items_.push_back(std::move(display));
-  // Half of the lines go at once, so that a loop that shows a value in each round does not move the list each time.
+  // Half of the lines go at once, so that a loop that shows a value in each round does not move the
+  // list each time.
   if (numOfLines_ <= 2 * maxNumOfLines) return;
   size_t first = 0;
   while (numOfLines_ > maxNumOfLines && first + 1 < items_.size()) numOfLines_ -= items_[first++].numOfLines();
@@ -43,7 +44,8 @@ void Console::History::load() {
 }
 
 void Console::History::append(std::vector<std::string>& items, const std::string& text) {
-  // NOTE: intended: the oldest item goes before the comparison, so at the limit a repeated command still costs it.
+  // NOTE: intended: the oldest item goes before the comparison, so at the limit a repeated command
+  // still costs it.
   if (static_cast<int64_t>(items.size()) >= countLimit) items.erase(items.begin());
   if (items.empty() || items.back() != text) items.push_back(text);
 }

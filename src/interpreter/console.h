@@ -1,7 +1,7 @@
 // The console's data: what is typed, what was shown, what was typed before.
 //
-// Nothing here draws. A shell implements ConsoleView, which receives each item as it arises, and reads Input and
-// History when a key asks for it.
+// Nothing here draws. A shell implements ConsoleView, which receives each item as it arises, and
+// reads Input and History when a key asks for it.
 #pragma once
 
 #include <cstdint>
@@ -25,17 +25,18 @@ struct RunResult {
 class ConsoleView {
  public:
   virtual ~ConsoleView() = default;
-  /// An item was appended. Thread: the parser queue; for the echo of a command the main thread, with no run going on.
+  /// An item was appended. Thread: the parser queue; for the echo of a command the main thread,
+  /// with no run going on.
   virtual void item(const Display& display) = 0;
   /// The prompt of `input` was appended. Thread: the parser queue.
   virtual void prompt(const Display& display) { item(display); }
-  /// From now on messages without a file point into this answer to `input`; null: into the command again. Thread: the
-  /// parser queue.
+  /// From now on messages without a file point into this answer to `input`; null: into the command
+  /// again. Thread: the parser queue.
   virtual void evaluatesAnswer(const std::string* answer) {}
   /// `clc`. Thread: the parser queue.
   virtual void cleared() {}
-  /// How far a long task of a built-in is, as a short line that the next one replaces; "" takes it away. Thread: the
-  /// parser queue.
+  /// How far a long task of a built-in is, as a short line that the next one replaces; "" takes it
+  /// away. Thread: the parser queue.
   virtual void progress(const std::string& line) {}
   /// Thread: main.
   virtual void runStateChanged(RunState::Status status) {}
@@ -48,7 +49,8 @@ struct Console {
     std::optional<std::string> text;
   };
 
-  /// The newest items, as far as they come to no more than maxNumOfLines lines (and always the last one).
+  /// The newest items, as far as they come to no more than maxNumOfLines lines (and always the last
+  /// one).
   class Output {
    public:
     static constexpr int64_t maxNumOfLines = 1000;
@@ -70,10 +72,11 @@ struct Console {
     int64_t numOfLines_ = 0;
   };
 
-  /// The texts run before, at most about countLimit, and a place among them for the previous and next buttons. Consoles
-  /// that share a store keep each other's texts.
+  /// The texts run before, at most about countLimit, and a place among them for the previous and
+  /// next buttons. Consoles that share a store keep each other's texts.
   ///
-  /// Invariant: 0 <= index <= items.size(); index == items.size() means behind the last, where a new text is typed.
+  /// Invariant: 0 <= index <= items.size(); index == items.size() means behind the last, where a
+  /// new text is typed.
   class History {
    public:
     static constexpr const char* key = "consoleHistory";
@@ -84,7 +87,8 @@ struct Console {
     void load();
     /// Whether texts are kept: not where nobody types them. Default: yes
     void setKeeping(bool keeps) { keeps_ = keeps; }
-    /// Adds a text unless it equals the last one and puts the place behind the end. The store saves it with the rest.
+    /// Adds a text unless it equals the last one and puts the place behind the end. The store saves
+    /// it with the rest.
     void add(const std::string& text);
     /// The text that the button puts into the input; nothing when there is no further one.
     std::optional<std::string> previous();

@@ -1,5 +1,5 @@
-// The one guard around all handlers. A Problem becomes a message with the call's place; any other error becomes the
-// family's last-resort text. A FatalFault passes.
+// The one guard around all handlers. A Problem becomes a message with the call's place; any other
+// error becomes the family's last-resort text. A FatalFault passes.
 #include "interpreter/dispatch.h"
 
 #include <fmt/format.h>
@@ -31,7 +31,8 @@ void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
   if (inputs < row.inputs.least || inputs > row.inputs.most) {
     throw texts.inputs ? ownWords(texts.inputs, inputs) : inputCountComplaint(row.name, row.inputs);
   }
-  // What gives no value says so where the value is missed, unless the family has its own words for that.
+  // What gives no value says so where the value is missed, unless the family has its own words for
+  // that.
   const int allowed = texts.outputs ? row.outputs : std::max(row.outputs, 1);
   if (outputs.value_or(0) > allowed) {
     throw texts.outputs ? ownWords(texts.outputs, *outputs) : outputCountComplaint(row.name, row.outputs);

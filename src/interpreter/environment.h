@@ -1,5 +1,6 @@
-// What a program runs in: the workspaces, the trees of its files, the settings, and the ways to show something and to
-// wait for the user. The evaluator and the built-ins are given this and nothing of the buttons.
+// What a program runs in: the workspaces, the trees of its files, the settings, and the ways to
+// show something and to wait for the user. The evaluator and the built-ins are given this and
+// nothing of the buttons.
 //
 // Thread: the parser queue, or the main thread while no run is going on.
 #pragma once
@@ -32,7 +33,8 @@ class Environment {
     int consoleCells = 80;  ///< the console's width in character cells
   };
 
-  /// Reads the stored settings and the state of the random numbers. REQUIRES: what is given outlives this
+  /// Reads the stored settings and the state of the random numbers. REQUIRES: what is given
+  /// outlives this
   Environment(const platform::Host& host, Console& console, RunControl& control, figures::FigurePanel& figures,
               const BuiltinTable& builtins);
 
@@ -59,12 +61,14 @@ class Environment {
 
   /// True once after the stop button: the request is taken away by asking.
   bool takeStopRequest() { return control_.takeStopRequest(); }
-  /// `input`: shows the prompt and sleeps until a line comes. Nothing when the run is being stopped: return
-  /// `failure` and let the statement loop report it.
+  /// `input`: shows the prompt and sleeps until a line comes. Nothing when the run is being
+  /// stopped: return `failure` and let the statement loop report it.
   std::optional<std::string> readInput(const std::string& prompt);
-  /// Tells the console that messages without a file point into this answer; null: into the command again.
+  /// Tells the console that messages without a file point into this answer; null: into the command
+  /// again.
   void evaluatesAnswer(const std::string* answer) { console_.output.view().evaluatesAnswer(answer); }
-  /// `pause`: sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is off.
+  /// `pause`: sleeps until the run button, or until `seconds` have passed. Returns at once when
+  /// pausing is off.
   void pauseFor(std::optional<double> seconds) { control_.pauseFor(seconds); }
   AllowingPause allowPause() const { return control_.allowPause; }
   void setAllowPause(AllowingPause allowing) { control_.allowPause = allowing; }

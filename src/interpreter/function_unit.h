@@ -1,5 +1,5 @@
-// A declared function and the code of an anonymous one, lowered when they are first called. Both come twice: for calls
-// that give all inputs, which are then known to be there, and for the others.
+// A declared function and the code of an anonymous one, lowered when they are first called. Both
+// come twice: for calls that give all inputs, which are then known to be there, and for the others.
 #pragma once
 
 #include "interpreter/code.h"

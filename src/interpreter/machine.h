@@ -1,21 +1,24 @@
 // Machine: runs register code (code.h).
 //
-// Registers lie in a stack of the machine's own. A call gives the called unit the registers from its first argument on,
-// so the arguments need not move: they are the first slots of the called one. Calls of functions, scripts and handles
-// push a Frame and go on in the same loop; only `input`, which evaluates a text inside a built-in, runs the machine
-// inside itself. How deep calls may go is counted and does not depend on the stack of the thread.
+// Registers lie in a stack of the machine's own. A call gives the called unit the registers from
+// its first argument on, so the arguments need not move: they are the first slots of the called
+// one. Calls of functions, scripts and handles push a Frame and go on in the same loop; only
+// `input`, which evaluates a text inside a built-in, runs the machine inside itself. How deep calls
+// may go is counted and does not depend on the stack of the thread.
 //
-// Names. The variables of a function are its slots; what a script or a text called from it adds lies in a table beside
-// (`Frame::more`). A script, or a text of the console, is an overlay: at its start the values of the names that it
-// mentions move from the workspace below into its own slots, and back at its end, however it ends. So a name that the
-// running unit mentions is always in its slot, and any other name is found by walking down (machine_names.cpp).
+// Names. The variables of a function are its slots; what a script or a text called from it adds
+// lies in a table beside (`Frame::more`). A script, or a text of the console, is an overlay: at its
+// start the values of the names that it mentions move from the workspace below into its own slots,
+// and back at its end, however it ends. So a name that the running unit mentions is always in its
+// slot, and any other name is found by walking down (machine_names.cpp).
 //
-// Failure. An operation that fails shows its message and gives false; what is thrown is caught once, around the loop,
-// and shown with the place of the instruction. Then the regions around the instruction have their say, the frame goes,
-// and so on up to where the machine was entered. Nothing but a FatalFault passes.
+// Failure. An operation that fails shows its message and gives false; what is thrown is caught
+// once, around the loop, and shown with the place of the instruction. Then the regions around the
+// instruction have their say, the frame goes, and so on up to where the machine was entered.
+// Nothing but a FatalFault passes.
 //
-// The loop itself, with all that is done for scalars on the spot, is machine_run.cpp; the general operations stand in
-// machine_*.cpp by kind.
+// The loop itself, with all that is done for scalars on the spot, is machine_run.cpp; the general
+// operations stand in machine_*.cpp by kind.
 #pragma once
 
 #include <optional>
@@ -51,7 +54,8 @@ class Machine {
   struct Signature {
     int64_t inputs, outputs;
   };
-  /// What a function declares; negative for any number. A name is a built-in, a local function or a file.
+  /// What a function declares; negative for any number. A name is a built-in, a local function or a
+  /// file.
   /// throws Problem for a file that cannot be loaded or declares no function
   Signature signatureOf(const FunctionHandle& handle);
   Signature signatureOf(Name function);

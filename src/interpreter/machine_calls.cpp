@@ -1,8 +1,8 @@
 // Calls: of functions by name, of handles, of built-ins.
 //
-// A name is looked up as a variable, as a local function of the running file, as a file of the run directory, and last
-// as the imaginary unit. Names of built-ins never come here: they are words of their own. Arguments lie in a row of
-// registers, which become the first slots of what is called.
+// A name is looked up as a variable, as a local function of the running file, as a file of the run
+// directory, and last as the imaginary unit. Names of built-ins never come here: they are words of
+// their own. Arguments lie in a row of registers, which become the first slots of what is called.
 #include <algorithm>
 
 #include <fmt/format.h>
@@ -307,7 +307,8 @@ bool Machine::makeHandle(const Instruction& i) {
   return true;
 }
 
-// The names that the body mentions are captured; all there are where a script that it may call could ask for others.
+// The names that the body mentions are captured; all there are where a script that it may call
+// could ask for others.
 void Machine::makeAnonymous(const Site& site, Storable* result) {
   auto function = makeRef<AnonymousFunction>();
   HandleBody& body = *site.handle;

@@ -87,7 +87,8 @@ bool Machine::storeRow(const Instruction& i) {
   return true;
 }
 
-// A(I) = B, or A(I) = [] where there is no value. A name without a variable counts as an empty double.
+// A(I) = B, or A(I) = [] where there is no value. A name without a variable counts as an empty
+// double.
 bool Machine::store(const Instruction& i, const Storable* const* arguments, int32_t count, const Storable* value) {
   KeloNode& place = placeOf(i);
   Storable& variable = reg(i.a);

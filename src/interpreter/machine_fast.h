@@ -1,5 +1,6 @@
-// What the machine's loop does on the spot: operations on scalars and on single elements. Each says false, and has done
-// nothing, where it is not that simple; what it does is what the general operation would do.
+// What the machine's loop does on the spot: operations on scalars and on single elements. Each says
+// false, and has done nothing, where it is not that simple; what it does is what the general
+// operation would do.
 #pragma once
 
 #include "interpreter/code.h"
@@ -58,7 +59,8 @@ inline bool readScalar(const Storable& array, const Storable& row, const Storabl
   return true;
 }
 
-/// Writes a scalar of the array's own kind. REQUIRES: nobody else holds the array, and the position is there
+/// Writes a scalar of the array's own kind. REQUIRES: nobody else holds the array, and the position
+/// is there
 inline bool putElement(NumericArray& array, int64_t position, const Storable& value) {
   if (!value.isScalarOf(array.kind())) return false;
   const NumericArray& scalar = *value.numeric();
@@ -92,7 +94,8 @@ inline bool storeScalar(Storable& target, const Storable& row, const Storable& c
   return position >= 0 && putElement(array, position, value);
 }
 
-/// Where a field of a scalar structure stands; -1 where there is none. The instruction remembers it.
+/// Where a field of a scalar structure stands; -1 where there is none. The instruction remembers
+/// it.
 inline int64_t plainFieldIndex(const StructArray* array, Name field, const Instruction& instruction) {
   if (array == nullptr || !array->size().isScalar()) return -1;
   int64_t index = instruction.flag;

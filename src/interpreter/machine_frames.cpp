@@ -17,7 +17,8 @@ constexpr size_t kMostFrames = 100'000;
 
 }  // namespace
 
-// A frame whose first slots are the arguments, the others being nothing. False when calls are nested too deeply.
+// A frame whose first slots are the arguments, the others being nothing. False when calls are
+// nested too deeply.
 bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t destination, KeloNode& place) {
   if (frames_.size() == frames_.capacity()) {
     if (frames_.size() >= kMostFrames) return failTooDeep(place);

@@ -1,7 +1,9 @@
-// How calls begin and end where all is as it mostly is: what is called is known from the call before, every input is given
-// as one value, and each output is there. Part of the machine's loop; machine_frames.cpp has the general forms.
+// How calls begin and end where all is as it mostly is: what is called is known from the call
+// before, every input is given as one value, and each output is there. Part of the machine's loop;
+// machine_frames.cpp has the general forms.
 //
-// Nothing here grows the stack of frames: it has room for 100,000 at most, and where it is full the general form says so.
+// Nothing here grows the stack of frames: it has room for 100,000 at most, and where it is full the
+// general form says so.
 #pragma once
 
 #include "interpreter/function_unit.h"
@@ -42,8 +44,8 @@ inline Machine::Frame& Machine::pushPlain(const Code& code, Storable* arguments,
   return frames_.emplace_back(code, arguments, destination, stack_.chunk(), chains_.empty() ? 0 : chains_.size());
 }
 
-// Whether the name in a slot means the function that the site has called before in this run: no variable then and now,
-// or the same local function of a script.
+// Whether the name in a slot means the function that the site has called before in this run: no
+// variable then and now, or the same local function of a script.
 inline bool Machine::meansTheSame(const Storable& base, const Site& site) const {
   if (site.run != run_) return false;
   if (base.isNone()) return site.targetIndex < 0 && site.functions == frames_.back().functions;
@@ -93,7 +95,8 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
   frames_.pop_back();
 }
 
-// A function whose outputs are all there and are wanted as one value, or by an assignment to several names.
+// A function whose outputs are all there and are wanted as one value, or by an assignment to
+// several names.
 inline bool Machine::returnPlainly() {
   Frame& top = frames_.back();
   if (top.isEntry || top.unit == nullptr) return false;

@@ -1,8 +1,9 @@
 // Names and where their values are.
 //
-// Each frame with a workspace of its own may have overlays on it: scripts and texts that run in that workspace. A name
-// is looked for from the top: the first unit that mentions it has it in its slot, and is the only one whose slot counts;
-// a name that none of them mentions is in the table beside the lowest of them, for the console in the base workspace.
+// Each frame with a workspace of its own may have overlays on it: scripts and texts that run in
+// that workspace. A name is looked for from the top: the first unit that mentions it has it in its
+// slot, and is the only one whose slot counts; a name that none of them mentions is in the table
+// beside the lowest of them, for the console in the base workspace.
 #include <algorithm>
 #include <new>
 

@@ -31,7 +31,8 @@ bool allTrue(const LogicalArray& array) {
   return true;
 }
 
-// One element of a loop's array: a double, a complex number where the element is not real, or a character.
+// One element of a loop's array: a double, a complex number where the element is not real, or a
+// character.
 Storable loopElement(const NumericArray& array, int64_t k) {
   switch (array.kind()) {
     case Kind::Double: return Storable(array.asDouble()[k]);
@@ -106,7 +107,8 @@ bool Machine::checkElement(const Storable& value, KeloNode& place) {
 
 namespace {
 
-// Rows and scalars of one kind side by side, which need no look at sizes and kinds. They are used up.
+// Rows and scalars of one kind side by side, which need no look at sizes and kinds. They are used
+// up.
 template <class T>
 void joinRowsOf(Storable* values, int32_t count, int64_t length, Storable* result) {
   TypedArray<T> row = TypedArray<T>::uninitialized(SizeVector(1, length));

@@ -57,7 +57,8 @@ bool Machine::callMain(KeloNode& program, Storable* arguments, int32_t count, in
   return callUnit(*details.main, functions, arguments, count, destination, outputs, place);
 }
 
-// A script runs in the workspace that is on top at that moment. Its functions become variables of that workspace.
+// A script runs in the workspace that is on top at that moment. Its functions become variables of
+// that workspace.
 bool Machine::enterScript(KeloNode& program, bool mainFunctionRequired, int32_t destination, int outputs,
                           KeloNode& place) {
   const ProgramDetails& details = programDetails(program);
@@ -94,8 +95,8 @@ Ref<LocalFunctionFile> Machine::localFunctionsOf(KeloNode& program) {
 
 // ---- Files
 
-// The program of a name, null when there is none. A file that cannot be loaded has been reported, and so has one that
-// is missing where parentheses ask for a function.
+// The program of a name, null when there is none. A file that cannot be loaded has been reported,
+// and so has one that is missing where parentheses ask for a function.
 KeloNode* Machine::programOf(Name name, KeloNode& place, CallForm form, bool* failed) {
   const auto found = programs_.find(name.id());
   if (found != programs_.end() && (found->second || form == CallForm::bare)) return found->second;
@@ -111,7 +112,8 @@ bool Machine::hasFile(Name name) const {
   return app_.files.isRegularFile(fileOf(name, app_.runInDir));
 }
 
-// The imaginary units are asked for by their names alone, and seldom are there scripts of such names.
+// The imaginary units are asked for by their names alone, and seldom are there scripts of such
+// names.
 bool Machine::mayBeScript(Name name) const {
   return (name != imaginaryI_ && name != imaginaryJ_) || hasFile(name);
 }
@@ -123,7 +125,8 @@ KeloNode& Machine::loadProgram(Name name) {
 
 // ---- Bodies of handles
 
-// The body is parsed at the first call. Its text stands where it was written, so errors in it name that place.
+// The body is parsed at the first call. Its text stands where it was written, so errors in it name
+// that place.
 const Code* Machine::codeOf(HandleBody& body, bool isWhole, KeloNode& place) {
   if (!body.code) {
     const ParsedText::Origin origin{body.relativePath, static_cast<size_t>(body.exprLineNum.value_or(1)),
@@ -173,7 +176,8 @@ NodeValue Machine::evaluateText(const std::string& text) {
 
 namespace {
 
-// What takes any number of arguments counts them below zero, the last one standing for all the rest.
+// What takes any number of arguments counts them below zero, the last one standing for all the
+// rest.
 Machine::Signature declaredBy(const Builtin& row) {
   const int64_t inputs = row.inputs.most == kAny ? -(int64_t{row.inputs.least} + 1) : row.inputs.most;
   return {inputs, row.outputs == kAny ? -1 : row.outputs};

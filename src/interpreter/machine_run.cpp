@@ -1,8 +1,9 @@
 // The loop.
 //
-// What an instruction does for scalars, and for single elements of arrays, is done on the spot; anything else is left to
-// the general operations of the other sources, which give the same results. A general operation that starts or ends a
-// call leaves a new frame on top; the loop then takes up that one where it stands.
+// What an instruction does for scalars, and for single elements of arrays, is done on the spot;
+// anything else is left to the general operations of the other sources, which give the same
+// results. A general operation that starts or ends a call leaves a new frame on top; the loop then
+// takes up that one where it stands.
 #include <cmath>
 
 #include "interpreter/environment.h"
@@ -40,7 +41,8 @@ bool Machine::run() {
   }
 }
 
-// The regions around the failed instruction have their say, then those around the calls that led there.
+// The regions around the failed instruction have their say, then those around the calls that led
+// there.
 void Machine::unwind() {
   while (true) {
     const auto at = static_cast<int32_t>(frame().pc - frame().code->instructions.data());
@@ -79,7 +81,8 @@ void Machine::unwind() {
     goto resume;                     \
   }
 
-// Goes on at instruction `to`. Each jump backwards ends a round of a loop, which may have become native code.
+// Goes on at instruction `to`. Each jump backwards ends a round of a loop, which may have become
+// native code.
 #define KELO_GO(to)                                                                          \
   {                                                                                          \
     const Instruction* const from = pc;                                                      \
@@ -89,7 +92,8 @@ void Machine::unwind() {
     continue;                                                                                \
   }
 
-// Runs until the entry frame ends or something fails; frame().pc then stands at the failed instruction.
+// Runs until the entry frame ends or something fails; frame().pc then stands at the failed
+// instruction.
 Machine::Outcome Machine::execute() {
   const Instruction *pc, *start;
   Storable* R;         // registers of the frame

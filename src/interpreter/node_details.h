@@ -1,4 +1,5 @@
-// What is kept with the nodes that need more than a NodeCache: lists of operands, calls, chains, functions.
+// What is kept with the nodes that need more than a NodeCache: lists of operands, calls, chains,
+// functions.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +21,8 @@ struct LiteralDetails : NodeDetails {
   Storable value;
 };
 
-/// Nodes in order: the statements of a list, the operands of a range, the operands of an assignment.
+/// Nodes in order: the statements of a list, the operands of a range, the operands of an
+/// assignment.
 struct ListDetails : NodeDetails {
   std::vector<KeloNode*> nodes;
   std::vector<Name> names;  // of an assignment to several variables

@@ -1,5 +1,6 @@
-// Built-ins of one or two arguments that are computed without a call where the arguments are simple: functions of
-// numbers, questions about sizes, comparisons of texts. Each gives what the built-in gives, or says false.
+// Built-ins of one or two arguments that are computed without a call where the arguments are
+// simple: functions of numbers, questions about sizes, comparisons of texts. Each gives what the
+// built-in gives, or says false.
 #pragma once
 
 #include <span>
@@ -25,7 +26,8 @@ bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storabl
 /// Of two numbers; those after `sqrt` only look at the first.
 bool quickCall(QuickCall function, double x, double y, double* result);
 
-/// text = strcat(text, more...), where all are rows of characters and nobody else holds the text; costs what is added.
+/// text = strcat(text, more...), where all are rows of characters and nobody else holds the text;
+/// costs what is added.
 bool appendTexts(Storable& text, std::span<const Storable> more);
 
 }  // namespace kelo

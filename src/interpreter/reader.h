@@ -1,8 +1,8 @@
 // The argument readers: every word that is needed to read and check what a built-in was given.
 //
-// Each reader takes the call, the position of the argument from 0 and the words of its complaint; it gives the value in
-// the form asked for, or throws the complaint. `is...` questions throw nothing. A char or logical array counts as
-// numeric unless a reader says otherwise.
+// Each reader takes the call, the position of the argument from 0 and the words of its complaint;
+// it gives the value in the form asked for, or throws the complaint. `is...` questions throw
+// nothing. A char or logical array counts as numeric unless a reader says otherwise.
 #pragma once
 
 #include <initializer_list>
@@ -23,8 +23,8 @@ const NumericArray& nonChar(const Call& call, int position, const Wording& words
 const Storable& array(const Call& call, int position, const Wording& words);
 /// A structure array.
 const StructArray& structure(const Call& call, int position, const Wording& words);
-/// Numbers without imaginary parts, as doubles of the same size. A complex record qualifies when its imaginary parts
-/// are all 0.
+/// Numbers without imaginary parts, as doubles of the same size. A complex record qualifies when
+/// its imaginary parts are all 0.
 DoubleArray real(const Call& call, int position, const Wording& words);
 /// The same, moved out of the arguments, so that its memory can serve the result.
 DoubleArray takeReal(Call& call, int position, const Wording& words);

@@ -1,7 +1,8 @@
-// The registers of all running frames: a stack in chunks, so that it grows without moving what is in use.
+// The registers of all running frames: a stack in chunks, so that it grows without moving what is
+// in use.
 //
-// A frame lies whole in one chunk. Behind the top of the stack every register that was ever used is a plain scalar or
-// nothing, so that starting a frame need only clear its slots.
+// A frame lies whole in one chunk. Behind the top of the stack every register that was ever used is
+// a plain scalar or nothing, so that starting a frame need only clear its slots.
 #pragma once
 
 #include <memory>
@@ -18,7 +19,8 @@ class RegisterStack {
   RegisterStack(const RegisterStack&) = delete;
   RegisterStack& operator=(const RegisterStack&) = delete;
 
-  /// Where `count` registers from `wanted` on, in the chunk in use, may lie: there, or at the start of another chunk.
+  /// Where `count` registers from `wanted` on, in the chunk in use, may lie: there, or at the start
+  /// of another chunk.
   Storable* room(Storable* wanted, int64_t count) {
     Chunk& chunk = chunks_[static_cast<size_t>(used_)];
     if (wanted + count > chunk.end) [[unlikely]] return roomElsewhere(count);

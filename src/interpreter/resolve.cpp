@@ -1,5 +1,6 @@
-// The first look at a node. The class of a context is asked in one chain; the operands are its children that are
-// expressions. A parenthesis around an operand of an operator is skipped, since it changes nothing there.
+// The first look at a node. The class of a context is asked in one chain; the operands are its
+// children that are expressions. A parenthesis around an operand of an operator is skipped, since
+// it changes nothing there.
 #include "interpreter/resolve.h"
 
 #include <algorithm>
@@ -199,8 +200,9 @@ ChainDetails& resolveChain(KeloNode& node) {
   return chain;
 }
 
-// The names that a body mentions, for a handle to capture; those that stand alone in it may be scripts, which see all.
-// `bound` are the inputs of the handle and of those inside it around the tree.
+// The names that a body mentions, for a handle to capture; those that stand alone in it may be
+// scripts, which see all. `bound` are the inputs of the handle and of those inside it around the
+// tree.
 void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
   const size_t outer = bound.size();
   if (auto* handle = exactly<P::Func_handleContext>(tree); handle && handle->expr()) {

@@ -1,4 +1,5 @@
-// Filling the caches of nodes: everything about a node that its class, its tokens and its children tell.
+// Filling the caches of nodes: everything about a node that its class, its tokens and its children
+// tell.
 #pragma once
 
 namespace kelo {

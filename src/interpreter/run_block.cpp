@@ -1,5 +1,6 @@
-// The block is told once; a command and a file differ in where the text comes from and in what is trimmed before. This
-// is the one place that catches a FatalFault: the run ends at once, the base workspace stays.
+// The block is told once; a command and a file differ in where the text comes from and in what is
+// trimmed before. This is the one place that catches a FatalFault: the run ends at once, the base
+// workspace stays.
 #include "interpreter/run_block.h"
 
 #include <cstdlib>
@@ -32,8 +33,8 @@ void runText(Environment& environment, const std::string& text, const std::strin
   }
 }
 
-/// Memory that is given back when a run ends, so that one which has used all there is can still be told of and cleaned
-/// up. Nobody writes to it, so it takes address space only.
+/// Memory that is given back when a run ends, so that one which has used all there is can still be
+/// told of and cleaned up. Nobody writes to it, so it takes address space only.
 class MemoryReserve {
  public:
   MemoryReserve() : block_(std::malloc(2 * kBytes)) {
@@ -73,7 +74,8 @@ void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result
   }
 }
 
-/// What every run has around it: files are read anew, local functions end with it, the store is saved.
+/// What every run has around it: files are read anew, local functions end with it, the store is
+/// saved.
 template <class Body>
 RunResult runBlock(Environment& environment, Body body) {
   environment.beginCount();

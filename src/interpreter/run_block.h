@@ -1,4 +1,5 @@
-// The run block: one command or one file, from text to the end of its run. Runs on the parser queue.
+// The run block: one command or one file, from text to the end of its run. Runs on the parser
+// queue.
 #pragma once
 
 #include <string>

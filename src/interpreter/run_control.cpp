@@ -1,6 +1,7 @@
-// A run that goes to sleep stores its wait first and looks at the request to stop afterwards; the stop button sets the
-// request first and takes the wait afterwards: a press between the two is not lost. A wake happens on the main thread,
-// which sets the state itself, so from that moment on nobody there takes the run for one that waits.
+// A run that goes to sleep stores its wait first and looks at the request to stop afterwards; the
+// stop button sets the request first and takes the wait afterwards: a press between the two is not
+// lost. A wake happens on the main thread, which sets the state itself, so from that moment on
+// nobody there takes the run for one that waits.
 #include "interpreter/run_control.h"
 
 #include <exception>

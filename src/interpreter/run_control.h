@@ -1,8 +1,8 @@
 // The state of the run, the request to stop it, and what it sleeps on in `pause` and `input`.
 //
-// Two threads meet here: the main thread, which presses buttons, and the parser queue, which runs. What both touch is
-// the request to stop (atomic), the permission to pause (atomic) and the wait (under one lock, which is never held while
-// waiting). The run state belongs to the main thread.
+// Two threads meet here: the main thread, which presses buttons, and the parser queue, which runs.
+// What both touch is the request to stop (atomic), the permission to pause (atomic) and the wait
+// (under one lock, which is never held while waiting). The run state belongs to the main thread.
 #pragma once
 
 #include <atomic>
@@ -37,7 +37,8 @@ class RunControl {
   }
   /// Sleeps until a line is there; false when the run is being stopped.
   bool waitForInput();
-  /// Sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is off.
+  /// Sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is
+  /// off.
   void pauseFor(std::optional<double> seconds);
 
   /// Runs a block on the main thread and returns when it has ended; what it throws is thrown here.
@@ -46,9 +47,11 @@ class RunControl {
   // ---- Thread: main
 
   RunState::Status status() const { return console_.runState.status; }
-  /// What the run waits for at present; nothing when it does not wait, or has been answered or stopped.
+  /// What the run waits for at present; nothing when it does not wait, or has been answered or
+  /// stopped.
   std::optional<Wait> wait() const;
-  /// A run begins: an old request to stop is taken back, one that comes from now on is for this run.
+  /// A run begins: an old request to stop is taken back, one that comes from now on is for this
+  /// run.
   void begin();
   /// Answers the wait, if there is one.
   void wake();

@@ -1,5 +1,5 @@
-// The class of a tree's node, asked by one comparison. Casts that look for a base class cost many times that, and lowering
-// a long program asks it of every node.
+// The class of a tree's node, asked by one comparison. Casts that look for a base class cost many
+// times that, and lowering a long program asks it of every node.
 #pragma once
 
 #include <typeinfo>
@@ -11,7 +11,8 @@
 
 namespace kelo {
 
-/// The node as one of exactly this class, else null: a labelled alternative, or a rule without labels.
+/// The node as one of exactly this class, else null: a labelled alternative, or a rule without
+/// labels.
 template <class Context>
 Context* exactly(antlr4::tree::ParseTree* tree) {
   return typeid(*tree) == typeid(Context) ? static_cast<Context*>(tree) : nullptr;

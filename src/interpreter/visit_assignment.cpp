@@ -1,5 +1,6 @@
-// Assignments: to a variable, to a list of them, to elements, and along a chain of fields. The right side is evaluated
-// first, then the subscripts; a variable is changed last, so a failure leaves it as it was.
+// Assignments: to a variable, to a list of them, to elements, and along a chain of fields. The
+// right side is evaluated first, then the subscripts; a variable is changed last, so a failure
+// leaves it as it was.
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/indexing.h"
@@ -116,7 +117,8 @@ void Visitor::visitStructure_assignment2(KeloNode& assignment, bool shows) {
   setKnown(slot);
 }
 
-// The general way: the chain is built from the left, and asked for the extents of what it has reached.
+// The general way: the chain is built from the left, and asked for the extents of what it has
+// reached.
 void Visitor::lowerChain(KeloNode& assignment, const ChainDetails& chain, int32_t value) {
   const int32_t slot = slotOf(assignment.cache.name);
   emit(Op::chainBegin, &assignment, slot);

@@ -1,7 +1,9 @@
-// Names and calls: what stands with arguments behind it, names alone, built-ins, and handles as they are written.
+// Names and calls: what stands with arguments behind it, names alone, built-ins, and handles as
+// they are written.
 //
-// What NAME(ARGS) is, an index or a call, is only known when it runs, but the arguments are lowered once. What differs
-// is asked where it matters: what `end` and ":" mean, and what is said when an argument fails.
+// What NAME(ARGS) is, an index or a call, is only known when it runs, but the arguments are lowered
+// once. What differs is asked where it matters: what `end` and ":" mean, and what is said when an
+// argument fails.
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
@@ -12,7 +14,8 @@
 
 namespace kelo {
 
-// A name that is known not to be assigned here is most likely a function, whose arguments are best in a row.
+// A name that is known not to be assigned here is most likely a function, whose arguments are best
+// in a row.
 int32_t Visitor::visitSubarray_or_func(KeloNode& node, int outputs, int32_t wish) {
   const Name name = node.cache.name;
   const int32_t slot = slotOf(name);

@@ -1,15 +1,15 @@
 // Loops and branches.
 //
-// A loop has its test at its end. The register of a range are four: its first number, its step, its count and the number
-// of the round to come; those of an array two: the array and the round.
+// A loop has its test at its end. The register of a range are four: its first number, its step, its
+// count and the number of the round to come; those of an array two: the array and the round.
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/interpreter.h"
 
 namespace kelo {
 
-// NOTE: intended: a loop runs over single elements in storage order, also of a matrix, and a loop without statements
-// does nothing at all.
+// NOTE: intended: a loop runs over single elements in storage order, also of a matrix, and a loop
+// without statements does nothing at all.
 void Visitor::visitForLoop(KeloNode& statement) {
   NodeCache& cache = statement.cache;
   KeloNode& elements = *cache.first;
@@ -120,7 +120,8 @@ void Visitor::visitIf(KeloNode& statement) {
   for (const int32_t jump : toEnd) jumpHere(jump);
 }
 
-// The expression is evaluated twice, once to see that it does not fail. NOTE: intended: side effects happen twice.
+// The expression is evaluated twice, once to see that it does not fail. NOTE: intended: side
+// effects happen twice.
 int32_t Visitor::visitSwitchValue(KeloNode& expression, const char* complaint) {
   const int32_t mark = top_;
   if (!isSimple(expression)) {

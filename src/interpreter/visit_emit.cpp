@@ -1,7 +1,7 @@
 // What all visits work with: instructions, registers, names, and what is known of variables.
 //
-// How many slots a unit has is known only when all of it has been lowered. Until then temporaries are numbered from
-// kTemporaries on; `finished` moves them behind the slots.
+// How many slots a unit has is known only when all of it has been lowered. Until then temporaries
+// are numbered from kTemporaries on; `finished` moves them behind the slots.
 #include <algorithm>
 
 #include "interpreter/builtin_table.h"
@@ -131,8 +131,9 @@ void Visitor::forgetSince(size_t mark) {
   }
 }
 
-// The names that some statement below assigns to, and whether something there may take variables away: `clear`, the
-// answer of `input`, or a script, which is a name alone that is never assigned to.
+// The names that some statement below assigns to, and whether something there may take variables
+// away: `clear`, the answer of `input`, or a script, which is a name alone that is never assigned
+// to.
 void Visitor::findAssigned(KeloNode& tree) {
   using P = KeloParser;
   std::vector<antlr4::tree::ParseTree*> waiting{&tree};

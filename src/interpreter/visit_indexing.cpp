@@ -1,8 +1,8 @@
 // `end` and ":" inside subscripts, and fields that are read.
 //
-// What `end` means is found when it is met: the innermost site around it whose base is then an array tells; a call
-// keeps the meaning that was there outside of it. A node that was evaluated in an index keeps its extent. NOTE:
-// intended: a later use outside of one still sees it.
+// What `end` means is found when it is met: the innermost site around it whose base is then an
+// array tells; a call keeps the meaning that was there outside of it. A node that was evaluated in
+// an index keeps its extent. NOTE: intended: a later use outside of one still sees it.
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/indexing.h"

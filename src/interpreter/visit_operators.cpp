@@ -1,6 +1,7 @@
 // Operators, ranges and brackets.
 //
-// NOTE: intended: both operands are always evaluated, the left one first; `&&` and `||` are no short circuits.
+// NOTE: intended: both operands are always evaluated, the left one first; `&&` and `||` are no
+// short circuits.
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 
@@ -65,7 +66,8 @@ int32_t Visitor::visitMatrix_colon(KeloNode& node, int32_t wish) {
   return result;
 }
 
-// x = [x, ...]: what is added goes behind what is there, in place where it may. False for any other right side.
+// x = [x, ...]: what is added goes behind what is there, in place where it may. False for any other
+// right side.
 bool Visitor::lowerAppend(KeloNode& node, int32_t slot) {
   if (node.cache.kind != NodeKind::matrixCat || !isKnown(slot)) return false;
   const auto& elements = static_cast<CatDetails&>(*node.cache.details).elements;
@@ -90,8 +92,8 @@ bool Visitor::lowerAppend(KeloNode& node, int32_t slot) {
   return true;
 }
 
-// A row is joined as soon as the first element of the next one is there, and all rows at the end. A lone element is
-// given unchecked, whatever it is.
+// A row is joined as soon as the first element of the next one is there, and all rows at the end. A
+// lone element is given unchecked, whatever it is.
 int32_t Visitor::visitMatrix_cat(KeloNode& node, int32_t wish) {
   const auto& elements = static_cast<CatDetails&>(*node.cache.details).elements;
   const int32_t mark = top_;

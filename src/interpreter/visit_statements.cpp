@@ -1,4 +1,5 @@
-// Statement lists, statements, and what becomes of a statement's result: it is shown, and a plain expression sets `ans`.
+// Statement lists, statements, and what becomes of a statement's result: it is shown, and a plain
+// expression sets `ans`.
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/interpreter.h"
@@ -43,7 +44,8 @@ std::unique_ptr<Code> Visitor::lowerExpression(KeloNode& expression, std::span<c
   return visitor.finished();
 }
 
-// The place of an error in a list itself is its start, and a request to stop wins over what the statement gave.
+// The place of an error in a list itself is its start, and a request to stop wins over what the
+// statement gave.
 void Visitor::visitStat_list(KeloNode& list) {
   resolved(list);
   const int32_t begin = here();
@@ -83,8 +85,8 @@ void Visitor::visitStatement(KeloNode& statement, KeloNode& list) {
   emit(Op::poll, &list);
 }
 
-// A variable that is named alone is shown under its own name and leaves `ans` as it is. Whether there is one is asked
-// when the name has been evaluated.
+// A variable that is named alone is shown under its own name and leaves `ans` as it is. Whether
+// there is one is asked when the name has been evaluated.
 void Visitor::visitExpression(KeloNode& statement) {
   const NodeCache& cache = statement.cache;
   const bool shows = cache.shows;

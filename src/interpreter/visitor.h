@@ -1,15 +1,17 @@
-// Visitor: lowers parse trees to register code. One visit per kind of node, in the order of the grammar; this header is
-// the contents page, the bodies stand in visit_*.cpp by kind. What code is, code.h tells; the machine that runs it
-// is machine.h.
+// Visitor: lowers parse trees to register code. One visit per kind of node, in the order of the
+// grammar; this header is the contents page, the bodies stand in visit_*.cpp by kind. What code is,
+// code.h tells; the machine that runs it is machine.h.
 //
-// A visit of an expression emits the instructions that compute it and gives the operand that holds the value behind
-// them: a constant, the slot of a variable, or a temporary. `wish` is the register that the result would best stand in;
-// a visit may ignore it. Temporaries are a stack: a visit leaves at most one of them taken, the one it gives.
+// A visit of an expression emits the instructions that compute it and gives the operand that holds
+// the value behind them: a constant, the slot of a variable, or a temporary. `wish` is the register
+// that the result would best stand in; a visit may ignore it. Temporaries are a stack: a visit
+// leaves at most one of them taken, the one it gives.
 //
-// Variables. An operand may only be a slot where the variable is known to be there; otherwise `loadName` finds out what
-// the name means, which may be a call. A variable is known behind an assignment to it in the same list or a list around
-// it, and so are a function's inputs in the code for calls that give all of them. Within one expression a variable does
-// not change: what could change one, a script or `clear`, has no value to go on with.
+// Variables. An operand may only be a slot where the variable is known to be there; otherwise
+// `loadName` finds out what the name means, which may be a call. A variable is known behind an
+// assignment to it in the same list or a list around it, and so are a function's inputs in the code
+// for calls that give all of them. Within one expression a variable does not change: what could
+// change one, a script or `clear`, has no value to go on with.
 #pragma once
 
 #include <memory>
@@ -28,15 +30,16 @@ namespace kelo {
 class BuiltinTable;
 class KeloNode;
 
-/// Thrown where the stack has no room for a deeper expression; the statement then says so when it is run.
+/// Thrown where the stack has no room for a deeper expression; the statement then says so when it
+/// is run.
 struct NestedTooDeeply {
   KeloNode* node;
 };
 
 class Visitor {
  public:
-  /// How many outputs are asked for: 0 of a statement by itself; kNoOutputs: inside an expression; kOutputsOfCall: as
-  /// many as of the handle whose body this is.
+  /// How many outputs are asked for: 0 of a statement by itself; kNoOutputs: inside an expression;
+  /// kOutputsOfCall: as many as of the handle whose body this is.
   static constexpr int kNoOutputs = -1;
   static constexpr int kOutputsOfCall = -2;
 
@@ -47,8 +50,8 @@ class Visitor {
   static std::unique_ptr<Code> lowerStatements(KeloNode* list, std::span<const Name> inputs,
                                                std::span<const Name> outputs, bool areGiven,
                                                const BuiltinTable& builtins);
-  /// The code of one expression, whose value is the result: of a handle, whose captured variables stand behind its
-  /// inputs, or of a text.
+  /// The code of one expression, whose value is the result: of a handle, whose captured variables
+  /// stand behind its inputs, or of a text.
   static std::unique_ptr<Code> lowerExpression(KeloNode& expression, std::span<const Name> names, bool areGiven,
                                                int outputs, const BuiltinTable& builtins);
 

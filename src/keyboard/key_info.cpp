@@ -8,8 +8,9 @@ namespace {
 
 using enum KeyIdentifier;
 
-/// A key of the symbols: what it inserts, the image on it (otherwise its text), and what holding it offers. Brackets
-/// offer their partner and the pair, operators their element-wise and comparing relatives.
+/// A key of the symbols: what it inserts, the image on it (otherwise its text), and what holding it
+/// offers. Brackets offer their partner and the pair, operators their element-wise and comparing
+/// relatives.
 struct SymbolRow {
   KeyIdentifier key;
   const char *text, *image;
@@ -52,12 +53,14 @@ const SymbolRow kSymbols[] = {
     {hash, "#", nullptr, {}},
 };
 
-/// What holding a letter offers first: digits on the top row, then what is needed most without leaving the letters.
+/// What holding a letter offers first: digits on the top row, then what is needed most without
+/// leaving the letters.
 constexpr std::string_view kLetters = "qwertyuiopasdfghjklzxcvbnm";
 constexpr std::string_view kBesides = "1234567890@&+-*/^<>~|.'_%!";
 static_assert(kLetters.size() == kBesides.size());
 
-/// A key that does something rather than insert. Its text, or its images while it rests and while it is pressed.
+/// A key that does something rather than insert. Its text, or its images while it rests and while
+/// it is pressed.
 struct FunctionRow {
   KeyIdentifier key;
   const char *text, *image, *pressedImage;

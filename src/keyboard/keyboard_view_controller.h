@@ -1,7 +1,7 @@
 // The on-screen keyboard: its layouts, its state, and what a press does.
 //
-// A press changes the state and tells what goes into the text. Whether the text view takes that in does not matter to
-// the keyboard: a single shift lasts for one character key in either case.
+// A press changes the state and tells what goes into the text. Whether the text view takes that in
+// does not matter to the keyboard: a single shift lasts for one character key in either case.
 #pragma once
 
 #include <optional>

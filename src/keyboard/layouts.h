@@ -1,4 +1,5 @@
-// The three layouts: rows from top to bottom, keys from left to right, and the width units of each key.
+// The three layouts: rows from top to bottom, keys from left to right, and the width units of each
+// key.
 #pragma once
 
 #include <vector>
@@ -10,7 +11,8 @@ namespace kelo {
 using KeyRows = std::vector<std::vector<KeyIdentifier>>;
 using KeyWidthUnits = std::vector<std::vector<int>>;
 
-/// All rows of all layouts are this many units wide, so the keys of a layout keep their places in the next one.
+/// All rows of all layouts are this many units wide, so the keys of a layout keep their places in
+/// the next one.
 inline constexpr int kRowUnits = 46;
 
 const KeyRows& alphaKeyboard();

@@ -1,5 +1,5 @@
-// Squares and sums are kept in two parts, a double and what its rounding left over, in sixteen lanes. No fused product
-// is used, so that every processor gives the same.
+// Squares and sums are kept in two parts, a double and what its rounding left over, in sixteen
+// lanes. No fused product is used, so that every processor gives the same.
 #include "linear/euclidean_norm.h"
 
 #include <cmath>

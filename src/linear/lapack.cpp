@@ -15,7 +15,8 @@ std::string g_lastComplaint;
 constexpr ComplexDouble kOne{1, 0};
 constexpr ComplexDouble kZero{0, 0};
 
-/// The library takes a buffer at its first routine, keeps it, and waits for ever when there is no room for it.
+/// The library takes a buffer at its first routine, keeps it, and waits for ever when there is no
+/// room for it.
 void makeSureOfBuffer() {
   constexpr size_t kBufferBytes = size_t{130} << 20;
   static bool hasBuffer = false;
@@ -63,8 +64,8 @@ void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const 
 double nrm2(int n, const double* x) { return cblas_dnrm2(n, x, /*incx*/ 1); }
 double nrm2(int n, const ComplexDouble* x) { return cblas_dznrm2(n, x, /*incx*/ 1); }
 
-// Each column from above, as the library adds; several columns side by side, so that one addition does not wait for
-// another. A NaN is not lost.
+// Each column from above, as the library adds; several columns side by side, so that one addition
+// does not wait for another. A NaN is not lost.
 double norm1(int m, int n, const double* a) {
   constexpr int kColumns = 8;
   double greatest = 0;

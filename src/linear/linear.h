@@ -16,8 +16,8 @@ namespace kelo {
 /// Receives the text of a warning.
 using Warn = std::function<void(std::string)>;
 
-/// Ends the threads that the library behind the products keeps, until a product needs them: they wait
-/// busily, from the moment the program is loaded, at the cost of 70 ms of a processor.
+/// Ends the threads that the library behind the products keeps, until a product needs them: they
+/// wait busily, from the moment the program is loaded, at the cost of 70 ms of a processor.
 void endIdleMatrixThreads();
 
 /// Any of the 18 binary operators. throws Problem, FatalFault

@@ -20,7 +20,8 @@ void smallProduct(int64_t m, int64_t n, int64_t k, const T* a, const T* b, T* c)
   }
 }
 
-// A column times a row. Adding to zero makes a zero of either sign a positive one, as the library does.
+// A column times a row. Adding to zero makes a zero of either sign a positive one, as the library
+// does.
 template <class T>
 void outerProduct(int64_t m, int64_t n, const T* __restrict a, const T* b, T* __restrict c) {
   for (int64_t j = 0; j < n; ++j) {

@@ -18,7 +18,8 @@ bool isLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 }  // namespace
 
-// Every byte that begins a code point gives a unit, and those that begin one above the basic plane give two.
+// Every byte that begins a code point gives a unit, and those that begin one above the basic plane
+// give two.
 int64_t utf16Length(std::string_view utf8) {
   int64_t units = 0;
   for (const char c : utf8) {

@@ -1,8 +1,10 @@
-// A folder and all that is below it, as an interface: what a file manager needs, and nothing outside can be reached.
+// A folder and all that is below it, as an interface: what a file manager needs, and nothing
+// outside can be reached.
 //
-// A path is relative to the root, with "/" between its components; "" is the root itself. A component is neither empty
-// nor "." nor "..", and holds no NUL. Links are never followed, at no place of a path: whatever lies behind one does
-// not exist here. An operation that fails changes nothing, unless it says so. Nothing here throws.
+// A path is relative to the root, with "/" between its components; "" is the root itself. A
+// component is neither empty nor "." nor "..", and holds no NUL. Links are never followed, at no
+// place of a path: whatever lies behind one does not exist here. An operation that fails changes
+// nothing, unless it says so. Nothing here throws.
 #pragma once
 
 #include <functional>
@@ -27,7 +29,8 @@ class FileTree {
 
   virtual ~FileTree() = default;
 
-  /// The files and folders of a folder, sorted by the bytes of their names; nothing when it cannot be read.
+  /// The files and folders of a folder, sorted by the bytes of their names; nothing when it cannot
+  /// be read.
   virtual std::optional<std::vector<Entry>> list(const std::string& path) const = 0;
   /// Of a file or folder.
   virtual std::optional<Status> status(const std::string& path) const = 0;
@@ -35,8 +38,8 @@ class FileTree {
 
   /// Makes a file, whole or not at all; an existing name is not touched.
   virtual bool create(const std::string& path, std::string_view bytes) = 0;
-  /// Replaces the content of an existing file, whole or not at all, if `agrees` says so of its present content. No
-  /// other program that uses this function comes between.
+  /// Replaces the content of an existing file, whole or not at all, if `agrees` says so of its
+  /// present content. No other program that uses this function comes between.
   virtual bool replace(const std::string& path, std::string_view bytes,
                        const std::function<bool(std::string_view present)>& agrees) = 0;
   virtual bool makeFolder(const std::string& path) = 0;

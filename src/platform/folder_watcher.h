@@ -8,12 +8,14 @@ namespace kelo::platform {
 
 class FolderWatcher {
  public:
-  /// Told of a folder whose entries or files have changed, on the main queue, a few times a second at most.
+  /// Told of a folder whose entries or files have changed, on the main queue, a few times a second
+  /// at most.
   using Changed = std::function<void(const std::string& folder)>;
 
   virtual ~FolderWatcher() = default;
 
-  /// Watches a folder, not what is below it. Again for a watched one: does nothing. False: it cannot be watched.
+  /// Watches a folder, not what is below it. Again for a watched one: does nothing. False: it
+  /// cannot be watched.
   ///
   /// path   relative to the root of a FileTree
   virtual bool watch(const std::string& path) = 0;

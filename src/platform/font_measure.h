@@ -1,4 +1,5 @@
-// The size of text in the font of figures, as an interface: what draws places text by it and knows no font.
+// The size of text in the font of figures, as an interface: what draws places text by it and knows
+// no font.
 #pragma once
 
 #include <string_view>

@@ -1,5 +1,5 @@
-// All that the interpreter needs of the outside, in one record. A shell fills it with native forms, a test with the
-// twins of memory/.
+// All that the interpreter needs of the outside, in one record. A shell fills it with native forms,
+// a test with the twins of memory/.
 #pragma once
 
 #include "platform/clock.h"

@@ -1,7 +1,8 @@
-// Settings that outlive the program: the console's history, the number of digits, the state of the random numbers.
+// Settings that outlive the program: the console's history, the number of digits, the state of the
+// random numbers.
 //
-// Changes are made in memory by `set` and `change` and made durable by `save`, which either replaces all that was stored or changes
-// nothing: a fault never costs what was there.
+// Changes are made in memory by `set` and `change` and made durable by `save`, which either
+// replaces all that was stored or changes nothing: a fault never costs what was there.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +23,11 @@ class KeyValueStore {
 
   virtual ~KeyValueStore() = default;
   virtual std::optional<StoredValue> get(const std::string& key) = 0;
-  /// Changes a value in memory at once; the next save makes the same change to what is stored by then, so that several
-  /// programs can add to one value.
+  /// Changes a value in memory at once; the next save makes the same change to what is stored by
+  /// then, so that several programs can add to one value.
   virtual void change(const std::string& key, Change change) = 0;
-  /// Makes the changes durable; nothing to do when there are none. False on a fault, which the store itself reports to
-  /// the shell: the engine goes on without.
+  /// Makes the changes durable; nothing to do when there are none. False on a fault, which the
+  /// store itself reports to the shell: the engine goes on without.
   virtual bool save() = 0;
 
   void set(const std::string& key, StoredValue value) {

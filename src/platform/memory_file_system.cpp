@@ -3,7 +3,8 @@
 namespace kelo::platform {
 namespace {
 
-// One spelling for each path: no "." components, no empty ones, no slash at either end, ".." taken back.
+// One spelling for each path: no "." components, no empty ones, no slash at either end, ".." taken
+// back.
 std::string normalized(std::string_view path) {
   std::vector<std::string_view> parts;
   while (!path.empty()) {

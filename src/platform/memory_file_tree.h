@@ -1,5 +1,5 @@
-// The twin of the file tree in memory, over the files of a MemoryFileSystem, so that the interpreter of a test and its
-// files panel see the same.
+// The twin of the file tree in memory, over the files of a MemoryFileSystem, so that the
+// interpreter of a test and its files panel see the same.
 #pragma once
 
 #include <map>

@@ -6,13 +6,14 @@
 
 namespace kelo::platform {
 
-/// Runs pieces of one loop side by side. The native form keeps a pool of threads; without one, everything runs here.
+/// Runs pieces of one loop side by side. The native form keeps a pool of threads; without one,
+/// everything runs here.
 class ParallelFor {
  public:
   virtual ~ParallelFor() = default;
-  /// Calls body(begin, end) for pieces that together cover 0 to count - 1 and returns when all are done. Pieces begin
-  /// at multiples of `grain`, so that what a piece computes does not depend on the number of cores. The body must not
-  /// throw.
+  /// Calls body(begin, end) for pieces that together cover 0 to count - 1 and returns when all are
+  /// done. Pieces begin at multiples of `grain`, so that what a piece computes does not depend on
+  /// the number of cores. The body must not throw.
   virtual void run(int64_t count, int64_t grain, const std::function<void(int64_t, int64_t)>& body) = 0;
 };
 

@@ -1,5 +1,6 @@
-// The two threads of control, as the engine sees them: the serial queue on which all parsing and evaluation run, and
-// the main queue, on which the shell lives. The engine only submits; what a queue is made of is the shell's affair.
+// The two threads of control, as the engine sees them: the serial queue on which all parsing and
+// evaluation run, and the main queue, on which the shell lives. The engine only submits; what a
+// queue is made of is the shell's affair.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,5 @@
-// The width of text in the console's font, as an interface: a shell that draws knows its font, a terminal counts cells.
+// The width of text in the console's font, as an interface: a shell that draws knows its font, a
+// terminal counts cells.
 #pragma once
 
 #include <string_view>

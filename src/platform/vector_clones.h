@@ -1,5 +1,6 @@
-// Compiling a function twice: for the vectors of every processor of the family and for wider ones, chosen when the
-// program starts. For loops over doubles that the compiler vectorises; arithmetic gives the same either way.
+// Compiling a function twice: for the vectors of every processor of the family and for wider ones,
+// chosen when the program starts. For loops over doubles that the compiler vectorises; arithmetic
+// gives the same either way.
 #pragma once
 
 #if defined(__x86_64__) && defined(__gnu_linux__)

@@ -1,4 +1,5 @@
-// The plain routines, loops over the C library, and the choice between them and those of the processor at hand.
+// The plain routines, loops over the C library, and the choice between them and those of the
+// processor at hand.
 #include "platform/vector_math.h"
 
 #include <cmath>

@@ -1,13 +1,14 @@
 // Routines on vectors of four doubles.
 //
-// The transcendental ones are SLEEF's of 1 ULP, in its "finz" form: there each lane takes its own way through the
-// ranges of an argument, so that a result does not depend on its neighbours. The usual form is no faster. Measured
-// against the C library on 16,384 elements in the cache (ns per element, C library and here): sin 18 and 2.5, tan 19
-// and 3.4, sinh 20 and 5, tanh 18 and 6, asin 14 and 3, atan 9.5 and 4, exp 5.6 and 2, log 5 and 3.6, log2 4.5 and 3.7,
-// log10 8.3 and 3.6. acosh and asinh are slower here and overflow early, so they stay with the C library.
+// The transcendental ones are SLEEF's of 1 ULP, in its "finz" form: there each lane takes its own
+// way through the ranges of an argument, so that a result does not depend on its neighbours. The
+// usual form is no faster. Measured against the C library on 16,384 elements in the cache (ns per
+// element, C library and here): sin 18 and 2.5, tan 19 and 3.4, sinh 20 and 5, tanh 18 and 6, asin
+// 14 and 3, atan 9.5 and 4, exp 5.6 and 2, log 5 and 3.6, log2 4.5 and 3.7, log10 8.3 and 3.6.
+// acosh and asinh are slower here and overflow early, so they stay with the C library.
 //
-// NOTE: this source is compiled with other options than the rest. It uses no inline functions of the standard library,
-// since the linker might take their copies from here.
+// NOTE: this source is compiled with other options than the rest. It uses no inline functions of
+// the standard library, since the linker might take their copies from here.
 #include "platform/vector_math_avx2.h"
 
 #if KELO_AVX2
@@ -22,8 +23,8 @@ constexpr int kLanes = 4;
 
 Lanes absolute(Lanes x) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), x); }
 
-/// Adds the largest number below one half, with the sign of x, and cuts off: exact halves go away from zero and nothing
-/// below a half does.
+/// Adds the largest number below one half, with the sign of x, and cuts off: exact halves go away
+/// from zero and nothing below a half does.
 Lanes roundHalvesAway(Lanes x) {
   const Lanes half = _mm256_or_pd(_mm256_and_pd(_mm256_set1_pd(-0.0), x), _mm256_set1_pd(0.49999999999999994));
   return _mm256_round_pd(_mm256_add_pd(x, half), _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
@@ -40,8 +41,8 @@ void loop(double* y, const double* x, int64_t n) {
   for (int64_t k = i; k < n; ++k) y[k] = rest[k - i];
 }
 
-/// kFunction, but `plain` for lanes whose magnitude is below `least` or above `most`, where SLEEF loses digits or
-/// overflows.
+/// kFunction, but `plain` for lanes whose magnitude is below `least` or above `most`, where SLEEF
+/// loses digits or overflows.
 template <auto kFunction, class Plain>
 Lanes within(double least, double most, Lanes x, Plain plain) {
   const Lanes magnitude = absolute(x);

@@ -1,5 +1,5 @@
-// The routines for processors with vectors of four doubles (AVX2 and FMA). Their source is compiled for such processors
-// only, so nothing of it may be called elsewhere.
+// The routines for processors with vectors of four doubles (AVX2 and FMA). Their source is compiled
+// for such processors only, so nothing of it may be called elsewhere.
 #pragma once
 
 #include "platform/vector_math.h"

@@ -1,8 +1,8 @@
-// Routines on vectors of eight doubles: SLEEF's of 1 ULP in the same form as for vectors of four, and with the same
-// exceptions. What waits for memory is left to those.
+// Routines on vectors of eight doubles: SLEEF's of 1 ULP in the same form as for vectors of four,
+// and with the same exceptions. What waits for memory is left to those.
 //
-// NOTE: this source is compiled with other options than the rest. It uses no inline functions of the standard library,
-// since the linker might take their copies from here.
+// NOTE: this source is compiled with other options than the rest. It uses no inline functions of
+// the standard library, since the linker might take their copies from here.
 #include "platform/vector_math_avx512.h"
 
 #if KELO_AVX2

@@ -1,5 +1,6 @@
-// The routines for processors with vectors of eight doubles (AVX-512). They give what those of vector_math_avx2.h give,
-// bit for bit. Their source is compiled for such processors only, so nothing of it may be called elsewhere.
+// The routines for processors with vectors of eight doubles (AVX-512). They give what those of
+// vector_math_avx2.h give, bit for bit. Their source is compiled for such processors only, so
+// nothing of it may be called elsewhere.
 #pragma once
 
 #include "platform/vector_math.h"

@@ -1,5 +1,5 @@
-// A press of Run while the queue runs inline comes back when the run has ended; what a run waits for is answered by
-// whileAsleep.
+// A press of Run while the queue runs inline comes back when the run has ended; what a run waits
+// for is answered by whileAsleep.
 #include "player/player.h"
 
 #include "builtins/library.h"
@@ -40,8 +40,8 @@ void Player::runEnded(const RunResult& result) {
   if (result.fatalFault) output_.push_back("(fatal fault: " + *result.fatalFault + ")");
 }
 
-/// The answers in order, "^C" being the stop button; without one a timer goes off, and an input that has no answer is
-/// closed.
+/// The answers in order, "^C" being the stop button; without one a timer goes off, and an input
+/// that has no answer is closed.
 void Player::whileAsleep() {
   mainQueue_.drain();
   const std::optional<RunControl::Wait> wait = app_.control.wait();

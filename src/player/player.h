@@ -21,7 +21,8 @@ class Player : private ConsoleView {
   void set(const std::string& setting);
   void writeFile(const std::string& path, const std::string& content) { files_.writeFile(path, content); }
   AppController& app() { return app_; }
-  /// Runs a command or the file of a path, with answers for `input` and `pause`, and gives the items that come back.
+  /// Runs a command or the file of a path, with answers for `input` and `pause`, and gives the
+  /// items that come back.
   Lines play(const std::string& text, bool isFile, const Lines& answers);
 
  private:

@@ -45,7 +45,8 @@ Lines itemLines(const std::string& text, OutputForm form) {
   return lines;
 }
 
-/// Writes the lines of a transcript again; only what stands behind a command is left out and put in anew.
+/// Writes the lines of a transcript again; only what stands behind a command is left out and put in
+/// anew.
 class Replay {
  public:
   Replay(const std::string& transcript, std::unique_ptr<Player>& player, OutputForm form)

@@ -1,5 +1,5 @@
-// A transcript: what is typed and what comes back, as text. tests/README.md describes its form; the examples of the
-// help pages have the same one.
+// A transcript: what is typed and what comes back, as text. tests/README.md describes its form; the
+// examples of the help pages have the same one.
 #pragma once
 
 #include <memory>
@@ -21,12 +21,12 @@ struct Line {
 Lines splitLines(const std::string& text);
 Line readLine(const std::string& line);
 
-/// How output is written: with ¬ behind a line that ends in a blank and in place of an empty line at an item's end, or
-/// as it is, without blanks at the ends of lines.
+/// How output is written: with ¬ behind a line that ends in a blank and in place of an empty line
+/// at an item's end, or as it is, without blanks at the ends of lines.
 enum class OutputForm { marked, plain };
 
-/// Plays the steps of a transcript and writes it again; only what stands behind a command is put in anew. A line
-/// "## name" begins a case with a fresh player; without one the given player goes on.
+/// Plays the steps of a transcript and writes it again; only what stands behind a command is put in
+/// anew. A line "## name" begins a case with a fresh player; without one the given player goes on.
 std::string replay(const std::string& transcript, std::unique_ptr<Player>& player, OutputForm form);
 
 }  // namespace kelo::player

@@ -76,7 +76,8 @@ void ConsoleFeed::push(Event event) {
   schedule();
 }
 
-/// Keeps what the console keeps: the newest items of up to so many lines, and the last one whatever its length.
+/// Keeps what the console keeps: the newest items of up to so many lines, and the last one whatever
+/// its length.
 void ConsoleFeed::trim() {
   while (items_.size() > 1 && itemLines_ > Console::Output::maxNumOfLines) {
     itemLines_ -= items_.front().numOfLines;
@@ -133,7 +134,8 @@ Json ConsoleFeed::items() {
 
 void ConsoleFeed::reformat(const std::vector<Display>& displays) {
   const Guard guard(*lock_);
-  // The console keeps at least as many as are kept here: both drop by the same rule, and here it may be cleared before.
+  // The console keeps at least as many as are kept here: both drop by the same rule, and here it
+  // may be cleared before.
   auto display = displays.end();
   itemLines_ = 0;
   for (auto item = items_.rbegin(); item != items_.rend() && display != displays.begin(); ++item) {

@@ -1,9 +1,9 @@
 // The console's output on its way to a front end: bounded, in lots of at most 60 a second.
 //
-// The parser queue puts in what arises; the main thread sends what has gathered. Only as many items are kept as the
-// console keeps, so a loop that shows a million items costs the memory of the last thousand lines and never waits for
-// the front end. Items are numbered from 0 since the console was last cleared; one that was dropped before it could be
-// sent leaves a gap.
+// The parser queue puts in what arises; the main thread sends what has gathered. Only as many items
+// are kept as the console keeps, so a loop that shows a million items costs the memory of the last
+// thousand lines and never waits for the front end. Items are numbered from 0 since the console was
+// last cleared; one that was dropped before it could be sent leaves a gap.
 #pragma once
 
 #include <deque>
@@ -41,7 +41,8 @@ class ConsoleFeed final : public ConsoleView {
   // ---- Thread: main
   /// What the console holds, as the front end knows it.
   Json items();
-  /// Takes the texts of displays that were formatted anew, the newest last. REQUIRES: no run is going on
+  /// Takes the texts of displays that were formatted anew, the newest last. REQUIRES: no run is
+  /// going on
   void reformat(const std::vector<Display>& displays);
   /// Sends what has gathered.
   void flush();

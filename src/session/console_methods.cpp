@@ -10,7 +10,8 @@
 namespace kelo::session {
 namespace {
 
-/// What stands at a path of the work directory, for one who goes by no link and sees no hidden name.
+/// What stands at a path of the work directory, for one who goes by no link and sees no hidden
+/// name.
 std::optional<platform::FileTree::Status> statusOf(const Call& call, const std::string& path) {
   if (!path.empty() && !isVisiblePath(path)) return std::nullopt;
   return call.panels.setup.tree.status(path);
@@ -95,8 +96,8 @@ std::optional<Json> complete(const Call& call) {
   return Json{{"from", found.from}, {"items", std::move(list)}};
 }
 
-/// Parsed where programs are parsed, on the stack of the parser queue. That is busy during a run, when nothing could be
-/// run anyway: then every text counts as complete.
+/// Parsed where programs are parsed, on the stack of the parser queue. That is busy during a run,
+/// when nothing could be run anyway: then every text counts as complete.
 std::optional<Json> isComplete(const Call& call) {
   const platform::Host& host = call.panels.host;
   if (!call.panels.isIdle()) return Json{{"complete", true}};

@@ -83,7 +83,8 @@ Json hitsJson(const std::vector<FileHit>& hits) {
   return {{"items", std::move(items)}};
 }
 
-/// A search on the main thread, a few files at a time; a later search ends it with what it has found so far.
+/// A search on the main thread, a few files at a time; a later search ends it with what it has
+/// found so far.
 struct SearchTask : std::enable_shared_from_this<SearchTask> {
   SearchTask(Panels& owner, std::string_view text, Answer answerer)
       : panels(owner), search(owner.setup.tree, text), answer(std::move(answerer)), number(++owner.lastSearch) {}

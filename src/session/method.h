@@ -1,5 +1,5 @@
-// What a method of the session is: one row of a table. Checking of parameters, the list of methods and their reference
-// are made from the rows.
+// What a method of the session is: one row of a table. Checking of parameters, the list of methods
+// and their reference are made from the rows.
 #pragma once
 
 #include <functional>

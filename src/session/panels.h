@@ -1,6 +1,7 @@
 // What the methods of the session work on: the engine and the models of the panels.
 //
-// Thread: main. Values belong to the parser queue while a run is going on; a method touches them only while none is.
+// Thread: main. Values belong to the parser queue while a run is going on; a method touches them
+// only while none is.
 #pragma once
 
 #include <atomic>
@@ -58,7 +59,8 @@ struct Panels {
   void endOfInput();
   /// Takes new settings; those of the display wait for the end of a run.
   void change(const Json& changes);
-  /// Tells the front ends of changes in a folder, from now on; of the last few folders that were asked for.
+  /// Tells the front ends of changes in a folder, from now on; of the last few folders that were
+  /// asked for.
   void watch(const std::string& folder);
 
   const Setup setup;

@@ -1,8 +1,8 @@
 // The engine behind a front end of any kind: JSON texts in, JSON texts out.
 //
-// A shell carries the texts: lines of standard input and output, messages of a web socket or of a worker. It owns the
-// host and serves the main queue; the session knows no transport. Several front ends may share one session: an answer
-// goes to who asked, a notification to all.
+// A shell carries the texts: lines of standard input and output, messages of a web socket or of a
+// worker. It owns the host and serves the main queue; the session knows no transport. Several front
+// ends may share one session: an answer goes to who asked, a notification to all.
 //
 // Thread: main.
 #pragma once
@@ -21,17 +21,19 @@ class Session {
   /// Takes the answer to one message.
   using Reply = std::function<void(const std::string& message)>;
 
-  /// REQUIRES: what the setup refers to outlives this, and the parser queue has ended its runs before this goes
+  /// REQUIRES: what the setup refers to outlives this, and the parser queue has ended its runs
+  /// before this goes
   explicit Session(const Setup& setup) : panels_(setup) {}
 
-  /// Takes a message and answers it exactly once: at once, or when the run that it starts has ended. No message ends the
-  /// session.
+  /// Takes a message and answers it exactly once: at once, or when the run that it starts has
+  /// ended. No message ends the session.
   void receive(std::string_view message, const Reply& reply);
 
   /// A folder of the work directory has changed from outside.
   void folderChanged(const std::string& folder) { panels_.notify("files/changed", {{"path", folder}}); }
 
-  /// No further message will come: a run that waits for an answer, now or later, is stopped; others go on.
+  /// No further message will come: a run that waits for an answer, now or later, is stopped; others
+  /// go on.
   void endOfInput() { panels_.endOfInput(); }
 
   /// Stops what runs; the shell then waits for the parser queue.

@@ -1,6 +1,7 @@
 // The variables as the workspace panel lists them.
 //
-// Values belong to the run while one is going on. So the list is taken before a run begins and stands until its end.
+// Values belong to the run while one is going on. So the list is taken before a run begins and
+// stands until its end.
 #pragma once
 
 #include <string>

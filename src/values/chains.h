@@ -1,10 +1,11 @@
 // Fields of structures: reading s.f and s(i).f, and writing along a chain such as s(i).f(j).g = v.
 //
-// A chain is a variable, then fields, each with subscripts behind it or none. The evaluator builds it from the left;
-// since `end` and ":" in a subscript need the extent of what stands before it, a chain can be asked what it has reached
-// so far. The write itself first follows the chain as far as it exists, only looking, then makes what is missing from
-// its end backwards, and only then touches the variable: a failure leaves it as it was, and no level that exists is
-// copied unless it is shared.
+// A chain is a variable, then fields, each with subscripts behind it or none. The evaluator builds
+// it from the left; since `end` and ":" in a subscript need the extent of what stands before it, a
+// chain can be asked what it has reached so far. The write itself first follows the chain as far as
+// it exists, only looking, then makes what is missing from its end backwards, and only then touches
+// the variable: a failure leaves it as it was, and no level that exists is copied unless it is
+// shared.
 #pragma once
 
 #include <span>
@@ -16,19 +17,21 @@
 
 namespace kelo {
 
-/// The field of every element, in storage order: one value for a scalar structure, else a list without a first.
+/// The field of every element, in storage order: one value for a scalar structure, else a list
+/// without a first.
 /// throws Problem: no elements, or no such field
 Storable readField(const StructArray& array, Name field);
 
-/// The field of a scalar structure for looking at; null when the value is anything else or lacks it.
+/// The field of a scalar structure for looking at; null when the value is anything else or lacks
+/// it.
 inline const Storable* plainField(const Storable& value, Name field) {
   const StructArray* array = value.structure();
   if (array == nullptr || !array->size().isScalar()) return nullptr;
   const int64_t index = array->fieldIndex(field);
   return index < 0 ? nullptr : &array->value(0, index);
 }
-/// The same for writing, in place: what s.f = v assigns to and s.f(i) = v writes elements of. No level that is shared
-/// changes for its other holders. Valid until the structure changes.
+/// The same for writing, in place: what s.f = v assigns to and s.f(i) = v writes elements of. No
+/// level that is shared changes for its other holders. Valid until the structure changes.
 inline Storable* writablePlainField(Storable& target, Name field) {
   StructArray* array = target.structure();
   if (array == nullptr || !array->size().isScalar()) return nullptr;
@@ -51,13 +54,15 @@ class FieldChain {
     indices_.emplace_back();
   }
 
-  /// What the chain has reached, before the subscripts at its end, if any: `end` and ":" in them ask for its size. Null
-  /// where there is nothing yet, which counts as 0 x 0. root: the variable, null if there is none.
+  /// What the chain has reached, before the subscripts at its end, if any: `end` and ":" in them
+  /// ask for its size. Null where there is nothing yet, which counts as 0 x 0. root: the variable,
+  /// null if there is none.
   const Storable* reached(const Storable* root) const;
 
-  /// Writes the value at the chain's end. A missing field or element on the way is made. `isNew` says that the variable
-  /// does not exist yet; `root` is then given its first value. throws  Problem, and root is as it was: no structure or
-  /// not a scalar one on the way, and as writeElements
+  /// Writes the value at the chain's end. A missing field or element on the way is made. `isNew`
+  /// says that the variable does not exist yet; `root` is then given its first value. throws 
+  /// Problem, and root is as it was: no structure or not a scalar one on the way, and as
+  /// writeElements
   void assign(Storable& root, bool isNew, Storable value) const;
   /// s.f(i) = []. REQUIRES: subscripts at the chain's end
   void erase(Storable& root, bool isNew) const;

@@ -1,5 +1,5 @@
-// One loop per comparison and per way of pairing (array with array, array with scalar). A comparison
-// with its operands exchanged is another one, so that four of the six are enough.
+// One loop per comparison and per way of pairing (array with array, array with scalar). A
+// comparison with its operands exchanged is another one, so that four of the six are enough.
 #include "values/comparison.h"
 
 #include <algorithm>

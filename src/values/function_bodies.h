@@ -1,5 +1,5 @@
-// The bodies behind handles and local functions: what a call needs. Parse trees are held by shared pointers whose type
-// the value model does not know.
+// The bodies behind handles and local functions: what a call needs. Parse trees are held by shared
+// pointers whose type the value model does not know.
 #pragma once
 
 #include "values/function_handle.h"

@@ -1,8 +1,10 @@
-// Function handles and local functions, as data. What calling them does is the interpreter's business.
+// Function handles and local functions, as data. What calling them does is the interpreter's
+// business.
 //
-// A handle is one of four forms: anonymous (a body of source text and the variables captured where it was written), a
-// built-in, a function file of the user, or a local function. A local function is a place in the list of the functions
-// of one file; the list is shared, so that each function of a file sees all of them without holding itself.
+// A handle is one of four forms: anonymous (a body of source text and the variables captured where
+// it was written), a built-in, a function file of the user, or a local function. A local function
+// is a place in the list of the functions of one file; the list is shared, so that each function of
+// a file sees all of them without holding itself.
 #pragma once
 
 #include <memory>

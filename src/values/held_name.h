@@ -1,6 +1,6 @@
 // Names that a running program makes, as in s.(text). The names that stand in a program are few and
-// stay for ever; of these there can be any number, so such a name is given back when nobody holds it
-// any more. Structures hold the names of their fields, anybody else has a HeldName.
+// stay for ever; of these there can be any number, so such a name is given back when nobody holds
+// it any more. Structures hold the names of their fields, anybody else has a HeldName.
 //
 // Thread: the interpreter's thread only.
 #pragma once

@@ -1,5 +1,5 @@
-// The number of a name is twice its place in the table, and 1 more for a name that may be given back.
-// Tested by tests/values/name_test.cpp.
+// The number of a name is twice its place in the table, and 1 more for a name that may be given
+// back. Tested by tests/values/name_test.cpp.
 #include "values/held_name.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // An interned name: a variable, a field, a function or a path, as one small number. Comparing and
-// hashing a name costs what it costs for an integer. Names are never freed.
+// hashing a name costs what it costs for an integer. Some are given back: see held_name.h.
 //
 // Thread: the table belongs to the interpreter's thread.
 #pragma once
@@ -25,7 +25,8 @@ class Name {
   uint32_t id_ = 0;
 };
 
-/// The rule for names of variables, fields, files and figures: ASCII letters, digits and underscores, a letter first.
+/// The rule for names of variables, fields, files and figures: ASCII letters, digits and
+/// underscores, a letter first.
 bool followsNameRule(std::string_view word);
 
 }  // namespace kelo

@@ -1,5 +1,6 @@
-// NodeValue: what a built-in gives: a value, several (Storable::listOf), nothing (Storable::none), or a failure, which says
-// that the error has been shown already, so that everybody returns without a further word.
+// NodeValue: what a built-in gives: a value, several (Storable::listOf), nothing (Storable::none),
+// or a failure, which says that the error has been shown already, so that everybody returns without
+// a further word.
 #pragma once
 
 #include <vector>

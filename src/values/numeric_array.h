@@ -1,8 +1,9 @@
 // NumericArray: an array of one of five kinds, and the five records themselves.
 //
-// `double` is the ordinary form of all numbers. `int` holds counts and positions that the system itself produces; the
-// user sees it as "double". `logical` comes from comparisons, `complexDouble` holds complex numbers, `char` text. A
-// query such as allReals answers what the array holds, not what its record is.
+// `double` is the ordinary form of all numbers. `int` holds counts and positions that the system
+// itself produces; the user sees it as "double". `logical` comes from comparisons, `complexDouble`
+// holds complex numbers, `char` text. A query such as allReals answers what the array holds, not
+// what its record is.
 #pragma once
 
 #include <initializer_list>
@@ -36,8 +37,8 @@ template <> struct KindOf<Character> { static constexpr Kind value = Kind::Char;
 /// "double", "double", "logical", "complex", "char": an IntArray is a double to the user.
 const char* kindName(Kind kind);
 
-/// Predicates over an array; `has` holds when all of a list hold. Rows 0 to 5 look at the finite elements only, so an
-/// array with none satisfies them all. NOTE: intended.
+/// Predicates over an array; `has` holds when all of a list hold. Rows 0 to 5 look at the finite
+/// elements only, so an array with none satisfies them all. NOTE: intended.
 enum class Property : uint8_t {
   allZeroMagnitudes, allZeroOrPositiveRealParts, allZeroOrNegativeRealParts, allPositiveRealParts, allNegativeRealParts,
   allIntegerRealParts, hasSomeInfs, hasSomeNaNs, allWellDefinedRealParts, allReals, nonempty,
@@ -82,13 +83,14 @@ class NumericArray {
   /// The same with the record moved out.
   template <class F> decltype(auto) visit(F&& f) &&;
 
-  /// Conversions, each keeping the size except from char (see sizeInNumbers). Complex numbers lose their imaginary
-  /// parts on the way to real kinds without a word, but have no logical counterpart unless they are real. The && forms
-  /// move when the kind is right already. throws Problem where a value has no counterpart; FatalFault for a finite
-  /// number beyond 64-bit integers
+  /// Conversions, each keeping the size except from char (see sizeInNumbers). Complex numbers lose
+  /// their imaginary parts on the way to real kinds without a word, but have no logical counterpart
+  /// unless they are real. The && forms move when the kind is right already. throws Problem where a
+  /// value has no counterpart; FatalFault for a finite number beyond 64-bit integers
   DoubleArray toDoubleArray() const&;
   DoubleArray toDoubleArray() &&;
-  /// Truncates towards zero. Inf and -Inf give the largest and the smallest integer; NaN is refused.
+  /// Truncates towards zero. Inf and -Inf give the largest and the smallest integer; NaN is
+  /// refused.
   IntArray toIntArray() const;
   LogicalArray toLogicalArray() const;
   ComplexDoubleArray toComplexArray() const&;
@@ -99,8 +101,8 @@ class NumericArray {
   NumericArray toKind(Kind kind) const&;
   NumericArray toKind(Kind kind) &&;
 
-  /// Whether all of the properties hold; asked in order, up to the first that does not. throws FatalFault from
-  /// allIntegerRealParts for a finite magnitude from 2^63 on. NOTE: intended
+  /// Whether all of the properties hold; asked in order, up to the first that does not. throws
+  /// FatalFault from allIntegerRealParts for a finite magnitude from 2^63 on. NOTE: intended
   bool has(std::initializer_list<Property> properties) const;
   bool has(Property property) const;
 
@@ -141,12 +143,14 @@ decltype(auto) NumericArray::visit(F&& f) && {
   return f(std::move(as<double>()));
 }
 
-/// The size that text has once it is numbers. Each character gives one number per UTF-16 unit, column by column, so
-/// plain text keeps its size and a row of characters of two units becomes two rows. Without elements: 0 x 0. Absent
-/// when the columns give different counts: such text does not convert.
+/// The size that text has once it is numbers. Each character gives one number per UTF-16 unit,
+/// column by column, so plain text keeps its size and a row of characters of two units becomes two
+/// rows. Without elements: 0 x 0. Absent when the columns give different counts: such text does not
+/// convert.
 std::optional<SizeVector> sizeInNumbers(const CharArray& text);
 
-/// The text of a char array as UTF-8, in storage order, and a row of characters from UTF-8. An empty text is 0 x 0.
+/// The text of a char array as UTF-8, in storage order, and a row of characters from UTF-8. An
+/// empty text is 0 x 0.
 std::string toUtf8(const CharArray& text);
 CharArray charRow(std::string_view utf8);
 

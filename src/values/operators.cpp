@@ -147,7 +147,8 @@ Kind commonKind(const NumericArray& a, const NumericArray& b) { return leftRules
 
 namespace {
 
-// Whether both are of this kind and one size, or one of them a scalar, and neither without elements.
+// Whether both are of this kind and one size, or one of them a scalar, and neither without
+// elements.
 bool goTogether(const NumericArray& a, const NumericArray& b, Kind kind) {
   if (!a.is(kind) || !b.is(kind) || a.isEmpty() || b.isEmpty()) return false;
   if (a.isScalar() || b.isScalar()) return a.isScalar() != b.isScalar();
@@ -166,7 +167,8 @@ std::optional<PlainOp> plainOpOf(BinaryOp op) {
   }
 }
 
-// Where the result of two operands goes: in the place of one that nobody else holds, or in a new array.
+// Where the result of two operands goes: in the place of one that nobody else holds, or in a new
+// array.
 template <class T>
 TypedArray<T> placeFor(const TypedArray<T>& a, const TypedArray<T>& b) {
   if (!a.isScalar() && a.isUnshared()) return a;

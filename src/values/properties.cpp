@@ -21,7 +21,8 @@ bool none(std::span<const T, N> values, F breaks) {
   return std::none_of(values.begin(), values.end(), breaks);
 }
 
-// The same for a test that does not throw; a block at a time, in loops that the compiler vectorises.
+// The same for a test that does not throw; a block at a time, in loops that the compiler
+// vectorises.
 template <size_t N, class F>
 bool noneInBlocks(std::span<const double, N> values, F breaks) {
   constexpr size_t kBlock = 128;

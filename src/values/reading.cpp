@@ -35,7 +35,8 @@ void checkBounds(std::span<const int64_t> lengths, std::span<const Index> indice
   }
 }
 
-// OPTIMIZATION: the distances that are most usual are constants, so that the compiler reads several elements at once.
+// OPTIMIZATION: the distances that are most usual are constants, so that the compiler reads several
+// elements at once.
 template <class T>
 void readEvenly(const T* __restrict from, int64_t stride, T* __restrict to, int64_t n) {
   const auto read = [=](auto distance) {

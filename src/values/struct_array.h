@@ -3,8 +3,8 @@
 // One shared body holds the size, the field names in the order in which they were made, and the
 // values of all elements: those of an element stand together, in field order. A copy shares the
 // body; a write takes a body of its own first, which still shares the list of names. An array
-// without elements has no field names. A scalar structure is the 1 x 1 case. What was moved from may
-// only be assigned to or destroyed.
+// without elements has no field names. A scalar structure is the 1 x 1 case. What was moved from
+// may only be assigned to or destroyed.
 //
 // What every read and write of a field asks is inline; it stands behind Storable in storable.h.
 #pragma once

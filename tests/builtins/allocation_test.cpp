@@ -1,5 +1,6 @@
-// What the evaluator allocates: nothing for scalars, no copy of an array for a write of an element or a field, no table
-// for a captured workspace. Counted are the calls of operator new and the blocks of arrays.
+// What the evaluator allocates: nothing for scalars, no copy of an array for a write of an element
+// or a field, no table for a captured workspace. Counted are the calls of operator new and the
+// blocks of arrays.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// The functions that make, rearrange and search arrays: what a call gives, elements in storage order, or its complaint.
-// The values are from the definitions, worked out by hand.
+// The functions that make, rearrange and search arrays: what a call gives, elements in storage
+// order, or its complaint. The values are from the definitions, worked out by hand.
 #include <gtest/gtest.h>
 
 #include "builtins/calls.h"

@@ -1,5 +1,5 @@
-// Calls of built-ins from tests: the row's handler by itself, with arguments made by tests/values/arrays.h, and what it
-// gives or complains of as text.
+// Calls of built-ins from tests: the row's handler by itself, with arguments made by
+// tests/values/arrays.h, and what it gives or complains of as text.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,7 +11,8 @@
 
 namespace kelo::testing {
 
-/// What a built-in gives. REQUIRES: the handler needs nothing of the application; the count is right
+/// What a built-in gives. REQUIRES: the handler needs nothing of the application; the count is
+/// right
 inline NodeValue answered(const char* name, std::vector<Storable> args, std::optional<int> outputs = std::nullopt) {
   alignas(16) static char noApplication[16];
   const Builtin* row = builtins::library().find(Name::intern(name));

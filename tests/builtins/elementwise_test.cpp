@@ -1,5 +1,5 @@
-// Element-wise mathematics: values from tables and identities, the real and the complex path, signed zeros, NaN, Inf,
-// empties, kinds, and the complaints.
+// Element-wise mathematics: values from tables and identities, the real and the complex path,
+// signed zeros, NaN, Inf, empties, kinds, and the complaints.
 #include <gtest/gtest.h>
 
 #include <cmath>

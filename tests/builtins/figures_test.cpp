@@ -1,4 +1,5 @@
-// What the figure commands leave in the models; what they show is tested by tests/transcripts/figures/.
+// What the figure commands leave in the models; what they show is tested by
+// tests/transcripts/figures/.
 #include <gtest/gtest.h>
 
 #include "builtins/library.h"

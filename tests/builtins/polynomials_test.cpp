@@ -1,5 +1,5 @@
-// Polynomials, signals and calculus: laws on random input against plain formulas, and the complaints. What comes back
-// at the console stands in transcripts/builtins/polynomials.txt.
+// Polynomials, signals and calculus: laws on random input against plain formulas, and the
+// complaints. What comes back at the console stands in transcripts/builtins/polynomials.txt.
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 

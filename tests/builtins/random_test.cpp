@@ -1,14 +1,16 @@
-// Random numbers: the streams of seeds to the last bit, the state between draws, sizes and complaints.
+// Random numbers: the streams of seeds to the last bit, the state between draws, sizes and
+// complaints.
 //
-// The expected streams come from a program in Python, whose whole numbers have no bounds and whose doubles round as
-// ours do:
+// The expected streams come from a program in Python, whose whole numbers have no bounds and whose
+// doubles round as ours do:
 //   def next(s):
 //     s.u = (s.u * 2862933555777941757 + 7046029254386353087) % 2**64
 //     s.v ^= s.v >> 17; s.v ^= (s.v << 31) % 2**64; s.v ^= s.v >> 8
 //     s.w = (4294957665 * (s.w % 2**32) + (s.w >> 32)) % 2**64
 //     x = s.u ^ ((s.u << 21) % 2**64); x ^= x >> 35; x ^= (x << 4) % 2**64
 //     return ((x + s.v) % 2**64) ^ s.w
-// with doub = next / 2**64 and the deviates written down from their description, math.lgamma in place of gammln.
+// with doub = next / 2**64 and the deviates written down from their description, math.lgamma in
+// place of gammln.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,5 +1,6 @@
-// Reductions and statistics. Expected values come from hand arithmetic, from identities and, for significance and
-// bounds of correlations, from tables of the t distribution and Fisher's transformation.
+// Reductions and statistics. Expected values come from hand arithmetic, from identities and, for
+// significance and bounds of correlations, from tables of the t distribution and Fisher's
+// transformation.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -156,8 +157,8 @@ TEST(Reductions, Spread) {
 }
 
 TEST(Reductions, CorrelationsKnowTheirSignificance) {
-  // r = 0.8 over 5 pairs: t = 2.3094 with 3 degrees of freedom, two-sided 0.10409; z' = 1.098612 -/+ 1.959964 /
-  // sqrt(2).
+  // r = 0.8 over 5 pairs: t = 2.3094 with 3 degrees of freedom, two-sided 0.10409; z' = 1.098612
+  // -/+ 1.959964 / sqrt(2).
   const auto outputs = outputsOf("corrcoef", {row({1, 2, 3, 4, 5}), row({1, 3, 2, 5, 4})}, 4);
   const double expected[] = {0.8, 0.10408803866182788,
                              std::tanh(1.0986122886681098 - 1.959963984540054 / std::sqrt(2.0)),

@@ -1,8 +1,8 @@
-// Error functions and distributions: published values, identities, the guards of the degenerate cases, sizes and
-// complaints.
+// Error functions and distributions: published values, identities, the guards of the degenerate
+// cases, sizes and complaints.
 //
-// The values were worked out to 60 digits by summing the series of erf and of the Poisson probabilities, and by
-// Newton's method for the inverses, and then rounded.
+// The values were worked out to 60 digits by summing the series of erf and of the Poisson
+// probabilities, and by Newton's method for the inverses, and then rounded.
 #include <gtest/gtest.h>
 
 #include <cmath>

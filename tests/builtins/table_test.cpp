@@ -1,5 +1,6 @@
-// The table of built-ins as a whole: every reserved name has one row, says what it is for with an example that runs,
-// and complains once, without doing anything, of one argument too few, one too many and one output too many.
+// The table of built-ins as a whole: every reserved name has one row, says what it is for with an
+// example that runs, and complains once, without doing anything, of one argument too few, one too
+// many and one output too many.
 #include <gtest/gtest.h>
 
 #include <set>

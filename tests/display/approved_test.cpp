@@ -1,5 +1,5 @@
-// Larger displays against approved texts in approved/. A text that differs is left beside the approved one as
-// NAME.received; with KELO_ACCEPT=1 in the environment it is accepted instead:
+// Larger displays against approved texts in approved/. A text that differs is left beside the
+// approved one as NAME.received; with KELO_ACCEPT=1 in the environment it is accepted instead:
 //
 //     KELO_ACCEPT=1 ctest --preset release -R display.Approved
 #include <gtest/gtest.h>

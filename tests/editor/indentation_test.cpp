@@ -1,4 +1,5 @@
-// Indentation of a line, and the commands on a selection. The selection stands between brackets, ‹ and ›.
+// Indentation of a line, and the commands on a selection. The selection stands between brackets, ‹
+// and ›.
 #include "editor/indentation.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Colours: a table of texts, and the law that neither the shortened patterns nor the recolouring of a part give
-// anything but what the plain patterns give when they are painted one after the other.
+// Colours: a table of texts, and the law that neither the shortened patterns nor the recolouring of
+// a part give anything but what the plain patterns give when they are painted one after the other.
 #include "editor/syntax_highlighter.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,8 @@ using SyntaxType = SyntaxHighlighter::SyntaxType;
 
 const std::vector<std::string> kNames = {"abs", "zeros", "a(b"};  // the last is no pattern and colours nothing
 
-/// One letter a unit: the first of the type, "E" for endIndex, "k" for the keywords that leave something, "." for none.
+/// One letter a unit: the first of the type, "E" for endIndex, "k" for the keywords that leave
+/// something, "." for none.
 std::string letters(const std::vector<SyntaxHighlighter::Span>& spans, int64_t length) {
   static const std::string kLetters = "nubkErrrfsc";
   std::string out(static_cast<size_t>(length), '.');

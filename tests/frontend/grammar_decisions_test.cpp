@@ -12,7 +12,8 @@ namespace {
 
 using antlr4::atn::ATNState;
 
-// A place that moved in its rule would be another kind of choice, or one between other numbers of alternatives.
+// A place that moved in its rule would be another kind of choice, or one between other numbers of
+// alternatives.
 TEST(GrammarDecisions, AreTheChoicesThatTheirNamesSay) {
   const std::map<Decision, size_t> choices = {{Decision::statement, 9},      {Decision::assignment, 4},
                                               {Decision::functionHandle, 4}, {Decision::builtin, 3},

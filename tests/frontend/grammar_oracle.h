@@ -1,6 +1,7 @@
-// The parser rules of Kelo.g4 as an independent judge: a chart parser (Earley, "An efficient context-free parsing
-// algorithm", 1970) that says for any tokens how far they are the beginning of a valid text, and a source of random
-// texts. Both read the rules from the grammar file and know nothing of how the parser decides.
+// The parser rules of Kelo.g4 as an independent judge: a chart parser (Earley, "An efficient
+// context-free parsing algorithm", 1970) that says for any tokens how far they are the beginning of
+// a valid text, and a source of random texts. Both read the rules from the grammar file and know
+// nothing of how the parser decides.
 #pragma once
 
 #include <algorithm>
@@ -39,7 +40,8 @@ class GrammarOracle {
     findLengths();
   }
 
-  /// The first token with which a text stops being the beginning of a valid one; the number of tokens for a valid one.
+  /// The first token with which a text stops being the beginning of a valid one; the number of
+  /// tokens for a valid one.
   size_t firstWrong(const std::vector<size_t>& tokens) const {
     std::vector<std::set<Item>> sets(tokens.size() + 1);
     for (const Body& body : bodies(symbols_.at("prog"))) sets[0].insert({symbols_.at("prog"), &body, 0, 0});

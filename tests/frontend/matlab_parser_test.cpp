@@ -1,5 +1,5 @@
-// What the parser tells its user: one message for each text or file that it refuses, at the right place. And what it
-// keeps of the files that it takes.
+// What the parser tells its user: one message for each text or file that it refuses, at the right
+// place. And what it keeps of the files that it takes.
 #include "frontend/matlab_parser.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Texts that the tests of the scanner and of the parser share: the example programs, all that is typed in the
-// transcripts, and random ones.
+// Texts that the tests of the scanner and of the parser share: the example programs, all that is
+// typed in the transcripts, and random ones.
 #pragma once
 
 #include <algorithm>

@@ -68,7 +68,8 @@ TEST(RunControl, StopWakesAndIsSeenOnce) {
     EXPECT_TRUE(test.app.environment.takeStopRequest());
     EXPECT_FALSE(test.app.environment.takeStopRequest());
   });
-  // A press just before the sleep is not lost, and one on an idle system does not reach the next run.
+  // A press just before the sleep is not lost, and one on an idle system does not reach the next
+  // run.
   test.synchronization.whileAsleep = [] { FAIL() << "slept"; };
   test.duringRun([&] {
     test.app.pressStop();

@@ -13,7 +13,8 @@ namespace {
 using Type = KeyboardViewController::KeyboardType;
 using Tap = KeyboardViewController::Tap;
 
-/// Plays words such as "a", "shift", "shift:double"; gives the text, "<" for delete and "|" for enter, then the state.
+/// Plays words such as "a", "shift", "shift:double"; gives the text, "<" for delete and "|" for
+/// enter, then the state.
 std::string played(const std::string& script) {
   KeyboardViewController keyboard;
   std::istringstream words(script);

@@ -1,5 +1,5 @@
-// Factorisations: residuals and orthogonality on random and hard matrices, real and complex, of every shape; and the
-// functions that follow from them against identities and known values.
+// Factorisations: residuals and orthogonality on random and hard matrices, real and complex, of
+// every shape; and the functions that follow from them against identities and known values.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -98,8 +98,8 @@ TEST(Factors, PseudoInverse) {
   }
 }
 
-// How far an eigenvalue of one list is at most from the nearest one of the other: the routines for values alone and for
-// values with vectors may find them in another order.
+// How far an eigenvalue of one list is at most from the nearest one of the other: the routines for
+// values alone and for values with vectors may find them in another order.
 double distanceOfSpectra(const NumericArray& a, const NumericArray& b) {
   const ComplexDoubleArray x = a.toComplexArray(), y = b.toComplexArray();
   double farthest = 0;

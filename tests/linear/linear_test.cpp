@@ -1,4 +1,5 @@
-// Matrix operators: failures and warnings as tables, residuals on random and hard matrices, real and complex.
+// Matrix operators: failures and warnings as tables, residuals on random and hard matrices, real
+// and complex.
 #include "linear/linear.h"
 
 #include <gtest/gtest.h>
@@ -72,8 +73,8 @@ TEST(Linear, ConditionAndNotFinite) {
   EXPECT_NO_THROW(mldivide(shaped({2, 2}, {INFINITY, 1, 1, 1}), column({1, 2}), ignore));
 }
 
-// Sizes as rounding leaves them: a residual beside |a| * |x|, and for what has no solution the part of the error within
-// the columns of a.
+// Sizes as rounding leaves them: a residual beside |a| * |x|, and for what has no solution the part
+// of the error within the columns of a.
 TEST(Linear, SolvesHardMatrices) {
   std::mt19937_64 random(31);
   const Warn ignore = [](std::string) {};

@@ -1,4 +1,5 @@
-// Matrices that are hard in one way or another, of every shape, and what rounding may come to on them.
+// Matrices that are hard in one way or another, of every shape, and what rounding may come to on
+// them.
 #pragma once
 
 #include <gtest/gtest.h>

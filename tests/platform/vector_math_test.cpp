@@ -1,5 +1,5 @@
-// The vector routines against the C library: on random arguments of a usual range, on random bit patterns, on special
-// values, and element for element whatever the neighbours are.
+// The vector routines against the C library: on random arguments of a usual range, on random bit
+// patterns, on special values, and element for element whatever the neighbours are.
 #include "platform/vector_math.h"
 
 #include <bit>
@@ -59,7 +59,8 @@ double errorInUlps(double y, long double truth) {
   return static_cast<double>(fabsl((y - truth) / place));
 }
 
-/// The reference itself is exact to a small part of a double's last place only while its own argument reduction is.
+/// The reference itself is exact to a small part of a double's last place only while its own
+/// argument reduction is.
 void checkAccuracy(const Case& c, const std::vector<double>& x) {
   const std::vector<double> y = applied(vectorRoutine(c.function), x), plain = applied(plainRoutine(c.function), x);
   for (size_t i = 0; i < x.size(); ++i) {
@@ -112,7 +113,8 @@ TEST(VectorMath, logarithmsOfPowersAreWhole) {
   }
 }
 
-// A result must not depend on where an array was split, on its length or on what stands beside it; and y may be x.
+// A result must not depend on where an array was split, on its length or on what stands beside it;
+// and y may be x.
 TEST(VectorMath, treatsEachElementAlone) {
   std::mt19937_64 random(22);
   std::uniform_real_distribution<double> exponent(-40, 60);

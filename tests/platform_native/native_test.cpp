@@ -1,4 +1,5 @@
-// The forms on the machine: a folder of its own under the temporary directory, threads, the settings file.
+// The forms on the machine: a folder of its own under the temporary directory, threads, the
+// settings file.
 #include <gtest/gtest.h>
 #include <unistd.h>
 

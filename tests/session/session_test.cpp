@@ -1,4 +1,5 @@
-// What no message may do: end the session, go without an answer, or touch what is outside the work directory.
+// What no message may do: end the session, go without an answer, or touch what is outside the work
+// directory.
 #include "session/session.h"
 
 #include <gtest/gtest.h>

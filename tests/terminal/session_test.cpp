@@ -1,4 +1,5 @@
-// A session at a terminal: the program runs behind a pseudo terminal, is typed to, and what appears is read.
+// A session at a terminal: the program runs behind a pseudo terminal, is typed to, and what appears
+// is read.
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
@@ -46,8 +47,8 @@ class Session {
     EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     return shows(expected);
   }
-  /// Types keys once a second until it appears: those that come before a pause do not end it, and a terminal drops the
-  /// end of the input while no line is being read.
+  /// Types keys once a second until it appears: those that come before a pause do not end it, and a
+  /// terminal drops the end of the input while no line is being read.
   testing::AssertionResult typeUntil(const std::string& keys, const std::string& expected) {
     const auto isShown = [&] { return shown_.find(expected, seen_) != std::string::npos; };
     for (int k = 0; k < 10 && !isShown(); ++k) {
@@ -79,8 +80,8 @@ class Session {
     EXPECT_TRUE(shows(last));
     return shown_.substr(begin, seen_ - begin);
   }
-  /// Types the end of the input until the program has ended, for a terminal drops that key while a line is not being
-  /// read; the exit status.
+  /// Types the end of the input until the program has ended, for a terminal drops that key while a
+  /// line is not being read; the exit status.
   int end() {
     int status = 0;
     const auto end = Clock::now() + kPatience;
@@ -198,7 +199,8 @@ TEST_F(Terminal, HistoryOutlivesTheProgram) {
 
 // ---- Without a terminal
 
-/// The status of the program, which is interrupted after so many milliseconds; -1 when it goes on nevertheless.
+/// The status of the program, which is interrupted after so many milliseconds; -1 when it goes on
+/// nevertheless.
 int statusWhenInterruptedAfter(int milliseconds) {
   const pid_t child = fork();
   if (child == 0) {

@@ -1,4 +1,5 @@
-// Short builders of arrays for tests, and their description as text, so that a table row reads {input, expected}.
+// Short builders of arrays for tests, and their description as text, so that a table row reads
+// {input, expected}.
 #pragma once
 
 #include <cstdio>
@@ -27,7 +28,8 @@ inline NumericArray truth(bool x) { return LogicalArray(x); }
 inline NumericArray complex(double re, double im) { return ComplexDoubleArray(ComplexDouble{re, im}); }
 inline NumericArray text(const char* utf8) { return charRow(utf8); }
 inline NumericArray zeros(const SizeVector& size) { return DoubleArray(size, 0.0); }
-/// Subscripts from 0 of the position i, one per dimension of a size, and the way back; the plain rule of storage.
+/// Subscripts from 0 of the position i, one per dimension of a size, and the way back; the plain
+/// rule of storage.
 inline std::vector<int64_t> subscriptsOf(const SizeVector& size, int64_t i) {
   std::vector<int64_t> subscripts;
   for (const int64_t length : size.vec()) {
@@ -80,7 +82,8 @@ inline std::string elementText(bool x) { return x ? "true" : "false"; }
 inline std::string elementText(ComplexDouble z) { return elementText(z.real) + "," + elementText(z.imaginary); }
 inline std::string elementText(Character c) { std::string s; c.appendUtf8To(s); return s; }
 
-/// "double 1 x 2: 3 4", "int 1 x 1: 7": the record's own kind, the size, the elements in storage order.
+/// "double 1 x 2: 3 4", "int 1 x 1: 7": the record's own kind, the size, the elements in storage
+/// order.
 inline std::string describe(const NumericArray& array) {
   static const char* const kinds[] = {"double", "int", "logical", "complex", "char"};
   std::string result = std::string(kinds[static_cast<int>(array.kind())]) + " " + array.size().description() + ":";
@@ -90,7 +93,8 @@ inline std::string describe(const NumericArray& array) {
   return result;
 }
 
-/// What `f` gives as text, or its failure: "reason" or "reason | expected"; "fatal: ..." for a fatal fault.
+/// What `f` gives as text, or its failure: "reason" or "reason | expected"; "fatal: ..." for a
+/// fatal fault.
 inline std::string outcome(const std::function<NumericArray()>& f) {
   try {
     return describe(f());

@@ -17,7 +17,8 @@ const Name kC = Name::intern("c");
 
 Index at(double k) { return Index::from(Storable(k)); }
 
-/// "{a: 1, b: [1 x 2 {c: 3} {c: []}]}": numbers as such, an empty array as [], a structure in braces.
+/// "{a: 1, b: [1 x 2 {c: 3} {c: []}]}": numbers as such, an empty array as [], a structure in
+/// braces.
 std::string describe(const Storable& value) {
   if (const NumericArray* numbers = value.numeric()) {
     std::string result;

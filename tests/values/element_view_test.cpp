@@ -1,4 +1,5 @@
-// Views against the plain formula: element (i, j, ...) of the result is the source at first + i*s1 + j*s2 + ...
+// Views against the plain formula: element (i, j, ...) of the result is the source at first + i*s1
+// + j*s2 + ...
 #include "values/element_view.h"
 
 #include <gtest/gtest.h>
@@ -26,8 +27,8 @@ std::vector<int64_t> plainView(const std::vector<ViewAxis>& axes, int64_t first)
   return places;
 }
 
-// Lengths and strides that meet every loop: short and long runs, tiles with remainders, repeats at every level,
-// backwards.
+// Lengths and strides that meet every loop: short and long runs, tiles with remainders, repeats at
+// every level, backwards.
 TEST(ElementView, EqualsThePlainFormula) {
   std::mt19937_64 random(20240229);
   const auto pick = [&](std::initializer_list<int64_t> from) { return from.begin()[random() % from.size()]; };

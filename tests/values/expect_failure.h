@@ -11,7 +11,8 @@
 
 namespace kelo {
 
-/// The reason and, behind a bar, what was expected of the Problem that f throws; "none" when it throws none.
+/// The reason and, behind a bar, what was expected of the Problem that f throws; "none" when it
+/// throws none.
 template <class F>
 std::string problemOf(F f) {
   try {

@@ -1,4 +1,5 @@
-// Reading, writing and deleting elements: tables of cases with the arrays as text, and laws on random input.
+// Reading, writing and deleting elements: tables of cases with the arrays as text, and laws on
+// random input.
 #include "values/indexing.h"
 
 #include <random>
@@ -241,7 +242,8 @@ class Random {
     for (int64_t k = 2 + upTo(2); k > 0; --k) lengths.push_back(upTo(9) == 0 ? 0 : 1 + upTo(3));
     return SizeVector(lengths).trimmed();
   }
-  /// A subscript into a dimension, or past it by no more than `beyond`, and the positions that it stands for.
+  /// A subscript into a dimension, or past it by no more than `beyond`, and the positions that it
+  /// stands for.
   Index subscript(int64_t extent, int64_t beyond, std::vector<int64_t>* positions) {
     const int64_t form = upTo(3);
     const int64_t length = extent + upTo(beyond);
@@ -277,7 +279,8 @@ struct Access {
     for (size_t k = 0; k < positions.size(); ++k)
       indices.push_back(random.subscript(extents[k], beyond, &positions[k]));
   }
-  /// Linear positions in an array whose extents for these subscripts are given, in the order of a read.
+  /// Linear positions in an array whose extents for these subscripts are given, in the order of a
+  /// read.
   std::vector<int64_t> linear(const std::vector<int64_t>& extents) const {
     std::vector<int64_t> result{0};
     for (size_t k = positions.size(); k-- > 0;) {

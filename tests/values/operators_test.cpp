@@ -1,4 +1,5 @@
-// Operators: kinds, implicit expansion, failures as tables; reuse of temporaries and broadcasting against plain paths.
+// Operators: kinds, implicit expansion, failures as tables; reuse of temporaries and broadcasting
+// against plain paths.
 #include "values/operators.h"
 
 #include <gtest/gtest.h>
@@ -102,7 +103,8 @@ TEST(Operators, Powers) {
       {num(0), Op::dpower, complex(1, 1), "complex 1 x 1: 0,0"},
       {complex(0, 1), Op::dpower, num(0), "complex 1 x 1: 1,0"},
   });
-  // One element outside the real domain takes the whole array with it; the others keep their real values exactly.
+  // One element outside the real domain takes the whole array with it; the others keep their real
+  // values exactly.
   const NumericArray mixed = elementwise(Op::dpower, row({-4, 9}), num(0.5));
   ASSERT_TRUE(mixed.is(Kind::Complex));
   EXPECT_NEAR(mixed.asComplex()[0].imaginary, 2, 1e-15);
@@ -184,7 +186,8 @@ TEST(Operators, LengthsAgainstSingleElements) {
   }
 }
 
-// Texts longer than the pieces they are compared in, with a composed letter and its decomposed spelling among them.
+// Texts longer than the pieces they are compared in, with a composed letter and its decomposed
+// spelling among them.
 TEST(Operators, LongTexts) {
   const std::string plain(600, 'x');
   const CharArray a = charRow(plain + "\u00e9" + plain), b = charRow(plain + "e\u0301" + plain + "");

@@ -1,4 +1,5 @@
-// Every property against arrays of every kind. A row of the table names, by their numbers, the properties that hold.
+// Every property against arrays of every kind. A row of the table names, by their numbers, the
+// properties that hold.
 #include <cmath>
 #include <set>
 
@@ -24,7 +25,8 @@ Held heldBy(const NumericArray& array, Property first, Property last) {
 
 NumericArray complexRow(std::initializer_list<ComplexDouble> values) { return ComplexDoubleArray::row(values); }
 
-// 0 zero, 1 >= 0, 2 <= 0, 3 > 0, 4 < 0, 5 whole, 6 some Inf, 7 some NaN, 8 well defined, 9 real, 10 nonempty
+// 0 zero, 1 >= 0, 2 <= 0, 3 > 0, 4 < 0, 5 whole, 6 some Inf, 7 some NaN, 8 well defined, 9 real, 10
+// nonempty
 TEST(Properties, ofElements) {
   const std::pair<NumericArray, Held> rows[] = {
       // clang-format off
@@ -56,8 +58,8 @@ TEST(Properties, wholeNumberTestBeyond64BitsIsAFault) {
   EXPECT_FALSE(row({0.5, kTwoTo63}).has(Property::allIntegerRealParts));
 }
 
-// 11 scalar, 14 row, 17 column, 20 vector, 23 matrix: each plain, in numbers (+1), in chars (+2); 26, 27 square in
-// numbers, in chars.
+// 11 scalar, 14 row, 17 column, 20 vector, 23 matrix: each plain, in numbers (+1), in chars (+2);
+// 26, 27 square in numbers, in chars.
 Held inThrees(std::initializer_list<int> shapes, bool square) {
   Held held;
   for (const int shape : shapes) held.insert({shape, shape + 1, shape + 2});

@@ -1,4 +1,5 @@
-// Ranges: counts and last elements at the edges, the count by bisection against the plain walk, failures.
+// Ranges: counts and last elements at the edges, the count by bisection against the plain walk,
+// failures.
 #include <gtest/gtest.h>
 
 #include <cmath>

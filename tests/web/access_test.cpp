@@ -1,4 +1,5 @@
-// Who gets in: every route of the table against every kind of Host, Origin, Sec-Fetch-Site and cookie.
+// Who gets in: every route of the table against every kind of Host, Origin, Sec-Fetch-Site and
+// cookie.
 #include "shells/web/access.h"
 
 #include <gtest/gtest.h>

@@ -93,7 +93,8 @@ class Poisson {
   double rate_, root_, log_, limit_;
 };
 
-/// Uniform numbers of a stream, drawn a block ahead; words() tells where the stream stands behind those taken.
+/// Uniform numbers of a stream, drawn a block ahead; words() tells where the stream stands behind
+/// those taken.
 class UniformBlocks {
  public:
   explicit UniformBlocks(const RandomWords& words) : before_(words), behind_(words) {}
@@ -135,8 +136,8 @@ KELO_WIDE_CLONES void candidatesOf(const double* uniform, size_t count, NormalCa
 
 /// Normal deviates of mean 0 and deviation 1 as quotients v / u, all that are wanted.
 ///
-/// OPTIMIZATION: candidates are tested many at a time; each is written to the place of the next one that is taken, so
-/// that the choice is no branch.
+/// OPTIMIZATION: candidates are tested many at a time; each is written to the place of the next one
+/// that is taken, so that the choice is no branch.
 /// NOTE: intended: the tenth candidate is taken, whatever the tests say.
 void drawNormals(UniformBlocks& stream, std::span<double> u, std::span<double> v) {
   constexpr int kLast = 10;

@@ -1,5 +1,5 @@
-// Each of the eight lanes makes a run of 64 draws. The words of the lanes are kept as vectors of one type whatever the
-// processor's width is.
+// Each of the eight lanes makes a run of 64 draws. The words of the lanes are kept as vectors of
+// one type whatever the processor's width is.
 #include "builtins/random/random_blocks.h"
 
 #include <array>

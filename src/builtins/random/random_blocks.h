@@ -1,9 +1,10 @@
 // Many draws at once.
 //
-// The draws of a block are those of the generator, in its order. Eight states that stand a whole number of draws apart
-// go on side by side, in the lanes of vectors. To find where they start, each of the three words can be taken many
-// draws ahead at once: the congruential word by a product and a sum, the xor-shift by a table, since it is linear over
-// single bits, and the multiply-with-carry by a product modulo p = a * 2^32 - 1, in which it is a plain power of a.
+// The draws of a block are those of the generator, in its order. Eight states that stand a whole
+// number of draws apart go on side by side, in the lanes of vectors. To find where they start, each
+// of the three words can be taken many draws ahead at once: the congruential word by a product and
+// a sum, the xor-shift by a table, since it is linear over single bits, and the multiply-with-carry
+// by a product modulo p = a * 2^32 - 1, in which it is a plain power of a.
 #pragma once
 
 #include <cstddef>

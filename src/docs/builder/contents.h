@@ -23,8 +23,9 @@ struct Entry {
   bool isPageOf(const std::string& builtin) const;
 };
 
-/// Reads "contents.txt" of a folder of sources and the pages that it names: a line "guide/ TITLE" is a folder, a line
-/// "guide/first-steps" a page. The pages of a folder that no line names follow by their names.
+/// Reads "contents.txt" of a folder of sources and the pages that it names: a line "guide/ TITLE"
+/// is a folder, a line "guide/first-steps" a page. The pages of a folder that no line names follow
+/// by their names.
 std::vector<Entry> readContents(const std::string& sources);
 
 /// The tree as the front end lists it.

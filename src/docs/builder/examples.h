@@ -1,5 +1,5 @@
-// The examples of a page: blocks of code behind a fence "```kelo", in the form of a transcript. All blocks of a page are
-// played in one console, one after the other.
+// The examples of a page: blocks of code behind a fence "```kelo", in the form of a transcript. All
+// blocks of a page are played in one console, one after the other.
 #pragma once
 
 #include <string>
@@ -9,7 +9,8 @@ namespace kelo::docs {
 
 struct PlayedPage {
   std::string markdown;  ///< the source with what the commands really give
-  /// The pictures of blocks "```kelo figure WORDS", as SVG, in order. In `built` each stands behind its block.
+  /// The pictures of blocks "```kelo figure WORDS", as SVG, in order. In `built` each stands behind
+  /// its block.
   std::vector<std::string> figures;
   std::string built;  ///< the same with an image "NAME-1.svg" behind the block of each figure
 };

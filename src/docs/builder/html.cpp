@@ -13,7 +13,8 @@ std::string element(const std::string& tag, const std::string& content, const st
   return "<" + tag + attributes + ">" + content + "</" + tag + ">";
 }
 
-/// An example: what is typed and what comes back stand in blocks of their own, so that commands can be copied.
+/// An example: what is typed and what comes back stand in blocks of their own, so that commands can
+/// be copied.
 class ExampleHtml {
  public:
   std::string of(const std::string& transcript) {

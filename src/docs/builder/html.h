@@ -9,7 +9,8 @@
 namespace kelo::docs {
 
 struct HtmlLinks {
-  /// The address of a target as the page's Markdown writes it: of "../guide/text.md" the page that was built from it.
+  /// The address of a target as the page's Markdown writes it: of "../guide/text.md" the page that
+  /// was built from it.
   std::function<std::string(const std::string& target)> address;
   /// The address of the page of a word in code; empty when it names no other page.
   std::function<std::string(const std::string& word)> pageOfWord;

@@ -73,7 +73,8 @@ class PageBuilder {
     index_.push_back({entry.path + ".html", entry.title, visibleText(tree)});
   }
 
-  /// The page's Markdown with what the table of built-ins knows: the line of help, the table of all names.
+  /// The page's Markdown with what the table of built-ins knows: the line of help, the table of all
+  /// names.
   std::string completed(const Entry& entry) const {
     std::string text = entry.markdown;
     if (entry.isFunction()) text.insert(text.find('\n') + 1, "\n**" + helpOf(entry.name()) + ".**\n");

@@ -1,4 +1,5 @@
-// Builds the resources: every page's HTML, its figures, its Markdown for the terminal, the tree and the search index.
+// Builds the resources: every page's HTML, its figures, its Markdown for the terminal, the tree and
+// the search index.
 #pragma once
 
 #include <string>
@@ -8,7 +9,8 @@
 
 namespace kelo::docs {
 
-/// Writes the resources of all pages into a folder, which is made if need be. Returns what could not be written.
+/// Writes the resources of all pages into a folder, which is made if need be. Returns what could
+/// not be written.
 std::vector<std::string> buildPages(const std::vector<Entry>& entries, const std::string& resources);
 
 }  // namespace kelo::docs

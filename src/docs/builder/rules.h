@@ -8,10 +8,12 @@
 
 namespace kelo::docs {
 
-/// What is wrong with the form of a page: sentences, none when all is well. `entries` are all pages, for its links.
+/// What is wrong with the form of a page: sentences, none when all is well. `entries` are all
+/// pages, for its links.
 std::vector<std::string> faultsOf(const Entry& page, const std::vector<Entry>& entries);
 
-/// The page that a link of another page means, as a path without extension; "" is no page of the sources.
+/// The page that a link of another page means, as a path without extension; "" is no page of the
+/// sources.
 std::string linkedPath(const Entry& page, const std::string& target);
 
 /// The built-in names that have no page.

@@ -20,7 +20,8 @@ struct PlotFrame {
   figures::Limits xlims, ylims;
 };
 
-/// Columns a point of width is cut into; 0: every point is kept. Points on a straight way are left out as well.
+/// Columns a point of width is cut into; 0: every point is kept. Points on a straight way are left
+/// out as well.
 struct Reduction {
   double columnsPerPoint = 0;
 };

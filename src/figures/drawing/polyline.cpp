@@ -48,8 +48,9 @@ void StraightRuns::finish() {
   hasLast_ = false;
 }
 
-/// A point narrows the directions that pass all points of the run closely enough; one outside of them, or one that comes
-/// back, ends the run. The first point, and those next to the beginning, leave it open.
+/// A point narrows the directions that pass all points of the run closely enough; one outside of
+/// them, or one that comes back, ends the run. The first point, and those next to the beginning,
+/// leave it open.
 bool StraightRuns::continues(Vec2 p) {
   const Vec2 step = p - from_;
   const double reach = step.x * step.x + step.y * step.y;

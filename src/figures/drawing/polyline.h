@@ -6,8 +6,8 @@
 
 namespace kelo::drawing {
 
-/// Leaves out points of a path that lie on the way between their neighbours: no point is further than a tolerance from the
-/// path that goes out, which never turns back where the points did not.
+/// Leaves out points of a path that lie on the way between their neighbours: no point is further
+/// than a tolerance from the path that goes out, which never turns back where the points did not.
 class StraightRuns {
  public:
   /// `tolerance` in points; 0: all points go out

@@ -5,8 +5,8 @@
 
 namespace kelo::platform::native {
 
-/// Paths are relative to the work directory and stay inside: an absolute path and one that leads out by ".." name
-/// nothing.
+/// Paths are relative to the work directory and stay inside: an absolute path and one that leads
+/// out by ".." name nothing.
 class Disk final : public FileSystem {
  public:
   explicit Disk(std::string workDir) : workDir_(std::move(workDir)) {}

@@ -45,7 +45,8 @@ std::optional<std::vector<std::string>> namesIn(const Descriptor& folder) {
   return names;
 }
 
-/// A file under construction, beside the one that it will be. Unless it takes that place it goes away.
+/// A file under construction, beside the one that it will be. Unless it takes that place it goes
+/// away.
 class NewFile {
  public:
   NewFile(const Descriptor& folder, std::string_view bytes, mode_t mode) : folder_(folder) {

@@ -1,6 +1,6 @@
-// A folder of the machine's disk as a file tree. Every path is walked component by component from the root's
-// descriptor, and no link is followed on the way; so nothing that is put in the way of a path, before or while it is
-// walked, leads outside.
+// A folder of the machine's disk as a file tree. Every path is walked component by component from
+// the root's descriptor, and no link is followed on the way; so nothing that is put in the way of a
+// path, before or while it is walked, leads outside.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// Watching of folders by the system's own means. A thread of its own waits for what the system tells; a burst of
-// changes is told once.
+// Watching of folders by the system's own means. A thread of its own waits for what the system
+// tells; a burst of changes is told once.
 #pragma once
 
 #include <map>
@@ -15,7 +15,8 @@ namespace kelo::platform::native {
 
 class InotifyWatcher final : public FolderWatcher {
  public:
-  /// REQUIRES: tree and queue outlive this; `changed` may still be called by blocks that the queue holds then
+  /// REQUIRES: tree and queue outlive this; `changed` may still be called by blocks that the queue
+  /// holds then
   InotifyWatcher(const DiskTree& tree, MainQueue& queue, Changed changed);
   ~InotifyWatcher() override;
 

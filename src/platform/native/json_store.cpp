@@ -1,5 +1,5 @@
-// JSON has the four types of the store and more; what is not one of them is carried along unread, so a newer version's
-// settings survive an older one.
+// JSON has the four types of the store and more; what is not one of them is carried along unread,
+// so a newer version's settings survive an older one.
 #include "platform/native/json_store.h"
 
 #include <fcntl.h>
@@ -42,7 +42,8 @@ std::optional<json> readObject(const std::string& path) {
   return parsed;
 }
 
-/// Keeps other programs from saving meanwhile. Without a lock, as on some file systems, the saving goes on.
+/// Keeps other programs from saving meanwhile. Without a lock, as on some file systems, the saving
+/// goes on.
 class DirectoryLock {
  public:
   explicit DirectoryLock(const std::string& directory) : file_(open(directory.c_str(), O_RDONLY | O_CLOEXEC)) {

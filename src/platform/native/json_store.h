@@ -9,8 +9,9 @@
 
 namespace kelo::platform::native {
 
-/// The file is read when something is first asked for, and replaced as a whole by `save`, with what other programs have
-/// put into it since kept. A file that cannot be read or understood is left alone: nothing is saved over it.
+/// The file is read when something is first asked for, and replaced as a whole by `save`, with what
+/// other programs have put into it since kept. A file that cannot be read or understood is left
+/// alone: nothing is saved over it.
 ///
 /// Thread: one at a time.
 class JsonStore : public KeyValueStore {

@@ -17,8 +17,8 @@
 namespace kelo::platform::native {
 namespace {
 
-/// The limit of the control group that this process runs in, as containers set it; the greatest number when there is
-/// none.
+/// The limit of the control group that this process runs in, as containers set it; the greatest
+/// number when there is none.
 int64_t groupLimit() {
   int64_t limit = INT64_MAX;
   std::ifstream file("/sys/fs/cgroup/memory.max");

@@ -6,15 +6,18 @@
 
 namespace kelo::platform::native {
 
-/// Limits one array to 3/4 of the machine's memory, asks for huge pages for large blocks, allows native code.
+/// Limits one array to 3/4 of the machine's memory, asks for huge pages for large blocks, allows
+/// native code.
 void adaptToMachine();
 
-/// The bytes of address space that the process may have; the greatest number when nobody limits them.
+/// The bytes of address space that the process may have; the greatest number when nobody limits
+/// them.
 int64_t addressSpaceLimit();
 
-/// The library of matrix products reserves much address space for each of its threads when it is loaded, and waits for
-/// ever when there is too little. Where the space is limited, this starts the program anew with as few threads as fit;
-/// it returns when there is nothing to change. To be called first of all.
+/// The library of matrix products reserves much address space for each of its threads when it is
+/// loaded, and waits for ever when there is too little. Where the space is limited, this starts the
+/// program anew with as few threads as fit; it returns when there is nothing to change. To be
+/// called first of all.
 void fitMatrixThreads(char** argv);
 
 /// Name and version of the operating system: "Linux", "6.1.0".

@@ -1,6 +1,6 @@
-// The caller takes pieces along with the pool's threads, so that a machine with one core has no pool at all. It waits
-// only for threads that joined in before the pieces ran out: one that wakes late, since its core was busy, finds the
-// loop closed and costs nothing.
+// The caller takes pieces along with the pool's threads, so that a machine with one core has no
+// pool at all. It waits only for threads that joined in before the pieces ran out: one that wakes
+// late, since its core was busy, finds the loop closed and costs nothing.
 #include "platform/native/parallel_pool.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Both queues are a list under a mutex. The work queue waits on a condition, the main queue on a pipe, so that the
-// shell can wait for the terminal and for blocks with one poll.
+// Both queues are a list under a mutex. The work queue waits on a condition, the main queue on a
+// pipe, so that the shell can wait for the terminal and for blocks with one poll.
 #include "platform/native/queues.h"
 
 #include <fcntl.h>

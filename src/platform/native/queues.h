@@ -1,5 +1,5 @@
-// The two queues on threads: a work queue that owns the interpreter's thread, and the main queue, which the shell's own
-// loop serves.
+// The two queues on threads: a work queue that owns the interpreter's thread, and the main queue,
+// which the shell's own loop serves.
 #pragma once
 
 #include <pthread.h>
@@ -14,8 +14,9 @@
 
 namespace kelo::platform::native {
 
-/// The interpreter's thread, with a stack of up to 1 GiB that is reserved, not used: recursion ends by address long before.
-/// The thread starts with the first block, and sets the stack limit for the engine.
+/// The interpreter's thread, with a stack of up to 1 GiB that is reserved, not used: recursion ends
+/// by address long before. The thread starts with the first block, and sets the stack limit for the
+/// engine.
 class ThreadQueue : public WorkQueue {
  public:
   ~ThreadQueue() override;  ///< waits for the block that runs; those behind it are dropped
@@ -35,8 +36,8 @@ class ThreadQueue : public WorkQueue {
   bool ending_ = false;
 };
 
-/// Blocks and timers for the main thread. Its loop waits on wakeDescriptor(), at most secondsToNextTimer(), and calls
-/// runReady(), which only the main thread may do.
+/// Blocks and timers for the main thread. Its loop waits on wakeDescriptor(), at most
+/// secondsToNextTimer(), and calls runReady(), which only the main thread may do.
 class LoopQueue : public MainQueue {
  public:
   LoopQueue();

@@ -42,7 +42,8 @@ Descriptor openUnseen(const fs::path& target, const std::string& temporary) {
   return Descriptor(open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600));
 }
 
-/// Gives the file its name. One that takes the place of another goes by the temporary name, for a link cannot replace.
+/// Gives the file its name. One that takes the place of another goes by the temporary name, for a
+/// link cannot replace.
 bool putInPlace(const Descriptor& file, const fs::path& target, const std::string& temporary) {
   struct stat status;
   if (fstat(file.number(), &status) == 0 && status.st_nlink == 0) {

@@ -18,7 +18,8 @@ struct ServeOptions {
   std::optional<std::string> documentsDir;  ///< where figures are kept
 };
 
-/// The options, or the status to end with when help was asked for (0) or the words are wrong (2). argv[0] is "serve".
+/// The options, or the status to end with when help was asked for (0) or the words are wrong (2).
+/// argv[0] is "serve".
 std::variant<ServeOptions, int> parseServeOptions(int argc, char** argv);
 
 }  // namespace kelo::serve

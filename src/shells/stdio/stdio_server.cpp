@@ -1,5 +1,6 @@
-// One loop serves the main queue, standard input and standard output. Output waits in a buffer until the reader takes
-// it, so a reader that is slow, or that writes before it reads, never keeps a request from being carried out.
+// One loop serves the main queue, standard input and standard output. Output waits in a buffer
+// until the reader takes it, so a reader that is slow, or that writes before it reads, never keeps
+// a request from being carried out.
 #include "shells/stdio/stdio_server.h"
 
 #include <poll.h>
@@ -16,7 +17,8 @@
 namespace kelo::serve {
 namespace {
 
-// With more than this unread, the console's output is held back, and with more than that no request is read.
+// With more than this unread, the console's output is held back, and with more than that no request
+// is read.
 constexpr size_t kHeldBackFrom = size_t{1} << 20;
 constexpr size_t kReadUpTo = size_t{64} << 20;
 

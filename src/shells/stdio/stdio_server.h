@@ -7,11 +7,12 @@
 
 namespace kelo::serve {
 
-/// Serves until standard input ends and what was asked is done, or nobody reads standard output any more. Returns the
-/// status to end with.
+/// Serves until standard input ends and what was asked is done, or nobody reads standard output any
+/// more. Returns the status to end with.
 int serveStdio(const ServeOptions& options);
 
-/// Cuts bytes into lines. A line beyond the limit of a message is cut: enough of it stays to be refused.
+/// Cuts bytes into lines. A line beyond the limit of a message is cut: enough of it stays to be
+/// refused.
 class LineSplitter {
  public:
   template <class TakeLine>

@@ -16,8 +16,8 @@ class FigureScreen {
  public:
   FigureScreen(const Options& options, figures::FigurePanel& panel, pictures::Renderer& renderer);
 
-  /// Shows the figure if there is one that looks other than what was shown last. Thread: main, between
-  /// commands
+  /// Shows the figure if there is one that looks other than what was shown last. Thread: main,
+  /// between commands
   void showIfChanged();
   /// Shows it in any case.
   void show() { show(/*isWanted=*/true); }

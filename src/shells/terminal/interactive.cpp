@@ -1,4 +1,5 @@
-// A command is typed line by line until it is complete, and handed over by the run button of the console.
+// A command is typed line by line until it is complete, and handed over by the run button of the
+// console.
 #include "shells/terminal/interactive.h"
 
 #include <unistd.h>
@@ -90,8 +91,8 @@ class InteractiveConsole {
     return incomplete;
   }
 
-  /// Nothing at the end of the input. Ctrl-C and, behind a first line, the end throw away what was typed; an empty line
-  /// ends a text that stays incomplete.
+  /// Nothing at the end of the input. Ctrl-C and, behind a first line, the end throw away what was
+  /// typed; an empty line ends a text that stays incomplete.
   std::optional<std::string> readCommand() {
     std::string text, line;
     while (true) {

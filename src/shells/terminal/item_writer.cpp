@@ -1,5 +1,5 @@
-// Each item is written at once, with one call, and ends in a line feed; the blank line before the next one goes to that
-// one's stream, since only then is it known that there is a next one.
+// Each item is written at once, with one call, and ends in a line feed; the blank line before the
+// next one goes to that one's stream, since only then is it known that there is a next one.
 #include "shells/terminal/item_writer.h"
 
 #include <unistd.h>

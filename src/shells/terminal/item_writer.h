@@ -1,6 +1,6 @@
-// Writes the console's items to the standard streams: values and texts to one, errors and warnings to the other, a
-// blank line between two items, whatever their streams. Two texts of `disp` in a row stand without one, so that a
-// program prints its tables as it means them.
+// Writes the console's items to the standard streams: values and texts to one, errors and warnings
+// to the other, a blank line between two items, whatever their streams. Two texts of `disp` in a
+// row stand without one, so that a program prints its tables as it means them.
 #pragma once
 
 #include <cstdint>
@@ -26,8 +26,8 @@ class ItemWriter : public ConsoleView {
 
   ItemWriter(Style style, platform::FileSystem& files) : style_(style), files_(files) {}
 
-  /// A command begins: what follows is set off from nothing. `text` is where errors of console text point to. Thread:
-  /// main, with no run going on.
+  /// A command begins: what follows is set off from nothing. `text` is where errors of console text
+  /// point to. Thread: main, with no run going on.
   void beginCommand(std::string text);
   /// The same, but items before it are set off by a blank line.
   void continueWith(std::string text);
@@ -48,8 +48,8 @@ class ItemWriter : public ConsoleView {
   /// Why standard output took less than all; empty when it took all.
   const std::string& fault() const { return fault_; }
 
-  /// What can be done about an error, given the text that it points into; a line of the shell's own behind it. Thread:
-  /// the parser queue.
+  /// What can be done about an error, given the text that it points into; a line of the shell's own
+  /// behind it. Thread: the parser queue.
   using Hints = std::function<std::optional<std::string>(const Message& message, const std::string& text)>;
   void setHints(Hints hints) { hints_ = std::move(hints); }
   std::string hintLine(const std::string& hint) const;

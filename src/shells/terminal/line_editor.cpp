@@ -1,6 +1,6 @@
-// Wraps libedit. Its function for the next character is replaced by one that waits for the keyboard, for Ctrl-C and for
-// the main queue together, so the shell stays alive while a line is typed. The arrows and Tab are bound to functions of
-// ours.
+// Wraps libedit. Its function for the next character is replaced by one that waits for the
+// keyboard, for Ctrl-C and for the main queue together, so the shell stays alive while a line is
+// typed. The arrows and Tab are bound to functions of ours.
 #include "shells/terminal/line_editor.h"
 
 #include <histedit.h>
@@ -87,8 +87,9 @@ bool LineEditor::waitForKey() {
   }
 }
 
-/// One character of UTF-8; a byte that begins none stands for itself. NUL is dropped: a Ctrl-D typed while a run was on
-/// comes as one, and as a key it would quote the next key. 1: read, 0: the end, -1: Ctrl-C.
+/// One character of UTF-8; a byte that begins none stands for itself. NUL is dropped: a Ctrl-D
+/// typed while a run was on comes as one, and as a key it would quote the next key. 1: read, 0: the
+/// end, -1: Ctrl-C.
 int LineEditor::nextCharacter(wchar_t* character) {
   unsigned char bytes[4];
   utf8proc_ssize_t length = 0;

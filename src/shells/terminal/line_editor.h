@@ -1,4 +1,5 @@
-// Line editing at the terminal: one line at a time, with recall and completion supplied by the console.
+// Line editing at the terminal: one line at a time, with recall and completion supplied by the
+// console.
 #pragma once
 
 #include <functional>
@@ -17,8 +18,8 @@ class LineEditor {
   struct Hooks {
     std::function<std::optional<std::string>()> previous;  ///< the text that the up arrow puts into the line
     std::function<std::optional<std::string>()> next;
-    /// Names that may stand in place of the last word of the text before the cursor; `wordLength` receives that word's
-    /// length in bytes.
+    /// Names that may stand in place of the last word of the text before the cursor; `wordLength`
+    /// receives that word's length in bytes.
     std::function<std::vector<std::string>(const std::string& before, size_t* wordLength)> complete;
     std::function<bool()> interrupted;  ///< takes a press of Ctrl-C
     LineReader* input;                  ///< standard input

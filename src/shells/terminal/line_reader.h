@@ -1,5 +1,5 @@
-// Standard input as lines and bytes, read without waiting, so that the main thread can serve its queue between them. It
-// is the only one that reads there.
+// Standard input as lines and bytes, read without waiting, so that the main thread can serve its
+// queue between them. It is the only one that reads there.
 #pragma once
 
 #include <optional>
@@ -17,10 +17,12 @@ class LineReader {
   bool hasLine() const { return ended_ || buffer_.find('\n') != std::string::npos; }
   /// Takes what the descriptor has, waiting for something if need be, but not behind a signal.
   void fill();
-  /// The next line without its line end; nothing at the end of the input, which at a terminal is no lasting one.
+  /// The next line without its line end; nothing at the end of the input, which at a terminal is no
+  /// lasting one.
   /// REQUIRES: hasLine()
   std::optional<std::string> nextLine();
-  /// All that is left, waiting for the end. Nothing when reading failed or `interrupt` became readable meanwhile.
+  /// All that is left, waiting for the end. Nothing when reading failed or `interrupt` became
+  /// readable meanwhile.
   std::optional<std::string> rest(int interrupt);
 
   // ---- Keys: what ends a pause

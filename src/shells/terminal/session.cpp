@@ -1,4 +1,5 @@
-// The main thread's loop: one poll on the main queue, Ctrl-C and, while a run waits for it, standard input.
+// The main thread's loop: one poll on the main queue, Ctrl-C and, while a run waits for it,
+// standard input.
 #include "shells/terminal/session.h"
 
 #include <poll.h>
@@ -18,8 +19,8 @@ namespace {
 
 bool isAbsolute(const char* path) { return path != nullptr && path[0] == '/'; }
 
-/// "kelo" in the directory that the variable names, or else in one below the home directory. Empty, so that nothing is
-/// kept, for who has no home.
+/// "kelo" in the directory that the variable names, or else in one below the home directory. Empty,
+/// so that nothing is kept, for who has no home.
 std::string ownDirectory(const char* variable, const char* belowHome) {
   const char* directory = std::getenv(variable);
   if (isAbsolute(directory)) return std::string(directory) + "/kelo";
@@ -100,7 +101,8 @@ void Session::waitForEvent() {
   pollfd events[] = {{mainQueue.wakeDescriptor(), POLLIN, 0},
                      {stopSignal.descriptor(), POLLIN, 0},
                      {LineReader::kDescriptor, POLLIN, 0}};
-  // A timer that is due a little later is waited for to the next millisecond, not looked at again and again.
+  // A timer that is due a little later is waited for to the next millisecond, not looked at again
+  // and again.
   const std::optional<double> seconds = mainQueue.secondsToNextTimer();
   int milliseconds = seconds ? static_cast<int>(std::fmin(std::ceil(*seconds * 1000), 3600e3)) : -1;
   if (listens && isAnswered(*wait)) milliseconds = 0;

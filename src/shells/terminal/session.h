@@ -20,7 +20,8 @@
 
 namespace kelo::terminal {
 
-/// Answers `input` when a run waits for a line. Nothing: the input has ended, or the user wants to stop.
+/// Answers `input` when a run waits for a line. Nothing: the input has ended, or the user wants to
+/// stop.
 using Answerer = std::function<std::optional<std::string>()>;
 
 class Session {
@@ -28,14 +29,15 @@ class Session {
   Session(const Options& options, const std::string& workDir, ItemWriter::Style style);
   ~Session();
 
-  /// Starts a run and serves the main queue until it has ended: Ctrl-C stops it, also when it was pressed a little
-  /// before; a line of standard input is the run button of a pause. `answer`, when given, takes the place of standard
-  /// input for `input`.
+  /// Starts a run and serves the main queue until it has ended: Ctrl-C stops it, also when it was
+  /// pressed a little before; a line of standard input is the run button of a pause. `answer`, when
+  /// given, takes the place of standard input for `input`.
   void run(const std::function<void(AppController&)>& start, const Answerer& answer = nullptr);
 
   /// Ctrl-C was pressed during the last run, or its input ended.
   bool wasStopped() const { return stopped_; }
-  /// A second press within a second, while the first goes unanswered, ends the program with kInterrupted.
+  /// A second press within a second, while the first goes unanswered, ends the program with
+  /// kInterrupted.
   void endAtSecondPress() { endsAtSecondPress_ = true; }
   /// What the last run, or the worst of all runs, means for the end of the program.
   ExitStatus lastStatus() const;

@@ -3,8 +3,9 @@
 
 namespace kelo::terminal {
 
-/// Takes the place of standard streams that are closed, which then fail as before; without it a file that is opened
-/// later would become one of them. To be called before any other file is opened.
+/// Takes the place of standard streams that are closed, which then fail as before; without it a
+/// file that is opened later would become one of them. To be called before any other file is
+/// opened.
 void holdStandardStreams();
 /// The descriptor is a terminal that follows commands within the text.
 bool isScreen(int descriptor);

@@ -14,8 +14,9 @@ struct Place {
   std::string fileName;   ///< empty: no file was given
 };
 
-/// The work directory is the one asked for, else the current one; a file that lies outside the current directory brings
-/// its own. Nothing, and `fault` says why, if the directory is none or does not hold the file, or the file is a folder.
+/// The work directory is the one asked for, else the current one; a file that lies outside the
+/// current directory brings its own. Nothing, and `fault` says why, if the directory is none or
+/// does not hold the file, or the file is a folder.
 std::optional<Place> findPlace(const Options& options, std::string* fault);
 
 }  // namespace kelo::terminal

@@ -1,5 +1,6 @@
-// Who may do what. A page of another site must get nothing from this server, even when its name is made to point here;
-// so the Host must be one of this machine's names with the server's port, compared whole, and the Origin the same.
+// Who may do what. A page of another site must get nothing from this server, even when its name is
+// made to point here; so the Host must be one of this machine's names with the server's port,
+// compared whole, and the Origin the same.
 #pragma once
 
 #include <optional>
@@ -25,7 +26,8 @@ class Access {
   /// hosts   names and addresses that this server goes by, IPv6 in brackets
   Access(const std::vector<std::string>& hosts, int port, Keys keys = {});
 
-  /// The route of a request that may take it; otherwise the HTTP status of the refusal: 401, 403, 404, 405 or 415.
+  /// The route of a request that may take it; otherwise the HTTP status of the refusal: 401, 403,
+  /// 404, 405 or 415.
   struct Verdict {
     const Route* route = nullptr;
     int refusal = 0;
@@ -49,8 +51,8 @@ class Access {
 /// The headers that every answer carries.
 const std::vector<std::pair<std::string_view, std::string_view>>& securityHeaders();
 
-/// Where the frame of the help pages stands. It is sandboxed and so has no origin: its files are for any origin to
-/// load, and its page may stand in a page of this server alone.
+/// Where the frame of the help pages stands. It is sandboxed and so has no origin: its files are
+/// for any origin to load, and its page may stand in a page of this server alone.
 inline constexpr std::string_view kFrameFolder = "/frame/";
 
 /// What the files of the frame carry in place of the headers of that name.

@@ -1,4 +1,5 @@
-// The app's own files, read once at the start. Only exact paths are known, so no request reaches anything else.
+// The app's own files, read once at the start. Only exact paths are known, so no request reaches
+// anything else.
 #pragma once
 
 #include <map>

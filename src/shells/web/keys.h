@@ -1,5 +1,6 @@
-// The keys of the server, kept from one start to the next, so that a page that is open comes back to a server that was
-// started anew. They stand in a file that nobody but the user may read; another one is not trusted.
+// The keys of the server, kept from one start to the next, so that a page that is open comes back
+// to a server that was started anew. They stand in a file that nobody but the user may read;
+// another one is not trusted.
 #pragma once
 
 #include <optional>

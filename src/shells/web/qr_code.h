@@ -5,8 +5,8 @@
 
 namespace kelo::web {
 
-/// Two rows of modules a line, dark on light whatever the terminal's colours; empty when the text is too long for a
-/// code.
+/// Two rows of modules a line, dark on light whatever the terminal's colours; empty when the text
+/// is too long for a code.
 std::string qrCode(const std::string& text);
 
 }  // namespace kelo::web

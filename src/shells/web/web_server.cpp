@@ -1,5 +1,5 @@
-// Connections keep themselves alive by the handler that waits for them; whatever ends one, its handler is called with a
-// fault and lets go.
+// Connections keep themselves alive by the handler that waits for them; whatever ends one, its
+// handler is called with a fault and lets go.
 #include "shells/web/web_server.h"
 
 #include <unistd.h>
@@ -53,7 +53,8 @@ struct WebServer::State {
   std::set<Window*> windows;
   int connections = 0;
   bool isEnding = false;
-  // Last: what still waits in it when it goes lets windows and connections go, which sign off above.
+  // Last: what still waits in it when it goes lets windows and connections go, which sign off
+  // above.
   asio::io_context context{1};
   tcp::acceptor acceptor{context};
 };

@@ -1,4 +1,5 @@
-// The web server: files by HTTP, messages by web sockets, on one thread together with the main queue.
+// The web server: files by HTTP, messages by web sockets, on one thread together with the main
+// queue.
 //
 // Only web_server.cpp sees the web library, which is slow to compile.
 #pragma once
@@ -19,7 +20,8 @@ namespace kelo::web {
 struct Service {
   using Reply = std::function<void(const std::string& message)>;
 
-  /// Takes a message of a window. The reply may come at any later time, also when the window is gone.
+  /// Takes a message of a window. The reply may come at any later time, also when the window is
+  /// gone.
   std::function<void(std::string_view message, const Reply& reply)> receive;
   /// Ctrl-C. False: the server ends.
   std::function<bool()> interrupted;
@@ -27,8 +29,9 @@ struct Service {
 
 class WebServer {
  public:
-  /// Of a server: connections, and windows among them; bytes of a request; messages of a window a second, beyond which
-  /// they wait; unread bytes of a window, beyond which it is cut off (it comes back and asks for what it missed).
+  /// Of a server: connections, and windows among them; bytes of a request; messages of a window a
+  /// second, beyond which they wait; unread bytes of a window, beyond which it is cut off (it comes
+  /// back and asks for what it missed).
   static constexpr int kMostConnections = 128, kMostWindows = 32;
   static constexpr size_t kLongestHeader = 16 << 10, kLongestBody = 4 << 10;
   static constexpr int kMostMessagesASecond = 1000;
@@ -37,7 +40,8 @@ class WebServer {
   WebServer();
   ~WebServer();
 
-  /// Begins to listen. port: 0 takes any free one. Returns the system's words about a fault; empty: none.
+  /// Begins to listen. port: 0 takes any free one. Returns the system's words about a fault; empty:
+  /// none.
   std::string listen(const std::string& address, int port);
   int port() const;
 

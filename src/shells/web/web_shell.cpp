@@ -33,7 +33,8 @@ void announce(const std::string& address, bool isForOthers) {
   std::fflush(stdout);
 }
 
-/// Ctrl-C as the stop button: true when it has stopped a run. Pressed again at once it is meant for the program.
+/// Ctrl-C as the stop button: true when it has stopped a run. Pressed again at once it is meant for
+/// the program.
 class Interruption {
  public:
   explicit Interruption(serve::Machine& machine) : machine_(machine) {}
@@ -57,14 +58,15 @@ int refuse(const std::string& fault) {
   return 1;
 }
 
-/// Listens at the port asked for, else at that of last time, where pages that are still open look, else at any.
-/// Returns what is wrong, or an empty text.
+/// Listens at the port asked for, else at that of last time, where pages that are still open look,
+/// else at any. Returns what is wrong, or an empty text.
 std::string listen(WebServer& server, const serve::ServeOptions& options, int lastPort) {
   if (options.port == 0 && lastPort != 0 && server.listen(options.host, lastPort).empty()) return "";
   return server.listen(options.host, options.port);
 }
 
-/// Keeps the keys for the next start. A port that another server has taken meanwhile stays that of last time.
+/// Keeps the keys for the next start. A port that another server has taken meanwhile stays that of
+/// last time.
 void keep(const std::string& path, Keys& keys, const serve::ServeOptions& options, int port) {
   if (options.port != 0 || keys.port == 0) keys.port = port;
   if (const auto fault = writeKeys(path, keys)) {

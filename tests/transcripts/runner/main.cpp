@@ -1,6 +1,6 @@
-// kelo_transcripts FILE.txt...: plays transcripts, whose form tests/README.md describes, and compares what comes back.
-// A transcript that differs is left as it came out beside the stored one, as FILE.txt.received. With KELO_ACCEPT=1 it
-// takes the stored one's place.
+// kelo_transcripts FILE.txt...: plays transcripts, whose form tests/README.md describes, and
+// compares what comes back. A transcript that differs is left as it came out beside the stored one,
+// as FILE.txt.received. With KELO_ACCEPT=1 it takes the stored one's place.
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>

@@ -1,4 +1,5 @@
-// A run goes on inside the call that starts it; while it sleeps, the next messages of the transcript come in.
+// A run goes on inside the call that starts it; while it sleeps, the next messages of the
+// transcript come in.
 #include "message_replay.h"
 
 #include <algorithm>
@@ -18,8 +19,8 @@ namespace {
 using player::LineKind;
 using session::Json;
 
-/// What differs from one playing to the next, put into words that do not: the identities of saved figures become "id-1",
-/// "id-2", of a picture its first bytes are left.
+/// What differs from one playing to the next, put into words that do not: the identities of saved
+/// figures become "id-1", "id-2", of a picture its first bytes are left.
 class Masks {
  public:
   std::string masked(std::string text) {

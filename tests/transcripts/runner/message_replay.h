@@ -5,7 +5,8 @@
 
 namespace kelo::transcripts {
 
-/// Plays the messages of a transcript and writes it again, with what comes back put in anew: see tests/README.md.
+/// Plays the messages of a transcript and writes it again, with what comes back put in anew: see
+/// tests/README.md.
 std::string replayMessages(const std::string& transcript);
 
 }  // namespace kelo::transcripts

@@ -1,4 +1,5 @@
-// FriBidi gives Arabic letters as presentation forms, which the figures' font has, so no shaping of glyphs is needed.
+// FriBidi gives Arabic letters as presentation forms, which the figures' font has, so no shaping of
+// glyphs is needed.
 #include "figures/pictures/native/visual_text.h"
 
 #include <dlfcn.h>
@@ -19,7 +20,8 @@ bool runsFromRight(char32_t c) {
          (c >= 0x10800 && c <= 0x10fff) || (c >= 0x1e800 && c <= 0x1efff) || c == 0x200f;
 }
 
-/// Takes up the place of a letter that has become one with its neighbour, or directs: nothing to paint.
+/// Takes up the place of a letter that has become one with its neighbour, or directs: nothing to
+/// paint.
 bool isUnseen(FriBidiChar c) { return c == 0xfeff || (c >= 0x200b && c <= 0x200f) || (c >= 0x202a && c <= 0x202e); }
 
 /// Null when the library is not there. It stays loaded to the end of the program.
