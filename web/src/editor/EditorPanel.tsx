@@ -13,6 +13,7 @@ import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import { isDirty, isProgram, nameOf, type OpenFile } from './core/editor';
 import {
+  changeTo,
   dropState,
   editLines,
   runAndLook,
@@ -199,7 +200,9 @@ function Field({ app, path, view }: { app: App; path: string; view: { current: E
     const file = editor.files.value.find((each) => each.path === path);
     if (!file) return;
     if (shownPath.current && shownPath.current !== path) keepState(shownPath.current, field.state);
-    if (shownPath.current !== path || file.text !== field.state.doc.toString()) {
+    const shown = field.state.doc.toString();
+    if (shownPath.current === path) field.dispatch({ changes: changeTo(shown, file.text) });
+    else {
       field.setState(makeState(app, path, file.text, suggestions));
       setOwnKeyboard(field, ownKeyboardWanted(app));
     }

@@ -3,7 +3,7 @@
 
 import { history, redo, undo } from '@codemirror/commands';
 import { highlightSelectionMatches } from '@codemirror/search';
-import { EditorState, Prec, RangeSet, StateEffect, StateField } from '@codemirror/state';
+import { type ChangeSpec, EditorState, Prec, RangeSet, StateEffect, StateField } from '@codemirror/state';
 import {
   EditorView,
   GutterMarker,
@@ -62,6 +62,19 @@ const marksField = StateField.define<RangeSet<GutterMarker>>({
 });
 const marksGutter = [marksField, gutter({ class: 'cm-marks', markers: (view) => view.state.field(marksField) })];
 
+/// The one change that makes the other text of the old one, so that the caret and the undo stay.
+export function changeTo(old: string, text: string): ChangeSpec {
+  let from = 0;
+  let end = old.length;
+  let newEnd = text.length;
+  while (from < end && from < newEnd && old[from] === text[from]) from++;
+  while (end > from && newEnd > from && old[end - 1] === text[newEnd - 1]) {
+    end--;
+    newEnd--;
+  }
+  return { from, to: end, insert: text.slice(from, newEnd) };
+}
+
 type Edit = 'editor/comment' | 'editor/uncomment' | 'editor/indent';
 
 /// Has the engine change the selected lines, as one step of undo.
@@ -76,16 +89,8 @@ export async function editLines(app: App, view: EditorView, method: Edit): Promi
     }),
   );
   if (!answer || view.state.doc !== doc) return;
-  let from = 0;
-  let end = old.length;
-  let newEnd = answer.text.length;
-  while (from < end && from < newEnd && old[from] === answer.text[from]) from++;
-  while (end > from && newEnd > from && old[end - 1] === answer.text[newEnd - 1]) {
-    end--;
-    newEnd--;
-  }
   view.dispatch({
-    changes: { from, to: end, insert: answer.text.slice(from, newEnd) },
+    changes: changeTo(old, answer.text),
     selection: { anchor: answer.start, head: answer.end },
     userEvent: 'input',
     scrollIntoView: true,

@@ -5,6 +5,7 @@ import { lazy } from '../design/lazy';
 import { Icon, Rings } from '../design/icons';
 import { IconButton, MenuHost, closeMenu, showMenu } from '../design/widgets';
 import { DialogHost } from '../dialogs/DialogHost';
+import { DropSign } from '../files/DropSign';
 import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import type { Panel } from './core/layout';
@@ -36,6 +37,7 @@ export function AppView({ app }: { app: App }) {
         )}
         {keyboard && <KeyboardView />}
       </div>
+      <DropSign />
       <Toast />
       <DialogHost />
       <MenuHost />

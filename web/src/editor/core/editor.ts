@@ -59,6 +59,9 @@ export class Editor {
     session.on('run/state', ({ status }) => {
       if (status === 'running') this.runBegins();
     });
+    session.on('files/changed', ({ path }) => {
+      for (const file of this.files.value) if (folderOf(file.path) === path) void this.follow(file.path);
+    });
   }
 
   /// Opens what was open when the page was left, with the drafts of it.
@@ -190,6 +193,18 @@ export class Editor {
     const draft = this.drafts.get(path);
     if (!draft) return;
     this.files.value = [...this.files.value, { path, text: draft.text, savedText: '', revision: '', marks: [] }];
+  }
+
+  /// Takes over what another window or program has made of a file; unsaved text meets it at the save.
+  private async follow(path: string): Promise<void> {
+    const before = this.find(path);
+    if (!before || isDirty(before)) return;
+    const found = await this.session.request('files/read', { path }).catch(() => null);
+    const file = this.find(path);
+    if (!found || !file || isDirty(file) || file.revision !== before.revision) return;
+    if (found.revision === file.revision || found.text.length > kLargestFile) return;
+    this.update(path, { text: found.text, savedText: found.text, revision: found.revision });
+    if (found.text !== file.text) this.replaced.value++;
   }
 
   private async isStale(file: OpenFile): Promise<boolean> {

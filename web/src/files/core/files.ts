@@ -131,16 +131,6 @@ export class Files {
     for (const file of picked) await this.importOne(file);
   }
 
-  async importText(name: string, text: string): Promise<void> {
-    await this.work(t.files.importing, () =>
-      this.session.request('files/import', {
-        folder: this.folder.value,
-        name,
-        text,
-      }),
-    );
-  }
-
   refuseDrop(): void {
     void this.dialogs.alert(t.files.badDropTitle, t.files.badDrop);
   }
