@@ -9,7 +9,7 @@ export type Indenter = (text: string, position: number) => Promise<string>;
 const kParting = /^\s*(end|else|elseif|case|otherwise)\s?$/;
 
 /// Sets the indentation of the line at the caret as the engine would have it.
-export async function mendLine(view: EditorView, indenter: Indenter): Promise<void> {
+async function mendLine(view: EditorView, indenter: Indenter): Promise<void> {
   const { doc, selection } = view.state;
   const position = selection.main.head;
   let line: string;
