@@ -8,7 +8,7 @@ import type { RunStatus } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
 import { windowStore } from '../shell/device';
 import { codeExtensions, replaceAll, setOwnKeyboard, targetOf } from '../code/codeField';
-import { indentationSettled, newLine, mendWhileTyping } from '../code/indent';
+import { breakLineAt, type Indenter, indentationSettled, mendWhileTyping, newLine } from '../code/indent';
 import { Suggestions } from '../code/suggestions';
 import { SuggestionStrip } from '../code/SuggestionStrip';
 import { isTouch, ownKeyboardWanted } from '../code/useOwnKeyboard';
@@ -37,16 +37,16 @@ export interface ComposerHandle {
 
 /// Return runs a whole command and breaks the line of one that is not. What was typed on while the
 /// engine was asked stays behind the Return.
-async function enterBySense(app: App, view: EditorView, run: () => void, breakLine: (view: EditorView) => boolean) {
+async function enterBySense(app: App, view: EditorView, run: () => void, indenter: Indenter) {
   const { doc, selection } = view.state;
   const text = doc.toString();
   const { head } = selection.main;
   const complete = await app.console.isComplete(text);
   if (view.state.doc === doc) {
     if (complete) run();
-    else breakLine(view);
+    else newLine(indenter)(view);
   } else if (!complete) {
-    view.dispatch({ changes: { from: head, insert: '\n' }, userEvent: 'input' });
+    breakLineAt(view, indenter, head);
   } else if (head === text.length && app.console.run(text)) {
     view.dispatch({ changes: { from: 0, to: Math.min(text.length, view.state.doc.length) } });
   }
@@ -68,7 +68,7 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
       return true;
     }
     if (!app.preferences.value.value.enterRuns) return breakLine(view);
-    entering = entering.then(() => indentationSettled(view)).then(() => enterBySense(app, view, run, breakLine));
+    entering = entering.then(() => indentationSettled(view)).then(() => enterBySense(app, view, run, indenter));
     return true;
   };
   const recall = (text: string | null, view: EditorView) => {
