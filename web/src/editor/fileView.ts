@@ -43,6 +43,16 @@ class MarkSign extends GutterMarker {
   }
 }
 
+/// One mark for each line, with the texts of all.
+function oneEach(marks: Mark[]): Mark[] {
+  const lines = new Map<number, Mark>();
+  for (const mark of marks) {
+    const { text, warning } = lines.get(mark.line) ?? { text: '', warning: true };
+    lines.set(mark.line, { ...mark, text: text ? `${text}\n${mark.text}` : mark.text, warning: warning && mark.warning });
+  }
+  return [...lines.values()];
+}
+
 export const setMarks = StateEffect.define<Mark[]>();
 const marksField = StateField.define<RangeSet<GutterMarker>>({
   create: () => RangeSet.empty,
@@ -53,7 +63,7 @@ const marksField = StateField.define<RangeSet<GutterMarker>>({
       const { doc } = transaction.state;
       const shown = effect.value.filter((mark) => mark.line >= 1 && mark.line <= doc.lines);
       signs = RangeSet.of(
-        shown.map((mark) => new MarkSign(mark).range(doc.line(mark.line).from)),
+        oneEach(shown).map((mark) => new MarkSign(mark).range(doc.line(mark.line).from)),
         true,
       );
     }

@@ -87,8 +87,11 @@ test('a new version is told of when the server comes back, and taken when it is 
   server.renew('another');
   server.drop();
   await page.getByText('A new version is ready').waitFor();
+  await page.locator('.composer .cm-content').tap();
+  await page.keyboard.insertText('half = a command');
   const names = () => page.evaluate(async () => (await caches.keys()).join());
   expect(await names()).toMatch(/kelo-\w+,kelo-another/);
   await page.getByRole('button', { name: 'Reload' }).click();
   await expect.poll(() => names().catch(() => '')).toBe('kelo-another');
+  await page.locator('.composer .cm-line', { hasText: 'half = a command' }).waitFor();
 });

@@ -9,7 +9,7 @@ import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { Drafts } from './drafts';
 
-export const kLargestFile = 10_000_000;
+const kLargestFile = 10_000_000;
 const kDraftDelay = 400;
 
 export interface Mark {
@@ -33,7 +33,7 @@ export interface Goto {
 }
 
 export const nameOf = (path: string) => path.slice(path.lastIndexOf('/') + 1);
-export const folderOf = (path: string) => path.slice(0, Math.max(0, path.lastIndexOf('/')));
+const folderOf = (path: string) => path.slice(0, Math.max(0, path.lastIndexOf('/')));
 export const isProgram = (path: string) => path.endsWith('.m');
 export const isDirty = (file: OpenFile) => file.text !== file.savedText;
 

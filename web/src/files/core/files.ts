@@ -15,7 +15,7 @@ export interface Picked {
   isFolder: boolean;
   text(): Promise<string>;
 }
-export const kLargestImport = 40_000_000;
+const kLargestImport = 40_000_000;
 
 export class Files {
   readonly folder = signal('');
