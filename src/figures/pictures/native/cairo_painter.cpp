@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "figures/drawing/marker_outline.h"
+#include "figures/pictures/line_painter.h"
 #include "figures/pictures/native/visual_text.h"
 
 namespace kelo::pictures::native {
@@ -13,8 +14,8 @@ using drawing::Paint;
 using drawing::Rgba;
 using Part = drawing::Role::Part;
 
-CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double scale)
-    : cairo_(cairo), context_(context), scale_(scale) {
+CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double scale, Bitmap* bitmap)
+    : cairo_(cairo), context_(context), scale_(scale), bitmap_(bitmap) {
   cairo_font_options_t* options = cairo_.font_options_create();
   cairo_.font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
   cairo_.font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
@@ -30,7 +31,11 @@ CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double s
 }
 
 void CairoPainter::paint(const DisplayList& list) {
-  for (size_t i = 0; i < list.count(); ++i) paint(list[i]);
+  clip_ = {0, 0, list.size.width, list.size.height};
+  for (size_t i = 0; i < list.count(); ++i) {
+    if (list[i].kind == DisplayList::Kind::restore) clip_ = {0, 0, list.size.width, list.size.height};
+    paint(list[i]);
+  }
 }
 
 void CairoPainter::paint(const Item& item) {
@@ -58,31 +63,50 @@ bool CairoPainter::isCrisp(const Item& item) const {
   return true;
 }
 
-double CairoPainter::snapped(double value, double width) const {
+std::vector<float> CairoPainter::snapped(std::span<const float> points, double width) const {
   const bool isOdd = width > 0 && std::lround(std::fmax(width * scale_, 1)) % 2 != 0;
-  return isOdd ? (std::floor(value * scale_) + 0.5) / scale_ : std::round(value * scale_) / scale_;
+  std::vector<float> result(points.begin(), points.end());
+  for (float& value : result) {
+    const double place = value * scale_;
+    value = static_cast<float>((isOdd ? std::floor(place) + 0.5 : std::round(place)) / scale_);
+  }
+  return result;
 }
 
 void CairoPainter::path(const Item& item, bool closes) {
   Paint paint = item.paint;
-  const bool crisp = isCrisp(item) && scale_ > 0;
-  if (crisp && paint.width > 0) {
-    paint.width = static_cast<float>(std::round(std::fmax(paint.width * scale_, 1)) / scale_);
+  std::span<const float> points = item.points;
+  std::vector<float> onPixels;
+  if (isCrisp(item)) {
+    if (paint.width > 0) paint.width = static_cast<float>(std::round(std::fmax(paint.width * scale_, 1)) / scale_);
+    points = onPixels = snapped(points, paint.width);
   }
-  const auto p = item.points;
+  if (bitmap_ != nullptr && !closes && !paint.fill.isVisible()) return strokeOnBitmap(points, paint);
+  addPath(points, closes);
+  fillAndStroke(paint);
+}
+
+void CairoPainter::addPath(std::span<const float> points, bool closes) {
   bool isOpen = false;
-  for (size_t i = 0; i + 1 < p.size(); i += 2) {
-    if (std::isnan(p[i])) {
+  for (size_t i = 0; i + 1 < points.size(); i += 2) {
+    if (std::isnan(points[i])) {
       if (closes && isOpen) cairo_.close_path(context_);
       isOpen = false;
       continue;
     }
-    const double x = crisp ? snapped(p[i], paint.width) : p[i], y = crisp ? snapped(p[i + 1], paint.width) : p[i + 1];
-    (isOpen ? cairo_.line_to : cairo_.move_to)(context_, x, y);
+    (isOpen ? cairo_.line_to : cairo_.move_to)(context_, points[i], points[i + 1]);
     isOpen = true;
   }
   if (closes && isOpen) cairo_.close_path(context_);
-  fillAndStroke(paint);
+}
+
+void CairoPainter::strokeOnBitmap(std::span<const float> points, const Paint& paint) {
+  if (!paint.stroke.isVisible() || paint.width <= 0) return;
+  cairo_surface_t* surface = cairo_.get_target(context_);
+  cairo_.surface_flush(surface);
+  paintLine(*bitmap_, points, paint, scale_,
+            {clip_.left * scale_, clip_.top * scale_, clip_.right * scale_, clip_.bottom * scale_});
+  cairo_.surface_mark_dirty(surface);
 }
 
 void CairoPainter::source(Rgba color) {
@@ -146,6 +170,7 @@ void CairoPainter::text(const Item& item) {
 
 void CairoPainter::clip(const Item& item) {
   const auto p = item.points;
+  clip_ = {p[0], p[1], p[2], p[3]};
   cairo_.save(context_);
   cairo_.rectangle(context_, p[0], p[1], p[2] - p[0], p[3] - p[1]);
   cairo_.clip(context_);
