@@ -71,7 +71,9 @@ void expectStroke(const std::vector<Vec2>& path, Paint paint, double tolerance, 
   Paint inPoints = paint;
   inPoints.width /= 2;
   for (float& length : inPoints.dash.lengths) length /= 2;
-  paintLine(bitmap, points, inPoints, 2, clip);
+  LinePainter painter(bitmap, 2);
+  painter.add(points, inPoints, {clip.left / 2, clip.top / 2, clip.right / 2, clip.bottom / 2});
+  painter.flush();
   for (int y = 0; y < kHeight; ++y) {
     for (int x = 0; x < kWidth; ++x) {
       const bool isInside = x >= clip.left && x < clip.right && y >= clip.top && y < clip.bottom;
@@ -116,6 +118,31 @@ TEST(LinePainter, denseStrokesFillWhatTheyCover) {
   expectStroke(path, paint, 0.15, "a long way", 25);
 }
 
+/// Later strokes stand before earlier ones, together as one by one.
+TEST(LinePainter, strokesStandInTheirOrder) {
+  std::mt19937 random(5);
+  const std::vector<uint32_t> white(kWidth * kHeight, 0xffffff);
+  Bitmap together{kWidth, kHeight, white}, apart{kWidth, kHeight, white};
+  LinePainter all(together, 1), one(apart, 1);
+  for (int k = 0; k < 400; ++k) {
+    Paint paint;
+    const auto byte = [&] { return static_cast<uint8_t>(random()); };
+    paint.stroke = {byte(), byte(), byte(), static_cast<uint8_t>(k % 4 == 0 ? 128 : 255)};
+    paint.width = 1 + static_cast<float>(k % 3);
+    const auto place = [&](int side) { return static_cast<float>(random() % 1000) * static_cast<float>(side) / 1000; };
+    const std::vector<float> points = {place(kWidth), place(kHeight), place(kWidth), place(kHeight)};
+    all.add(points, paint, {0, 0, kWidth, kHeight});
+    one.add(points, paint, {0, 0, kWidth, kHeight});
+    one.flush();
+  }
+  all.flush();
+  for (size_t i = 0; i < white.size(); ++i) {
+    for (int shift = 0; shift < 24; shift += 8) {
+      ASSERT_NEAR(together.pixels[i] >> shift & 0xff, apart.pixels[i] >> shift & 0xff, 8) << i;
+    }
+  }
+}
+
 TEST(LinePainter, farAndEmptyPaths) {
   Paint paint;
   paint.stroke = {255, 0, 0, 255};
@@ -123,7 +150,9 @@ TEST(LinePainter, farAndEmptyPaths) {
   for (const std::vector<float>& points : std::vector<std::vector<float>>{
            {}, {5, 5}, {5, 5, 5, 5}, {-1e6f, 1e6f, 1e6f, 2e6f}, {-1e7f, -1e7f, -9e6f, -1e7f}, {1e9f, 0, 1e9f, 50}}) {
     Bitmap bitmap{kWidth, kHeight, std::vector<uint32_t>(kWidth * kHeight, 0xffffff)};
-    paintLine(bitmap, points, paint, 1, {0, 0, kWidth, kHeight});
+    LinePainter painter(bitmap, 1);
+    painter.add(points, paint, {0, 0, kWidth, kHeight});
+    painter.flush();
     EXPECT_EQ(bitmap.pixels, std::vector<uint32_t>(kWidth * kHeight, 0xffffff));
   }
 }

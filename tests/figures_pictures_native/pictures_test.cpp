@@ -66,14 +66,14 @@ TEST(Pictures, approved) {
   const PlotData styles = styledPlot();
   expectApproved("styles", svg(draw(styles, {{640, 480}})));
   PlotData window = styles;
-  window.setLimits(figures::Axis::x, {-200, 1900.5});
-  window.setLimits(figures::Axis::y, {1.5, 4.25});
+  window.axis(figures::Axis::x).setLimits({-200, 1900.5});
+  window.axis(figures::Axis::y).setLimits({1.5, 4.25});
   window.legendAttributes.position = figures::Legend::Position::bottomLeft;
   expectApproved("window_dark_small", svg(draw(window, {{240, 180}, &Theme::dark()})));
   SurfData surface({sampleSurface(9, 7, bump)});
   surface.title = "Bump";
   surface.zLabelText = "height";
-  surface.setLimits(figures::Axis::z, {-0.2, 0.8});
+  surface.axis(figures::Axis::z).setLimits({-0.2, 0.8});
   expectApproved("surface", svg(draw(surface, {{640, 480}})));
   SurfData both({sampleSurface(4, 4, [](double x, double) { return x; }),
                  sampleSurface(3, 3, [](double, double y) { return y; })});
@@ -117,7 +117,7 @@ TEST(Pictures, reducedLinesLookTheSame) {
       if (seed % 4 == 1) line.attribute.markerStyle = figures::Marker::Style::circle;
       if (seed % 4 == 1) line.attribute.lineStyle = figures::Line::Style::hidden;
       PlotData plot({line});
-      if (seed > 4) plot.setLimits(figures::Axis::x, {plot.xlims.lower / 3, plot.xlims.upper / 2});
+      if (seed > 4) plot.axis(figures::Axis::x).setLimits({plot.xlims.lower / 3, plot.xlims.upper / 2});
       DrawingOptions options{{200, 150}};
       options.pixelsPerPoint = scale;
       const DisplayList reduced = draw(plot, options);

@@ -13,12 +13,16 @@ uint64_t bitsOfBytes(uint64_t x) {
 }  // namespace
 
 /// Behind each row there is room for a word.
-SampleBand::SampleBand(int width, int down)
-    : down_(down),
-      words_((width + 7) / 8),
+SampleBand::SampleBand(int width)
+    : words_((width + 7) / 8),
       stride_(8 * words_ + 8),
-      bits_(static_cast<size_t>(stride_ * kHeight * down)),
+      bits_(static_cast<size_t>(stride_ * kHeight * kFine)),
       touched_(static_cast<size_t>(words_ * kHeight)) {
+  setDown(kFine);
+}
+
+void SampleBand::setDown(int down) {
+  down_ = down;
   // Steps that scatter: neighbouring rows are far apart.
   for (int row = 0; row < down; ++row) shifts_[row] = (row * 7 % down + 0.5) / down;
 }

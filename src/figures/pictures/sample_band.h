@@ -2,8 +2,11 @@
 // painted: where shapes overlap or touch within a pixel, its coverage is that of their union.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <limits>
+#include <utility>
 #include <vector>
 
 namespace kelo::pictures {
@@ -17,9 +20,11 @@ class SampleBand {
   static constexpr int kFine = 16, kCoarse = 4;  ///< powers of 2
   static constexpr int kFull = 32;  ///< the coverage of a whole pixel
 
-  /// For pixel columns 0 to width - 1; `down`: rows of samples a pixel, kFine or kCoarse.
-  SampleBand(int width, int down);
+  /// For pixel columns 0 to width - 1.
+  explicit SampleBand(int width);
 
+  /// How many rows of samples a pixel has, kFine or kCoarse. REQUIRES: all rows were taken
+  void setDown(int down);
   int down() const { return down_; }
   int numRows() const { return kHeight * down_; }
   /// What is to be added to a place, in samples, before its fraction is cut off.
@@ -34,14 +39,17 @@ class SampleBand {
   }
   /// Between these samples of a row of pixels some may have been set.
   void touch(int y, int first, int end) {
-    for (int word = first >> 6; word <= (end - 1) >> 6; ++word) touched_[static_cast<size_t>(y * words_ + word)] = 1;
+    const int firstWord = first >> 6, lastWord = (end - 1) >> 6;
+    std::memset(touched_.data() + y * words_ + firstWord, 1, static_cast<size_t>(lastWord - firstWord + 1));
+    ranges_[y] = {std::min(ranges_[y].first, firstWord), std::max(ranges_[y].end, lastWord + 1)};
   }
   /// Calls body(x, coverages) for each eight pixels of row y that shapes touch, with the coverages
   /// of pixels x to x + 7 in a byte each; clears what it reads.
   template <class Body>
   void takeRow(int y, Body body) {
     uint8_t* touched = touched_.data() + y * words_;
-    for (int word = 0; word < words_; ++word) {
+    const Range range = std::exchange(ranges_[y], {});
+    for (int word = range.first; word < range.end; ++word) {
       if (touched[word] != 0) body(8 * word, take(y, word));
       touched[word] = 0;
     }
@@ -59,9 +67,14 @@ class SampleBand {
   static void setLong(uint8_t* at, int begin, int last);
   uint64_t take(int y, int word);
 
-  int down_, words_, stride_;  // stride_: bytes a row
+  struct Range {
+    int first = std::numeric_limits<int>::max(), end = 0;  // words of 64 samples
+  };
+
+  int down_ = 0, words_, stride_;  // stride_: bytes a row
   double shifts_[kFine];
   std::vector<uint8_t> bits_, touched_;
+  Range ranges_[kHeight];
 };
 
 }  // namespace kelo::pictures

@@ -3,8 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "figures/drawing/marker_outline.h"
-#include "figures/pictures/line_painter.h"
+#include "figures/pictures/native/marker_stamps.h"
 #include "figures/pictures/native/visual_text.h"
 
 namespace kelo::pictures::native {
@@ -13,6 +12,13 @@ using drawing::DisplayList;
 using drawing::Paint;
 using drawing::Rgba;
 using Part = drawing::Role::Part;
+
+namespace {
+
+/// Coordinates beyond which strokes stand so close that fine edges are not seen.
+constexpr size_t kCrowded = 200000;
+
+}  // namespace
 
 CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double scale, Bitmap* bitmap)
     : cairo_(cairo), context_(context), scale_(scale), bitmap_(bitmap) {
@@ -32,13 +38,24 @@ CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double s
 
 void CairoPainter::paint(const DisplayList& list) {
   clip_ = {0, 0, list.size.width, list.size.height};
+  if (bitmap_ != nullptr) {
+    lines_.emplace(*bitmap_, scale_);
+    lines_->setCrowded(list.numCoordinates() > kCrowded);
+  }
   for (size_t i = 0; i < list.count(); ++i) {
     if (list[i].kind == DisplayList::Kind::restore) clip_ = {0, 0, list.size.width, list.size.height};
     paint(list[i]);
   }
+  flushLines();
+}
+
+void CairoPainter::flushLines() {
+  if (lines_ && !lines_->isEmpty()) onBitmap([&] { lines_->flush(); });
 }
 
 void CairoPainter::paint(const Item& item) {
+  const bool isShape = item.kind != DisplayList::Kind::clip && item.kind != DisplayList::Kind::restore;
+  if (isShape && item.kind != DisplayList::Kind::path) flushLines();
   switch (item.kind) {
     case DisplayList::Kind::path: path(item, false); break;
     case DisplayList::Kind::polygon: path(item, true); break;
@@ -81,7 +98,11 @@ void CairoPainter::path(const Item& item, bool closes) {
     if (paint.width > 0) paint.width = static_cast<float>(std::round(std::fmax(paint.width * scale_, 1)) / scale_);
     points = onPixels = snapped(points, paint.width);
   }
-  if (bitmap_ != nullptr && !closes && !paint.fill.isVisible()) return strokeOnBitmap(points, paint);
+  if (lines_ && !closes && !paint.fill.isVisible()) {
+    if (!paint.stroke.isVisible() || paint.width <= 0) return;
+    return lines_->add(points, paint, clip_);
+  }
+  flushLines();
   addPath(points, closes);
   fillAndStroke(paint);
 }
@@ -100,12 +121,12 @@ void CairoPainter::addPath(std::span<const float> points, bool closes) {
   if (closes && isOpen) cairo_.close_path(context_);
 }
 
-void CairoPainter::strokeOnBitmap(std::span<const float> points, const Paint& paint) {
-  if (!paint.stroke.isVisible() || paint.width <= 0) return;
+/// What is painted by `paints` bypasses the context.
+template <class Paints>
+void CairoPainter::onBitmap(Paints paints) {
   cairo_surface_t* surface = cairo_.get_target(context_);
   cairo_.surface_flush(surface);
-  paintLine(*bitmap_, points, paint, scale_,
-            {clip_.left * scale_, clip_.top * scale_, clip_.right * scale_, clip_.bottom * scale_});
+  paints();
   cairo_.surface_mark_dirty(surface);
 }
 
@@ -129,26 +150,52 @@ void CairoPainter::fillAndStroke(const Paint& paint) {
   cairo_.new_path(context_);
 }
 
+void CairoPainter::addMarker(const drawing::MarkerOutline& outline, double x, double y) {
+  if (outline.radius > 0) {
+    cairo_.new_sub_path(context_);
+    cairo_.arc(context_, x, y, outline.radius, 0, 2 * std::numbers::pi);
+    cairo_.close_path(context_);
+    return;
+  }
+  for (const auto& piece : outline.pieces) {
+    for (size_t k = 0; k < piece.size(); ++k) {
+      (k == 0 ? cairo_.move_to : cairo_.line_to)(context_, x + piece[k].x, y + piece[k].y);
+    }
+    if (outline.isClosed) cairo_.close_path(context_);
+  }
+}
+
+/// Markers of one colour may make one path; others cover each other one by one.
 void CairoPainter::markers(const Item& item) {
   const drawing::MarkerOutline outline = drawing::markerOutline(*item.marker);
   Paint paint = item.paint;
   if (!outline.isClosed) paint.fill = {};
-  for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
-    const double x = item.points[i], y = item.points[i + 1];
-    if (outline.radius > 0) {
-      cairo_.new_sub_path(context_);
-      cairo_.arc(context_, x, y, outline.radius, 0, 2 * std::numbers::pi);
-      cairo_.close_path(context_);
-    } else {
-      for (const auto& piece : outline.pieces) {
-        for (size_t k = 0; k < piece.size(); ++k) {
-          (k == 0 ? cairo_.move_to : cairo_.line_to)(context_, x + piece[k].x, y + piece[k].y);
-        }
-        if (outline.isClosed) cairo_.close_path(context_);
-      }
-    }
-    fillAndStroke(paint);
+  const double reach = (item.marker->size + paint.width) * scale_;
+  if (bitmap_ != nullptr && MarkerStamps::pays(item.points.size() / 2, reach)) {
+    return stampMarkers(item, outline, paint);
   }
+  const bool isOnePath = bitmap_ == nullptr && (!paint.fill.isVisible() || !paint.stroke.isVisible());
+  for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
+    addMarker(outline, item.points[i], item.points[i + 1]);
+    if (!isOnePath) fillAndStroke(paint);
+  }
+  if (isOnePath) fillAndStroke(paint);
+}
+
+void CairoPainter::stampMarkers(const Item& item, const drawing::MarkerOutline& outline, const Paint& paint) {
+  const double reach = (item.marker->size + paint.width) * scale_;
+  MarkerStamps stamps(cairo_, reach, [&](cairo_t* context) {
+    cairo_.scale(context, scale_, scale_);
+    CairoPainter painter(cairo_, context, scale_, nullptr);
+    painter.addMarker(outline, 0, 0);
+    painter.fillAndStroke(paint);
+  });
+  const drawing::Rect clip{clip_.left * scale_, clip_.top * scale_, clip_.right * scale_, clip_.bottom * scale_};
+  onBitmap([&] {
+    for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
+      stamps.paint(*bitmap_, drawing::Vec2{item.points[i], item.points[i + 1]} * scale_, clip);
+    }
+  });
 }
 
 void CairoPainter::text(const Item& item) {

@@ -1,11 +1,13 @@
 // Paints a display list in a context of the graphics library, whose unit is the point.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "figures/drawing/display_list.h"
-#include "figures/pictures/bitmap.h"
+#include "figures/drawing/marker_outline.h"
+#include "figures/pictures/line_painter.h"
 #include "figures/pictures/native/cairo_library.h"
 
 namespace kelo::pictures::native {
@@ -23,8 +25,12 @@ class CairoPainter {
   void paint(const Item& item);
   void path(const Item& item, bool closes);
   void addPath(std::span<const float> points, bool closes);
-  void strokeOnBitmap(std::span<const float> points, const drawing::Paint& paint);
+  void flushLines();
+  template <class Paints>
+  void onBitmap(Paints paints);
   void markers(const Item& item);
+  void stampMarkers(const Item& item, const drawing::MarkerOutline& outline, const drawing::Paint& paint);
+  void addMarker(const drawing::MarkerOutline& outline, double x, double y);
   void text(const Item& item);
   void clip(const Item& item);
   void fillAndStroke(const drawing::Paint& paint);
@@ -36,6 +42,7 @@ class CairoPainter {
   cairo_t* context_;
   double scale_;
   Bitmap* bitmap_;
+  std::optional<LinePainter> lines_;
   drawing::Rect clip_;  ///< in points
 };
 
