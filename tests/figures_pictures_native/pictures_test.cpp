@@ -138,6 +138,8 @@ TEST(Pictures, files) {
   EXPECT_EQ(bitmap.height, 600);
   EXPECT_EQ(bitmap.pixels[0] & 0xffffff, 0xffffffu);
   EXPECT_EQ(png(bitmap, 3).substr(1, 3), "PNG");
+  const Bitmap uneven = renderer.bitmap(draw(styledPlot(), {{300.7, 200.6}}), 1);
+  EXPECT_EQ(uneven.pixels.back() & 0xffffff, 0xffffffu) << "the ground reaches to the last pixel";
   const std::string pdf = renderer.pdf(list);
   EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
   EXPECT_NE(pdf.find("DejaVuSans"), std::string::npos) << "the font is embedded";

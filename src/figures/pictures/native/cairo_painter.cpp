@@ -56,6 +56,10 @@ void CairoPainter::flushLines() {
 void CairoPainter::paint(const Item& item) {
   const bool isShape = item.kind != DisplayList::Kind::clip && item.kind != DisplayList::Kind::restore;
   if (isShape && item.kind != DisplayList::Kind::path) flushLines();
+  if (item.role.part == Part::background) {  // all of it, also where a pixel is only begun
+    source(item.paint.fill);
+    return cairo_.paint(context_);
+  }
   switch (item.kind) {
     case DisplayList::Kind::path: path(item, false); break;
     case DisplayList::Kind::polygon: path(item, true); break;
