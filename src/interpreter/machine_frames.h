@@ -75,7 +75,8 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
   const auto* lowered = static_cast<const HandleCode*>(function.body->code.get());
   if (lowered == nullptr || !lowered->given || !function.isWhole || function.all) return false;
   const Code& code = *lowered->given;
-  if (static_cast<size_t>(site.count) != function.body->inputArgs.size() || !canPushPlain(code, arguments)) return false;
+  if (static_cast<size_t>(site.count) != function.body->inputArgs.size() || !canPushPlain(code, arguments))
+    return false;
   for (int32_t k = 0; k < site.count; ++k) {
     if (!arguments[k].isValue()) return false;
   }
