@@ -3,6 +3,7 @@
 #include "grammar/kelo_node.h"
 #include "interpreter/environment.h"
 #include "interpreter/dispatch.h"
+#include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
@@ -11,6 +12,11 @@
 
 namespace kelo {
 
+// Empty in scripts, handles and the console.
+Name Machine::runningFunction() const {
+  return frames_.empty() || !frame().unit ? Name() : frame().unit->funName;
+}
+
 CallSite Machine::siteOf(KeloNode& place) const {
   NodeCache& cache = place.cache;
   if (cache.line < 0) {
@@ -18,12 +24,12 @@ CallSite Machine::siteOf(KeloNode& place) const {
     cache.line = position.line;
     cache.charPos = position.charPos;
   }
-  return {cache.line, cache.charPos, place.relativePath, frames_.empty() ? Name() : frame().funName};
+  return {cache.line, cache.charPos, place.relativePath, runningFunction()};
 }
 
 // Behind a recursion that was too deep nothing more is said: each of its levels would add a line.
 bool Machine::fail(KeloNode& place, const Problem& problem) {
-  return failIn(frames_.empty() ? Name() : frame().funName, place, problem);
+  return failIn(runningFunction(), place, problem);
 }
 
 bool Machine::failIn(Name funName, KeloNode& place, const Problem& problem) {
