@@ -90,7 +90,8 @@ enum class Op : uint16_t {
   setPath,        // slot a, along the fields of site d, = c
   setElementField,  // field b of slot a (c) = e; site d
   setFieldElement,  // field b of slot a, (c) = e; site d
-  chainBegin, checkChain, chainIndices, chainField, chainNamedField, chainAssign, chainErase,  // the general way; see Machine
+  // The general way; see Machine.
+  chainBegin, checkChain, chainIndices, chainField, chainNamedField, chainAssign, chainErase,
 
   jump,           // to a
   jumpOnTruth,    // to a if "all of b is true" is the flag; c: the complaint

@@ -24,13 +24,14 @@ namespace {
 constexpr const char* kNames[] = {
     "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
     "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "joinRow", "appendRow",
-    "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList", "firstOf", "store", "store1",
-    "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin", "quickCall", "endOf", "colon",
-    "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName", "fieldPath", "field",
-    "elementField", "checkField", "namedField", "setField", "setNamedField", "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain",
-    "chainIndices", "chainField", "chainNamedField", "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual",
-    "jumpOnUnequal", "jumpOnLe", "jumpOnLt", "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep",
-    "checkSwitch", "caseJump", "answer", "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
+    "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList",
+    "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin",
+    "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName",
+    "fieldPath", "field", "elementField", "checkField", "namedField", "setField", "setNamedField", "setPath",
+    "setElementField", "setFieldElement", "chainBegin", "checkChain", "chainIndices", "chainField", "chainNamedField",
+    "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual", "jumpOnUnequal", "jumpOnLe", "jumpOnLt",
+    "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep", "checkSwitch", "caseJump", "answer",
+    "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
 };
 static_assert(std::size(kNames) == static_cast<size_t>(Op::returnValue) + 1);
 
@@ -51,7 +52,8 @@ const char* formOf(Op op) {
   switch (op) {
     case Op::move: case Op::assign: case Op::loadName: case Op::firstOf: case Op::nameStatement: case Op::answer:
       return "rr---";
-    case Op::transpose: case Op::range: case Op::joinRow: case Op::appendRow: case Op::joinRows: case Op::forRange: return "rrn--";
+    case Op::transpose: case Op::range: case Op::joinRow: case Op::appendRow: case Op::joinRows: case Op::forRange:
+      return "rrn--";
     case Op::store1: return "rrr--";
     case Op::store2: return "rrr-r";
     case Op::store: return "rrrs-";

@@ -97,7 +97,8 @@ bool Machine::callValue(const Storable& base, Site& site, Storable* arguments, i
     return callLocal(*local, arguments, count, destination, outputs, place);
   }
   FunctionUnit* unit = nullptr;
-  const bool done = callFile(site.name, arguments, count, destination, outputs, place, CallForm::withParentheses, &unit);
+  const bool done =
+      callFile(site.name, arguments, count, destination, outputs, place, CallForm::withParentheses, &unit);
   if (done && unit && base.isNone()) remember(site, *unit, frames_.back().functions);
   return done;
 }
@@ -160,7 +161,8 @@ bool Machine::callLocal(const LocalFunction& function, Storable* arguments, int3
   if (!isAccessible(function, place)) {
     return fail(place, expectation(fmt::format(text::kLocalNotAccessible, body.funName.text())));
   }
-  return callUnit(functionUnit(*body.declaration), function.file().get(), arguments, count, destination, outputs, place);
+  return callUnit(functionUnit(*body.declaration), function.file().get(), arguments, count, destination, outputs,
+                  place);
 }
 
 bool Machine::callFile(Name name, Storable* arguments, int32_t count, int32_t destination, int outputs, KeloNode& place,

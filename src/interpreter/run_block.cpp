@@ -63,7 +63,8 @@ void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result
   } catch (const FatalFault& fault) {
     result.fatalFault = fault.what;
     return;
-  } catch (...) {  // no operation lets anything but the lack of memory through; if one does, the run ends, not the program
+  } catch (...) {
+    // No operation lets anything but the lack of memory through; if one does, the run ends, not the program.
     reserve.release();
     releaseKeptBlocks();
   }

@@ -131,7 +131,8 @@ class Visitor {
   static constexpr int32_t kTemporaries = 1 << 28;  // the first, until all slots are known
   static bool isTemporary(int32_t operand) { return operand >= kTemporaries; }
   int32_t newTemporary();
-  int32_t target(int32_t mark, int32_t wish);  // the register of a result, once the operands from `mark` on are done with
+  // The register of a result, once the operands from `mark` on are done with.
+  int32_t target(int32_t mark, int32_t wish);
   int32_t constant(Storable value);
   int32_t slotOf(Name name);
   int32_t fieldIndex(Name name);

@@ -72,7 +72,8 @@ TEST(CodedForm, refusesWhatIsWrong) {
   const std::string plot = coded(PlotData({line}));
   const std::string surface = coded(SurfData({{{{1, 1, 1}, {2, 1, 1}}, {1, 2}}}));
   const std::string color = "\"" + base64Of(codedColor(ColorRole::systemBlue)) + "\"";
-  ASSERT_NO_THROW(decodedPlot(replaced(plot, "{\"lines\"", " { \"unknown\" : [ {\"a\":[1, null]}, \"\\u00e9\\n\" ],\n\"lines\"")));
+  ASSERT_NO_THROW(
+      decodedPlot(replaced(plot, "{\"lines\"", " { \"unknown\" : [ {\"a\":[1, null]}, \"\\u00e9\\n\" ],\n\"lines\"")));
   const struct {
     const char* what;
     std::string text;
@@ -130,7 +131,8 @@ TEST(CodedForm, spoiltTextsAreReadOrRefused) {
   constexpr std::string_view kSigns = "[]{}\":,0-9eE.\\u \x01\xff";
   for (int n = 0; n < 4000; ++n) {
     std::string text = n % 2 ? plot : surface;
-    for (uint64_t k = random.below(4); k < 4; ++k) text[random.below(text.size())] = kSigns[random.below(kSigns.size())];
+    for (uint64_t k = random.below(4); k < 4; ++k)
+      text[random.below(text.size())] = kSigns[random.below(kSigns.size())];
     try {
       n % 2 ? (void)decodedPlot(text) : (void)decodedSurface(text);
     } catch (const CodingError&) {

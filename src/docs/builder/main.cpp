@@ -46,7 +46,8 @@ bool accept(const Arguments& arguments) {
 bool isPlayed(const std::string& sources, const Entry& entry) {
   const std::string played = playExamples(entry.markdown, entry.name()).markdown;
   if (played == entry.markdown) return true;
-  const std::string received = std::string(std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp") + "/kelo_page.received";
+  const std::string received =
+      std::string(std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp") + "/kelo_page.received";
   if (const auto fault = kelo::platform::native::replaceWholeFile(received, played)) return tell({*fault});
   return std::system(("diff -u '" + sources + "/" + entry.path + ".md' '" + received + "'").c_str()) == 0;
 }

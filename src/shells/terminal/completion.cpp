@@ -43,7 +43,8 @@ std::vector<std::string> completions(AppController& app, const std::string& befo
   const auto offer = [&](const std::string& name) {
     if (!name.empty() && name.starts_with(word)) names.insert(name);
   };
-  for (const std::string& file : app.environment.files.listDirectory(app.panelDir).value_or(std::vector<std::string>())) {
+  for (const std::string& file :
+       app.environment.files.listDirectory(app.panelDir).value_or(std::vector<std::string>())) {
     offer(inQuotes ? file : withoutEnding(file));
   }
   if (!inQuotes) {

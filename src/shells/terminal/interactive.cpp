@@ -121,7 +121,8 @@ class InteractiveConsole {
     if (figureCommands_.run(command)) return screen_.showIfChanged();
     if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);
-    if (const auto known = hints::hintBefore(command)) std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
+    if (const auto known = hints::hintBefore(command))
+      std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
     session_.run(
         [&](AppController& app) {
           app.console.input.text = command;
