@@ -74,6 +74,7 @@ class Maker:
         self.source = source
         self.counters = 0
         self.indices = []
+        self.calls = source.choice([0.02, 0.1, 0.5])  # of users' functions, among the numbers
 
     def pick(self, *choices):
         return self.source.choice(choices)
@@ -118,10 +119,11 @@ class Maker:
         if depth <= 0 or self.chance(0.15):
             return self.leaf()
         fill = lambda *templates: self.filled(lambda: self.number(depth - 1), *templates)
-        kind = self.source.randrange(23)
-        if kind >= 20:
+        if self.chance(self.calls):
             return fill("root(#)", "both(#, #)", "steps(#)", "mixed(#)", "down(mod(#, 6))", "even(min(#, 9))", "f(#)", "f(#)", "h(#, #)",
-                        "h(#, #)", "work(3, x)", "some(abs(#) + 2.5)", "root(#, 1)" if self.chance(0.03) else "root(2)")
+                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)",
+                        "root(#, 1)" if self.chance(0.03) else "root(2)")
+        kind = self.source.randrange(20)
         if kind < 9:
             return f"{self.pick('(', '(', '-(')}" + fill("#") + f" {self.pick('+', '-', '*', '/', '+', '-', '*', '.*', './', '.' + chr(92), chr(92))} " + fill("#)")
         if kind < 11:

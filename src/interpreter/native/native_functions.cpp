@@ -72,6 +72,14 @@ void write(Held held, const Word& from, Storable* to) {
   }
 }
 
+bool isOf(const Storable& value, Held held) {
+  switch (held) {
+    case Held::logical: return value.isScalarOf(Kind::Logical);
+    case Held::integer: return value.isScalarOf(Kind::Int);
+    default: return value.isDoubleScalar();
+  }
+}
+
 // Whether the code is good for these values; then they are in the words.
 bool pass(const Context& context, const FunctionCode& function, std::span<const Storable> arguments,
           std::span<const Storable> captured, Word* words) {
@@ -83,7 +91,7 @@ bool pass(const Context& context, const FunctionCode& function, std::span<const 
   for (const auto& values : {arguments, captured}) {
     for (const Storable& value : values) {
       const Held held = function.inputs[input];
-      if (typeOf(value).held != held) return false;
+      if (!isOf(value, held)) return false;
       words[LaneWords::first(static_cast<int32_t>(input++)) / 8] = wordOf(value, held);
     }
   }
