@@ -1,7 +1,6 @@
 #include "interpreter/quick_calls.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <iterator>
@@ -67,11 +66,14 @@ bool wholeText(const Storable& x, bool rounds, Storable* result) {
     if (!(std::fabs(number) < kExactIntegers) || number != std::trunc(number)) return false;
     whole = static_cast<int64_t>(number);
   }
-  char digits[24];
-  const auto count = std::to_chars(digits, std::end(digits), whole).ptr - digits;
-  CharArray text = CharArray::uninitialized(SizeVector(1, count));
-  std::transform(digits, digits + count, text.writable(), [](char c) { return Character(static_cast<char32_t>(c)); });
-  *result = std::move(text);
+  Character digits[20];
+  Character* first = std::end(digits);
+  uint64_t rest = whole < 0 ? -static_cast<uint64_t>(whole) : static_cast<uint64_t>(whole);
+  do {
+    *--first = Character(static_cast<char32_t>('0' + rest % 10));
+  } while ((rest /= 10) != 0);
+  if (whole < 0) *--first = Character(U'-');
+  *result = CharArray::row({first, std::end(digits)});
   return true;
 }
 
