@@ -14,14 +14,14 @@ struct Frame {
   const Code* code = nullptr;
   const Instruction* pc = nullptr;  ///< while something called from here is running: the calling instruction
   Storable* base = nullptr;
-  FunctionUnit* unit = nullptr;     ///< of a function; of an answer to `input`: of what asked
-  LocalFunctionFile* functions = nullptr;  ///< that can be called by name
-  int32_t destination = 0;          ///< register of the caller for the result
-  int32_t outputs = 0;              ///< asked for
+  FunctionUnit* unit = nullptr;             ///< of a function; of an answer to `input`: of what asked
+  LocalFunctionFile* functions = nullptr;   ///< that can be called by name
+  int32_t destination = 0;                  ///< register of the caller for the result
+  int32_t outputs = 0;                      ///< asked for
   int32_t callInputs = 0, callOutputs = 0;  ///< of the call that nargin and nargout tell of
-  int32_t chunk = 0;                ///< of the caller's registers
-  uint32_t chains = 0;              ///< of the caller
-  bool isFunction = false;          ///< not a script, a handle or a text
+  int32_t chunk = 0;                        ///< of the caller's registers
+  uint32_t chains = 0;                      ///< of the caller
+  bool isFunction = false;                  ///< not a script, a handle or a text
   bool isOverlay = false;
   bool isEntry = false;             ///< where the machine was entered
   bool hasCall = false;             ///< whether a function is running here or below

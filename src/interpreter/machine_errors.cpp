@@ -1,8 +1,8 @@
 // Messages with the place of a node. What library code throws ends here.
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
-#include "interpreter/environment.h"
 #include "interpreter/dispatch.h"
+#include "interpreter/environment.h"
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "messages/catalogue/indexing.h"
@@ -13,9 +13,7 @@
 namespace kelo {
 
 // Empty in scripts, handles and the console.
-Name Machine::runningFunction() const {
-  return frames_.empty() || !frame().unit ? Name() : frame().unit->funName;
-}
+Name Machine::runningFunction() const { return frames_.empty() || !frame().unit ? Name() : frame().unit->funName; }
 
 CallSite Machine::siteOf(KeloNode& place) const {
   NodeCache& cache = place.cache;
@@ -28,9 +26,7 @@ CallSite Machine::siteOf(KeloNode& place) const {
 }
 
 // Behind a recursion that was too deep nothing more is said: each of its levels would add a line.
-bool Machine::fail(KeloNode& place, const Problem& problem) {
-  return failIn(runningFunction(), place, problem);
-}
+bool Machine::fail(KeloNode& place, const Problem& problem) { return failIn(runningFunction(), place, problem); }
 
 bool Machine::failIn(Name funName, KeloNode& place, const Problem& problem) {
   if (wasTooDeep_) return false;

@@ -78,8 +78,8 @@ inline int Machine::outputsOf(const Site& site) const {
 [[gnu::always_inline]] inline bool Machine::callAgain(const Site& site, Storable* arguments, int32_t destination) {
   const Code* code = site.targetCode;
   if (code == nullptr || !canPushPlain(*code, arguments) || !arePlain(arguments, site.count)) return false;
-  if (--code->callsLeft < 0 && callNatively(*code, site.targetFunctions, {arguments, size_t(site.count)}, {},
-                                            destination)) {
+  if (--code->callsLeft < 0 &&
+      callNatively(*code, site.targetFunctions, {arguments, size_t(site.count)}, {}, destination)) {
     return true;
   }
   const int outputs = outputsOf(site);
@@ -100,8 +100,8 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
       !arePlain(arguments, site.count)) {
     return false;
   }
-  if (--code.callsLeft < 0 && callNatively(code, function.functions.get(), {arguments, size_t(site.count)},
-                                           function.values, destination)) {
+  if (--code.callsLeft < 0 &&
+      callNatively(code, function.functions.get(), {arguments, size_t(site.count)}, function.values, destination)) {
     return true;
   }
   const int outputs = outputsOf(site);

@@ -27,7 +27,6 @@ constexpr size_t kMostVersions = 6;        // of one unit, those that could not 
 constexpr size_t kMostInputs = 8;
 constexpr int64_t kFailures = 16;          // until it is asked whether calls are worth it
 constexpr int64_t kCallsPerFailure = 8;    // fewer are not
-constexpr int32_t kCallsUntilRetry = 2000;
 constexpr int64_t kStack = 1 << 20;        // bytes that nested calls may take
 
 Kinds kindsOf(std::span<const Storable> arguments, std::span<const Storable> captured) {
@@ -187,7 +186,7 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
   UnitFunctions& unit = *code.nativeFunctions;
   if (!unit.isCounting) {
     unit.isCounting = true;
-    code.callsLeft = platform::nativeCode.rounds;
+    code.callsLeft = platform::nativeCode.calls;
     return false;
   }
   code.callsLeft = 0;
@@ -197,7 +196,7 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
     function = find(context, code, arguments, captured, words);
   }
   if (function == nullptr) {
-    code.callsLeft = kCallsUntilRetry;
+    code.callsLeft = platform::nativeCode.calls;
     return false;
   }
   fillHeader(context, words);
@@ -210,7 +209,7 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
   if (++function->failures >= kFailures && function->calls < function->failures * kCallsPerFailure) {
     logLine(code, 1, "function given up, since its calls fail too often");
     function->isGivenUp = true;
-    code.callsLeft = kCallsUntilRetry;
+    code.callsLeft = platform::nativeCode.calls;
   }
   return false;
 }

@@ -1,6 +1,6 @@
 // Native code for functions and handles of numbers: the one thing that the machine knows of it.
 //
-// A unit that has been called some hundred times is translated whole, for the kinds of its inputs,
+// A unit that has been called some thousand times, or by a hot loop, is translated whole, for the kinds of its inputs,
 // if all that it does is to compute a scalar from scalars and from other such functions. What it
 // does can then not be seen from outside, so a call that meets a surprise is given up and done by
 // the register code from its beginning: messages, places, the depth of calls and stops are those
