@@ -60,7 +60,7 @@ function isText(target: EventTarget | null): boolean {
 
 /// Puts the focus into a panel: into its text field where it has one. A panel whose code is still on
 /// its way is waited for.
-export function focusPanel(name: string, patience = 60): void {
+function focusPanel(name: string, patience = 60): void {
   requestAnimationFrame(() => {
     const panel = document.querySelector(`[data-panel="${name}"]`);
     const kinds = ['.cm-content', 'canvas', '[tabindex="0"]', 'input', 'button:not(:disabled)'];
