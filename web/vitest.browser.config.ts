@@ -4,7 +4,8 @@ export default defineConfig({
   test: {
     include: ['tests/browser/**/*.test.ts'],
     environment: 'node',
-    testTimeout: 90_000,
+    testTimeout: 240_000, // a busy machine is no fault of the app
+    expect: { poll: { timeout: 30_000 } },
     hookTimeout: 60_000,
     fileParallelism: false,
   },

@@ -60,7 +60,8 @@ class TreeBuilder {
       }
       case MD_BLOCK_LI: return enter(Kind::item);
       case MD_BLOCK_HR: return enter(Kind::rule);
-      case MD_BLOCK_H: return enter(Kind::heading, "", static_cast<int>(static_cast<MD_BLOCK_H_DETAIL*>(detail)->level));
+      case MD_BLOCK_H:
+        return enter(Kind::heading, "", static_cast<int>(static_cast<MD_BLOCK_H_DETAIL*>(detail)->level));
       case MD_BLOCK_CODE: return enter(Kind::code, attributeText(static_cast<MD_BLOCK_CODE_DETAIL*>(detail)->info));
       case MD_BLOCK_TABLE: return enter(Kind::table);
       case MD_BLOCK_TR: return enter(Kind::row);

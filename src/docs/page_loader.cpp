@@ -75,7 +75,8 @@ std::string loadPage(const DocFilesLoader& files, std::string_view relativePath,
   if (!html || !isUtf8(*html)) return "";
   const std::string styles = stylesPath(relativePath);
   removeTablesOfContents(*html);
-  replaceOnce(*html, "<html", look.style == DocStyle::dark ? "<html data-theme=\"dark\"" : "<html data-theme=\"light\"");
+  replaceOnce(*html, "<html",
+              look.style == DocStyle::dark ? "<html data-theme=\"dark\"" : "<html data-theme=\"light\"");
   replaceOnce(*html, "<body>", "<body class=\"markdown-body\"><br>");
   putBefore(*html, "</head>", headText(styles, look.style));
   putBefore(*html, "</body>", tailText(styles, look.textSize));

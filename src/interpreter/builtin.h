@@ -93,7 +93,12 @@ class Call {
  public:
   Call(const Builtin& row, std::span<Storable> arguments, std::optional<int> lhsVariableCount, const CallSite& site,
        Environment& environment, Machine* machine)
-      : builtin(row), args(arguments), lhsVariableCount(lhsVariableCount), site(site), environment(environment), machine(machine) {}
+      : builtin(row),
+        args(arguments),
+        lhsVariableCount(lhsVariableCount),
+        site(site),
+        environment(environment),
+        machine(machine) {}
 
   const Builtin& builtin;
   std::span<Storable> args;             ///< the call's own: a handler may move from them

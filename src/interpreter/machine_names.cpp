@@ -13,7 +13,9 @@
 
 namespace kelo {
 
-Workspace* Machine::tableOf(size_t frame) { return frame == kBelowAll ? &app_.baseWorkspace : frames_[frame].more.get(); }
+Workspace* Machine::tableOf(size_t frame) {
+  return frame == kBelowAll ? &app_.baseWorkspace : frames_[frame].more.get();
+}
 
 // The value of a name at this frame or below; null where there is none.
 Storable* Machine::find(size_t at, Name name) {

@@ -69,7 +69,8 @@ struct FunctionRow {
 
 const FunctionRow kFunctions[] = {
     {shift, nullptr, "shift", "shift.fill", KeyAction::toggleShift, KeyAction::lockCapitals, KeyAction::lockCapitals},
-    {deleteBackward, nullptr, "delete.left", "delete.left.fill", KeyAction::deleteBackward, {}, KeyAction::deleteBackward},
+    {deleteBackward, nullptr, "delete.left", "delete.left.fill", KeyAction::deleteBackward, {},
+     KeyAction::deleteBackward},
     {enter, "return", nullptr, nullptr, KeyAction::enter, {}, {}},
     {abc, "abc", nullptr, nullptr, KeyAction::showLetters, {}, {}},
     {numKeyboard, "123", nullptr, nullptr, KeyAction::showSymbols, {}, {}},

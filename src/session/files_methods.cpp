@@ -58,7 +58,8 @@ std::optional<Json> remove(const Call& call) {
 
 std::optional<Json> import(const Call& call) {
   if (call.has("text") == call.has("base64")) throw wrongParameter("text", "given, or else \"base64\"");
-  const std::optional<std::string> bytes = call.has("text") ? call.text("text") : figures::bytesOfBase64(call.text("base64"));
+  const std::optional<std::string> bytes =
+      call.has("text") ? call.text("text") : figures::bytesOfBase64(call.text("base64"));
   if (!bytes) throw wrongParameter("base64", "a text in base64");
   return pathJson(call.panels.files.importFile(call.text("folder"), call.text("name"), *bytes));
 }

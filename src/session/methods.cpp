@@ -7,8 +7,8 @@ namespace kelo::session {
 const std::vector<Method>& methods() {
   static const auto* const all = [] {
     auto* joined = new std::vector<Method>;
-    for (const auto group : {sessionMethods, consoleMethods, workspaceMethods, editorMethods, keyboardMethods, filesMethods,
-                             figureMethods, docsMethods}) {
+    for (const auto group : {sessionMethods, consoleMethods, workspaceMethods, editorMethods, keyboardMethods,
+                             filesMethods, figureMethods, docsMethods}) {
       const std::vector<Method> rows = group();
       joined->insert(joined->end(), rows.begin(), rows.end());
     }
@@ -28,9 +28,11 @@ std::string methodReference() {
     std::string parameters;
     for (const Parameter& parameter : method.parameters) {
       if (!parameters.empty()) parameters += "; ";
-      parameters += "`" + std::string(parameter.name) + "`" + (parameter.isRequired ? "" : "?") + ": " + expectationOf(parameter);
+      parameters +=
+          "`" + std::string(parameter.name) + "`" + (parameter.isRequired ? "" : "?") + ": " + expectationOf(parameter);
     }
-    text += "| `" + std::string(method.name) + "` | " + parameters + " | `" + method.result + "` | " + method.help + " |\n";
+    text +=
+        "| `" + std::string(method.name) + "` | " + parameters + " | `" + method.result + "` | " + method.help + " |\n";
   }
   return text;
 }

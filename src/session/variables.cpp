@@ -53,7 +53,8 @@ std::string oneLine(std::string text) {
 }
 
 Variable variableOf(const std::string& name, const Storable& value, const DisplayParameters& parameters) {
-  Variable variable{name, classNameOf(value), {1, 1}, bytesOf(value), oneLine(summaryText(value, parameters.nDigits)), {}};
+  Variable variable{name, classNameOf(value), {1, 1}, bytesOf(value), oneLine(summaryText(value, parameters.nDigits)),
+                    {}};
   if (value.isArray()) {
     const SizeVector size = value.size().trimmed();
     variable.size.assign(size.vec().begin(), size.vec().end());

@@ -21,7 +21,8 @@ struct FiguresTest : ::testing::Test {
   void run(const std::string& commands) {
     test.app.startCommand(commands);
     test.mainQueue.drain();
-    EXPECT_EQ(test.app.environment.messagesShown(), 0) << commands << "\n" << (test.shown.empty() ? "" : test.shown.back());
+    EXPECT_EQ(test.app.environment.messagesShown(), 0) << commands << "\n"
+                                                       << (test.shown.empty() ? "" : test.shown.back());
   }
   PlotData plot() { return std::get<PlotData>(test.app.figures.figure()); }
   SurfData surface() { return std::get<SurfData>(test.app.figures.figure()); }

@@ -35,7 +35,8 @@ struct Pages {
 std::string foundIn(DocSearch::Scope scope, const std::string& text) {
   const Pages pages;
   std::string names;
-  for (const auto& item : DocSearch(pages.files).find(scope, text)) names += item.displayName + "|" + item.excerpt + "\n";
+  for (const auto& item : DocSearch(pages.files).find(scope, text))
+    names += item.displayName + "|" + item.excerpt + "\n";
   return names;
 }
 
@@ -47,7 +48,8 @@ TEST(DocFiles, TheTreeIsReadInItsOrderAndNamesLeadToPages) {
   EXPECT_TRUE(files.files()[0].isDir);
   EXPECT_EQ(files.pathOfName("sum"), "functions/sum.html");
   for (const char* spelling : {"cumsum", "Cumsum"}) EXPECT_EQ(files.pathOfName(spelling), "functions/cumsum.html");
-  for (const char* other : {"prod", "cum", "cumsum, Cumsum", "Functions & more", ""}) EXPECT_FALSE(files.pathOfName(other));
+  for (const char* other : {"prod", "cum", "cumsum, Cumsum", "Functions & more", ""})
+    EXPECT_FALSE(files.pathOfName(other));
   EXPECT_TRUE(DocFilesLoader(platform::MemoryFileSystem()).files().empty());
 }
 
@@ -81,8 +83,9 @@ TEST(PageLoader, PutsHeadFooterAndSizeAroundThePage) {
 TEST(PageLoader, WhatIsNoReadablePageStaysBlank) {
   const Pages pages;
   const DocFilesLoader files(pages.files);
-  for (const char* path : {"functions/bad.html", "functions/cumsum.html", "functions/notes.txt", "secret.html", "functions",
-                           "../functions/sum.html", "functions/../functions/sum.html", "", "/etc/passwd"}) {
+  for (const char* path :
+       {"functions/bad.html", "functions/cumsum.html", "functions/notes.txt", "secret.html", "functions",
+        "../functions/sum.html", "functions/../functions/sum.html", "", "/etc/passwd"}) {
     EXPECT_EQ(loadPage(files, path, {}), "") << path;
   }
 }

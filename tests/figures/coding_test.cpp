@@ -72,7 +72,8 @@ TEST(CodedForm, refusesWhatIsWrong) {
   const std::string plot = coded(PlotData({line}));
   const std::string surface = coded(SurfData({{{{1, 1, 1}, {2, 1, 1}}, {1, 2}}}));
   const std::string color = "\"" + base64Of(codedColor(ColorRole::systemBlue)) + "\"";
-  ASSERT_NO_THROW(decodedPlot(replaced(plot, "{\"lines\"", " { \"unknown\" : [ {\"a\":[1, null]}, \"\\u00e9\\n\" ],\n\"lines\"")));
+  ASSERT_NO_THROW(
+      decodedPlot(replaced(plot, "{\"lines\"", " { \"unknown\" : [ {\"a\":[1, null]}, \"\\u00e9\\n\" ],\n\"lines\"")));
   const struct {
     const char* what;
     std::string text;
@@ -130,7 +131,8 @@ TEST(CodedForm, spoiltTextsAreReadOrRefused) {
   constexpr std::string_view kSigns = "[]{}\":,0-9eE.\\u \x01\xff";
   for (int n = 0; n < 4000; ++n) {
     std::string text = n % 2 ? plot : surface;
-    for (uint64_t k = random.below(4); k < 4; ++k) text[random.below(text.size())] = kSigns[random.below(kSigns.size())];
+    for (uint64_t k = random.below(4); k < 4; ++k)
+      text[random.below(text.size())] = kSigns[random.below(kSigns.size())];
     try {
       n % 2 ? (void)decodedPlot(text) : (void)decodedSurface(text);
     } catch (const CodingError&) {
@@ -178,6 +180,29 @@ TEST(OlderFiles, pointsAndColoursComeFromArchives) {
   EXPECT_EQ(read.attribute.markerEdgeColor.role, ColorRole::systemTeal);
   EXPECT_TRUE(read.attribute.markerFaceColor.isClear()) << "the default, when an archive does not tell";
   EXPECT_NE(coded(PlotData({read})).find("[[1,-2.5],[300,0]]"), std::string::npos) << "written in the new form";
+}
+
+/// The XML form of an archive, in which a reference is a dictionary.
+std::string xmlArchive(const std::string& objects) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>$top</key><dict><key>root</key>"
+         "<dict><key>CF$UID</key><integer>1</integer></dict></dict><key>$objects</key><array><string>$null</string>" +
+         objects + "</array></dict></plist>\n";
+}
+
+TEST(OlderFiles, archivesInXml) {
+  const std::string reference = "<dict><key>CF$UID</key><integer>2</integer></dict>";
+  EXPECT_EQ(pointsOfArchive(xmlArchive("<dict><key>NS.objects</key><array>" + reference + reference +
+                                       "</array></dict><dict><key>NS.pointval</key><string>{1.5, -2}</string></dict>")),
+            (std::vector<Point>{{1.5, -2}, {1.5, -2}}));
+  EXPECT_EQ(colorOfArchive(xmlArchive("<dict><key>UIWhite</key><real>0.5</real></dict>")), Color(0.5, 0.5, 0.5, 1));
+  for (const std::string& wrong : {std::string("<"), std::string("<plist>"), xmlArchive(""), xmlArchive(reference),
+                                   xmlArchive("<dict><key>NS.objects</key><array><integer>9</integer></array></dict>")}) {
+    EXPECT_EQ(pointsOfArchive(wrong), std::nullopt) << wrong;
+    EXPECT_EQ(colorOfArchive(wrong), std::nullopt) << wrong;
+  }
+  std::string deep = "<plist>";
+  for (int n = 0; n < 1000000; ++n) deep += "<array>";
+  EXPECT_EQ(pointsOfArchive(deep), std::nullopt);
 }
 
 TEST(OlderFiles, spoiltArchivesHarmNothing) {

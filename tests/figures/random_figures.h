@@ -24,7 +24,8 @@ class RandomFigures {
     }
   }
   std::string text() {
-    static const char* const kTexts[] = {"", "x", "a \"quoted\" \\ text", "line\nbreak\t\x01", "η², שלום, 🧪", "</script>"};
+    static const char* const kTexts[] = {
+        "", "x", "a \"quoted\" \\ text", "line\nbreak\t\x01", "η², שלום, 🧪", "</script>"};
     return kTexts[below(std::size(kTexts))];
   }
   Color color() {

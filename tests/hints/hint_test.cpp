@@ -23,8 +23,9 @@ int placeIn(const std::string& sentence, const std::string& text) {
 std::string hint(const std::string& sentence, const std::string& text, int line = 1, double refused = 0) {
   Message message;
   message.charPos = placeIn(sentence, text);
-  message.type = sentence.starts_with("Unexpected c") || sentence.starts_with("The line") ? Message::MsgType::syntaxError
-                                                                                          : Message::MsgType::generalError;
+  message.type = sentence.starts_with("Unexpected c") || sentence.starts_with("The line")
+                     ? Message::MsgType::syntaxError
+                     : Message::MsgType::generalError;
   message.reason = sentence;
   message.lineNum = line;
   return hintFor({message, text, kBuiltins, kVariables, refused, 18e9}).value_or("");
@@ -64,7 +65,8 @@ TEST(Hint, SaysWhatToDo) {
     EXPECT_NE(hint(c.sentence, c.text, c.line).find(c.expected), std::string::npos)
         << c.text << ": " << hint(c.sentence, c.text, c.line);
   }
-  EXPECT_EQ(hint("Unexpected error occurred", "x = zeros(1e6)", 1, 8e12), "the array needs 8 TB, at most 18 GB can be had");
+  EXPECT_EQ(hint("Unexpected error occurred", "x = zeros(1e6)", 1, 8e12),
+            "the array needs 8 TB, at most 18 GB can be had");
 }
 
 TEST(Hint, IsSilentWhereNothingIsRecognised) {

@@ -73,7 +73,9 @@ TEST(Keyboard, LayoutsAreWholeAndFillTheirRows) {
   }
   EXPECT_EQ(alphaCapKeyboard()[2].back(), KeyIdentifier::equal);
   EXPECT_EQ(alphaKeyboard()[2].back(), KeyIdentifier::semicolon);
-  const auto image = [](Type type) { return KeyboardViewController::rows(type)[2][0].info.imageStates->normal.imageName; };
+  const auto image = [](Type type) {
+    return KeyboardViewController::rows(type)[2][0].info.imageStates->normal.imageName;
+  };
   EXPECT_EQ(image(Type::alpha), "shift");
   EXPECT_EQ(image(Type::alphaCap), "shift.fill");
 }

@@ -59,7 +59,8 @@ class SessionTest : public testing::Test {
 
 Json valueFor(const Parameter& parameter, const std::string& path) {
   switch (parameter.kind) {
-    case Kind::text: return *parameter.choices == '\0' ? path : std::string(parameter.choices, strcspn(parameter.choices, "|"));
+    case Kind::text:
+      return *parameter.choices == '\0' ? path : std::string(parameter.choices, strcspn(parameter.choices, "|"));
     case Kind::texts: return Json::array({path});
     case Kind::integer: return std::max<int64_t>(parameter.least, 0);
     case Kind::number: return 1.5;
@@ -91,7 +92,8 @@ TEST_F(SessionTest, NoPathOfAnyMethodLeadsOutside) {
         const std::string name = parameter.name;
         if (name == "path" || name == "folder" || name == "name") {
           Json others = params;
-          for (auto& [key, value] : others.items()) value = key == name ? Json(attack) : key == "folder" ? Json("") : Json("a.m");
+          for (auto& [key, value] : others.items())
+            value = key == name ? Json(attack) : key == "folder" ? Json("") : Json("a.m");
           if (others.contains("paths")) others["paths"] = Json::array({"a.m"});
           EXPECT_EQ(session.call(method.name, others).dump().find("unseen"), std::string::npos) << method.name;
         }
@@ -168,10 +170,12 @@ TEST_F(SessionTest, AGestureSendsTheModelOfASmallFigureOnly) {
   TestSession session((root / "work").string());
   for (const auto& [command, isSmall] : {std::pair("plot(1:2000)", true), std::pair("plot(1:2001)", false)}) {
     session.call("console/run", {{"text", command}});
-    const Json moved = session.call("figure/gesture", {{"kind", "zoom"}, {"scale", 2}, {"width", 640}, {"height", 480}});
+    const Json moved =
+        session.call("figure/gesture", {{"kind", "zoom"}, {"scale", 2}, {"width", 640}, {"height", 480}});
     EXPECT_EQ(moved.at("result").at("kind"), "plot");
     EXPECT_EQ(moved.at("result").at("model").is_object(), isSmall);
-    EXPECT_EQ(session.call("figure/get", Json::object()).at("result").at("revision"), moved.at("result").at("revision"));
+    EXPECT_EQ(session.call("figure/get", Json::object()).at("result").at("revision"),
+              moved.at("result").at("revision"));
   }
 }
 

@@ -47,7 +47,8 @@ bool isFilled(const std::string& text) { return lowered(text) == "filled"; }
 void fillMarkers(std::span<Line> lines) {
   for (Line& line : lines) {
     Line::Attributes& own = line.attribute;
-    own.markerFaceColor = own.lineColor.isClear() && !own.markerEdgeColor.isClear() ? own.markerEdgeColor : own.lineColor;
+    own.markerFaceColor =
+        own.lineColor.isClear() && !own.markerEdgeColor.isClear() ? own.markerEdgeColor : own.lineColor;
   }
 }
 

@@ -1,7 +1,7 @@
-// kelo_pages build SOURCES RESOURCES   makes the resources of the help pages kelo_pages check
-// SOURCES             compares the examples with what they give, and the pages with their rules
-// kelo_pages accept SOURCES            writes into the pages what their examples give kelo_pages
-// site RESOURCES SITE       makes a web site of built resources
+// kelo_pages build SOURCES RESOURCES   makes the resources of the help pages
+// kelo_pages check SOURCES             compares examples with what they give, pages with the rules
+// kelo_pages accept SOURCES            writes into the pages what their examples give
+// kelo_pages site RESOURCES SITE       makes a web site of built resources
 #include <cstdlib>
 #include <functional>
 #include <iostream>
@@ -46,7 +46,8 @@ bool accept(const Arguments& arguments) {
 bool isPlayed(const std::string& sources, const Entry& entry) {
   const std::string played = playExamples(entry.markdown, entry.name()).markdown;
   if (played == entry.markdown) return true;
-  const std::string received = std::string(std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp") + "/kelo_page.received";
+  const std::string received =
+      std::string(std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp") + "/kelo_page.received";
   if (const auto fault = kelo::platform::native::replaceWholeFile(received, played)) return tell({*fault});
   return std::system(("diff -u '" + sources + "/" + entry.path + ".md' '" + received + "'").c_str()) == 0;
 }

@@ -57,7 +57,8 @@ class PageBuilder {
   /// Pages that are there no more go from their folder.
   void empty(const std::string& folder) {
     std::error_code ignored;
-    for (const char* kind : {"/html_files/", "/page_texts/"}) std::filesystem::remove_all(resources_ + kind + folder, ignored);
+    for (const char* kind : {"/html_files/", "/page_texts/"})
+      std::filesystem::remove_all(resources_ + kind + folder, ignored);
   }
 
   void page(const Entry& entry) {

@@ -82,7 +82,8 @@ class Check {
     for (const std::string& spelling : namesIn(page_.title)) {
       if (rowOf(spelling) == nullptr) fault("has a heading with a name that is no built-in function: " + spelling);
     }
-    if (tree.children.size() < 2 || tree.children[1].kind != Kind::paragraph) fault("has no paragraph under its heading");
+    if (tree.children.size() < 2 || tree.children[1].kind != Kind::paragraph)
+      fault("has no paragraph under its heading");
     const std::vector<Section> sections = sectionsOf(tree);
     order(sections);
     needed(sections, *row);
@@ -115,7 +116,8 @@ class Check {
 
   void forms(const Section& section) {
     const std::vector<std::string> names = namesIn(page_.title);
-    if (section.nodes.empty() || section.nodes[0]->kind != Kind::code) return fault("shows its forms in no block of code");
+    if (section.nodes.empty() || section.nodes[0]->kind != Kind::code)
+      return fault("shows its forms in no block of code");
     const std::string lines = section.nodes[0]->text + "\n";
     for (size_t begin = 0, end = 0; (end = lines.find('\n', begin)) != std::string::npos; begin = end + 1) {
       const std::string form = lines.substr(begin, end - begin);
@@ -125,7 +127,9 @@ class Check {
   }
 
   void examples(const Section& section) {
-    const auto isExample = [](const Node* node) { return node->kind == Kind::code && node->target.starts_with("kelo"); };
+    const auto isExample = [](const Node* node) {
+      return node->kind == Kind::code && node->target.starts_with("kelo");
+    };
     const auto count = std::count_if(section.nodes.begin(), section.nodes.end(), isExample);
     if (count < 1 || count > 4) fault("has " + std::to_string(count) + " examples, where one to four are wanted");
   }

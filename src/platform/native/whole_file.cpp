@@ -105,7 +105,8 @@ std::optional<std::string> replaceWholeFile(const std::string& path, std::string
   umask(mask);
   const Descriptor file = openUnseen(target, temporary);
   const bool good = file.isOpen() && writeAll(file.number(), bytes) &&
-                    fchmod(file.number(), existed ? old.st_mode & 0777 : 0666 & ~mask) == 0 && fsync(file.number()) == 0;
+                    fchmod(file.number(), existed ? old.st_mode & 0777 : 0666 & ~mask) == 0 &&
+                    fsync(file.number()) == 0;
   if (good && putInPlace(file, target, temporary)) return std::nullopt;
   const std::string fault = std::strerror(errno);
   unlink(temporary.c_str());

@@ -12,7 +12,7 @@ bool isWordCharacter(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
 }
 
-/// A quote behind a name, a number or a closing bracket is a transpose.
+/// A quote after a name, a number or a closing bracket is a transpose.
 bool endsInsideQuotes(const std::string& text) {
   bool inside = false;
   for (size_t k = 0; k < text.size(); ++k) {
@@ -43,7 +43,8 @@ std::vector<std::string> completions(AppController& app, const std::string& befo
   const auto offer = [&](const std::string& name) {
     if (!name.empty() && name.starts_with(word)) names.insert(name);
   };
-  for (const std::string& file : app.environment.files.listDirectory(app.panelDir).value_or(std::vector<std::string>())) {
+  for (const std::string& file :
+       app.environment.files.listDirectory(app.panelDir).value_or(std::vector<std::string>())) {
     offer(inQuotes ? file : withoutEnding(file));
   }
   if (!inQuotes) {

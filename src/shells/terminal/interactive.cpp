@@ -91,7 +91,7 @@ class InteractiveConsole {
     return incomplete;
   }
 
-  /// Nothing at the end of the input. Ctrl-C and, behind a first line, the end throw away what was
+  /// Nothing at the end of the input. Ctrl-C and, after a first line, the end throw away what was
   /// typed; an empty line ends a text that stays incomplete.
   std::optional<std::string> readCommand() {
     std::string text, line;
@@ -121,7 +121,8 @@ class InteractiveConsole {
     if (figureCommands_.run(command)) return screen_.showIfChanged();
     if (!hasFixedWidth_) session_.app.environment.settings.consoleCells = terminalWidth();
     session_.writer.beginCommand(command);
-    if (const auto known = hints::hintBefore(command)) std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
+    if (const auto known = hints::hintBefore(command))
+      std::fprintf(stderr, "%s\n", session_.writer.hintLine(*known).c_str());
     session_.run(
         [&](AppController& app) {
           app.console.input.text = command;

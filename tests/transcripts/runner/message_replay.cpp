@@ -26,7 +26,8 @@ class Masks {
   std::string masked(std::string text) {
     static const std::regex kIdentity("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"), kPicture("\"base64\":\"([^\"]+)\"");
     std::smatch found;
-    while (std::regex_search(text, found, kIdentity)) text.replace(found.position(), found.length(), maskOf(found.str()));
+    while (std::regex_search(text, found, kIdentity))
+      text.replace(found.position(), found.length(), maskOf(found.str()));
     if (std::regex_search(text, found, kPicture)) {
       const std::string bytes = figures::bytesOfBase64(found.str(1)).value_or("");
       text.replace(found.position(1), found.length(1), bytes.substr(0, 4) + "...");

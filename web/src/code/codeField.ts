@@ -3,7 +3,7 @@
 import { closeBrackets, closeBracketsKeymap } from '@codemirror/autocomplete';
 import { defaultKeymap, history, historyKeymap } from '@codemirror/commands';
 import { bracketMatching, indentUnit } from '@codemirror/language';
-import { Compartment, EditorState, type Extension } from '@codemirror/state';
+import { Compartment, EditorState, type Extension, Transaction } from '@codemirror/state';
 import { EditorView, keymap } from '@codemirror/view';
 import type { Span } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
@@ -13,6 +13,17 @@ import { engineColors } from './highlight';
 const inputMode = new Compartment();
 const attributesFor = (ownKeyboard: boolean) =>
   EditorView.contentAttributes.of(ownKeyboard ? { inputmode: 'none' } : { inputmode: 'text' });
+
+/// Typing into a field that shows all of its text scrolls nothing; else each key would have the page
+/// measured twice.
+const typeInPlace = EditorView.inputHandler.of((view, _from, _to, _text, insert) => {
+  const { scrollHeight, clientHeight } = view.scrollDOM;
+  if (scrollHeight > clientHeight) return false;
+  const typed = insert();
+  const userEvent = typed.annotation(Transaction.userEvent);
+  view.dispatch({ changes: typed.changes, selection: typed.newSelection, userEvent });
+  return true;
+});
 
 export interface CodeFieldOptions {
   label: string;
@@ -43,6 +54,7 @@ export function codeExtensions(app: App, options: CodeFieldOptions): Extension {
       tabindex: '0',
     }),
     engineColors(highlight),
+    typeInPlace,
     options.extra ?? [],
   ];
 }

@@ -1,5 +1,6 @@
-/// Colours from the engine for the lines in view. Text that is changed keeps the colours it has
-/// until the answer comes; an answer for an older text is carried over the changes made since.
+/// Colours from the engine for the lines in view. They are asked for behind the picture that shows
+/// what was typed. Text that is changed keeps the colours it has until the answer comes; an answer for
+/// an older text is carried over the changes made since.
 
 import { type ChangeDesc, type Extension, RangeSetBuilder, StateEffect, StateField } from '@codemirror/state';
 import { Decoration, type DecorationSet, EditorView, ViewPlugin, type ViewUpdate } from '@codemirror/view';
@@ -45,7 +46,10 @@ function marksOf(spans: Span[], offset: number): DecorationSet {
   return builder.finish();
 }
 
+const behindPicture = (work: () => void) => requestAnimationFrame(() => setTimeout(work));
+
 class Painter {
+  private planned = false;
   private underWay = false;
   private again = true;
   private since: ChangeDesc | null = null;
@@ -55,7 +59,7 @@ class Painter {
     private readonly view: EditorView,
     private readonly highlighter: Highlighter,
   ) {
-    queueMicrotask(() => void this.run());
+    this.plan();
   }
 
   update(update: ViewUpdate): void {
@@ -64,12 +68,21 @@ class Painter {
     }
     if (update.docChanged || update.viewportChanged) {
       this.again = true;
-      queueMicrotask(() => void this.run());
+      this.plan();
     }
   }
 
   destroy(): void {
     this.stopped = true;
+  }
+
+  private plan(): void {
+    if (this.planned) return;
+    this.planned = true;
+    behindPicture(() => {
+      this.planned = false;
+      void this.run();
+    });
   }
 
   private async run(): Promise<void> {

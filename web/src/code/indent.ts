@@ -8,32 +8,41 @@ export type Indenter = (text: string, position: number) => Promise<string>;
 
 const kParting = /^\s*(end|else|elseif|case|otherwise)\s?$/;
 
-/// Sets the indentation of the line at the caret as the engine would have it.
-export async function mendLine(view: EditorView, indenter: Indenter): Promise<void> {
-  const { doc, selection } = view.state;
-  const position = selection.main.head;
-  let line: string;
+const blanks = (text: string) => /^[ \t]*/.exec(text)![0].length;
+
+const kTries = 5;
+
+/// Sets the indentation of a line as the engine would have it. What is typed on behind it meanwhile
+/// does no harm; a line that was changed otherwise is asked about again.
+async function mendLine(view: EditorView, indenter: Indenter, number: number, tries = kTries): Promise<void> {
+  const { doc } = view.state;
+  if (number > doc.lines || tries === 0) return;
+  const old = doc.line(number);
+  let wanted: string;
   try {
-    line = await indenter(doc.toString(), position);
+    wanted = await indenter(doc.toString(), old.to);
   } catch {
     return;
   }
-  if (view.state.doc !== doc) return; // typed on meanwhile: the next line end asks again
-  const old = doc.lineAt(position);
-  const blanks = (text: string) => /^[ \t]*/.exec(text)![0].length;
-  if (line === old.text || line.trimStart() !== old.text.trimStart()) return;
-  const [before, after] = [blanks(old.text), blanks(line)];
+  const [before, after] = [blanks(old.text), blanks(wanted)];
+  const now = number <= view.state.doc.lines ? view.state.doc.line(number) : null;
+  if (!now?.text.startsWith(old.text) || blanks(now.text) !== before) return mendLine(view, indenter, number, tries - 1);
+  if (before === after || wanted.trimStart() !== old.text.trimStart()) return;
+  const moved = (at: number) => (at < now.from ? at : Math.max(now.from + after, at + after - before));
+  const { anchor, head } = view.state.selection.main;
   view.dispatch({
-    changes: { from: old.from, to: old.from + before, insert: line.slice(0, after) },
-    selection: { anchor: Math.max(old.from + after, position + after - before) },
+    changes: { from: now.from, to: now.from + before, insert: wanted.slice(0, after) },
+    selection: { anchor: moved(anchor), head: moved(head) },
     userEvent: 'input.indent',
   });
 }
 
+const lineOf = (view: EditorView, position: number) => view.state.doc.lineAt(position).number;
 const mending = new WeakMap<EditorView, Promise<unknown>>();
 
-function mend(view: EditorView, indenter: Indenter): void {
-  mending.set(view, Promise.all([mending.get(view), mendLine(view, indenter)]));
+/// The line at the caret, or the one of the number.
+function mend(view: EditorView, indenter: Indenter, number = lineOf(view, view.state.selection.main.head)): void {
+  mending.set(view, Promise.all([mending.get(view), mendLine(view, indenter, number)]));
 }
 
 /// When the engine has answered for every line that is being mended, so that what is run is what is seen.
@@ -47,6 +56,12 @@ export function newLine(indenter: Indenter): Command {
     mend(view, indenter);
     return true;
   };
+}
+
+/// Breaks the line at a place that the caret has left.
+export function breakLineAt(view: EditorView, indenter: Indenter, position: number): void {
+  view.dispatch({ changes: { from: position, insert: '\n' }, userEvent: 'input' });
+  mend(view, indenter, lineOf(view, position) + 1);
 }
 
 export function mendWhileTyping(indenter: Indenter): Extension {

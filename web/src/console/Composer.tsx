@@ -2,11 +2,13 @@
 
 import { useEffect, useRef } from 'preact/hooks';
 import { effect, useSignalEffect } from '@preact/signals';
-import { EditorState, Prec } from '@codemirror/state';
+import { Compartment, EditorState, Prec } from '@codemirror/state';
 import { EditorView, keymap, placeholder } from '@codemirror/view';
+import type { RunStatus } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
+import { windowStore } from '../shell/device';
 import { codeExtensions, replaceAll, setOwnKeyboard, targetOf } from '../code/codeField';
-import { indentationSettled, newLine, mendWhileTyping } from '../code/indent';
+import { breakLineAt, type Indenter, indentationSettled, mendWhileTyping, newLine } from '../code/indent';
 import { Suggestions } from '../code/suggestions';
 import { SuggestionStrip } from '../code/SuggestionStrip';
 import { isTouch, ownKeyboardWanted } from '../code/useOwnKeyboard';
@@ -15,8 +17,18 @@ import { type FirstText, takeFirstField } from '../first/firstField';
 import { IconButton, keepFocus } from '../design/widgets';
 import { text as t } from '../texts/texts';
 
-/// What stands in the input, kept while the panel is out of view.
-let draft = '';
+/// What stands in the input, kept while the panel is out of view and over a reload.
+let draft = windowStore.read('command') ?? '';
+addEventListener('pagehide', () => windowStore.write('command', draft));
+
+const hint = new Compartment();
+const kHints: Record<RunStatus, string> = {
+  idle: t.console.placeholder,
+  running: t.console.placeholder,
+  paused: t.console.pausedPlaceholder,
+  waitInput: t.console.answerPlaceholder,
+};
+const hintOf = (status: RunStatus) => placeholder(kHints[status]);
 
 export interface ComposerHandle {
   use(text: string): void;
@@ -25,16 +37,16 @@ export interface ComposerHandle {
 
 /// Return runs a whole command and breaks the line of one that is not. What was typed on while the
 /// engine was asked stays behind the Return.
-async function enterBySense(app: App, view: EditorView, run: () => void, breakLine: (view: EditorView) => boolean) {
+async function enterBySense(app: App, view: EditorView, run: () => void, indenter: Indenter) {
   const { doc, selection } = view.state;
   const text = doc.toString();
   const { head } = selection.main;
   const complete = await app.console.isComplete(text);
   if (view.state.doc === doc) {
     if (complete) run();
-    else breakLine(view);
+    else newLine(indenter)(view);
   } else if (!complete) {
-    view.dispatch({ changes: { from: head, insert: '\n' }, userEvent: 'input' });
+    breakLineAt(view, indenter, head);
   } else if (head === text.length && app.console.run(text)) {
     view.dispatch({ changes: { from: 0, to: Math.min(text.length, view.state.doc.length) } });
   }
@@ -56,7 +68,7 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
       return true;
     }
     if (!app.preferences.value.value.enterRuns) return breakLine(view);
-    entering = entering.then(() => indentationSettled(view)).then(() => enterBySense(app, view, run, breakLine));
+    entering = entering.then(() => indentationSettled(view)).then(() => enterBySense(app, view, run, indenter));
     return true;
   };
   const recall = (text: string | null, view: EditorView) => {
@@ -107,7 +119,7 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
           label: t.console.input,
           ownKeyboard: ownKeyboardWanted(app),
           keys,
-          extra: [placeholder(t.console.placeholder), suggestions.extension(), mendWhileTyping(indenter)],
+          extra: [hint.of(hintOf(app.console.status.peek())), suggestions.extension(), mendWhileTyping(indenter)],
         }),
         EditorView.updateListener.of((update) => {
           if (update.docChanged) draft = update.state.doc.toString();
@@ -189,6 +201,11 @@ export function Composer({ app, handle }: { app: App; handle: { current: Compose
   useSignalEffect(() => {
     const own = ownKeyboardWanted(app);
     if (view.current) setOwnKeyboard(view.current, own);
+  });
+
+  useSignalEffect(() => {
+    const effects = hint.reconfigure(hintOf(console.status.value));
+    view.current?.dispatch({ effects });
   });
 
   console.historyVersion.value;

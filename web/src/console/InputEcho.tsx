@@ -33,7 +33,7 @@ export function InputEcho({ app, text }: { app: App; text: string }) {
   );
 }
 
-export function ColoredText({ text, spans }: { text: string; spans: Span[] }) {
+function ColoredText({ text, spans }: { text: string; spans: Span[] }) {
   const pieces = coloredPieces(text, spans);
   return <>{pieces.map(({ text: piece, name }) => (name ? <span class={name}>{piece}</span> : piece))}</>;
 }

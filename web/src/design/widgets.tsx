@@ -4,6 +4,7 @@ import type { ComponentChildren } from 'preact';
 import { useEffect, useLayoutEffect, useRef } from 'preact/hooks';
 import { signal } from '@preact/signals';
 import { Icon, type IconName, Rings } from './icons';
+import { keysText } from './keys';
 
 export function IconButton(props: {
   icon: IconName;
@@ -122,7 +123,7 @@ export function MenuHost() {
               item.icon && <Icon name={item.icon} />
             )}
             <span>{item.label}</span>
-            {item.keys && <kbd>{item.keys}</kbd>}
+            {item.keys && <kbd>{keysText(item.keys)}</kbd>}
           </button>,
         ])}
       </div>

@@ -22,7 +22,7 @@ function Side({ title, lines }: { title: string; lines: Line[] }) {
       <figcaption>{title}</figcaption>
       <pre tabIndex={0}>
         {lines.slice(0, kShown).map(({ text, differs }) => (
-          <span class={differs ? 'differs' : undefined}>{`${text}\n`}</span>
+          <span class={differs ? 'differs' : undefined}>{text}</span>
         ))}
       </pre>
     </figure>

@@ -21,7 +21,7 @@ export function DialogHost() {
       input.value = dialog.field.value;
       input.focus();
       input.setSelectionRange(0, dialog.field.select ?? dialog.field.value.length);
-    }
+    } else if (!dialog.compare) element.querySelector<HTMLElement>('.button.primary')?.focus();
     return () => {
       if (opener instanceof HTMLElement && opener.isConnected) opener.focus({ preventScroll: true });
     };

@@ -13,6 +13,7 @@ import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import { isDirty, isProgram, nameOf, type OpenFile } from './core/editor';
 import {
+  changeTo,
   dropState,
   editLines,
   runAndLook,
@@ -105,9 +106,9 @@ function Actions({ app, file, view }: { app: App; file: OpenFile; view(): Editor
   const program = isProgram(file.path);
   const more = (event: MouseEvent) =>
     showMenu(event, t.editor.more, [
-      { label: t.editor.undo, icon: 'undo', keys: 'Ctrl Z', onPick: on(undo) },
-      { label: t.editor.redo, icon: 'redo', keys: 'Ctrl Y', onPick: on(redo) },
-      { label: t.editor.find, icon: 'search', keys: 'Ctrl F', onPick: on(openSearch) },
+      { label: t.editor.undo, icon: 'undo', keys: t.editor.keys.undo, onPick: on(undo) },
+      { label: t.editor.redo, icon: 'redo', keys: t.editor.keys.redo, onPick: on(redo) },
+      { label: t.editor.find, icon: 'search', keys: t.editor.keys.find, onPick: on(openSearch) },
       ...(!program
         ? []
         : [
@@ -121,7 +122,7 @@ function Actions({ app, file, view }: { app: App; file: OpenFile; view(): Editor
             {
               label: t.editor.comment,
               icon: 'comment' as const,
-              keys: 'Ctrl /',
+              keys: t.editor.keys.comment,
               divided: true,
               onPick: on((field) => editLines(app, field, 'editor/comment')),
             },
@@ -133,13 +134,13 @@ function Actions({ app, file, view }: { app: App; file: OpenFile; view(): Editor
             {
               label: t.editor.indent,
               icon: 'indent' as const,
-              keys: 'Ctrl I',
+              keys: t.editor.keys.indent,
               onPick: on((field) => editLines(app, field, 'editor/indent')),
             },
             {
               label: t.editor.helpOnName,
               icon: 'help' as const,
-              keys: 'F1',
+              keys: t.editor.keys.help,
               divided: true,
               onPick: on((field) => {
                 const name = nameAtCaret(field.state);
@@ -199,7 +200,9 @@ function Field({ app, path, view }: { app: App; path: string; view: { current: E
     const file = editor.files.value.find((each) => each.path === path);
     if (!file) return;
     if (shownPath.current && shownPath.current !== path) keepState(shownPath.current, field.state);
-    if (shownPath.current !== path || file.text !== field.state.doc.toString()) {
+    const shown = field.state.doc.toString();
+    if (shownPath.current === path) field.dispatch({ changes: changeTo(shown, file.text) });
+    else {
       field.setState(makeState(app, path, file.text, suggestions));
       setOwnKeyboard(field, ownKeyboardWanted(app));
     }

@@ -59,6 +59,20 @@ test.each([
   expect(fileOf(parts)).toMatchObject({ text: kept, savedText: kept });
 });
 
+test('what another window makes of a file is taken over, but not over unsaved text', async () => {
+  const parts = await opened();
+  const write = async (text: string) => {
+    parts.session.state.files.set('f.m', text);
+    parts.session.notify('files/changed', { path: '' });
+    await settle();
+  };
+  await write('theirs');
+  expect(fileOf(parts)).toMatchObject({ text: 'theirs', savedText: 'theirs' });
+  parts.app.editor.changed('f.m', 'mine');
+  await write('theirs again');
+  expect(fileOf(parts)).toMatchObject({ text: 'mine', savedText: 'theirs' });
+});
+
 test('errors of a run stand in the margin until the next run', async () => {
   const parts = await opened();
   const running = parts.app.runFile('f.m');

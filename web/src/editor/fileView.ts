@@ -3,7 +3,7 @@
 
 import { history, redo, undo } from '@codemirror/commands';
 import { highlightSelectionMatches } from '@codemirror/search';
-import { EditorState, Prec, RangeSet, StateEffect, StateField } from '@codemirror/state';
+import { type ChangeSpec, EditorState, Prec, RangeSet, StateEffect, StateField } from '@codemirror/state';
 import {
   EditorView,
   GutterMarker,
@@ -43,6 +43,16 @@ class MarkSign extends GutterMarker {
   }
 }
 
+/// One mark for each line, with the texts of all.
+function oneEach(marks: Mark[]): Mark[] {
+  const lines = new Map<number, Mark>();
+  for (const mark of marks) {
+    const { text, warning } = lines.get(mark.line) ?? { text: '', warning: true };
+    lines.set(mark.line, { ...mark, text: text ? `${text}\n${mark.text}` : mark.text, warning: warning && mark.warning });
+  }
+  return [...lines.values()];
+}
+
 export const setMarks = StateEffect.define<Mark[]>();
 const marksField = StateField.define<RangeSet<GutterMarker>>({
   create: () => RangeSet.empty,
@@ -53,7 +63,7 @@ const marksField = StateField.define<RangeSet<GutterMarker>>({
       const { doc } = transaction.state;
       const shown = effect.value.filter((mark) => mark.line >= 1 && mark.line <= doc.lines);
       signs = RangeSet.of(
-        shown.map((mark) => new MarkSign(mark).range(doc.line(mark.line).from)),
+        oneEach(shown).map((mark) => new MarkSign(mark).range(doc.line(mark.line).from)),
         true,
       );
     }
@@ -61,6 +71,19 @@ const marksField = StateField.define<RangeSet<GutterMarker>>({
   },
 });
 const marksGutter = [marksField, gutter({ class: 'cm-marks', markers: (view) => view.state.field(marksField) })];
+
+/// The one change that makes the other text of the old one, so that the caret and the undo stay.
+export function changeTo(old: string, text: string): ChangeSpec {
+  let from = 0;
+  let end = old.length;
+  let newEnd = text.length;
+  while (from < end && from < newEnd && old[from] === text[from]) from++;
+  while (end > from && newEnd > from && old[end - 1] === text[newEnd - 1]) {
+    end--;
+    newEnd--;
+  }
+  return { from, to: end, insert: text.slice(from, newEnd) };
+}
 
 type Edit = 'editor/comment' | 'editor/uncomment' | 'editor/indent';
 
@@ -76,16 +99,8 @@ export async function editLines(app: App, view: EditorView, method: Edit): Promi
     }),
   );
   if (!answer || view.state.doc !== doc) return;
-  let from = 0;
-  let end = old.length;
-  let newEnd = answer.text.length;
-  while (from < end && from < newEnd && old[from] === answer.text[from]) from++;
-  while (end > from && newEnd > from && old[end - 1] === answer.text[newEnd - 1]) {
-    end--;
-    newEnd--;
-  }
   view.dispatch({
-    changes: { from, to: end, insert: answer.text.slice(from, newEnd) },
+    changes: changeTo(old, answer.text),
     selection: { anchor: answer.start, head: answer.end },
     userEvent: 'input',
     scrollIntoView: true,

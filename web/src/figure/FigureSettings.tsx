@@ -200,6 +200,13 @@ function LineSettings({ line, at, set }: { line: PlotLine; at: number; set: Set 
           onChange={change('markerStyle')}
         />
       </Row>
+      <Row label={t.figure.inLegend}>
+        <Switch
+          label={`${name}, ${t.figure.inLegend}`}
+          checked={attribute.shownInLegend}
+          onChange={change('shownInLegend')}
+        />
+      </Row>
     </fieldset>
   );
 }

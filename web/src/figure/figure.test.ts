@@ -5,6 +5,7 @@ import { readFileSync } from 'node:fs';
 import { codedColor, colorOf, kLineColors } from './core/colors';
 import { base64 } from './core/base64';
 import { short } from './core/model';
+import { axisTexts } from './core/turnedAxes';
 import { TurnedSurface } from './core/turning';
 import type { Mesh } from '../engine/core/protocol';
 
@@ -159,4 +160,26 @@ test('a surface under the finger is seen as the engine has it, turned and zoomed
   expect(surface.walls()).toHaveLength(1);
   expect(new TurnedSurface(meshOf([1, 1, 1, 2]), [0, 0, 200, 200]).faces().count).toBe(0);
   expect(surface.apply({ kind: 'reset' }, 200, 200)).toBe(false);
+});
+
+test('the axes of a turned surface run along its outline, with the texts at their places', () => {
+  for (const [dx, dy] of [[10, -60], [55, -35], [130, -90], [199, -150]] as const) {
+    const surface = new TurnedSurface(meshOf([0, 0, 0, 0]), [0, 0, 200, 200]);
+    surface.apply({ kind: 'rotate', dx, dy }, 200, 200);
+    const corners = surface.walls().flatMap((wall) => [0, 2, 4, 6].map((k) => [wall[k]!, wall[k + 1]!] as const));
+    const edges = surface.edges();
+    expect(edges.filter(Boolean).length).toBeGreaterThan(1);
+    for (const edge of edges) {
+      if (!edge) continue;
+      const { lower, outward } = edge;
+      for (const [x, y] of corners)
+        expect((x - lower.x) * outward.x + (y - lower.y) * outward.y).toBeLessThan(1e-3);
+    }
+  }
+  const line = { kind: 'path' as const, role: 'x axis', points: [0, 100, 100, 200] };
+  const text = { kind: 'text' as const, role: 'x tick label', text: '1', x: 15, y: 135 + 0.36 * 10, size: 10 };
+  const drawing = { width: 200, height: 200, title: '', description: '', plotArea: [0, 0, 200, 200] as [0, 0, 200, 200] };
+  const [x, y] = axisTexts({ ...drawing, items: [line, text] });
+  expect(x!.texts[0]!.share).toBeCloseTo(0.25);
+  expect(y).toBeNull();
 });

@@ -2,6 +2,8 @@
 /// same surface as the panel around them.
 
 import type { Drawing, DrawingItem } from '../engine/core/protocol';
+import type { Point } from './core/gestures';
+import { at, type AxisTexts, axisTexts, type Edge, rise } from './core/turnedAxes';
 import type { TurnedSurface } from './core/turning';
 
 const kGround = new Set(['background']);
@@ -96,14 +98,16 @@ function trace(context: CanvasRenderingContext2D, points: (number | null)[]): vo
   }
 }
 
+const fontOf = ({ role, size }: DrawingItem, family: string) =>
+  `${role === 'title' ? 600 : 400} ${size ?? 12}px ${family}`;
+
 function paintText(context: CanvasRenderingContext2D, item: DrawingItem, font: string): void {
   const x = item.x ?? item.points?.[0] ?? 0;
   const y = item.y ?? item.points?.[1] ?? 0;
   context.save();
   context.translate(x!, y!);
   if (item.angle) context.rotate((item.angle * Math.PI) / 180);
-  const weight = item.role === 'title' ? 600 : 400;
-  context.font = `${weight} ${item.size ?? 12}px ${font}`;
+  context.font = fontOf(item, font);
   context.textAlign = item.anchor === 'middle' ? 'center' : item.anchor === 'end' ? 'end' : 'start';
   context.textBaseline = (item.baseline as CanvasTextBaseline | undefined) ?? 'alphabetic';
   context.fillStyle = item.color ?? item.fill ?? '#808080';
@@ -111,12 +115,13 @@ function paintText(context: CanvasRenderingContext2D, item: DrawingItem, font: s
   context.restore();
 }
 
-/// Paints a surface while it is turned: walls as in the last drawing, and faces with their edges.
+/// Paints a surface while it is turned: walls, axes and texts as in the last drawing, and faces with
+/// their edges.
 export function paintTurned(
   context: CanvasRenderingContext2D,
   drawing: Drawing,
   surface: TurnedSurface,
-  { scale }: PaintOptions,
+  { font, scale }: PaintOptions,
 ): void {
   context.setTransform(scale, 0, 0, scale, 0, 0);
   context.clearRect(0, 0, drawing.width, drawing.height);
@@ -140,6 +145,60 @@ export function paintTurned(
     context.strokeStyle = edges[colors[k]!]!;
     context.fill();
     context.stroke();
+  }
+  const { titles, axes } = textsOf(drawing);
+  titles.forEach((item) => paintText(context, item, font));
+  const places = surface.edges();
+  axes.forEach((axis, k) => {
+    const edge = places[k];
+    if (axis && edge) paintAxis(context, axis, edge, font, drawing.width);
+  });
+}
+
+interface Texts {
+  titles: DrawingItem[];
+  axes: (AxisTexts | null)[];
+}
+const knownTexts = new WeakMap<Drawing, Texts>();
+
+/// Looked for once, since the list is long.
+function textsOf(drawing: Drawing): Texts {
+  const known = knownTexts.get(drawing);
+  if (known) return known;
+  const found = { titles: drawing.items.filter(({ role }) => role === 'title'), axes: axisTexts(drawing) };
+  knownTexts.set(drawing, found);
+  return found;
+}
+
+const kTick = 4;
+const kGap = 6;
+
+/// One axis along its edge: the line, a tick and its text at each place, and further out the label,
+/// where there is room for it.
+function paintAxis(
+  context: CanvasRenderingContext2D,
+  { line, texts }: AxisTexts,
+  edge: Edge,
+  font: string,
+  room: number,
+): void {
+  const { lower, upper, outward } = edge;
+  const segment = (from: Point, to: Point) => paintShape(context, { ...line, points: [from.x, from.y, to.x, to.y] });
+  segment(lower, upper);
+  let reach = kTick + kGap;
+  for (const { item, share, isLabel } of [...texts].sort((a, b) => Number(a.isLabel) - Number(b.isLabel))) {
+    context.font = fontOf(item, font);
+    const [across, tall] = [context.measureText(item.text ?? '').width, item.size ?? 12];
+    const [width, height] = item.angle ? [tall, across] : [across, tall];
+    const support = (Math.abs(outward.x) * width + Math.abs(outward.y) * height) / 2;
+    const distance = (isLabel ? reach + kGap : kTick + kGap) + support;
+    if (!isLabel) reach = Math.max(reach, distance + support);
+    const from = at(edge, share);
+    const out = (by: number) => ({ x: from.x + outward.x * by, y: from.y + outward.y * by });
+    if (!isLabel) segment(from, out(kTick));
+    const [{ x, y }, behind] = [out(distance), rise(item)];
+    if (isLabel && Math.abs(x - room / 2) > (room - width) / 2) continue;
+    paintText(context, { ...item, x: x + behind.x, y: y + behind.y }, font);
   }
 }
 

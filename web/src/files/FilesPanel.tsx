@@ -1,5 +1,4 @@
 import { useEffect, useRef } from 'preact/hooks';
-import { useSignal } from '@preact/signals';
 import { useApp } from '../shell/context';
 import { Panel } from '../shell/Panel';
 import type { App } from '../shell/core/app';
@@ -11,7 +10,7 @@ import { isDirty, isProgram } from '../editor/core/editor';
 import { text as t } from '../texts/texts';
 import { baseOf, parentOf, sizeText, trail } from './core/names';
 import { addExamples } from './examples';
-import { dropped, pickFiles } from './picking';
+import { pickFiles } from './picking';
 
 export function FilesPanel() {
   const app = useApp();
@@ -144,30 +143,12 @@ function Hits({ app }: { app: App }) {
 
 function Folder({ app }: { app: App }) {
   const { files } = app;
-  const over = useSignal(false);
   const items = files.items.value;
   useEffect(() => {
     if (!files.items.value) void files.reload();
   }, []);
-  const drop = async (event: DragEvent) => {
-    event.preventDefault();
-    over.value = false;
-    const found = await dropped(event.dataTransfer!);
-    if (found === null) files.refuseDrop();
-    else await files.import(found);
-  };
   return (
-    <div
-      class={`folder${over.value ? ' over' : ''}`}
-      onDragOver={(event) => {
-        event.preventDefault();
-        over.value = true;
-      }}
-      onDragLeave={() => {
-        over.value = false;
-      }}
-      onDrop={(event) => void drop(event)}
-    >
+    <div class="folder">
       {files.folder.value && <Way app={app} />}
       {!items ? (
         <p class="files-note" aria-busy="true">
@@ -187,11 +168,6 @@ function Folder({ app }: { app: App }) {
             <Row app={app} item={item} key={item.relativePath} />
           ))}
         </ul>
-      )}
-      {over.value && (
-        <div class="drop-sign" aria-hidden="true">
-          {t.files.dropHere}
-        </div>
       )}
     </div>
   );

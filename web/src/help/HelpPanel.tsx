@@ -144,4 +144,4 @@ function Tree({ app }: { app: App }) {
   );
 }
 
-export const openPage = (app: App, path: string) => app.help.open(path, app.settings.values.value?.docTextSize ?? 100);
+const openPage = (app: App, path: string) => app.help.open(path, app.settings.values.value?.docTextSize ?? 100);

@@ -1,7 +1,9 @@
 /// The service worker keeps the app's own files, so that it opens without a network. A new version
-/// is told of and taken when the person says so; the app works without a worker.
+/// is told of and taken when the person says so; the app works without a worker. It is looked for
+/// when the connection comes back, since the server may be another one then.
 
-import type { Dialogs } from '../dialogs/core/dialogs';
+import { effect } from '@preact/signals';
+import type { App } from '../shell/core/app';
 import { text as t } from '../texts/texts';
 
 /// The worker fetches all files again, which must not hold up the page.
@@ -10,7 +12,7 @@ function afterLoad(work: () => void): void {
   else addEventListener('load', work);
 }
 
-export function registerWorker(dialogs: Dialogs): void {
+export function registerWorker({ dialogs, session }: App): void {
   if (!('serviceWorker' in navigator)) return;
   const hadWorker = navigator.serviceWorker.controller !== null;
   let reloading = false;
@@ -34,6 +36,12 @@ export function registerWorker(dialogs: Dialogs): void {
           fresh?.addEventListener('statechange', () => {
             if (fresh.state === 'installed' && hadWorker) offer();
           });
+        });
+        let wasLost = false;
+        effect(() => {
+          const isOpen = session.state.value === 'open';
+          if (isOpen && wasLost) registration.update().catch(() => {});
+          wasLost = !isOpen;
         });
       })
       .catch(() => {}); // private windows refuse workers

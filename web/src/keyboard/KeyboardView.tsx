@@ -4,6 +4,7 @@
 
 import { useEffect, useRef } from 'preact/hooks';
 import { useSignal } from '@preact/signals';
+import type { App } from '../shell/core/app';
 import { useApp } from '../shell/context';
 import type { Key } from '../engine/core/protocol';
 import { Icon, isIcon } from '../design/icons';
@@ -36,7 +37,7 @@ export default function KeyboardView() {
           icon="phone"
           label={t.keyboard.toSystem}
           keepFocus
-          onClick={() => app.preferences.set({ keyboard: 'system' })}
+          onClick={() => toSystemKeyboard(app)}
         />
         <IconButton
           icon="hide"
@@ -54,6 +55,12 @@ export default function KeyboardView() {
       ))}
     </div>
   );
+}
+
+function toSystemKeyboard({ preferences, dialogs }: App): void {
+  const { keyboard } = preferences.value.value;
+  preferences.set({ keyboard: 'system' });
+  dialogs.say(t.keyboard.systemNow, t.keyboard.toOwn, () => preferences.set({ keyboard }));
 }
 
 function KeyButton({ item, tick }: { item: Key; tick(): void }) {

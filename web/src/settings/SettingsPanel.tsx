@@ -1,4 +1,5 @@
 import type { ComponentChildren } from 'preact';
+import { useEffect } from 'preact/hooks';
 import { useSignal } from '@preact/signals';
 import { useApp } from '../shell/context';
 import { Panel } from '../shell/Panel';
@@ -16,6 +17,7 @@ export default function SettingsPanel() {
   const theirs = settings.values.value;
   const report = useSignal('');
   const s = t.settings;
+  useEffect(() => void settings.refresh(), []);
   return (
     <Panel id="settings" title={t.shell.settings}>
       <div class="settings">

@@ -1,5 +1,6 @@
 import { useEffect, useRef } from 'preact/hooks';
 import { shortcutsShown } from '../shell/shortcuts';
+import { keysText } from '../design/keys';
 import { IconButton } from '../design/widgets';
 import { text as t } from '../texts/texts';
 
@@ -25,7 +26,7 @@ export default function ShortcutList() {
             <dl>
               {group.rows.map(([keys, does]) => [
                 <dt>
-                  <kbd>{keys}</kbd>
+                  <kbd>{keysText(keys!)}</kbd>
                 </dt>,
                 <dd>{does}</dd>,
               ])}

@@ -3,8 +3,9 @@
 import { useEffect, useRef } from 'preact/hooks';
 import { lazy } from '../design/lazy';
 import { Icon, Rings } from '../design/icons';
-import { IconButton, MenuHost, closeMenu, showMenu } from '../design/widgets';
+import { IconButton, MenuHost, closeMenu, keepFocus, showMenu } from '../design/widgets';
 import { DialogHost } from '../dialogs/DialogHost';
+import { DropSign } from '../files/DropSign';
 import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import type { Panel } from './core/layout';
@@ -36,6 +37,7 @@ export function AppView({ app }: { app: App }) {
         )}
         {keyboard && <KeyboardView />}
       </div>
+      <DropSign />
       <Toast />
       <DialogHost />
       <MenuHost />
@@ -263,7 +265,7 @@ function Toast() {
   return (
     <div class="toast-frame" role="status">
       {toast && (
-        <div class="toast">
+        <div class="toast" onPointerDown={keepFocus}>
           <span>{toast.text}</span>
           {toast.action && (
             <button

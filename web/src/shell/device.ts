@@ -9,17 +9,17 @@ import type { App } from './core/app';
 const kPrefix = 'kelo.';
 
 /// Storage that may be missing or full: reads then give nothing and writes are refused.
-export const deviceStore: Store = {
+const storeIn = (place: () => Storage): Store => ({
   read(key) {
     try {
-      return localStorage.getItem(kPrefix + key);
+      return place().getItem(kPrefix + key);
     } catch {
       return null;
     }
   },
   write(key, text) {
     try {
-      localStorage.setItem(kPrefix + key, text);
+      place().setItem(kPrefix + key, text);
       return true;
     } catch {
       return false;
@@ -27,21 +27,25 @@ export const deviceStore: Store = {
   },
   remove(key) {
     try {
-      localStorage.removeItem(kPrefix + key);
+      place().removeItem(kPrefix + key);
     } catch {
       /* nothing is kept then */
     }
   },
   keys() {
     try {
-      return Object.keys(localStorage)
+      return Object.keys(place())
         .filter((key) => key.startsWith(kPrefix))
         .map((key) => key.slice(kPrefix.length));
     } catch {
       return [];
     }
   },
-};
+});
+/// Outlives the page.
+export const deviceStore = storeIn(() => localStorage);
+/// Outlives a reload, and belongs to this window alone.
+export const windowStore = storeIn(() => sessionStorage);
 
 export const deviceClock: Clock = {
   now: () => performance.now(),

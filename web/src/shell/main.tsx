@@ -32,6 +32,6 @@ async function begin(): Promise<void> {
   await betweenKeys();
   await token;
   app.start();
-  registerWorker(app.dialogs);
+  registerWorker(app);
 }
 void begin();

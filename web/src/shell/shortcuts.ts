@@ -21,16 +21,17 @@ export function listenToKeys(app: App): void {
     else return;
     event.preventDefault();
   });
+  const isEditing = () => document.activeElement?.classList.contains('cm-content') ?? false;
   const look = () => {
-    editing.value = document.activeElement?.classList.contains('cm-content') ?? false;
+    editing.value = isEditing();
   };
-  document.addEventListener('focusin', look);
   // A press elsewhere takes the focus away before it is a click; what it aims at must not move until then.
   let pressed = false;
   const later = () =>
     setTimeout(() => {
       if (!pressed) look();
     }, 60);
+  document.addEventListener('focusin', () => (isEditing() ? look() : later()));
   document.addEventListener(
     'pointerdown',
     () => {
@@ -60,7 +61,7 @@ function isText(target: EventTarget | null): boolean {
 
 /// Puts the focus into a panel: into its text field where it has one. A panel whose code is still on
 /// its way is waited for.
-export function focusPanel(name: string, patience = 60): void {
+function focusPanel(name: string, patience = 60): void {
   requestAnimationFrame(() => {
     const panel = document.querySelector(`[data-panel="${name}"]`);
     const kinds = ['.cm-content', 'canvas', '[tabindex="0"]', 'input', 'button:not(:disabled)'];

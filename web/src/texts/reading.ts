@@ -23,8 +23,8 @@ export const keyboard = {
   name: 'Keyboard',
   toSystem: 'System keyboard',
   toOwn: 'Program keyboard',
+  systemNow: 'The system keyboard is used from now on',
   hide: 'Hide the keyboard',
-  alternatives: 'Alternatives',
   keys: {
     deleteBackward: 'Delete',
     enter: 'Return',
@@ -67,7 +67,6 @@ export const settings = {
   numbers: 'Numbers',
   typing: 'Typing',
   files: 'Files',
-  helpPages: 'Help',
   about: 'About',
   theme: 'Theme',
   themes: { auto: 'System', light: 'Light', dark: 'Dark' },

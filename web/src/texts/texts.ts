@@ -11,7 +11,6 @@ const dialogs = {
 };
 
 const connection = {
-  connecting: 'Connecting …',
   lost: 'The engine cannot be reached',
   lostText: 'Your console, files and figures are kept. The connection is taken up again by itself.',
   refused: 'This page is not let in',
@@ -33,7 +32,6 @@ const shell = {
   settings: 'Settings',
   more: 'More',
   panels: 'Panels',
-  skip: 'Skip to the console',
   divider: 'Divider',
   toggleSidebar: 'Files and variables',
   status: {

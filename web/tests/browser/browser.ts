@@ -76,6 +76,7 @@ export function useBrowser() {
         console.error(`policy: ${event.violatedDirective} ${event.blockedURI}`),
       );
     });
+    context.setDefaultTimeout(60_000);
     const page = await context.newPage();
     page.on('console', (message) => {
       if (message.type() === 'error' && !/WebSocket connection|ERR_CONNECTION_REFUSED/.test(message.text()))
@@ -93,6 +94,17 @@ export function useBrowser() {
   return { open, expectRefusals };
 }
 
+/// What `read` gives once it has stopped changing.
+export async function settled<T>(read: () => T | Promise<T>): Promise<T> {
+  let last = await read();
+  for (;;) {
+    await new Promise((resolve) => setTimeout(resolve, 700));
+    const now = await read();
+    if (now === last) return now;
+    last = now;
+  }
+}
+
 /// Types into the console and runs it.
 export async function command(page: Page, text: string): Promise<void> {
   const input = page.locator('.composer .cm-content');
@@ -107,7 +119,7 @@ export async function command(page: Page, text: string): Promise<void> {
 /// Brings a panel into view by the bar, the tabs or the menu, as the size has it.
 export async function show(page: Page, name: string): Promise<void> {
   await page.evaluate(() => (document.activeElement as HTMLElement | null)?.blur());
-  await page.waitForTimeout(120);
+  await page.locator('.app:not(.editing) nav').first().waitFor(); // the bar makes room for a text field
   const panel = page.locator(`[data-panel="${name === 'Variables' ? 'workspace' : name.toLowerCase()}"]`);
   if (await panel.isVisible()) return;
   const button = page.locator('nav').getByRole('button', { name, exact: true });

@@ -4,7 +4,7 @@ import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { expect, test } from 'vitest';
 import type { Frame, Page } from 'playwright-core';
-import { command, show, useBrowser, type Size } from './browser';
+import { command, settled, show, useBrowser, type Size } from './browser';
 import { fillSession } from './stock';
 
 const { open } = useBrowser();
@@ -54,7 +54,7 @@ test.each<[Size, 'light' | 'dark']>([
   };
   for (const panel of kPanels) {
     await show(page, panel);
-    await page.waitForTimeout(150);
+    await settled(() => page.locator(`#app`).innerText());
     await look(panel);
   }
   await show(page, 'Help');
@@ -83,8 +83,7 @@ test.each<[Size, 'light' | 'dark']>([
   expect(found).toEqual({});
 });
 
-// OPEN: on a busy machine it hung in two of fifteen runs, at a step that is not found yet; hence the second try.
-test('everything by keys: run, recall, leave the field, reach each panel, the list of keys', { retry: 1 }, async () => {
+test('everything by keys: run, recall, leave the field, reach each panel, the list of keys', async () => {
   const { page, session } = await open('desk', { fill: fillSession });
   await page.keyboard.press('Alt+Digit1');
   await page.keyboard.type('for k = 1:3');
@@ -117,8 +116,11 @@ test('everything by keys: run, recall, leave the field, reach each panel, the li
   await page.getByRole('button', { name: 'mean' }).click();
   await page.frameLocator('.help-frame').locator('math').first().waitFor();
   await page.locator('.help-frame').focus();
-  await page.keyboard.press('Alt+Digit3');
-  await page.locator('canvas').focus();
+  // An event of the page: of a real key chromium may lose the acknowledgement when the key hides its frame, and
+  // then the press never returns.
+  const key = { code: 'Digit3', key: '3', altKey: true };
+  await page.frameLocator('.help-frame').locator('body').dispatchEvent('keydown', key);
+  await expect.poll(() => page.evaluate(() => document.activeElement?.tagName)).toBe('CANVAS');
   await page.keyboard.press('ArrowRight');
   await page.locator('.figure-tip span').waitFor();
   expect(await page.locator('#figure-summary').textContent()).toContain('Plot “Wave packet” with 2 lines.');
@@ -141,6 +143,14 @@ test('the own keyboard writes, shifts, repeats delete, and does not cover the li
   await page.getByRole('button', { name: 'System keyboard' }).tap();
   await expect.poll(() => page.locator('.composer .cm-content').getAttribute('inputmode')).toBe('text');
   expect(await page.locator('.keyboard').count()).toBe(0);
+});
+
+test('a click beside the keyboard hits what it aims at, though the keyboard goes', async () => {
+  const { page } = await open('tablet', { fill: fillSession });
+  await page.locator('.composer .cm-content').tap();
+  await page.locator('.keyboard').waitFor();
+  await page.getByRole('button', { name: 'Open projectile.m, line 2' }).click();
+  await page.locator('.file-field .cm-activeLine', { hasText: 'nosuch' }).waitFor();
 });
 
 test('targets of a finger are large enough', async () => {

@@ -4,7 +4,7 @@
 import { readFileSync, statSync } from 'node:fs';
 import { gzipSync } from 'node:zlib';
 import { expect, test } from 'vitest';
-import { command, kDist, show, useBrowser } from './browser';
+import { command, kDist, settled, show, useBrowser } from './browser';
 import { fillSession } from './stock';
 
 const { open, expectRefusals } = useBrowser();
@@ -34,18 +34,17 @@ test('of 10,000 items only those in view are in the page, and scrolling finds th
   expect(await page.locator('.item').count()).toBeLessThan(120);
   await page.locator('.items').press('Home');
   await page.locator('.item', { hasText: 'many(10000)' }).waitFor();
-  const slow = await page.evaluate(async () => {
+  const most = await page.evaluate(async () => {
     const scroller = document.querySelector('.items')!;
-    let longest = 0;
+    let count = 0;
     for (let k = 0; k < 60; k++) {
-      const began = performance.now();
       scroller.scrollTop += 4000;
       await new Promise(requestAnimationFrame);
-      longest = Math.max(longest, performance.now() - began);
+      count = Math.max(count, document.querySelectorAll('.item').length);
     }
-    return longest;
+    return count;
   });
-  expect(slow).toBeLessThan(400);
+  expect(most).toBeLessThan(120);
   await page.getByRole('button', { name: 'To the end' }).click();
   await page.locator('.item', { hasText: '9999' }).waitFor();
 });
@@ -55,7 +54,7 @@ test('a line of 10 MB is shown in part and freezes nothing', async () => {
   session.add({ contentType: 'charArray', text: 'x'.repeat(10_000_000) });
   await page.getByRole('button', { name: /Show more/ }).waitFor();
   await command(page, 'after = 1');
-  await page.getByText('after =', { exact: false }).first().waitFor({ timeout: 5000 });
+  await page.getByText('after =', { exact: false }).first().waitFor();
 });
 
 test('hostile texts are shown as texts, wherever they come from', async () => {
@@ -135,6 +134,8 @@ test('two windows show one session', async () => {
 
 test('an error of any method is an alert or a line, and the panels stay', async () => {
   const { page, session } = await open('desk', { fill: fillSession });
+  await page.locator('.file-row', { hasText: 'notes.txt' }).waitFor();
+  await settled(() => session.requests.length); // what the app asks for at its start
   const receive = session.receive.bind(session);
   session.receive = async (text, send) => {
     const { id, method } = JSON.parse(text);
@@ -153,11 +154,11 @@ test('an error of any method is an alert or a line, and the panels stay', async 
   await page.locator('.file-row', { hasText: 'notes.txt' }).getByRole('button').first().click();
   await page.getByRole('heading', { name: 'Disk full' }).waitFor();
   await page.keyboard.press('Enter');
+  // From here on an alert is closed when it stands in the way, whenever it comes.
+  await page.addLocatorHandler(page.locator('dialog'), () => page.keyboard.press('Escape'));
   for (const panel of ['Help', 'Settings', 'Figure']) {
     await page.locator('nav').getByRole('button', { name: panel, exact: true }).click();
     await page.locator(`[data-panel="${panel.toLowerCase()}"]`).waitFor();
-    await page.waitForTimeout(150);
-    while (await page.locator('dialog').count()) await page.keyboard.press('Escape');
   }
   await expect.poll(() => page.locator('.file-row').count()).toBeGreaterThan(3);
 });
@@ -165,9 +166,8 @@ test('an error of any method is an alert or a line, and the panels stay', async 
 test("the worker keeps the app's own files, and the app opens without the server", async () => {
   const { page, server } = await open('phone');
   await page.evaluate(async () => {
-    await navigator.serviceWorker.ready;
+    await navigator.serviceWorker.ready; // it is when all files are kept
   });
-  await page.waitForTimeout(500);
   server.server.close();
   server.drop();
   await page.reload();

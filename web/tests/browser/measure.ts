@@ -2,6 +2,7 @@
 /// running `kelo serve` with its token, or else the engine in memory. Prints a table.
 
 import { chromium, type CDPSession, type Page } from 'playwright-core';
+import { keyToScreen, processorTime } from './keyTimes';
 import { serve } from './server';
 
 const kTurns = 9;
@@ -75,24 +76,36 @@ async function plainPage(): Promise<number> {
   return time;
 }
 
-/// From a key press to the picture behind it.
-async function keyToScreen(page: Page): Promise<number> {
-  await page.evaluate(() => {
-    addEventListener(
-      'keydown',
-      (event) => {
-        requestAnimationFrame(() =>
-          setTimeout(() => {
-            (window as never as { took: number }).took = performance.now() - event.timeStamp;
-          }, 0),
-        );
-      },
-      { once: true, capture: true },
-    );
+/// The browser's own part of a key: a plain field.
+async function plainField(): Promise<Page> {
+  const plain = await context.newPage();
+  await plain.setContent('<div class="cm-content" contenteditable>text</div>');
+  return plain;
+}
+
+/// Key to screen in the console beside the browser's own part, by turns, since other programs run too.
+async function keys(inConsole: Page): Promise<void> {
+  const part = async (name: string, field: Page) => ({
+    ...{ name, field, client: await context.newCDPSession(field) },
+    ...{ clock: [] as number[], processor: [] as number[] },
   });
-  await page.keyboard.press('a');
-  await page.waitForTimeout(150);
-  return page.evaluate(() => (window as never as { took: number }).took);
+  const fields = [await part('a plain field', await plainField()), await part('the console', inConsole)];
+  for (let round = 0; round < 3; round++) {
+    for (const { field, client, clock, processor } of fields) {
+      await field.bringToFront();
+      await field.locator('.cm-content').first().focus();
+      await client.send('Emulation.setCPUThrottlingRate', { rate: 1 });
+      processor.push(...(await processorTime(browser, field, 10)));
+      await client.send('Emulation.setCPUThrottlingRate', { rate: 6 });
+      await field.waitForTimeout(300);
+      clock.push(...(await keyToScreen(browser, field, 10)));
+    }
+  }
+  for (const { name, clock, processor } of fields) {
+    row(`key to screen in ${name}`, clock);
+    row(`key to screen in ${name}, processor time x 6`, processor.map((time) => 6 * time));
+  }
+  await fields[0]!.field.close();
 }
 
 await open(1).then(([page]) => page.waitForTimeout(500).then(() => page.close()));
@@ -109,9 +122,8 @@ row("the console's own field has taken it over", times.map(({ taken }) => taken)
 
 const [page] = await open(6);
 await page.locator('.composer .cm-content').click();
-const keys: number[] = [];
-for (let k = 0; k < 30; k++) keys.push(await keyToScreen(page));
-row('key to screen in the console', keys);
+await keys(page);
+await page.bringToFront();
 
 if (given) {
   const stops: number[] = [];

@@ -1,11 +1,8 @@
-/// Serves dist/ as the real server does, with its policy, and a session for each address: the fake
-/// one, or `kelo serve --stdio` when a program is given.
+/// Serves dist/ as the real server does, with its policy, and the engine in memory.
 
-import { spawn } from 'node:child_process';
 import { createServer, type Server } from 'node:http';
 import { readFile } from 'node:fs/promises';
 import { extname, join, normalize } from 'node:path';
-import { createInterface } from 'node:readline';
 import { WebSocketServer, type WebSocket } from 'ws';
 import { FakeSession } from '../fake/engine';
 
@@ -38,29 +35,19 @@ export interface TestServer {
   address: string;
   session: FakeSession;
   server: Server;
+  /// From now on the app's files are those of another version, named so.
+  renew(version: string): void;
   drop(): void;
   close(): void;
 }
 
-function carryToProgram(socket: WebSocket, program: string, workdir: string): void {
-  const child = spawn(program, [
-    'serve',
-    '--stdio',
-    '--workdir',
-    workdir,
-    '--state',
-    join(workdir, '.state'),
-    '--documents',
-    join(workdir, '.documents'),
-  ]);
-  createInterface({ input: child.stdout }).on('line', (line) => socket.send(line));
-  socket.on('message', (data) => child.stdin.write(`${data}\n`));
-  socket.on('close', () => child.stdin.end());
-}
+const ofVersion = (worker: Buffer, name: string) =>
+  String(worker).replace(/const version = '\w+'/, `const version = '${name}'`);
 
-export async function serve(dist: string, program?: { path: string; workdir: string }, port = 0): Promise<TestServer> {
+export async function serve(dist: string): Promise<TestServer> {
   const session = new FakeSession();
   const sockets = new Set<WebSocket>();
+  let version = '';
   const server = createServer((request, response) => {
     const path = normalize(new URL(request.url ?? '/', 'http://x').pathname);
     const file = join(dist, path === '/' ? 'index.html' : path);
@@ -76,7 +63,7 @@ export async function serve(dist: string, program?: { path: string; workdir: str
             'Cross-Origin-Resource-Policy': 'same-origin',
             ...(path.startsWith('/frame/') ? frameHeaders(request.headers.host!) : {}),
           })
-          .end(content);
+          .end(version && path === '/worker.js' ? ofVersion(content, version) : content);
       },
       () => response.writeHead(404).end(),
     );
@@ -84,18 +71,20 @@ export async function serve(dist: string, program?: { path: string; workdir: str
   new WebSocketServer({ server, path: '/session', maxPayload: 64 << 20 }).on('connection', (socket) => {
     sockets.add(socket);
     socket.on('close', () => sockets.delete(socket));
-    if (program) return carryToProgram(socket, program.path, program.workdir);
     const send = (text: string) => socket.send(text);
     const leave = session.join(send);
     socket.on('message', (data) => void session.receive(String(data), send));
     socket.on('close', leave);
   });
-  await new Promise<void>((resolve) => server.listen(port, '127.0.0.1', resolve));
-  const { port: taken } = server.address() as { port: number };
+  await new Promise<void>((resolve) => server.listen(0, '127.0.0.1', resolve));
+  const { port } = server.address() as { port: number };
   return {
-    address: `http://127.0.0.1:${taken}/`,
+    address: `http://127.0.0.1:${port}/`,
     session,
     server,
+    renew: (name) => {
+      version = name;
+    },
     drop: () => sockets.forEach((socket) => socket.terminate()),
     close: () => {
       sockets.forEach((socket) => socket.terminate());

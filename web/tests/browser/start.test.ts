@@ -6,23 +6,29 @@ import { fillSession } from './stock';
 
 const { open } = useBrowser();
 
-test('what is typed before the app is there is taken over, and runs', async () => {
-  let release = () => {};
-  const held = new Promise<void>((resolve) => {
-    release = resolve;
+/// What others wait for.
+function gate(): { opened: Promise<void>; open(): void } {
+  let open = () => {};
+  const opened = new Promise<void>((resolve) => {
+    open = resolve;
   });
+  return { opened, open: () => open() };
+}
+
+test('what is typed before the app is there is taken over, and runs', async () => {
+  const parts = gate();
   const { page, session } = await open('desk', {
     theme: 'dark',
     before: (each) =>
       each.route('**/part-*.js', async (route) => {
-        await held;
+        await parts.opened;
         await route.continue();
       }),
     meanwhile: async (each) => {
       await each.locator('#first textarea:focus').waitFor();
       expect(await each.evaluate(() => document.documentElement.dataset.theme)).toBe('dark');
       await each.keyboard.type('early = 1\n');
-      release();
+      parts.open();
     },
   });
   await expect.poll(() => session.state.history[session.state.history.length - 1]).toBe('early = 1');
@@ -33,14 +39,16 @@ test('what is typed before the app is there is taken over, and runs', async () =
 test('the first field stands where the input will be', async () => {
   for (const size of ['phone', 'lying', 'tablet', 'desk'] as const) {
     let first = { x: 0, width: 0, y: 0, height: 0 };
+    const parts = gate();
     const { page } = await open(size, {
       before: (each) =>
         each.route('**/part-*.js', async (route) => {
-          await new Promise((resolve) => setTimeout(resolve, 600));
+          await parts.opened;
           await route.continue();
         }),
       meanwhile: async (each) => {
         first = (await each.locator('.first-composer').boundingBox())!;
+        parts.open();
       },
     });
     const then = (await page.locator('.composer').boundingBox())!;
@@ -59,18 +67,20 @@ test('over a slow network the app comes, runs and stops', async () => {
       await client.send('Network.emulateNetworkConditions', slow);
     },
     meanwhile: async (each) => {
-      await each.locator('#first textarea').fill('x = 1:3', { timeout: 8000 });
+      await each.locator('#first textarea').fill('x = 1:3');
     },
   });
+  await expect.poll(() => page.locator('.composer .cm-content').innerText()).toBe('x = 1:3');
   const receive = session.receive.bind(session);
+  const answers = gate();
   session.receive = async (text, send) => {
-    await new Promise((resolve) => setTimeout(resolve, 400));
+    await answers.opened;
     return receive(text, send);
   };
-  await expect.poll(() => page.locator('.composer .cm-content').innerText()).toBe('x = 1:3');
   await page.getByRole('button', { name: 'Run', exact: true }).last().click();
   // Pressed twice it runs once, since Stop takes its place before the engine has answered.
-  await page.getByRole('button', { name: 'Stop' }).first().waitFor({ timeout: 600 });
+  await page.getByRole('button', { name: 'Stop' }).first().waitFor();
+  answers.open();
   await page.locator('.item', { hasText: 'x =' }).last().waitFor();
   await command(page, 'forever');
   await page.getByRole('button', { name: 'Stop' }).first().click();

@@ -301,6 +301,7 @@ export class FakeSession {
       if (revision && revision !== String(this.file(path).length))
         throw new Alert('Failed to save', 'The file was changed');
       this.state.files.set(path, text);
+      this.notify('files/changed', { path: path.slice(0, Math.max(0, path.lastIndexOf('/'))) });
       return { revision: String(text.length) };
     },
     'files/delete': ({ paths }) => {

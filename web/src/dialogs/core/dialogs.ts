@@ -51,7 +51,7 @@ export class Dialogs {
   }
 
   async alert(title: string, text = ''): Promise<void> {
-    this.note(text ? `${title}: ${text}` : title);
+    this.note(title); // the text may name files
     await this.ask({ title, text, actions: [], cancel: t.dialogs.ok });
   }
 
@@ -88,7 +88,11 @@ export class Dialogs {
   fail(error: unknown): void {
     if (error instanceof ConnectionLost) this.say(t.connection.notNow);
     else if (error instanceof EngineError && error.isAlert) void this.alert(error.title, error.text);
-    else void this.alert(t.dialogs.unexpected, error instanceof Error ? error.message : String(error));
+    else {
+      const message = error instanceof Error ? error.message : String(error);
+      this.note(message);
+      void this.alert(t.dialogs.unexpected, message);
+    }
   }
 
   say(text: string, action?: string, onAction?: () => void): void {

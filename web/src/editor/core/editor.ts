@@ -9,7 +9,7 @@ import type { Dialogs } from '../../dialogs/core/dialogs';
 import { text as t } from '../../texts/texts';
 import { Drafts } from './drafts';
 
-export const kLargestFile = 10_000_000;
+const kLargestFile = 10_000_000;
 const kDraftDelay = 400;
 
 export interface Mark {
@@ -33,7 +33,7 @@ export interface Goto {
 }
 
 export const nameOf = (path: string) => path.slice(path.lastIndexOf('/') + 1);
-export const folderOf = (path: string) => path.slice(0, Math.max(0, path.lastIndexOf('/')));
+const folderOf = (path: string) => path.slice(0, Math.max(0, path.lastIndexOf('/')));
 export const isProgram = (path: string) => path.endsWith('.m');
 export const isDirty = (file: OpenFile) => file.text !== file.savedText;
 
@@ -58,6 +58,9 @@ export class Editor {
     session.on('console/item', (item) => this.mark(item));
     session.on('run/state', ({ status }) => {
       if (status === 'running') this.runBegins();
+    });
+    session.on('files/changed', ({ path }) => {
+      for (const file of this.files.value) if (folderOf(file.path) === path) void this.follow(file.path);
     });
   }
 
@@ -190,6 +193,18 @@ export class Editor {
     const draft = this.drafts.get(path);
     if (!draft) return;
     this.files.value = [...this.files.value, { path, text: draft.text, savedText: '', revision: '', marks: [] }];
+  }
+
+  /// Takes over what another window or program has made of a file; unsaved text meets it at the save.
+  private async follow(path: string): Promise<void> {
+    const before = this.find(path);
+    if (!before || isDirty(before)) return;
+    const found = await this.session.request('files/read', { path }).catch(() => null);
+    const file = this.find(path);
+    if (!found || !file || isDirty(file) || file.revision !== before.revision) return;
+    if (found.revision === file.revision || found.text.length > kLargestFile) return;
+    this.update(path, { text: found.text, savedText: found.text, revision: found.revision });
+    if (found.text !== file.text) this.replaced.value++;
   }
 
   private async isStale(file: OpenFile): Promise<boolean> {

@@ -5,6 +5,7 @@
 import type { Mesh } from '../../engine/core/protocol';
 import { bytesFrom } from './base64';
 import type { PendingGesture } from './gestures';
+import { chooseEdge, type Edge, kAxes } from './turnedAxes';
 
 const kHeight = 0.75;
 const kMostStretch = 1.3;
@@ -104,6 +105,24 @@ export class TurnedSurface {
         });
         return corners;
       });
+  }
+
+  /// The edges along which the axes x, y and z run; null for one that is seen end on.
+  edges(): (Edge | null)[] {
+    const place = this.projection();
+    const half = [1, 1, kHeight];
+    const out = new Float32Array(2);
+    const onScreen = (sides: number[]) => {
+      place(
+        sides.map((side, axis) => side * half[axis]!),
+        0,
+        out,
+        0,
+      );
+      return { x: out[0]!, y: out[1]! };
+    };
+    const facing = rotation(this.rotation).slice(6);
+    return kAxes.map((axis) => chooseEdge(axis, facing, onScreen));
   }
 
   faces(): Faces {

@@ -15,7 +15,7 @@ export interface Picked {
   isFolder: boolean;
   text(): Promise<string>;
 }
-export const kLargestImport = 40_000_000;
+const kLargestImport = 40_000_000;
 
 export class Files {
   readonly folder = signal('');
@@ -129,16 +129,6 @@ export class Files {
 
   async import(picked: Picked[]): Promise<void> {
     for (const file of picked) await this.importOne(file);
-  }
-
-  async importText(name: string, text: string): Promise<void> {
-    await this.work(t.files.importing, () =>
-      this.session.request('files/import', {
-        folder: this.folder.value,
-        name,
-        text,
-      }),
-    );
   }
 
   refuseDrop(): void {

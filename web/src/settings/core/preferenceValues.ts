@@ -12,7 +12,7 @@ export interface Preferences {
   tourSeen: boolean;
 }
 
-export const kDefaults: Preferences = {
+const kDefaults: Preferences = {
   theme: 'auto',
   keyboard: 'auto',
   motion: 'auto',

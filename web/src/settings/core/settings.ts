@@ -16,7 +16,15 @@ export class Settings {
   constructor(
     private readonly session: Session,
     private readonly dialogs: Dialogs,
-  ) {}
+  ) {
+    // Another window may have changed the digits.
+    session.on('console/replaced', () => void this.refresh());
+  }
+
+  /// Reads the settings anew, since other windows of the session set them too.
+  async refresh(): Promise<void> {
+    this.values.value = await this.session.request('settings/get', {}).catch(() => this.values.value);
+  }
 
   opened(answer: { settings: Values; version: string; workDirDisplayText: string; workDir: string }): void {
     this.values.value = answer.settings;

@@ -6,7 +6,7 @@ import { ConnectionLost, EngineError, type Session } from '../../engine/core/ses
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { assignment, parseTable, type ValueTable } from './valueTable';
 
-export const kLargestSheet = 20_000;
+const kLargestSheet = 20_000;
 
 export class Workspace {
   readonly variables = signal<Variable[]>([]);
