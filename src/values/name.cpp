@@ -1,6 +1,7 @@
 // The number of a name is twice its place in the table, and 1 more for a name that may be given
 // back. Tested by tests/values/name_test.cpp.
 #include "values/held_name.h"
+#include "values/name_hints.h"
 
 #include <algorithm>
 #include <bit>
@@ -35,6 +36,7 @@ struct NameTable {
     int32_t holders = 0;    // of a name that may be given back
     bool isPinned = false;  // it stays, since a program has the same name
     uint32_t nextFree = 0;  // of an entry without a name
+    uint32_t fieldPlace = 0;  // a hint
   };
 
   static NameTable& instance() {
@@ -144,6 +146,10 @@ HeldName HeldName::of(std::string_view text) {
 }
 
 const std::string& Name::text() const { return NameTable::instance().entryOf(*this).text; }
+
+uint32_t& fieldPlaceOf(Name name) { return NameTable::instance().entryOf(name).fieldPlace; }
+
+bool isHeldOnce(Name name) { return isTransient(name) && NameTable::instance().entryOf(name).holders == 1; }
 
 void retainName(Name name) {
   if (isTransient(name)) changeHolders(name, 1);
