@@ -35,7 +35,7 @@ void KeloParserBase::pushNewRecursionContext(antlr4::ParserRuleContext* node, si
   antlr4::Parser::pushNewRecursionContext(node, state, ruleIndex);
 }
 
-// Only the middle of a range is parsed at precedence 0 below a range. The node in hand is the
+// Only the middle of a range is parsed at precedence 0 below a range. The current node is the
 // expression so far; its parent is the range, which has its left operand and its first colon by
 // then.
 bool KeloParserBase::mayStartRange() const {
