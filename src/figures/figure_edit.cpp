@@ -1,4 +1,4 @@
-// A change is read into the model as from a file; the rules of the setters are applied behind it.
+// A change is read into the model as from a file; the rules of the setters are applied after it.
 // Tested by tests/figures/interaction_test.cpp.
 #include "figures/figure_edit.h"
 
