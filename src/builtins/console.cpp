@@ -104,7 +104,7 @@ NodeValue input(Call& call) {
   const bool isText = call.count() == 2;
   if (isText && read::text(call, 1, option) != "s") throw option.complaint(call);
   const std::optional<std::string> line = call.environment.readInput(prompt);
-  if (!line) return NodeValue::failure();  // the statement loop tells of the stop
+  if (!line) return NodeValue::failure();  // the statement loop reports the stop
   if (isText) return charRow(*line);
   const AnswerScope scope(call.environment, *line);
   return call.machine->evaluateText(*line);
@@ -114,7 +114,7 @@ NodeValue input(Call& call) {
 
 NodeValue stateOf(AllowingPause allowing) { return charRow(allowing == AllowingPause::on ? "on" : "off"); }
 
-/// The state before is the value of 'on' and 'off', for who wants to put it back.
+/// The value of 'on' and 'off' is the state before, so that it can be restored.
 NodeValue pauseState(Call& call) {
   const int word = read::option(call, 0, Wording::sentence(text::kPauseState), {"on", "off", "query"});
   const AllowingPause before = call.environment.allowPause();

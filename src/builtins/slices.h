@@ -2,7 +2,7 @@
 // sorting, filters).
 //
 // Seen from dimension d, an array is `outer` blocks of `length` rows of `inner` elements each:
-// inner is the product of the lengths before d, outer that of the lengths behind it. A slice is
+// inner is the product of the lengths before d, outer that of the lengths after it. A slice is
 // what stands in one place of all the rows of a block; there are outer * inner slices, numbered as
 // the elements of a result with that dimension set to 1.
 //

@@ -42,7 +42,7 @@ double widestCharacter(const CharArray& texts, const platform::TextMeasure& font
   return widest;
 }
 
-// Positions that one column takes: those of -1.0, or of -1.0-1.0i, with the two blanks behind it.
+// Positions that one column takes: those of -1.0, or of -1.0-1.0i, with the two blanks after it.
 std::optional<int> fieldLength(DisplayContentType contentType, int nDigits) {
   switch (contentType) {
     case DisplayContentType::doubleArray:

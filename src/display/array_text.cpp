@@ -73,7 +73,7 @@ class ArrayWriter {
     if (name_ || scale_ != 0) out_.text += " \n";
   }
 
-  // Unlike above, no blank stands behind the sign here. NOTE: intended.
+  // Unlike above, no blank stands after the sign here. NOTE: intended.
   void writePageHeader(int64_t page) {
     if (name_) out_.text += *name_;
     out_.text.append(pageSubscripts(size_, page)).append(" = ");

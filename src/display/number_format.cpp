@@ -33,7 +33,7 @@ int integerDigits(double magnitude) {
 enum class Sign : bool { none, blankOrMinus };
 
 void appendWithPrintf(std::string& out, double x, int width, int precision, Sign sign) {
-  char buffer[512];  // 309 integer digits, the point, the sign, and at most kMaxDigits behind the point
+  char buffer[512];  // 309 integer digits, the point, the sign, and at most kMaxDigits after the point
   const int length =
       std::snprintf(buffer, sizeof buffer, sign == Sign::none ? "%#*.*f" : "% #*.*f", width, precision, x);
   out.append(buffer, static_cast<size_t>(length));

@@ -27,9 +27,9 @@ constexpr int boundedDigits(int nDigits) { return nDigits < 1 ? 1 : nDigits > kM
 /// 0 of 0.
 int decimalExponent(double magnitude);
 
-/// Digits behind the point. With c digits before it (one for |x| < 1): nDigits - c from two on,
-/// else nDigits - 1; never below 0. It comes from the value before rounding, so 9.99999 prints as "
-/// 10.0000". NOTE: intended.
+/// Digits after the point. With c digits before it (one for |x| < 1): nDigits - c from two on,
+/// else nDigits - 1; never below 0. It comes from the value before rounding, so 9.99999 prints
+/// as " 10.0000". NOTE: intended.
 int precisionFor(int nDigits, double x);
 
 /// Appends a finite x as printf's "% #W.Pf" prints it, P its precision; NaN, Inf and -Inf

@@ -1,4 +1,4 @@
-// Structures as text. A value inside a structure is told by kind and size; only short things are
+// Structures as text. A value inside a structure shows as kind and size; only short things are
 // shown whole.
 #include "display/struct_text.h"
 

@@ -14,7 +14,7 @@ class Storable;
 /// rows of doubles and of text show their values.
 std::string structText(const StructArray& array, const OptionalName& name, const DisplayParameters& parameters);
 
-/// A value by kind and size, as it stands behind a field's name: rows of doubles and of text with
+/// A value by kind and size, as it stands after a field's name: rows of doubles and of text with
 /// their values, cut after some 10,000 elements.
 std::string summaryText(const Storable& value, int nDigits);
 

@@ -1,6 +1,6 @@
 // The tree of the help pages, as "docs.plist" describes it.
 //
-// The resources of the program are a folder that the shell tells: "docs.plist", the folder
+// The resources of the program are a folder that the shell names: "docs.plist", the folder
 // "html_files" with the pages and, inside it, "_styles"; besides, for the terminal, "page_texts"
 // with each page's Markdown, and "search.json".
 #pragma once

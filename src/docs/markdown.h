@@ -19,7 +19,7 @@ struct Node {
 
   Kind kind = Kind::document;
   std::string text;    ///< of text, code and mathematics; without its last line feed
-  std::string target;  ///< of a link or image; of a block of code the words behind its fence
+  std::string target;  ///< of a link or image; of a block of code the words after its fence
   int level = 0;       ///< of a heading, from 1; of an ordered list its first number
   std::vector<Node> children;
 };

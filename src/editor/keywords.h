@@ -36,7 +36,7 @@ struct Keywords {
   };
 
   /// The keywords of one line, from left to right, without those in comments and texts. An `end`
-  /// with a ")" behind it on the line is taken for an index (NOTE: intended, as the grammar does).
+  /// with a ")" after it on the line is taken for an index (NOTE: intended, as the grammar does).
   static std::vector<Occurrence> inLine(std::u16string_view line);
 
   /// Whether a line, without its leading blanks, starts with a word of the group. NOTE: intended:

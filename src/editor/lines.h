@@ -1,4 +1,4 @@
-// A text as its lines, each with the line end behind it.
+// A text as its lines, each with the line end after it.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // The patterns of the highlighter and of the indentation.
 //
-// OPTIMIZATION: repetitions that nothing behind them can shorten are possessive, and a doubled
+// OPTIMIZATION: repetitions that nothing after them can shorten are possessive, and a doubled
 // quote belongs to a text only if another quote follows on its line (otherwise the first of the two
 // closes it). This matches what the plain patterns match, in linear time and without a stack; tests
 // compare the two.

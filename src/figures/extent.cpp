@@ -1,4 +1,4 @@
-// The coordinates of all points lie one behind the other: x, y, x, y, ... A lane of the vectors
+// The coordinates of all points lie one after the other: x, y, x, y, ... A lane of the vectors
 // sees every so manieth of them, always the same coordinate, and skips by a choice instead of a
 // branch.
 #include "figures/extent.h"

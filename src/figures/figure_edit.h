@@ -9,7 +9,7 @@
 namespace kelo::figures {
 
 struct FigureChange {
-  std::string key;    ///< of the coded form; parts of lists and records behind "/": "lines/0/attribute/lineWidth"
+  std::string key;    ///< of the coded form; parts of lists and records after "/": "lines/0/attribute/lineWidth"
   std::string value;  ///< JSON text of the coded form
 };
 

@@ -11,7 +11,7 @@
 
 namespace kelo::figures {
 
-/// A number with n digits: below 1 in magnitude n - 1 behind the point, else n significant ones; no
+/// A number with n digits: below 1 in magnitude n - 1 after the point, else n significant ones; no
 /// grouping. n >= 1
 std::string numberText(int n, double x);
 

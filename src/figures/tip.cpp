@@ -1,4 +1,4 @@
-// Distances are told in the view, where both axes count alike. Tested by
+// Distances are those in the view, where both axes count alike. Tested by
 // tests/figures/interaction_test.cpp.
 #include "figures/tip.h"
 

@@ -20,7 +20,7 @@ std::optional<SortBy> sortByOf(int64_t ordinal);
 /// place when that is alike too.
 ///
 /// date   items without a date come last
-/// size   a folder comes behind any file in `sizeAsc`, before any in `sizeDesc`
+/// size   a folder comes after any file in `sizeAsc`, before any in `sizeDesc`
 /// type   by the extension; items without one come first in `typeAsc`, last in `typeDesc`
 void sortItems(std::vector<FileItem>& items, SortBy order);
 

@@ -1,6 +1,6 @@
 // How both stages of a parse stop: at the first problem, by throwing the parse cancellation error.
-// What is told of it goes through the listeners before the throw, so that a stage with a listener
-// tells exactly one problem and a stage without one is silent.
+// The listeners hear of it before the throw, so a stage with a listener reports exactly one problem
+// and a stage without one is silent.
 #pragma once
 
 #include "antlr4-runtime.h"
@@ -9,10 +9,10 @@ namespace kelo {
 
 class BailKeloStrategy final : public antlr4::BailErrorStrategy {
  public:
-  /// Tells the listeners which token is wrong. The runtime's own wording, which is costly to make,
+  /// Reports the wrong token to the listeners. The runtime's own wording, which is costly to make,
   /// is not used.
   void reportError(antlr4::Parser* recognizer, const antlr4::RecognitionException& problem) override;
-  /// A token that does not match: told here, since the base class throws without telling.
+  /// A token that does not match: reported here, since the base class only throws.
   antlr4::Token* recoverInline(antlr4::Parser* recognizer) override;
 };
 

@@ -1,4 +1,4 @@
-// One function per decision. Each looks at the tokens from the present one on, jumps over brackets
+// One function per decision. Each looks at the tokens from the current one on, jumps over brackets
 // by their partners, and answers with an alternative by name, or with kAskRuntime where a token or
 // two do not decide. Tested against the grammar and the runtime by tests/frontend/parse_test.cpp.
 #include "frontend/fast_prediction.h"
@@ -75,7 +75,7 @@ bool startsOperand(size_t type) {
 
 }  // namespace
 
-// The position behind the bracket that closes this one; behind all tokens when there is none.
+// The position after the bracket that closes this one; after all tokens when there is none.
 size_t FastPrediction::behindPartner(size_t open) const { return tokens_.partnerOf(open) + 1; }
 
 size_t FastPrediction::alternative(size_t decision, const KeloParserBase& parser) {
@@ -102,7 +102,7 @@ size_t FastPrediction::alternative(size_t decision, const KeloParserBase& parser
   return kAskRuntime;
 }
 
-// Behind ".name", ".name(...)" and ".(...)", as often as they follow.
+// After ".name", ".name(...)" and ".(...)", as often as they follow.
 size_t FastPrediction::behindFields(size_t i) const {
   while (type(i) == T::T__0) {
     i = type(i + 1) == T::LPAR ? behindPartner(i + 1) : i + 2;
@@ -145,7 +145,7 @@ FuncHandle FastPrediction::functionHandle(size_t i) const {
   return type(i + 1) == T::ID ? FuncHandle::ofName : FuncHandle::ofBuiltin;
 }
 
-// A name behind a built-in is a command in a statement and the next element in a matrix.
+// A name after a built-in is a command in a statement and the next element in a matrix.
 BuiltInFun FastPrediction::builtin(size_t i) const {
   if (type(i + 1) == T::LPAR) return BuiltInFun::call;
   return type(i + 1) == T::ID && !tokens_.isInSquare(i) ? BuiltInFun::command : BuiltInFun::name;
@@ -175,9 +175,9 @@ size_t FastPrediction::operand(size_t i) const {
   }
 }
 
-// Whether a colon could as well be the second one of a range further out, as "1:2 == 3:4" is "1:(2
-// == 3):4". Where only what binds as tightly as "a:b:c" may stand, that could start and "a:b" could
-// not.
+// Whether a colon could as well be the second one of a range further out, as "1:2 == 3:4" is
+// "1:(2 == 3):4". Where only what binds as tightly as "a:b:c" may stand, that could start and "a:b"
+// could not.
 bool FastPrediction::colonIsOpen(const KeloParserBase& parser) {
   const int precedence = parser.getPrecedence();
   return precedence > 0 ? precedence <= precedenceOf(Expr::Matrix_colon_three) : parser.isInHandleBody();
@@ -234,7 +234,7 @@ size_t FastPrediction::range(size_t colon) const {
   }
 }
 
-// Whether a comma follows the argument in hand, at the same level of brackets.
+// Whether a comma follows the current argument, at the same level of brackets.
 size_t FastPrediction::moreArguments(size_t i) const {
   for (;;) {
     switch (type(i)) {

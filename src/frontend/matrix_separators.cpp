@@ -56,7 +56,7 @@ bool startsElementAnyway(size_t typeBefore) {
          typeBefore == KeloLexer::COMMA;
 }
 
-// A sign with a blank before it, none behind it, and something before the blank that it could be
+// A sign with a blank before it, none after it, and something before the blank that it could be
 // subtracted from.
 bool signAfterBlank(const Tokens& tokens, size_t i) {
   return isSign(tokens[i].type) && i >= 2 && i + 1 < tokens.size() && tokens[i - 1].isHidden() &&
@@ -67,7 +67,7 @@ bool signAfterBlank(const Tokens& tokens, size_t i) {
 
 void insertMatrixElementSeparators(Tokens& tokens) {
   const MatchedBrackets brackets(tokens);
-  std::vector<size_t> enclosing;  // types of the open halves around the token in hand
+  std::vector<size_t> enclosing;  // types of the open halves around the current token
   for (size_t i = 0; i < tokens.size(); ++i) {
     if (brackets[i] == Bracket::open) enclosing.push_back(tokens[i].type);
     if (brackets[i] == Bracket::close) enclosing.pop_back();

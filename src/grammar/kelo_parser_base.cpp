@@ -14,9 +14,14 @@ void KeloParserBase::enter(antlr4::ParserRuleContext* node) {
   if (entered->depth > kMaxDepth) throw NestingTooDeep{getCurrentToken()};
 }
 
-void KeloParserBase::enterRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex) {
+// OPTIMIZATION: what the runtime does for a parser without listeners, which casts the parent
+// dynamically.
+void KeloParserBase::enterRule(antlr4::ParserRuleContext* node, size_t state, size_t /*ruleIndex*/) {
   enter(node);
-  antlr4::Parser::enterRule(node, state, ruleIndex);
+  setState(state);
+  _ctx = node;
+  node->start = _input->LT(1);
+  if (node->parent != nullptr) static_cast<antlr4::ParserRuleContext*>(node->parent)->addChild(node);
 }
 
 void KeloParserBase::enterRecursionRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex,
@@ -30,7 +35,7 @@ void KeloParserBase::pushNewRecursionContext(antlr4::ParserRuleContext* node, si
   antlr4::Parser::pushNewRecursionContext(node, state, ruleIndex);
 }
 
-// Only the middle of a range is parsed at precedence 0 below a range. The node in hand is the
+// Only the middle of a range is parsed at precedence 0 below a range. The current node is the
 // expression so far; its parent is the range, which has its left operand and its first colon by
 // then.
 bool KeloParserBase::mayStartRange() const {

@@ -15,12 +15,12 @@ namespace kelo {
 inline constexpr size_t kEndOfText = SIZE_MAX;
 
 /// Whether the point of "1." belongs to the number, and not to an operator such as "./". `next`
-/// stands behind it.
+/// stands after it.
 bool pointIsDecimal(size_t next);
 
 /// Whether a quote opens a text; otherwise it is a transpose. `before` stands before the quote.
 ///
-/// NOTE: intended: behind an underscore or a blank it opens one, whatever stands before that.
+/// NOTE: intended: after an underscore or a blank it opens one, whatever stands before that.
 bool quoteOpensText(size_t before);
 
 /// Line feed, carriage return and the other line ends of Unicode.
@@ -32,8 +32,8 @@ bool isEndOfLine(size_t c);
 /// counts.
 class BlockEnds {
  public:
-  /// here        position right behind "end"; asked for in rising order
-  /// characterAt gives the character at a position, kEndOfText behind the last
+  /// here        position right after "end"; asked for in rising order
+  /// characterAt gives the character at a position, kEndOfText after the last
   template <class CharacterAt>
   bool endsBlock(size_t here, const CharacterAt& characterAt) {
     if (here < scanBegin_ || here > scanEnd_) {
@@ -58,9 +58,9 @@ class BlockEnds {
 /// The same questions as the generated lexer asks them, at the point that its stream has reached.
 class LexerPredicates {
  public:
-  bool endsBlock(antlr4::CharStream* text);             ///< behind "end"
-  static bool pointIsDecimal(antlr4::CharStream* text);  ///< behind the point
-  static bool quoteOpensText(antlr4::CharStream* text);  ///< behind the quote
+  bool endsBlock(antlr4::CharStream* text);             ///< after "end"
+  static bool pointIsDecimal(antlr4::CharStream* text);  ///< after the point
+  static bool quoteOpensText(antlr4::CharStream* text);  ///< after the quote
 
  private:
   BlockEnds blockEnds_;

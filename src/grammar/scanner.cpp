@@ -53,7 +53,7 @@ class Scanner {
  public:
   explicit Scanner(std::u32string_view text) : text_(text) {}
 
-  // The token that starts at `start`: its type and the position behind it.
+  // The token that starts at `start`: its type and the position after it.
   struct Match {
     uint32_t type;
     size_t end;
@@ -103,7 +103,7 @@ Scanner::Match Scanner::word(size_t start) {
   return {endsBlock ? static_cast<uint32_t>(KeloLexer::GP_TERM) : found->second, end};
 }
 
-// The position behind an exponent, or the same position when there is none.
+// The position after an exponent, or the same position when there is none.
 size_t Scanner::exponent(size_t position) const {
   if (at(position) != 'e' && at(position) != 'E') return position;
   const size_t sign = at(position + 1);
@@ -150,7 +150,7 @@ Scanner::Match Scanner::dotted(size_t start) const {
   return imaginaryOr(KeloLexer::DOUBLE, exponent(digits));
 }
 
-// A text ends at its last possible closing quote: "''" goes on unless nothing closes behind it.
+// A text ends at its last possible closing quote: "''" goes on unless nothing closes after it.
 Scanner::Match Scanner::quote(size_t start) const {
   const Match transpose{KeloLexer::TP, start + 1};
   if (!quoteOpensText(start == 0 ? kEndOfText : at(start - 1))) return transpose;

@@ -35,6 +35,7 @@ struct Code;
 struct FunctionUnit;
 
 namespace native {
+struct UnitFunctions;
 struct UnitLoops;
 }
 
@@ -44,8 +45,9 @@ enum class Op : uint16_t {
   plus, minus, dmult, mult, eqeq, neq, le, lt, ge, gt, dpower, power, ldivide, mldivide, mrdivide, rdivide, and_, or_,
   // a = OP b; in the order of UnaryOp
   unaryPlus, unaryMinus, not_,
-  transpose,      // a = b'; c: whether conjugates
+  transpose,      // a = b'; c: whether conjugates; flag: for a product, which may take b as it is
   range,          // a = range of the c operands from b on
+  rangeArgument,  // the same as argument e of site d: positions where an array is indexed
   joinRow,        // a = the c values from b on, side by side
   appendRow,      // slot a = slot a and the c values from b on, side by side
   appendText,     // slot a = strcat of itself and the other arguments of site d; b: a temporary
@@ -182,7 +184,10 @@ struct Code {
   std::vector<Region> regions;
   int32_t registers = 0;              ///< slots and temporaries
   std::vector<int32_t> outputs;       ///< slots of a function's outputs
+  int32_t onlyOutput = -1;            ///< the slot, where there is one output
   mutable std::shared_ptr<native::UnitLoops> native;  ///< loops that are hot
+  mutable std::shared_ptr<native::UnitFunctions> nativeFunctions;  ///< the unit itself, where its calls are hot
+  mutable int32_t callsLeft = 0;      ///< until native code is asked (native_functions.h)
 
   int32_t slotCount() const { return static_cast<int32_t>(slots.size()); }
   /// The slot of a name; -1 when it has none.

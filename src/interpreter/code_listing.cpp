@@ -1,6 +1,7 @@
 // A line of the listing is the number of the instruction, its operation and its operands: a
 // variable by its name, a temporary as t0, t1 and so on, a constant as it was typed where it is a
-// number. Instructions of one line of the text stand below it.
+// number. Instructions of one line of the text stand below it. Behind the jump that closes a loop
+// of which native code may be made stands "~".
 #include "interpreter/code_listing.h"
 
 #include <iterator>
@@ -11,6 +12,7 @@
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
+#include "interpreter/native/native_loops.h"
 #include "interpreter/node_details.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visitor.h"
@@ -21,7 +23,8 @@ namespace {
 // In the order of Op.
 constexpr const char* kNames[] = {
     "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
-    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "joinRow", "appendRow",
+    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "rangeArgument", "joinRow",
+    "appendRow",
     "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList",
     "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin",
     "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName",
@@ -50,7 +53,8 @@ const char* formOf(Op op) {
   switch (op) {
     case Op::move: case Op::assign: case Op::loadName: case Op::firstOf: case Op::nameStatement: case Op::answer:
       return "rr---";
-    case Op::transpose: case Op::range: case Op::joinRow: case Op::appendRow: case Op::joinRows: case Op::forRange:
+    case Op::transpose: case Op::range: case Op::rangeArgument: case Op::joinRow: case Op::appendRow: case Op::joinRows:
+    case Op::forRange:
       return "rrn--";
     case Op::store1: return "rrr--";
     case Op::store2: return "rrr-r";
@@ -119,7 +123,10 @@ void append(std::string& out, const Code& code, const std::vector<std::string_vi
       out += fmt::format("{:>5} | {}\n", line, lines[static_cast<size_t>(line) - 1]);
       shown = line;
     }
-    out += fmt::format("{:>12}  {}\n", k, instructionText(code, code.instructions[k]));
+    const int32_t target = jumpTarget(code.instructions[k]);
+    const auto at = static_cast<int32_t>(k);
+    const bool isMarked = target >= 0 && target <= at && native::mayBeNative(code, at);
+    out += fmt::format("{:>12}  {}{}\n", k, instructionText(code, code.instructions[k]), isMarked ? "  ~" : "");
   }
 }
 

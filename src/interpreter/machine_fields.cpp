@@ -111,7 +111,7 @@ bool Machine::setField(const Instruction& i) {
   return finishChain(chain, i.a, take(i.c), placeOf(i));
 }
 
-// NAME.(TEXT) = value. A scalar structure gets the field where it lies, a new one behind the
+// NAME.(TEXT) = value. A scalar structure gets the field where it lies, a new one after the
 // others.
 bool Machine::setNamedField(const Instruction& i) {
   if (!at(i.b).isValue()) return fail(placeOf(i), text::kFieldNameEvaluationFailed);

@@ -28,7 +28,7 @@ struct ListDetails : NodeDetails {
   std::vector<Name> names;  // of an assignment to several variables
 };
 
-/// The transposes behind an operand, from the left: true for "'", false for ".'".
+/// The transposes after an operand, from the left: true for "'", false for ".'".
 struct TransposeDetails : NodeDetails {
   std::vector<bool> conjugates;
 };
@@ -57,7 +57,7 @@ struct HandleDetails : NodeDetails {
   std::optional<Problem> problem;
 };
 
-/// One ".f", ".(e)", with what stands in parentheses behind it.
+/// One ".f", ".(e)", with what stands in parentheses after it.
 struct FieldDetails {
   Name name;                   // of a fixed field
   KeloNode* expression = nullptr;  // of ".(e)"

@@ -1,6 +1,5 @@
-// The block is told once; a command and a file differ in where the text comes from and in what is
-// trimmed before. This is the one place that catches a FatalFault: the run ends at once, the base
-// workspace stays.
+// One block for both kinds of run; a command and a file differ only in where their text comes from.
+// This is the one place that catches a FatalFault: the run ends at once, the base workspace stays.
 #include "interpreter/run_block.h"
 
 #include <cstdlib>
@@ -34,7 +33,7 @@ void runText(Environment& environment, const std::string& text, const std::strin
 }
 
 /// Memory that is given back when a run ends, so that one which has used all there is can still be
-/// told of and cleaned up. Nobody writes to it, so it takes address space only.
+/// reported and cleaned up. Nobody writes to it, so it takes address space only.
 class MemoryReserve {
  public:
   MemoryReserve() : block_(std::malloc(2 * kBytes)) {
@@ -54,7 +53,7 @@ class MemoryReserve {
   void* block_;
 };
 
-/// Nothing comes out of it: what even its own telling has no memory for is a fault of the run.
+/// Lets nothing through: where there is no memory even for a message, the run has a fatal fault.
 template <class Body>
 void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result, Body body) {
   try {
@@ -64,7 +63,8 @@ void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result
     result.fatalFault = fault.what;
     return;
   } catch (...) {
-    // No operation lets anything but the lack of memory through; if one does, the run ends, not the program.
+    // Operations let nothing through but the lack of memory. Whatever it is, it ends the run and
+    // not the program.
     reserve.release();
     releaseKeptBlocks();
   }
@@ -75,7 +75,7 @@ void guarded(Environment& environment, MemoryReserve& reserve, RunResult& result
   }
 }
 
-/// What every run has around it: files are read anew, local functions end with it, the store is
+/// What every run has around it: files are read again, local functions end with it, the store is
 /// saved.
 template <class Body>
 RunResult runBlock(Environment& environment, Body body) {

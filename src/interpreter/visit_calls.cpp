@@ -1,4 +1,4 @@
-// Names and calls: what stands with arguments behind it, names alone, built-ins, and handles as
+// Names and calls: what stands with arguments after it, names alone, built-ins, and handles as
 // they are written.
 //
 // What NAME(ARGS) is, an index or a call, is only known when it runs, but the arguments are lowered

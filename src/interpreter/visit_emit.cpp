@@ -1,7 +1,7 @@
 // What all visits work with: instructions, registers, names, and what is known of variables.
 //
 // How many slots a unit has is known only when all of it has been lowered. Until then temporaries
-// are numbered from kTemporaries on; `finished` moves them behind the slots.
+// are numbered from kTemporaries on; `finished` moves them after the slots.
 #include <algorithm>
 
 #include "interpreter/builtin_table.h"

@@ -3,12 +3,12 @@
 // code.h tells; the machine that runs it is machine.h.
 //
 // A visit of an expression emits the instructions that compute it and gives the operand that holds
-// the value behind them: a constant, the slot of a variable, or a temporary. `wish` is the register
+// their value: a constant, the slot of a variable, or a temporary. `wish` is the register
 // that the result would best stand in; a visit may ignore it. Temporaries are a stack: a visit
 // leaves at most one of them taken, the one it gives.
 //
 // Variables. An operand may only be a slot where the variable is known to be there; otherwise
-// `loadName` finds out what the name means, which may be a call. A variable is known behind an
+// `loadName` finds out what the name means, which may be a call. A variable is known after an
 // assignment to it in the same list or a list around it, and so are a function's inputs in the code
 // for calls that give all of them. Within one expression a variable does not change: what could
 // change one, a script or `clear`, has no value to go on with.
@@ -51,7 +51,7 @@ class Visitor {
                                                std::span<const Name> outputs, bool areGiven,
                                                const BuiltinTable& builtins);
   /// The code of one expression, whose value is the result: of a handle, whose captured variables
-  /// stand behind its inputs, or of a text.
+  /// stand after its inputs, or of a text.
   static std::unique_ptr<Code> lowerExpression(KeloNode& expression, std::span<const Name> names, bool areGiven,
                                                int outputs, const BuiltinTable& builtins);
 

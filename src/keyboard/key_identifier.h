@@ -18,7 +18,7 @@ enum class KeyIdentifier : uint8_t {
   // clang-format on
 };
 
-/// The name that front ends use: that of the enumerator, "or" and "and" without the mark behind
+/// The name that front ends use: that of the enumerator, "or" and "and" without the mark after
 /// them.
 std::string_view nameOf(KeyIdentifier key);
 std::optional<KeyIdentifier> keyNamed(std::string_view name);

@@ -1,6 +1,6 @@
 // The on-screen keyboard: its layouts, its state, and what a press does.
 //
-// A press changes the state and tells what goes into the text. Whether the text view takes that in
+// A press changes the state and gives what goes into the text. Whether the text view takes that in
 // does not matter to the keyboard: a single shift lasts for one character key in either case.
 #pragma once
 
@@ -16,7 +16,7 @@ namespace kelo {
 class KeyboardViewController {
  public:
   enum class KeyboardType : uint8_t { alpha, alphaCap, symbol };
-  /// A double tap is told at its second tap; the first one came as a single tap.
+  /// A double tap comes with its second tap; the first one came as a single tap.
   enum class Tap : uint8_t { single, double_, long_ };
 
   /// What a press means for the text: at most one of the two.

@@ -5,7 +5,7 @@
 namespace kelo::player {
 namespace {
 
-// Behind a line that ends in a blank, or that is empty at the end of an item.
+// After a line that ends in a blank, or that is empty at the end of an item.
 constexpr std::string_view kEndMark = "¬";
 
 struct Mark {
@@ -45,7 +45,7 @@ Lines itemLines(const std::string& text, OutputForm form) {
   return lines;
 }
 
-/// Writes the lines of a transcript again; only what stands behind a command is left out and put in
+/// Writes the lines of a transcript again; only what stands after a command is left out and put in
 /// anew.
 class Replay {
  public:

@@ -15,17 +15,17 @@ enum class LineKind { output, caseName, comment, file, program, command, continu
 
 struct Line {
   LineKind kind;
-  std::string text;  ///< behind the mark; of an output line without the backslash before it
+  std::string text;  ///< after the mark; of an output line without the backslash before it
 };
 
 Lines splitLines(const std::string& text);
 Line readLine(const std::string& line);
 
-/// How output is written: with ¬ behind a line that ends in a blank and in place of an empty line
+/// How output is written: with ¬ after a line that ends in a blank and in place of an empty line
 /// at an item's end, or as it is, without blanks at the ends of lines.
 enum class OutputForm { marked, plain };
 
-/// Plays the steps of a transcript and writes it again; only what stands behind a command is put in
+/// Plays the steps of a transcript and writes it again; only what stands after a command is put in
 /// anew. A line "## name" begins a case with a fresh player; without one the given player goes on.
 std::string replay(const std::string& transcript, std::unique_ptr<Player>& player, OutputForm form);
 

@@ -13,7 +13,7 @@ bool isWordUnit(char16_t c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
 }
 
-/// A quote behind a name, a number or a closing bracket is a transpose. A quote of an earlier line
+/// A quote after a name, a number or a closing bracket is a transpose. A quote of an earlier line
 /// opens nothing.
 bool endsInsideQuotes(std::u16string_view text) {
   bool inside = false;

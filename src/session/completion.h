@@ -31,7 +31,7 @@ struct Surroundings {
   std::string directory;  ///< whose program files can be called
 };
 
-/// The completions at a position (in UTF-16 units) of a text: of a name, of the field behind "s.",
+/// The completions at a position (in UTF-16 units) of a text: of a name, of the field after "s.",
 /// inside quotes of a file's name. Nothing where no word has been begun.
 Completions completionsAt(std::string_view text, int64_t position, const Surroundings& surroundings);
 

@@ -1,4 +1,4 @@
-// The console's output on its way to a front end: bounded, in lots of at most 60 a second.
+// The console's output on its way to a front end: bounded, in batches of at most 60 a second.
 //
 // The parser queue puts in what arises; the main thread sends what has gathered. Only as many items
 // are kept as the console keeps, so a loop that shows a million items costs the memory of the last
@@ -24,7 +24,7 @@ class ConsoleFeed final : public ConsoleView {
     std::function<void(const std::string& method, const Json& params)> notify;
     std::function<void(RunState::Status status)> runStateChanged;
     std::function<void(const RunResult& result)> runEnded;
-    /// Whether the front end is behind with its reading: lots wait, and what is too old is dropped.
+    /// Whether the front end is behind with its reading: batches wait, the oldest are dropped.
     std::function<bool()> isCongested;
   };
 

@@ -34,7 +34,7 @@ Panels::Panels(const Setup& given)
   applySettings();
 }
 
-/// Thread: any. Many changes in a row are told once.
+/// Thread: any. Many changes in a row give one notification.
 void Panels::figureChanged() {
   constexpr double kSecondsBetweenFrames = 1.0 / 60;
   if (!figureHasChanged_.exchange(true)) host.mainQueue.after(kSecondsBetweenFrames, [this] { tellOfFigure(); });

@@ -40,7 +40,7 @@ struct Setup {
   std::function<void(const std::string& message)> notify;
   /// Whether the front end is behind with its reading; absent: never.
   std::function<bool()> isCongested = {};
-  /// Watches the folders that are listed; absent: changes from outside are not told.
+  /// Watches the folders that are listed; absent: changes from outside go unnoticed.
   platform::FolderWatcher* watcher = nullptr;
   /// Makes pictures of pixels; absent: there are none.
   pictures::Renderer* renderer = nullptr;
@@ -92,7 +92,7 @@ struct Panels {
   bool variablesAreStale_ = true;
   bool settingsAreStale_ = false;
   bool inputHasEnded_ = false;
-  std::atomic<bool> figureHasChanged_ = false;  ///< and nobody was told yet
+  std::atomic<bool> figureHasChanged_ = false;  ///< and nobody knows yet
   std::deque<std::string> watched_;  // folders, the latest last
   Answer runAnswer_;
   double runBegan_ = 0;  // monotonic seconds

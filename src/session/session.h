@@ -2,7 +2,7 @@
 //
 // A shell carries the texts: lines of standard input and output, messages of a web socket or of a
 // worker. It owns the host and serves the main queue; the session knows no transport. Several front
-// ends may share one session: an answer goes to who asked, a notification to all.
+// ends may share one session: an answer goes to the one that asked, a notification to all.
 //
 // Thread: main.
 #pragma once

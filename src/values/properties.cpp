@@ -116,7 +116,7 @@ bool holds(std::span<const Character> text, Property property) {
   }
 }
 
-// The shapes stand in the enumeration behind the other properties: for each the plain case, the
+// The shapes stand in the enumeration after the other properties: for each the plain case, the
 // case in numbers and the case in characters. The last shape has no plain case.
 
 bool isInChars(Property shape) {

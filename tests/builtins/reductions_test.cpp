@@ -175,7 +175,7 @@ TEST(Reductions, CorrelationsKnowTheirSignificance) {
 
 TEST(Slices, EveryLoopGivesWhatThePlainOneGives) {
   std::mt19937_64 random(11);
-  // Contiguous, narrow and wide rows; long and short; with a block behind.
+  // Contiguous, narrow and wide rows; long and short; with a block after.
   for (const SizeVector& size :
        {SizeVector{7, 19}, SizeVector{3, 700, 2}, SizeVector{40, 9, 3}, SizeVector{2000, 3, 2}, SizeVector{600, 11}}) {
     const DoubleArray a = randomArray(random, size);

@@ -36,7 +36,7 @@ class GrammarOracle {
     for (std::sregex_iterator at(begin, file.end(), word), end; at != end; ++at) {
       if ((*at)[1].matched) words_.push_back((*at)[1]);
     }
-    while (std::islower(words_[next_].front()) != 0) readRule();  // the rules of the tokens come behind
+    while (std::islower(words_[next_].front()) != 0) readRule();  // the rules of the tokens come after
     findLengths();
   }
 
@@ -112,7 +112,7 @@ class GrammarOracle {
     readAlternatives(rule);
   }
 
-  // From the ":" or "(" before them to behind the ";" or ")".
+  // From the ":" or "(" before them to after the ";" or ")".
   void readAlternatives(size_t rule) {
     std::vector<Body> read(1);
     for (++next_; words_[next_] != ";" && words_[next_] != ")";) {

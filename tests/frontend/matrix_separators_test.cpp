@@ -29,7 +29,7 @@ struct Case {
 
 const Case kCases[] = {
     // clang-format off
-    // a blank before and none behind, inside square brackets only
+    // a blank before and none after, inside square brackets only
     {"[1 -2 +3]", "[1,-2,+3]"},             {"[a \t -b]", "[a,-b]"},                {"[1 .-2 .+3]", "[1,.-2,.+3]"},
     {"[1 - 2]", "[1 - 2]"},                 {"[1-2 ]", "[1-2 ]"},                   {"[1 -\n2]", "[1,-\n2]"},
     {"a -b", "a -b"},                       {"[1] -2", "[1] -2"},                   {"-[1] -[2 -3]", "-[1] -[2,-3]"},

@@ -153,7 +153,7 @@ TEST(Parse, AgreesWithTheGrammarOnPrograms) {
   EXPECT_GT(valid, 400U);
 }
 
-// What decides here stands lines behind.
+// What decides here stands some lines further down.
 TEST(Parse, AgreesWithTheGrammarWhereItMustLookFarAhead) {
   const std::string far = "[1\n\n\n\n\n\n2]";
   for (const char* range : {"1:2 == 3:", "1:2 & 3 | 4:", "1:@() 2:", "1:~2 < -3:", "::", "1:(2:3):4:", "a.b:end:"}) {

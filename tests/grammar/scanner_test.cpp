@@ -19,7 +19,7 @@ std::u32string codePointsOf(const std::string& text) {
   return antlrcpp::utf8_to_utf32(text.data(), text.data() + text.size());
 }
 
-// Type, first code point, one behind the last, line, column, hidden or not.
+// Type, first code point, one after the last, line, column, hidden or not.
 using Row = std::array<size_t, 6>;
 
 std::vector<Row> scannedRows(const std::string& text) {

@@ -12,7 +12,7 @@ TEST(Caret, StandsBelowItsColumnInCells) {
       {"'日本' + y", 1, 7, "    '日本' + y\n             ^"},        // wide characters take two cells
       {"'e\xCC\x81' + y", 1, 6, "    'e\xCC\x81' + y\n         ^"},  // a combining mark takes none
       {"\tx y", 1, 3, "    \tx y\n    \t  ^"},
-      {"x = [1", 1, 6, "    x = [1\n          ^"},  // behind the end
+      {"x = [1", 1, 6, "    x = [1\n          ^"},  // after the end
       {"x", 2, 0, ""},
       {"", 1, 0, ""},
       {"\xFFx", 1, 1, ""},

@@ -15,8 +15,6 @@ const Name kA = Name::intern("a");
 const Name kB = Name::intern("b");
 const Name kC = Name::intern("c");
 
-Index at(double k) { return Index::from(Storable(k)); }
-
 /// "{a: 1, b: [1 x 2 {c: 3} {c: []}]}": numbers as such, an empty array as [], a structure in
 /// braces.
 std::string describe(const Storable& value) {

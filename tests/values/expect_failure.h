@@ -11,7 +11,7 @@
 
 namespace kelo {
 
-/// The reason and, behind a bar, what was expected of the Problem that f throws; "none" when it
+/// The reason and, after a bar, what was expected of the Problem that f throws; "none" when it
 /// throws none.
 template <class F>
 std::string problemOf(F f) {

@@ -1,5 +1,5 @@
 // The radix sort. Source: least-significant-digit radix sort (D. Knuth, The Art of Computer
-// Programming 3, 5.2.5) over a window of bits, with a repairing pass behind it.
+// Programming 3, 5.2.5) over a window of bits, with a repairing pass after it.
 //
 // The window holds the highest bits in which any two keys differ; for doubles spread over a range
 // it tells all but a few pairs in a million apart. The repairing pass walks over the result once.

@@ -82,7 +82,7 @@ struct LogicalByValue {
   static bool value(uint64_t key) { return key != 0; }
 };
 
-struct CharacterByCode {  // clusters stand behind their first code point
+struct CharacterByCode {  // clusters stand after their first code point
   using Element = Character;
   static uint64_t key(Character c) { return uint64_t{c.firstCodePoint()} << 32 | c.word(); }
   static Character value(uint64_t key) { return Character(static_cast<char32_t>(key & 0xFFFFFFFF)); }

@@ -25,7 +25,7 @@ std::string lowered(std::string word) {
   return word;
 }
 
-/// The path of a data file below the work directory: names, and behind the last one the extension.
+/// The path of a data file below the work directory: names, and after the last one the extension.
 std::string pathOf(const Call& call, const char* signature) {
   const std::string path = read::text(call, 0, {signature, "fname", predicate::kCharacterVector});
   const size_t dot = std::min(path.rfind('.'), path.size());

@@ -55,7 +55,7 @@ struct Decimal {
   }
 };
 
-/// Reads the exponent behind "e", if there is a whole one.
+/// Reads the exponent after "e", if there is a whole one.
 const char* takeExponent(const char* p, int64_t& exponent) {
   const char* at = p + 1;
   const bool isNegative = *at == '-';
@@ -184,7 +184,7 @@ class CsvReader {
   const char* const end_;  // a 0 stands there, which ends every number
   const CsvRange range_;
   const std::function<void(double)>& progress_;
-  std::vector<double> cells_;    // of all rows, one behind the other
+  std::vector<double> cells_;    // of all rows, one after the other
   std::vector<int64_t> starts_;  // of the rows in cells_, and the end of the last one
 };
 

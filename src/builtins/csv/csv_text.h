@@ -2,7 +2,7 @@
 //
 // A line is a row; blank lines are none. Cells are separated by commas, semicolons and blanks: a
 // run of blanks counts as one separator, and so does a comma or semicolon with the blanks around
-// it. Nothing between two commas is a 0, and so is nothing behind the last one.
+// it. Nothing between two commas is a 0, and so is nothing after the last one.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ struct CsvRange {
 /// zeros. Beyond the range of doubles: Inf, or 0. Absent when there is something else than numbers;
 /// 0 x 0 when there is nothing.
 ///
-/// progress  is told every few million characters which part of the text has been read, from 0 to 1
+/// progress  called every few million characters with the part that has been read, from 0 to 1
 std::optional<DoubleArray> arrayOfCsv(const std::string& text, const CsvRange& range,
                                       const std::function<void(double part)>& progress = nullptr);
 

@@ -46,7 +46,7 @@ bool isFilled(const std::string& text);
 void fillMarkers(std::span<Line> lines);
 
 /// How many lines a plot that is held has; 0 when nothing is held. New lines take their colours
-/// behind these.
+/// after these.
 int64_t heldLines(const Call& call);
 /// Ends a command: the lines become a plot, which is shown or joined to the one that is held. The
 /// run waits for it.

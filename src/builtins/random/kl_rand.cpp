@@ -93,7 +93,7 @@ class Poisson {
   double rate_, root_, log_, limit_;
 };
 
-/// Uniform numbers of a stream, drawn a block ahead; words() tells where the stream stands behind
+/// Uniform numbers of a stream, drawn a block ahead; words() tells where the stream stands after
 /// those taken.
 class UniformBlocks {
  public:

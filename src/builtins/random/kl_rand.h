@@ -1,5 +1,5 @@
 // Arrays of random numbers. Each operation takes up the stream where the last one left it and
-// leaves it behind its last draw, also when the array has no elements.
+// leaves it after its last draw, also when the array has no elements.
 #pragma once
 
 #include <span>

@@ -15,7 +15,7 @@ namespace kelo {
 
 inline constexpr size_t kDrawsOfBlock = 512;
 
-/// The next kDrawsOfBlock draws, as int64() gives them; `words` is taken behind the last.
+/// The next kDrawsOfBlock draws, as int64() gives them; `words` is taken after the last.
 void drawBlock(RandomWords& words, uint64_t* bits);
 /// The same as uniform() gives them.
 void drawUniformBlock(RandomWords& words, double* fractions);

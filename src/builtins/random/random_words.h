@@ -59,7 +59,7 @@ struct RandomWords {
 
   /// bits * 2^-64, rounded once.
   ///
-  /// OPTIMIZATION: the halves are put behind the exponents of 2^84 and 2^52, where they are whole
+  /// OPTIMIZATION: the halves are put after the exponents of 2^84 and 2^52, where they are whole
   /// numbers of that size. That needs no branch, which an unsigned number's conversion does, and a
   /// loop of it vectorises.
   static double fraction(uint64_t bits) {

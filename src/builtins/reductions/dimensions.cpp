@@ -1,5 +1,5 @@
 // Reductions over several dimensions: these are brought together and become one, so that everything
-// behind is a reduction along one dimension.
+// that follows is a reduction along one dimension.
 #include "builtins/reductions/handlers.h"
 
 namespace kelo::builtins {

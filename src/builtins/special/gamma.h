@@ -10,9 +10,9 @@ double gammln(double x);
 
 /// The regularized incomplete beta function of x in [0, 1] for a, b > 0; NaN for a NaN.
 ///
-/// throws Problem "Bad a or b in routine betai", "Bad x in routine betai" source: continued
-/// fraction (Abramowitz and Stegun 26.5.8) by Lentz's method as modified by Thompson and Barnett;
-/// 3e-15 or so
+/// throws Problem "Bad a or b in routine betai", "Bad x in routine betai"
+/// source: continued fraction (Abramowitz and Stegun 26.5.8) by Lentz's method as modified by
+/// Thompson and Barnett; 3e-15 or so
 double betai(double a, double b, double x);
 
 }  // namespace kelo::special

@@ -12,7 +12,7 @@ namespace kelo::docs {
 /// A page or folder of the sources.
 struct Entry {
   std::string path;   ///< inside the folder of sources, without extension: "functions/reductions/sum", "guide"
-  std::string title;  ///< of a folder as the list tells it, of a page its first heading
+  std::string title;  ///< of a folder as the list has it, of a page its first heading
   bool isDir = false;
   std::string markdown;  ///< of a page
 

@@ -1,7 +1,7 @@
-// kelo_pages build SOURCES RESOURCES   makes the resources of the help pages kelo_pages check
-// SOURCES             compares the examples with what they give, and the pages with their rules
-// kelo_pages accept SOURCES            writes into the pages what their examples give kelo_pages
-// site RESOURCES SITE       makes a web site of built resources
+// kelo_pages build SOURCES RESOURCES   makes the resources of the help pages
+// kelo_pages check SOURCES             compares examples with what they give, pages with the rules
+// kelo_pages accept SOURCES            writes into the pages what their examples give
+// kelo_pages site RESOURCES SITE       makes a web site of built resources
 #include <cstdlib>
 #include <functional>
 #include <iostream>

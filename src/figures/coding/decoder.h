@@ -1,5 +1,5 @@
 // Reads records by their lists of fields: every key must be there, unknown ones are passed over,
-// and what a record promises is checked behind it.
+// and what a record promises is checked after it.
 #pragma once
 
 #include "figures/coding/encoder.h"

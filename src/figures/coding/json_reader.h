@@ -48,7 +48,7 @@ class JsonReader {
   [[noreturn]] void fail(const char* what) const;
 
  private:
-  /// The first character of what comes next, behind blanks; 0 at the end.
+  /// The first character of what comes next, after blanks; 0 at the end.
   char peek() {
     while (next_ != end_ && (*next_ == ' ' || *next_ == '\n' || *next_ == '\t' || *next_ == '\r')) ++next_;
     return next_ == end_ ? '\0' : *next_;

@@ -28,7 +28,7 @@ class PropertyList {
 
  private:
   enum class Type : uint8_t { integer = 1, real = 2, data = 4, ascii = 5, uid = 8, array = 10, dictionary = 13 };
-  /// What stands behind the marker of an object.
+  /// What stands after the marker of an object.
   struct Content {
     Type type;
     uint64_t count;  // of bytes, of elements; of numbers the power of 2

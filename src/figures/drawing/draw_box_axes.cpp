@@ -164,7 +164,7 @@ class BoxAxes {
     return axis == 0 ? surface_.xLabelText : axis == 1 ? surface_.yLabelText : surface_.zLabelText;
   }
 
-  /// The label beside the middle of its edge, with the power of ten behind it; along the axis z it
+  /// The label beside the middle of its edge, with the power of ten after it; along the axis z it
   /// is turned.
   void drawLabel(int axis, const Edge& edge) {
     const double size = sheet_.em, height = sheet_.measure.capHeight(size);

@@ -148,7 +148,7 @@ class Writer {
     out_ += "<path" + paintAttributes(paint, sharedWidth_) + " d=\"" + path.data() + "\"/>\n";
   }
 
-  /// A path or polygon, with the paths behind it that share its paint. Overlapping polygons stay
+  /// A path or polygon, with the paths after it that share its paint. Overlapping polygons stay
   /// apart.
   size_t shape(size_t i) {
     const Item first = list_[i];

@@ -74,7 +74,7 @@ void SvgPath::close() {
   y_ = startY_;
 }
 
-/// A letter is said once for the same command again; behind a move, steps to a point need none.
+/// A letter is said once for the same command again; after a move, steps to a point need none.
 void SvgPath::command(char letter) {
   const bool isImplied = letter == last_ ? letter != 'm' : letter == 'l' && last_ == 'm';
   if (!isImplied) data_ += letter;

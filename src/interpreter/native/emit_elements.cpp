@@ -116,7 +116,7 @@ void Emitter::write(const Instruction& i, int32_t second, int32_t value) {
   }
 }
 
-// A double behind a vector, with spare room; the array may move.
+// A double after a vector, with spare room; the array may move.
 void Emitter::append(int32_t reg, int32_t value, bool isRow) {
   const int32_t lane = graph_.laneOf(reg);
   const Gp function = cc_.newIntPtr("function"), variable = cc_.newIntPtr("variable"), words = cc_.newIntPtr("words");

@@ -52,6 +52,10 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
       return write(i.a);
     case Op::checkElement: case Op::checkRange: case Op::checkSwitch: case Op::jumpOnTruth: case Op::returnValue:
       return read({i.b});
+    case Op::rangeArgument:
+      readRow(i.b, i.c);
+      readBases(code, i.d, operands);
+      return write(i.a);
     case Op::store1: read({i.a, i.b, i.c}); return write(i.a);
     case Op::store2: read({i.a, i.b, i.c, i.e}); return write(i.a);
     case Op::checkTarget: return read({i.a});
@@ -59,9 +63,16 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
       read({i.b, i.c});
       if (i.op == Op::index2) read({i.e});
       return write(i.a);
-    case Op::call: case Op::builtin:
+    case Op::index: case Op::call:
+      read({i.b});
       readRow(site().first, site().count);
       return write(i.a);
+    case Op::builtin:
+      readRow(site().first, site().count);
+      return write(i.a);
+    case Op::returnFunction:
+      readRow(code.onlyOutput, code.onlyOutput >= 0 ? 1 : 0);
+      return;
     case Op::quickCall:
       read({i.b, i.c});
       return write(i.a);

@@ -1,7 +1,7 @@
 // The outside in memory, for tests and for the transcripts: nothing here waits, reads a disk or
 // looks at a clock, so a test gives the same result each time.
 //
-// InlineQueue runs a block where it is submitted, unless one is running: then behind it.
+// InlineQueue runs a block where it is submitted, unless one is running: then after it.
 // ManualMainQueue collects what is submitted until the test runs it; its timers go by its own time,
 // which the test moves. A ScriptedSemaphore that is waited for asks the test what happens meanwhile
 // (a press of a button, a timer), again and again until it is signalled.

@@ -63,7 +63,7 @@ void InotifyWatcher::serve() {
   }
 }
 
-/// Reads all that waits and tells of each folder once.
+/// Reads all that waits and reports each folder once.
 void InotifyWatcher::tell() {
   alignas(inotify_event) char buffer[16384];
   std::set<int> numbers;

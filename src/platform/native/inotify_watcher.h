@@ -1,5 +1,5 @@
-// Watching of folders by the system's own means. A thread of its own waits for what the system
-// tells; a burst of changes is told once.
+// Watching of folders by the system's own means. A thread waits for the system's notices; a burst
+// of changes is reported once.
 #pragma once
 
 #include <map>

@@ -18,7 +18,8 @@ class JsonStore : public KeyValueStore {
  public:
   using Report = std::function<void(const std::string& fault)>;
 
-  /// directory: made when something is saved, "": nothing is saved; report: told of a fault, once.
+  /// directory   made when something is saved; "": nothing is saved
+  /// report      called once, with the first fault
   JsonStore(std::string directory, Report report);
 
   std::optional<StoredValue> get(const std::string& key) override;

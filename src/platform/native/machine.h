@@ -1,4 +1,4 @@
-// What the machine can hold, told to the engine, and what runs it.
+// The limits of this machine, as the engine is to keep them.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ int64_t addressSpaceLimit();
 
 /// The library of matrix products reserves much address space for each of its threads when it is
 /// loaded, and waits for ever when there is too little. Where the space is limited, this starts the
-/// program anew with as few threads as fit; it returns when there is nothing to change. To be
+/// program again with as few threads as fit; it returns when there is nothing to change. To be
 /// called first of all.
 void fitMatrixThreads(char** argv);
 

@@ -19,7 +19,7 @@ namespace kelo::platform::native {
 /// engine.
 class ThreadQueue : public WorkQueue {
  public:
-  ~ThreadQueue() override;  ///< waits for the block that runs; those behind it are dropped
+  ~ThreadQueue() override;  ///< waits for the block that runs; those after it are dropped
   void async(Block block) override;
   /// Runs the block on the queue and waits for its end. REQUIRES: not called on the queue
   void runAndWait(const Block& block);
@@ -53,7 +53,7 @@ class LoopQueue : public MainQueue {
   std::optional<double> secondsToNextTimer();
   /// Runs the blocks and timers that are due.
   void runReady();
-  /// Runs a block on another queue, behind all that waits there, and returns at its end; meanwhile
+  /// Runs a block on another queue, after all that waits there, and returns at its end; meanwhile
   /// this queue is served, since what runs there may wait for it. Thread: main
   void serveWhileRunning(WorkQueue& other, const Block& block);
 

@@ -10,7 +10,7 @@ class OutputBuffer {
  public:
   void add(const std::string& bytes) { bytes_ += bytes; }
   size_t size() const { return bytes_.size() - written_; }
-  /// Writes a piece that cannot block. events: what poll told of standard output
+  /// Writes a piece that cannot block. events: those of standard output, from poll
   void write(short events);
   /// False when nobody reads standard output any more.
   bool hasReader() const { return hasReader_; }

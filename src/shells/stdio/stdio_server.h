@@ -24,7 +24,7 @@ class LineSplitter {
     }
     keep(bytes);
   }
-  /// What stands behind the last line feed.
+  /// What stands after the last line feed.
   const std::string& rest() const { return line_; }
 
  private:

@@ -45,7 +45,7 @@ bool writeFigures(Session& session, const Options& options) {
   return isWritten;
 }
 
-/// Values that never arrive, as on a full disk, are told of.
+/// Values that could not be written, as on a full disk, are reported.
 ExitStatus endOf(Session& session, const Options& options) {
   ExitStatus status =
       writeFigures(session, options) ? session.worstStatus() : std::max(session.worstStatus(), kCommandFailed);

@@ -12,7 +12,7 @@ bool isWordCharacter(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
 }
 
-/// A quote behind a name, a number or a closing bracket is a transpose.
+/// A quote after a name, a number or a closing bracket is a transpose.
 bool endsInsideQuotes(const std::string& text) {
   bool inside = false;
   for (size_t k = 0; k < text.size(); ++k) {

@@ -4,7 +4,7 @@
 namespace kelo::terminal {
 
 struct ConsoleCommand {
-  const char* form;  ///< the command and, behind a blank, the argument that it takes
+  const char* form;  ///< the command and, after a blank, the argument that it takes
   const char* help;
 };
 

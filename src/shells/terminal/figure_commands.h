@@ -17,7 +17,7 @@ class FigureCommands {
                  pictures::Renderer& renderer, FigureScreen& screen)
       : options_(options), panel_(panel), documents_(documents), renderer_(renderer), screen_(screen) {}
 
-  /// Runs a line that is such a command, tells of the outcome and gives true; false for any other
+  /// Runs a line that is such a command, prints the outcome and gives true; false for any other
   /// line.
   bool run(const std::string& line);
 

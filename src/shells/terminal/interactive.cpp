@@ -91,7 +91,7 @@ class InteractiveConsole {
     return incomplete;
   }
 
-  /// Nothing at the end of the input. Ctrl-C and, behind a first line, the end throw away what was
+  /// Nothing at the end of the input. Ctrl-C and, after a first line, the end throw away what was
   /// typed; an empty line ends a text that stays incomplete.
   std::optional<std::string> readCommand() {
     std::string text, line;

@@ -20,7 +20,7 @@ class ItemWriter : public ConsoleView {
     bool colour = false;           ///< of what goes to standard error
     bool clearsScreen = false;     ///< `clc` clears: standard output is a terminal
     bool showsProgress = false;    ///< standard error is a terminal
-    bool promptStaysOpen = false;  ///< the answer is typed behind the prompt
+    bool promptStaysOpen = false;  ///< the answer is typed after the prompt
     bool editorPrompts = false;    ///< the line editor shows the last line of the prompt
   };
 
@@ -49,7 +49,7 @@ class ItemWriter : public ConsoleView {
   const std::string& fault() const { return fault_; }
 
   /// What can be done about an error, given the text that it points into; a line of the shell's own
-  /// behind it. Thread: the parser queue.
+  /// after it. Thread: the parser queue.
   using Hints = std::function<std::optional<std::string>(const Message& message, const std::string& text)>;
   void setHints(Hints hints) { hints_ = std::move(hints); }
   std::string hintLine(const std::string& hint) const;

@@ -11,7 +11,7 @@
 namespace kelo::terminal {
 namespace {
 
-/// Takes a part of a text away, the line end behind it with it.
+/// Takes a part of a text away, the line end after it with it.
 std::string cut(std::string& text, size_t begin, size_t end) {
   std::string part = text.substr(begin, end - begin);
   text.erase(begin, end - begin + 1);
@@ -30,7 +30,7 @@ void LineReader::fill() {
   if (count == 0 || failed) ended_ = true;
 }
 
-/// A terminal goes on behind its end.
+/// A terminal goes on after its end.
 void LineReader::meetEnd() {
   if (isatty(kDescriptor)) ended_ = false;
 }

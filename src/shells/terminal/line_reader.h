@@ -15,7 +15,7 @@ class LineReader {
 
   /// A line is there, or the input has ended: nextLine will not wait for the terminal or the pipe.
   bool hasLine() const { return ended_ || buffer_.find('\n') != std::string::npos; }
-  /// Takes what the descriptor has, waiting for something if need be, but not behind a signal.
+  /// Takes what the descriptor has, waiting for something if need be, but not after a signal.
   void fill();
   /// The next line without its line end; nothing at the end of the input, which at a terminal is no
   /// lasting one.
@@ -27,7 +27,7 @@ class LineReader {
 
   // ---- Keys: what ends a pause
 
-  /// A pause begins: what has been typed so far at a terminal is meant for what comes behind it.
+  /// A pause begins: what has been typed so far at a terminal is meant for what comes after it.
   void keepTypedAhead();
   /// A line is there that has been typed since then, or the input has ended.
   bool hasKey() const { return ended_ || buffer_.find('\n', typedAhead_) != std::string::npos; }

@@ -34,8 +34,8 @@ struct Options {
   std::string plots = "auto";            ///< or "picture", "braille", "none"
 };
 
-/// The options, or the status to end with at once: help and version have been printed, wrong usage
-/// has been told in one line.
+/// The options, or the status to end with at once: help or version have been printed, or one line
+/// on the wrong usage.
 std::variant<Options, ExitStatus> parseOptions(int argc, char** argv);
 
 }  // namespace kelo::terminal

@@ -20,7 +20,7 @@ namespace {
 bool isAbsolute(const char* path) { return path != nullptr && path[0] == '/'; }
 
 /// "kelo" in the directory that the variable names, or else in one below the home directory. Empty,
-/// so that nothing is kept, for who has no home.
+/// so that nothing is kept, where there is no home.
 std::string ownDirectory(const char* variable, const char* belowHome) {
   const char* directory = std::getenv(variable);
   if (isAbsolute(directory)) return std::string(directory) + "/kelo";
@@ -118,7 +118,7 @@ void Session::servePresses() {
   if (isSecond && endsAtSecondPress_) std::_Exit(kInterrupted);
   lastPress_ = now;
   stopped_ = true;
-  if (isatty(STDERR_FILENO)) std::fputs("\n", stderr);  // behind the echo of the key
+  if (isatty(STDERR_FILENO)) std::fputs("\n", stderr);  // after the echo of the key
   app.pressStop();
 }
 

@@ -35,7 +35,7 @@ class Access {
   Verdict judge(const RequestFacts& request) const;
 
   const Secret& token() const { return keys_.token; }
-  /// "NAME=VALUE; ...", for who has shown the token.
+  /// "NAME=VALUE; ...", for a browser that has shown the token.
   std::string setCookie() const;
 
  private:
