@@ -125,7 +125,7 @@ export const figure = {
   emptyText: 'plot, scatter, stem, stairs and surf draw here.',
   tryPlot: 'Draw an example',
   example:
-    "x = linspace(-3, 3, 400);\nplot(x, exp(-x.^2), x, exp(-x.^2).*cos(6*x))\ntitle('Wave packet')\nlegend('envelope', 'wave')",
+    "x = linspace(-3, 3, 400);\nplot(x, exp(-(x.^2)), x, exp(-(x.^2)).*cos(6*x))\ntitle('Wave packet')\nlegend('envelope', 'wave')",
   canvas: 'Figure',
   canvasHelp: 'Arrow keys step through the points, plus and minus zoom, shift and arrows pan, 0 resets the view.',
   data: 'Data',

@@ -5,7 +5,7 @@ import { exampleModel } from '../fake/drawing';
 
 export const kWave = `% A wave packet and its envelope.
 function y = wave(x, k)
-    envelope = exp(-x.^2);
+    envelope = exp(-(x.^2));
     if numel(x) > 1000
         disp('a long one')
     end
