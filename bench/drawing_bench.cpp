@@ -84,7 +84,7 @@ void laterListOf1e7(benchmark::State& state) {
   drawing::draw(plot, {{800, 600}}, &cache);
   double lower = 0;
   for (auto _ : state) {
-    plot.setLimits(Axis::x, {lower, lower + 5e6});
+    plot.axis(Axis::x).setLimits({lower, lower + 5e6});
     lower = lower < 4e6 ? lower + 12345 : 0;
     benchmark::DoNotOptimize(drawing::draw(plot, {{800, 600}}, &cache));
   }

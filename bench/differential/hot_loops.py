@@ -1,4 +1,4 @@
-"""Random programs of loops over numbers, elements and characters, for native code against the register code. Kinds change in
+"""Random programs of loops over numbers, elements, characters and calls, for native code against the register code. Kinds change in
 mid-loop, subscripts miss, arrays grow, are shared and erased, so that loops are left in all ways."""
 
 NUMBERS = ["a", "b", "c", "d"]
@@ -23,6 +23,49 @@ for h = 1:4
   end
 end
 end
+function r = down(n)
+if n < 1
+  r = 0;
+else
+  r = n + down(n - 1);
+end
+end
+function r = mixed(n)
+if n > 3
+  r = n > 5;
+elseif n < -3
+  r = sqrt(n);
+else
+  r = n / 2;
+end
+end
+function r = root(v)
+r = v;
+for h = 1:4
+  r = r - (r * r - v) / (2 * r);
+end
+end
+function r = both(v, w)
+r = root(abs(v) + 1) + down(mod(w, 5));
+end
+function r = steps(v)
+r = 0;
+while v > 1 & r < 40
+  v = floor(v / 2);
+  r = r + 1;
+end
+end
+function r = even(n)
+r = true;
+if n > 0
+  r = ~even(n - 1);
+end
+end
+function r = some(v)
+if v > 2
+  r = v;
+end
+end
 """
 
 
@@ -31,6 +74,7 @@ class Maker:
         self.source = source
         self.counters = 0
         self.indices = []
+        self.calls = source.choice([0.02, 0.1, 0.5])  # of users' functions, among the numbers
 
     def pick(self, *choices):
         return self.source.choice(choices)
@@ -75,6 +119,10 @@ class Maker:
         if depth <= 0 or self.chance(0.15):
             return self.leaf()
         fill = lambda *templates: self.filled(lambda: self.number(depth - 1), *templates)
+        if self.chance(self.calls):
+            return fill("root(#)", "both(#, #)", "steps(#)", "mixed(#)", "down(mod(#, 6))", "even(min(#, 9))", "f(#)", "f(#)", "h(#, #)",
+                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)",
+                        "root(#, 1)" if self.chance(0.03) else "root(2)")
         kind = self.source.randrange(20)
         if kind < 9:
             return f"{self.pick('(', '(', '-(')}" + fill("#") + f" {self.pick('+', '-', '*', '/', '+', '-', '*', '.*', './', '.' + chr(92), chr(92))} " + fill("#)")
@@ -120,7 +168,7 @@ class Maker:
             return self.pick("y = x;", "x = y;", "v = x; x(1) = a;", "x(1) = [];", "y(end) = [];", "x = x + 1;", "m = m';", "y = [1 2 3];",
                              "x = 1:6;", "x = zeros(1, 4);")
         return self.pick("a = 'c';", "b = true;", "a = [1 2];", "clear('c')", "c = n;", "d = 2i;", "a = {0};".replace("{0}", "0"), "disp(a)", "c",
-                         "a = work(9, x);", "b = deep(2);", "d = numel(x);", "a = @(h) h;", "a = 1;", "b = 2;")
+                         "a = work(9, x);", "b = deep(2);", "d = numel(x);", "a = @(h) h;", "f = @(v) v - b;", "f = @(v) v + p;", "h = @(v, w) f(v) * w;", "a = some(b);", "a = down(300);", "a = 1;", "b = 2;")
 
     def statement(self, depth, indent):
         pad = "  " * indent
@@ -155,7 +203,9 @@ class Maker:
             counter = f"u{self.counters}"
             self.indices.append(counter)
             text = f"{pad}{counter} = 0;\n{pad}while {counter} < {self.pick('5', '8', 'n')}{self.pick('', '', ' & (' + self.truth(1) + ')', ' && a < 1e9')}\n"
-            text += f"{pad}  {counter} = {counter} + 1;\n" + self.block(depth - 1, indent + 1)
+            # An empty condition is true for ever.
+            text += f"{pad}  {counter} = {counter} + 1;\n{pad}  if {counter} > 30\n{pad}    break\n{pad}  end\n"
+            text += self.block(depth - 1, indent + 1)
         else:
             counter = self.pick("k", f"i{self.counters}", f"i{self.counters}")
             self.indices.append(counter)
@@ -173,7 +223,7 @@ def program(source):
     maker = Maker(source)
     start = ("a = 2; b = 0.5; c = -3; d = 10; k = 1; p = true; q = false; x = [3 1 4 1 5 9]; y = [2 7 1 8]; n = length(x);\n"
              "m = [1 2 3; 4 5 6; 7 8 10]; l = [true false true false]; t = 'some text'; z = 1 + 2i; w = 0.5 - 0.25i; g = [1+i 2 3i];\n"
-             "e = [1; 2; 3];\n")
+             "e = [1; 2; 3]; f = @(v) v * a + 1; h = @(v, w) down(mod(v, 4)) + w;\n")
     body = "".join(maker.loop(3, 0) for _ in range(source.choice([1, 1, 2])))
     shown = "".join(f"{name}\n" for name in ["a", "b", "c", "d", "k", "p", "q", "x", "y", "m", "l", "t", "z", "w", "g", "n"])
     return start + body + shown + FUNCTIONS

@@ -6,6 +6,22 @@
 
 namespace kelo::figures {
 
+void AxisState::setLimits(Limits newLimits) {
+  limits = newLimits;
+  refreshTicks();
+  autoLimits = false;
+}
+
+void AxisState::setTicks(std::vector<double> newTicks) {
+  ticks = std::move(newTicks);
+  autoTicks = false;
+}
+
+void AxisState::setAutoTicks(bool isAuto) {
+  autoTicks = isAuto;
+  refreshTicks();
+}
+
 void AxisState::refreshTicks() {
   if (autoTicks) ticks = figures::autoTicks(limits);
 }

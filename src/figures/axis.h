@@ -20,13 +20,20 @@ struct Limits {
   friend bool operator==(const Limits&, const Limits&) = default;
 };
 
-/// The state of one axis of a figure, to read and write by axis instead of by field.
+/// The state of one axis of a figure, to read and write by axis instead of by field. What is the
+/// same for plots and surfaces is done here; how limits follow the data they know.
 struct AxisState {
   Limits& limits;
   bool& autoLimits;
   bool& autoTicks;
   std::vector<double>& ticks;  ///< as a command gave them, ascending; not clipped to the limits
 
+  /// Manual limits; the ticks follow when they are automatic.
+  void setLimits(Limits limits);
+  /// Manual ticks, as they are. REQUIRES: ascending
+  void setTicks(std::vector<double> ticks);
+  /// True: the ticks are computed anew.
+  void setAutoTicks(bool isAuto);
   /// Takes the ticks of the limits when the ticks are automatic.
   void refreshTicks();
 };

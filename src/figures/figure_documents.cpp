@@ -18,6 +18,9 @@ constexpr std::string_view kExtension = ".kfig";
 constexpr const char* kFormVersion = "3.0";
 constexpr int kNewestOlderVersion = 2;
 
+// No file of ours is larger: two numbers and their marks take less for each point.
+constexpr int64_t kMostBytes = kMostCodedPoints * 64;
+
 constexpr double kUnixSecondsOf2001 = 978307200;
 
 std::string pathOf(const std::string& fileName) { return std::string(kFolder) + "/" + fileName; }
@@ -80,7 +83,9 @@ std::vector<FigureData> FigureDocuments::loadAll() const {
 
 std::optional<FigureData> FigureDocuments::loaded(const std::string& fileName) const {
   try {
-    const std::optional<std::string> text = documents_.readFile(pathOf(fileName));
+    const std::string path = pathOf(fileName);
+    if (documents_.fileSize(path).value_or(0) > kMostBytes) throw CodingError("the file is too large");
+    const std::optional<std::string> text = documents_.readFile(path);
     if (!text) throw CodingError("the file cannot be read");
     FigureData data = decodedFigureData(*text);
     if (isOlder(data)) return std::nullopt;

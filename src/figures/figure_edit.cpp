@@ -39,14 +39,14 @@ void applyRules(Model& model, const AxisKeys& keys, std::string_view key) {
   const AxisState axis = model.axis(keys.axis);
   if (key == keys.limits) {
     if (!(axis.limits.lower < axis.limits.upper)) throw CodingError(text::kLimitsMustRise);
-    model.setLimits(keys.axis, axis.limits);
+    model.axis(keys.axis).setLimits(axis.limits);
   } else if (key == keys.ticks) {
     std::sort(axis.ticks.begin(), axis.ticks.end());
     axis.autoTicks = false;
   } else if (key == keys.autoLimits) {
     model.setAutoLimits(keys.axis, axis.autoLimits);
   } else if (key == keys.autoTicks) {
-    model.setAutoTicks(keys.axis, axis.autoTicks);
+    model.axis(keys.axis).setAutoTicks(axis.autoTicks);
   }
 }
 

@@ -13,7 +13,7 @@ constexpr double kHalfTurn = 180;
 /// Sets limits that are an axis; others change nothing.
 void setRising(PlotData& plot, Axis axis, Limits limits) {
   const bool isAxis = std::isfinite(limits.lower) && std::isfinite(limits.upper) && limits.lower < limits.upper;
-  if (isAxis && limits != plot.axis(axis).limits) plot.setLimits(axis, limits);
+  if (isAxis && limits != plot.axis(axis).limits) plot.axis(axis).setLimits(limits);
 }
 
 /// Where the share of an axis, from 0 to 1 within the limits, lies in data.

@@ -9,19 +9,19 @@ namespace {
 
 Axis otherThan(Axis axis) { return axis == Axis::x ? Axis::y : Axis::x; }
 
+/// To write, or of a constant plot to read.
+template <class State, class Plot>
+State stateOf(Plot& plot, Axis axis) {
+  if (axis == Axis::x) return {plot.xlims, plot.autoXLimits, plot.autoXTicks, plot.xTickPositions};
+  return {plot.ylims, plot.autoYLimits, plot.autoYTicks, plot.yTickPositions};
+}
+
 }  // namespace
 
 PlotData::PlotData(std::vector<Line> newLines) : lines(std::move(newLines)) { fitBoth(); }
 
-AxisState PlotData::axis(Axis axis) {
-  if (axis == Axis::x) return {xlims, autoXLimits, autoXTicks, xTickPositions};
-  return {ylims, autoYLimits, autoYTicks, yTickPositions};
-}
-
-AxisReading PlotData::axis(Axis axis) const {
-  if (axis == Axis::x) return {xlims, autoXLimits, autoXTicks, xTickPositions};
-  return {ylims, autoYLimits, autoYTicks, yTickPositions};
-}
+AxisState PlotData::axis(Axis axis) { return stateOf<AxisState>(*this, axis); }
+AxisReading PlotData::axis(Axis axis) const { return stateOf<AxisReading>(*this, axis); }
 
 void PlotData::fitBoth() {
   const PlotLimits limits = limitsFromData(lines);
@@ -37,13 +37,6 @@ void PlotData::fitInsideOther(Axis which) {
   state.refreshTicks();
 }
 
-void PlotData::setLimits(Axis which, Limits limits) {
-  AxisState state = axis(which);
-  state.limits = limits;
-  state.refreshTicks();
-  state.autoLimits = false;
-}
-
 void PlotData::setAutoLimits(Axis which, bool isAuto) {
   axis(which).autoLimits = isAuto;
   if (!isAuto) return;
@@ -51,17 +44,6 @@ void PlotData::setAutoLimits(Axis which, bool isAuto) {
     fitBoth();
   else
     fitInsideOther(which);
-}
-
-void PlotData::setTicks(Axis which, std::vector<double> ticks) {
-  axis(which).ticks = std::move(ticks);
-  axis(which).autoTicks = false;
-}
-
-void PlotData::setAutoTicks(Axis which, bool isAuto) {
-  AxisState state = axis(which);
-  state.autoTicks = isAuto;
-  state.refreshTicks();
 }
 
 void PlotData::append(std::vector<Line> newLines) {

@@ -1,7 +1,7 @@
 // PlotData: the whole state of a 2-D figure, as a plain value.
 //
-// Its laws: limits and ticks that are automatic follow the data by the rules of the setters here;
-// whoever writes a limit, a tick or a flag goes through them. Points are shared, so a copy costs
+// Its laws: limits and ticks that are automatic follow the data by the rules of the setters here and
+// of AxisState; whoever writes a limit, a tick or a flag goes through them. Points are shared, so a copy costs
 // little.
 #pragma once
 
@@ -60,16 +60,10 @@ class PlotData {
   AxisState axis(Axis axis);
   AxisReading axis(Axis axis) const;
 
-  /// Manual limits: the axis's ticks follow when they are automatic, the other axis stays.
-  void setLimits(Axis axis, Limits limits);
   /// True: the axis's limits come from the data, inside the other axis's limits when those are
   /// manual; when both are automatic both are computed anew. Recomputes also when the flag was true
   /// before.
   void setAutoLimits(Axis axis, bool isAuto);
-  /// Manual ticks, as they are. REQUIRES: ascending
-  void setTicks(Axis axis, std::vector<double> ticks);
-  /// True: the ticks are computed anew.
-  void setAutoTicks(Axis axis, bool isAuto);
   /// What a held plot does with new lines: automatic limits and ticks follow.
   void append(std::vector<Line> newLines);
 

@@ -9,47 +9,28 @@ namespace {
 
 constexpr Axis kAxes[] = {Axis::x, Axis::y, Axis::z};
 
+/// To write, or of a constant surface to read.
+template <class State, class Surface>
+State stateOf(Surface& surface, Axis axis) {
+  if (axis == Axis::x) return {surface.xlims, surface.autoXLimits, surface.autoXTicks, surface.xTicks};
+  if (axis == Axis::y) return {surface.ylims, surface.autoYLimits, surface.autoYTicks, surface.yTicks};
+  return {surface.zlims, surface.autoZLimits, surface.autoZTicks, surface.zTicks};
+}
+
 }  // namespace
 
 SurfData::SurfData(std::vector<Surface> newSurfaces) : surfaces(std::move(newSurfaces)) {
   for (const Axis which : kAxes) setAutoLimits(which, true);
 }
 
-AxisState SurfData::axis(Axis axis) {
-  if (axis == Axis::x) return {xlims, autoXLimits, autoXTicks, xTicks};
-  if (axis == Axis::y) return {ylims, autoYLimits, autoYTicks, yTicks};
-  return {zlims, autoZLimits, autoZTicks, zTicks};
-}
-
-AxisReading SurfData::axis(Axis axis) const {
-  if (axis == Axis::x) return {xlims, autoXLimits, autoXTicks, xTicks};
-  if (axis == Axis::y) return {ylims, autoYLimits, autoYTicks, yTicks};
-  return {zlims, autoZLimits, autoZTicks, zTicks};
-}
-
-void SurfData::setLimits(Axis which, Limits limits) {
-  AxisState state = axis(which);
-  state.limits = limits;
-  state.refreshTicks();
-  state.autoLimits = false;
-}
+AxisState SurfData::axis(Axis axis) { return stateOf<AxisState>(*this, axis); }
+AxisReading SurfData::axis(Axis axis) const { return stateOf<AxisReading>(*this, axis); }
 
 void SurfData::setAutoLimits(Axis which, bool isAuto) {
   AxisState state = axis(which);
   state.autoLimits = isAuto;
   if (!isAuto) return;
   state.limits = limitsFromSurfaces(surfaces, which);
-  state.refreshTicks();
-}
-
-void SurfData::setTicks(Axis which, std::vector<double> ticks) {
-  axis(which).ticks = std::move(ticks);
-  axis(which).autoTicks = false;
-}
-
-void SurfData::setAutoTicks(Axis which, bool isAuto) {
-  AxisState state = axis(which);
-  state.autoTicks = isAuto;
   state.refreshTicks();
 }
 

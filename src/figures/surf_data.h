@@ -1,6 +1,6 @@
 // SurfData: the whole state of a 3-D figure, as a plain value: one or more meshes, three axes, and
 // how the model is turned, moved and scaled. Limits, ticks and flags are written by the setters
-// here.
+// here and of AxisState.
 #pragma once
 
 #include <optional>
@@ -58,14 +58,8 @@ class SurfData {
   AxisState axis(Axis axis);
   AxisReading axis(Axis axis) const;
 
-  /// Manual limits; the axis's ticks follow when they are automatic.
-  void setLimits(Axis axis, Limits limits);
   /// True: limits from the surfaces, and ticks when they are automatic.
   void setAutoLimits(Axis axis, bool isAuto);
-  /// Manual ticks, as they are. REQUIRES: ascending
-  void setTicks(Axis axis, std::vector<double> ticks);
-  /// True: the ticks are computed anew.
-  void setAutoTicks(Axis axis, bool isAuto);
   /// What a held figure does with new surfaces: automatic limits and ticks follow; the view stays.
   void append(std::vector<Surface> newSurfaces);
 

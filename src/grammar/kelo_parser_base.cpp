@@ -14,9 +14,14 @@ void KeloParserBase::enter(antlr4::ParserRuleContext* node) {
   if (entered->depth > kMaxDepth) throw NestingTooDeep{getCurrentToken()};
 }
 
-void KeloParserBase::enterRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex) {
+// OPTIMIZATION: what the runtime does for a parser without listeners, which casts the parent
+// dynamically.
+void KeloParserBase::enterRule(antlr4::ParserRuleContext* node, size_t state, size_t /*ruleIndex*/) {
   enter(node);
-  antlr4::Parser::enterRule(node, state, ruleIndex);
+  setState(state);
+  _ctx = node;
+  node->start = _input->LT(1);
+  if (node->parent != nullptr) static_cast<antlr4::ParserRuleContext*>(node->parent)->addChild(node);
 }
 
 void KeloParserBase::enterRecursionRule(antlr4::ParserRuleContext* node, size_t state, size_t ruleIndex,

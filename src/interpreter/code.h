@@ -35,6 +35,7 @@ struct Code;
 struct FunctionUnit;
 
 namespace native {
+struct UnitFunctions;
 struct UnitLoops;
 }
 
@@ -182,7 +183,10 @@ struct Code {
   std::vector<Region> regions;
   int32_t registers = 0;              ///< slots and temporaries
   std::vector<int32_t> outputs;       ///< slots of a function's outputs
+  int32_t onlyOutput = -1;            ///< the slot, where there is one output
   mutable std::shared_ptr<native::UnitLoops> native;  ///< loops that are hot
+  mutable std::shared_ptr<native::UnitFunctions> nativeFunctions;  ///< the unit itself, where its calls are hot
+  mutable int32_t callsLeft = 0;      ///< until native code is asked (native_functions.h)
 
   int32_t slotCount() const { return static_cast<int32_t>(slots.size()); }
   /// The slot of a name; -1 when it has none.

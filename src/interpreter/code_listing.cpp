@@ -1,6 +1,7 @@
 // A line of the listing is the number of the instruction, its operation and its operands: a
 // variable by its name, a temporary as t0, t1 and so on, a constant as it was typed where it is a
-// number. Instructions of one line of the text stand below it.
+// number. Instructions of one line of the text stand below it. Behind the jump that closes a loop
+// of which native code may be made stands "~".
 #include "interpreter/code_listing.h"
 
 #include <iterator>
@@ -11,6 +12,7 @@
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
+#include "interpreter/native/native_loops.h"
 #include "interpreter/node_details.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visitor.h"
@@ -119,7 +121,10 @@ void append(std::string& out, const Code& code, const std::vector<std::string_vi
       out += fmt::format("{:>5} | {}\n", line, lines[static_cast<size_t>(line) - 1]);
       shown = line;
     }
-    out += fmt::format("{:>12}  {}\n", k, instructionText(code, code.instructions[k]));
+    const int32_t target = jumpTarget(code.instructions[k]);
+    const auto at = static_cast<int32_t>(k);
+    const bool isMarked = target >= 0 && target <= at && native::mayBeNative(code, at);
+    out += fmt::format("{:>12}  {}{}\n", k, instructionText(code, code.instructions[k]), isMarked ? "  ~" : "");
   }
 }
 

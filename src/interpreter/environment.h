@@ -61,6 +61,8 @@ class Environment {
 
   /// True once after the stop button: the request is taken away by asking.
   bool takeStopRequest() { return control_.takeStopRequest(); }
+  /// The request itself, which stays.
+  const std::atomic<bool>& stopRequest() const { return control_.stopRequest(); }
   /// `input`: shows the prompt and sleeps until a line comes. Nothing when the run is being
   /// stopped: return `failure` and let the statement loop report it.
   std::optional<std::string> readInput(const std::string& prompt);

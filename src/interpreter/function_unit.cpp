@@ -10,6 +10,7 @@ const Code& FunctionUnit::code(bool areGiven, const BuiltinTable& builtins) {
   if (!code) {
     code = Visitor::lowerStatements(body, inputs, outputs, areGiven, builtins);
     for (const Name name : outputs) code->outputs.push_back(code->slotOf(name));
+    if (outputs.size() == 1) code->onlyOutput = code->outputs.front();
   }
   return *code;
 }

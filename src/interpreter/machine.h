@@ -22,10 +22,13 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <unordered_map>
 #include <vector>
 
 #include "interpreter/code.h"
+#include "interpreter/frame.h"
+#include "interpreter/native/context.h"
 #include "interpreter/register_stack.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
@@ -67,33 +70,6 @@ class Machine {
   void clearVariable(Name name);
 
  private:
-  struct Frame {
-    const Code* code = nullptr;
-    const Instruction* pc = nullptr;  // while something called from here is running: the calling instruction
-    Storable* base = nullptr;
-    int32_t destination = 0;          // register of the caller for the result
-    int32_t outputs = 0;              // asked for
-    FunctionUnit* unit = nullptr;     // of a function
-    LocalFunctionFile* functions = nullptr;  // that can be called by name
-    Name funName;                     // empty in scripts, handles and the console
-    bool isOverlay = false;
-    bool isEntry = false;             // where the machine was entered
-    bool hasCall = false;             // whether a function is running here or below
-    int32_t chunk = 0;
-    uint32_t chains = 0;              // of the caller
-    Signature call{0, 0};
-    std::unique_ptr<Workspace> more;
-
-    Frame(const Code& unitCode, Storable* registers, int32_t result, int32_t chunkInUse, size_t chainsOpen)
-        : code(&unitCode),
-          pc(unitCode.instructions.data()),
-          base(registers),
-          destination(result),
-          chunk(chunkInUse),
-          chains(static_cast<uint32_t>(chainsOpen)) {}
-    void enterFunction(FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given, int wanted);
-    void enterHandle(const AnonymousFunction& function, bool callerHasCall, Signature callerCall, int wanted);
-  };
   enum class CallForm { bare, withParentheses };
   enum class Outcome { goesOn, ended, failed };
 
@@ -106,11 +82,18 @@ class Machine {
   bool meansTheSame(const Storable& base, const Site& site) const;
   bool callAgain(const Site& site, Storable* arguments, int32_t destination);
   bool callAnonymousAgain(const FunctionHandle& handle, const Site& site, Storable* arguments, int32_t destination);
-  Frame& pushPlain(const Code& code, Storable* arguments, int32_t count, int32_t destination);
-  bool returnPlainly();
-  bool returnPlainly(const Storable& value);
-  void popPlain();
+  bool callNatively(const Code& code, const LocalFunctionFile* functions, std::span<const Storable> arguments,
+                    std::span<const Storable> captured, int32_t destination);
+  native::Context nativeContext(const LocalFunctionFile* functions) const;
+  static bool arePlain(const Storable* arguments, int32_t count);
   bool canPushPlain(const Code& code, Storable* arguments) const;
+  Frame& pushPlain(const Code& code, Storable* arguments, int32_t count, int32_t destination);
+  void enterFunction(Frame& made, FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given,
+                     int32_t wanted);
+  void enterHandle(Frame& made, const AnonymousFunction& function, int32_t wanted);
+  bool returnPlainly();
+  void returnPlainly(Storable value);
+  void popPlain();
 
   // ---- machine_frames.cpp: frames, and the ends of calls
   Frame& frame() { return frames_.back(); }
@@ -118,7 +101,9 @@ class Machine {
   bool push(const Code& code, Storable* arguments, int32_t count, int32_t destination, KeloNode& place);
   void pop();
   bool pushOverlay(const Code& code, int32_t destination, int outputs, KeloNode& place);
+  static void takeCallOf(Frame& made, const Frame& caller);
   Outcome returnFunction();
+  bool returnSeveral();
   Outcome returnValue(Storable value);
   bool collectOutputs(Storable* result);
 
@@ -235,6 +220,7 @@ class Machine {
   void showValue(std::optional<Name> name, const Storable& value);
 
   // ---- machine_errors.cpp: messages with the place of a node; all give false
+  Name runningFunction() const;
   bool fail(KeloNode& place, std::string reason);
   bool fail(KeloNode& place, const Problem& problem);
   bool failIn(Name funName, KeloNode& place, const Problem& problem);
@@ -265,7 +251,7 @@ class Machine {
   Environment& app_;
   const uint64_t run_;  // number of this run, for what instructions remember
   RegisterStack stack_;
-  std::vector<Frame> frames_;
+  FrameStack frames_;
   std::vector<FieldChain> chains_;  // under construction
   bool wasTooDeep_ = false;
   std::optional<Storable> entryResult_;  // what the entry frame gave

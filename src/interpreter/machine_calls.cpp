@@ -25,10 +25,6 @@
 
 namespace kelo {
 
-int Machine::outputsOf(const Site& site) const {
-  return site.outputs == Visitor::kOutputsOfCall ? frame().outputs : site.outputs;
-}
-
 // ---- Arguments
 
 bool Machine::failArgument(const Site& site, int32_t k, KeloNode& place) {
@@ -46,17 +42,6 @@ bool Machine::spreadArguments(const Site& site, Storable* arguments, std::vector
   }
   return true;
 }
-
-namespace {
-
-bool arePlain(const Storable* arguments, int32_t count) {
-  for (int32_t k = 0; k < count; ++k) {
-    if (!arguments[k].isValue()) return false;
-  }
-  return true;
-}
-
-}  // namespace
 
 // ---- By name
 
@@ -125,7 +110,7 @@ void Machine::remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functi
   site.targetCode = static_cast<size_t>(site.count) == unit.inputs.size() ? &unit.code(true, app_.builtins) : nullptr;
   site.targetFunctions = functions;
   site.targetIndex = index;
-  site.functions = unit.isMain ? frames_[frames_.size() - 2].functions : frame().functions;
+  site.functions = unit.isMain ? frames_.caller().functions : frame().functions;
 }
 
 // A name without arguments that is no variable; a local function of another file is passed over.
@@ -165,7 +150,7 @@ bool Machine::callUnit(FunctionUnit& unit, LocalFunctionFile* functions, Storabl
             place)) {
     return false;
   }
-  frame().enterFunction(unit, functions, count, outputs);
+  enterFunction(frame(), unit, functions, count, outputs);
   if (isWhole || !unit.isMain) return true;
   return checkInputCount(unit.funName.text(), text::kTooManyInputs, unit.inputs.size(), given, *unit.node);
 }
@@ -227,12 +212,12 @@ bool Machine::callAnonymous(AnonymousFunction& function, Storable* arguments, in
   const bool isWhole = static_cast<size_t>(count) == inputs && function.isWhole;
   const Code* code = codeOf(body, isWhole, place);
   if (code == nullptr) return false;
-  const bool hasCall = frame().hasCall;
-  const Signature call = frame().call;
   if (!push(*code, arguments, count, destination, place)) return false;
   Frame& made = frame();
-  made.enterHandle(function, hasCall, call, outputs);
-  for (size_t k = static_cast<size_t>(count); k < inputs; ++k) made.base[k] = function.inputValues[k];
+  enterHandle(made, function, outputs);
+  for (size_t k = static_cast<size_t>(count); k < function.inputValues.size(); ++k) {
+    made.base[k] = function.inputValues[k];
+  }
   if (function.all) made.more = std::make_unique<Workspace>(*function.all);
   return true;
 }
@@ -316,6 +301,7 @@ void Machine::makeAnonymous(const Site& site, Storable* result) {
   HandleBody& body = *site.handle;
   bool asksForAll = body.capturesAll;
   function->body = site.handle;
+  function->values.reserve(body.captured.size());
   for (size_t k = 0; k < body.captured.size(); ++k) {
     const Storable& value = reg(site.slots[k]);
     const bool isVariable = !value.isNone() && !value.isLocalFunc();
@@ -323,8 +309,12 @@ void Machine::makeAnonymous(const Site& site, Storable* result) {
     function->isWhole = function->isWhole && isVariable;
     asksForAll = asksForAll || (body.mayBeScript[k] && !isVariable && mayBeScript(body.captured[k]));
   }
-  for (size_t k = 0; k < body.inputArgs.size(); ++k) {
-    function->inputValues.push_back(reg(site.slots[body.captured.size() + k]));
+  const size_t captured = body.captured.size();
+  for (size_t k = body.inputArgs.size(); k-- > 0;) {
+    const Storable& value = reg(site.slots[captured + k]);
+    if (value.isNone()) continue;  // and so for what stands behind the last one
+    function->inputValues.resize(std::max(function->inputValues.size(), k + 1), Storable::none());
+    function->inputValues[k] = value;
   }
   if (asksForAll) function->all = copyOfVariables();
   if (LocalFunctionFile* functions = frame().functions) {

@@ -1,8 +1,9 @@
 // Messages with the place of a node. What library code throws ends here.
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
-#include "interpreter/environment.h"
 #include "interpreter/dispatch.h"
+#include "interpreter/environment.h"
+#include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
@@ -11,6 +12,9 @@
 
 namespace kelo {
 
+// Empty in scripts, handles and the console.
+Name Machine::runningFunction() const { return frames_.empty() || !frame().unit ? Name() : frame().unit->funName; }
+
 CallSite Machine::siteOf(KeloNode& place) const {
   NodeCache& cache = place.cache;
   if (cache.line < 0) {
@@ -18,13 +22,11 @@ CallSite Machine::siteOf(KeloNode& place) const {
     cache.line = position.line;
     cache.charPos = position.charPos;
   }
-  return {cache.line, cache.charPos, place.relativePath, frames_.empty() ? Name() : frame().funName};
+  return {cache.line, cache.charPos, place.relativePath, runningFunction()};
 }
 
 // Behind a recursion that was too deep nothing more is said: each of its levels would add a line.
-bool Machine::fail(KeloNode& place, const Problem& problem) {
-  return failIn(frames_.empty() ? Name() : frame().funName, place, problem);
-}
+bool Machine::fail(KeloNode& place, const Problem& problem) { return failIn(runningFunction(), place, problem); }
 
 bool Machine::failIn(Name funName, KeloNode& place, const Problem& problem) {
   if (wasTooDeep_) return false;

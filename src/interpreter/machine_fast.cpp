@@ -64,27 +64,29 @@ bool logic(BinaryOp op, double x, double y, Storable* result) {
   return true;
 }
 
+bool reals(BinaryOp op, double x, double y, Storable* result) {
+  double number;
+  bool answer;
+  if (op == BinaryOp::and_ || op == BinaryOp::or_) return logic(op, x, y, result);
+  if (scalarArithmetic(op, x, y, &number)) result->setNumber(number);
+  else if (scalarComparison(op, x, y, &answer)) result->setLogical(answer);
+  else return false;
+  return true;
+}
+
 }  // namespace
 
 bool scalarBinary(BinaryOp op, const Storable& left, const Storable& right, Storable* result) {
   if (!left.isPlainScalar() || !right.isPlainScalar()) return false;
   const NumericArray &a = *left.numeric(), &b = *right.numeric();
   double x, y;
-  if (realOf(a, &x) && realOf(b, &y)) {
-    double number;
-    bool answer;
-    if (op == BinaryOp::and_ || op == BinaryOp::or_) return logic(op, x, y, result);
-    if (scalarArithmetic(op, x, y, &number)) result->setNumber(number);
-    else if (scalarComparison(op, x, y, &answer)) result->setLogical(answer);
-    else return false;
-    return true;
-  }
+  if (realOf(a, &x) && realOf(b, &y)) return reals(op, x, y, result);
   if (a.is(Kind::Int) && b.is(Kind::Int)) return integers(op, a.asInt().scalar(), b.asInt().scalar(), result);
-  if (a.is(Kind::Int) && realOf(b, &y) && b.is(Kind::Double)) {
-    return scalarBinary(op, Storable(static_cast<double>(a.asInt().scalar())), right, result);
+  if (a.is(Kind::Int) && b.is(Kind::Double)) {
+    return reals(op, static_cast<double>(a.asInt().scalar()), b.asDouble().scalar(), result);
   }
-  if (b.is(Kind::Int) && realOf(a, &x) && a.is(Kind::Double)) {
-    return scalarBinary(op, left, Storable(static_cast<double>(b.asInt().scalar())), result);
+  if (b.is(Kind::Int) && a.is(Kind::Double)) {
+    return reals(op, a.asDouble().scalar(), static_cast<double>(b.asInt().scalar()), result);
   }
   ComplexDouble z, w;
   return complexOf(a, &z) && complexOf(b, &w) && complexNumbers(op, z, w, result);

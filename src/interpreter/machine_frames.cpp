@@ -8,22 +8,15 @@
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "interpreter/machine_frames.h"
+#include "interpreter/native/native_functions.h"
 #include "messages/catalogue/interpreter.h"
 
 namespace kelo {
-namespace {
-
-constexpr size_t kMostFrames = 100'000;
-
-}  // namespace
 
 // A frame whose first slots are the arguments, the others being nothing. False when calls are
 // nested too deeply.
 bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t destination, KeloNode& place) {
-  if (frames_.size() == frames_.capacity()) {
-    if (frames_.size() >= kMostFrames) return failTooDeep(place);
-    frames_.reserve(std::clamp<size_t>(2 * frames_.size(), 64, kMostFrames));
-  }
+  if (!frames_.hasRoom() && !frames_.grow()) return failTooDeep(place);
   const int32_t chunk = stack_.chunk();
   Storable* base = stack_.room(arguments, code.registers);
   if (base != arguments) [[unlikely]] {
@@ -31,6 +24,27 @@ bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t
   }
   pushPlain(code, base, count, destination).chunk = chunk;
   return true;
+}
+
+// ---- Native code
+
+native::Context Machine::nativeContext(const LocalFunctionFile* functions) const {
+  constexpr size_t kMostFrames = 30'000;  // native calls may nest as often besides
+  return {run_, functions, &app_.stopRequest(), frames_.size() < kMostFrames};
+}
+
+bool Machine::callNatively(const Code& code, const LocalFunctionFile* functions, std::span<const Storable> arguments,
+                           std::span<const Storable> captured, int32_t destination) {
+  return native::callFunction(nativeContext(functions), code, arguments, captured, &reg(destination));
+}
+
+// ---- Ends
+
+// What nargin and nargout tell of is the call of the function around.
+void Machine::takeCallOf(Frame& made, const Frame& caller) {
+  made.hasCall = caller.hasCall;
+  made.callInputs = caller.callInputs;
+  made.callOutputs = caller.callOutputs;
 }
 
 // What the frame holds goes. An overlay first gives the names back.
@@ -60,6 +74,24 @@ Machine::Outcome Machine::returnFunction() {
   return returnValue(std::move(result));
 }
 
+// Several outputs that the next instruction assigns to names, and shows none of.
+bool Machine::returnSeveral() {
+  Frame& top = frame();
+  const std::vector<int32_t>& outputs = top.code->outputs;
+  for (const int32_t slot : outputs) {
+    if (top.base[slot].form() >= Storable::Form::localFunc) return false;
+  }
+  Frame& caller = frames_.caller();
+  const Instruction& next = caller.pc[1];
+  if (next.op != Op::assignList || next.b != top.destination || next.flag) return false;
+  const std::vector<int32_t>& targets = caller.code->sites[static_cast<size_t>(next.d)].slots;
+  if (targets.size() > outputs.size()) return false;
+  for (size_t k = 0; k < targets.size(); ++k) caller.base[targets[k]] = top.base[outputs[k]];
+  popPlain();
+  ++frame().pc;  // the assignment is done
+  return true;
+}
+
 /// All declared outputs, NOTE: intended: whatever the caller wants of them.
 bool Machine::collectOutputs(Storable* result) {
   const FunctionUnit& unit = *frame().unit;
@@ -69,7 +101,7 @@ bool Machine::collectOutputs(Storable* result) {
     if (value.isNone() || value.isLocalFunc()) {
       if (unit.isMain) return fail(*unit.node, fmt::format(text::kOutputUndefined, name.text()));
       const std::string words = fmt::format(text::kLocalOutputUndefined, name.text(), unit.funName.text());
-      const Frame& caller = frames_[frames_.size() - 2];
+      const Frame& caller = frames_.caller();
       const auto at = static_cast<size_t>(caller.pc - caller.code->instructions.data());
       return fail(unit.body ? *unit.body : *caller.code->places[at], words);
     }
@@ -85,23 +117,20 @@ bool Machine::collectOutputs(Storable* result) {
 bool Machine::pushOverlay(const Code& code, int32_t destination, int outputs, KeloNode& place) {
   Storable* from = frames_.empty() ? stack_.start() : frame().base + frame().code->registers;
   const bool isFirst = frames_.empty();
-  const bool hasCall = !isFirst && frame().hasCall;
-  const Signature call = isFirst ? Signature{0, 0} : frame().call;
   LocalFunctionFile* functions = isFirst ? nullptr : frame().functions;
   if (!push(code, from, 0, destination, place)) return false;
   Frame& made = frame();
   made.isOverlay = true;
   made.outputs = outputs;
-  made.hasCall = hasCall;
-  made.call = call;
   made.functions = functions;
+  if (!isFirst) takeCallOf(made, frames_.caller());
   takeNames();
   return true;
 }
 
 std::optional<Machine::Signature> Machine::runningCall() const {
   if (frames_.empty() || !frame().hasCall) return std::nullopt;
-  return frame().call;
+  return Signature{frame().callInputs, frame().callOutputs};
 }
 
 }  // namespace kelo

@@ -2,9 +2,11 @@
 // before, every input is given as one value, and each output is there. Part of the machine's loop;
 // machine_frames.cpp has the general forms.
 //
-// Nothing here grows the stack of frames: it has room for 100,000 at most, and where it is full the
-// general form says so.
+// Nothing here grows a stack: where one is full the general form makes room or says that calls are
+// nested too deeply.
 #pragma once
+
+#include <algorithm>
 
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
@@ -12,36 +14,44 @@
 
 namespace kelo {
 
-inline void Machine::Frame::enterFunction(FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given,
-                                          int wanted) {
-  unit = &called;
-  functions = localFunctions;
-  funName = called.funName;
-  outputs = wanted;
-  hasCall = true;
-  call = {given, std::max(wanted, 0)};
+// A function's frame. OPTIMIZATION: the frame behind the top is there, and only filled in.
+inline void Machine::enterFunction(Frame& made, FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given,
+                                   int32_t wanted) {
+  made.unit = &called;
+  made.functions = localFunctions;
+  made.outputs = wanted;
+  made.callInputs = given;
+  made.callOutputs = std::max(wanted, 0);
+  made.isFunction = made.hasCall = true;
 }
 
 // The slots behind the inputs are what the handle captured.
-inline void Machine::Frame::enterHandle(const AnonymousFunction& function, bool callerHasCall, Signature callerCall,
-                                        int wanted) {
-  Storable* captured = base + function.body->inputArgs.size();
+inline void Machine::enterHandle(Frame& made, const AnonymousFunction& function, int32_t wanted) {
+  Storable* captured = made.base + function.body->inputArgs.size();
   for (const Storable& value : function.values) *captured++ = value;
-  functions = function.functions.get();
-  outputs = wanted;
-  hasCall = callerHasCall;
-  call = callerCall;
+  made.functions = function.functions.get();
+  made.outputs = wanted;
+  takeCallOf(made, frames_.caller());
 }
 
 inline bool Machine::canPushPlain(const Code& code, Storable* arguments) const {
-  return stack_.hasRoom(arguments, code.registers) && frames_.size() < frames_.capacity();
+  return stack_.hasRoom(arguments, code.registers) && frames_.hasRoom();
 }
 
-// REQUIRES: canPushPlain
-inline Machine::Frame& Machine::pushPlain(const Code& code, Storable* arguments, int32_t count, int32_t destination) {
-  const int32_t slots = code.slotCount();
-  for (int32_t k = count; k < slots; ++k) arguments[k].clear();
-  return frames_.emplace_back(code, arguments, destination, stack_.chunk(), chains_.empty() ? 0 : chains_.size());
+// Of the slots `count` are given or will be. REQUIRES: canPushPlain
+[[gnu::always_inline]] inline Frame& Machine::pushPlain(const Code& code, Storable* arguments, int32_t count,
+                                                        int32_t destination) {
+  for (Storable *slot = arguments + count, *end = arguments + code.slotCount(); slot < end; ++slot) slot->clear();
+  Frame& made = frames_.push();
+  made.code = &code;
+  made.pc = code.instructions.data();
+  made.base = arguments;
+  made.unit = nullptr;
+  made.destination = destination;
+  made.chunk = stack_.chunk();
+  made.chains = chains_.empty() ? 0 : static_cast<uint32_t>(chains_.size());
+  made.isFunction = made.isOverlay = made.isEntry = made.hasCall = false;
+  return made;
 }
 
 // Whether the name in a slot means the function that the site has called before in this run: no
@@ -53,17 +63,28 @@ inline bool Machine::meansTheSame(const Storable& base, const Site& site) const 
   return local && local->index() == site.targetIndex && local->file().get() == site.targetFunctions;
 }
 
-// A function that the site has called before, with all inputs.
-[[gnu::always_inline]] inline bool Machine::callAgain(const Site& site, Storable* arguments, int32_t destination) {
-  const Frame& caller = frames_.back();
-  const Code* code = site.targetCode;
-  if (code == nullptr || !canPushPlain(*code, arguments)) return false;
-  for (int32_t k = 0; k < site.count; ++k) {
+inline bool Machine::arePlain(const Storable* arguments, int32_t count) {
+  for (int32_t k = 0; k < count; ++k) {
     if (!arguments[k].isValue()) return false;
   }
-  const int outputs = site.outputs == Visitor::kOutputsOfCall ? caller.outputs : site.outputs;
-  pushPlain(*code, arguments, site.count, destination)
-      .enterFunction(*site.target, site.targetFunctions, site.count, outputs);
+  return true;
+}
+
+inline int Machine::outputsOf(const Site& site) const {
+  return site.outputs == Visitor::kOutputsOfCall ? frame().outputs : site.outputs;
+}
+
+// A function that the site has called before, with all inputs.
+[[gnu::always_inline]] inline bool Machine::callAgain(const Site& site, Storable* arguments, int32_t destination) {
+  const Code* code = site.targetCode;
+  if (code == nullptr || !canPushPlain(*code, arguments) || !arePlain(arguments, site.count)) return false;
+  if (--code->callsLeft < 0 &&
+      callNatively(*code, site.targetFunctions, {arguments, size_t(site.count)}, {}, destination)) {
+    return true;
+  }
+  const int outputs = outputsOf(site);
+  Frame& made = pushPlain(*code, arguments, site.count, destination);
+  enterFunction(made, *site.target, site.targetFunctions, site.count, outputs);
   return true;
 }
 
@@ -75,16 +96,17 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
   const auto* lowered = static_cast<const HandleCode*>(function.body->code.get());
   if (lowered == nullptr || !lowered->given || !function.isWhole || function.all) return false;
   const Code& code = *lowered->given;
-  if (static_cast<size_t>(site.count) != function.body->inputArgs.size() || !canPushPlain(code, arguments))
+  if (static_cast<size_t>(site.count) != function.body->inputArgs.size() || !canPushPlain(code, arguments) ||
+      !arePlain(arguments, site.count)) {
     return false;
-  for (int32_t k = 0; k < site.count; ++k) {
-    if (!arguments[k].isValue()) return false;
   }
-  const Frame& caller = frames_.back();
-  const bool hasCall = caller.hasCall;
-  const Signature call = caller.call;
-  const int outputs = site.outputs == Visitor::kOutputsOfCall ? caller.outputs : site.outputs;
-  pushPlain(code, arguments, site.count, destination).enterHandle(function, hasCall, call, outputs);
+  if (--code.callsLeft < 0 &&
+      callNatively(code, function.functions.get(), {arguments, size_t(site.count)}, function.values, destination)) {
+    return true;
+  }
+  const int outputs = outputsOf(site);
+  const auto given = site.count + static_cast<int32_t>(function.values.size());
+  enterHandle(pushPlain(code, arguments, given, destination), function, outputs);
   return true;
 }
 
@@ -93,39 +115,27 @@ inline bool Machine::callAnonymousAgain(const FunctionHandle& handle, const Site
   Frame& top = frames_.back();
   for (Storable *r = top.base, *end = r + top.code->registers; r < end; ++r) r->letGo();
   stack_.setChunk(top.chunk);
-  frames_.pop_back();
+  frames_.pop();
 }
 
 // A function whose outputs are all there and are wanted as one value, or by an assignment to
 // several names.
-inline bool Machine::returnPlainly() {
+[[gnu::always_inline]] inline bool Machine::returnPlainly() {
   Frame& top = frames_.back();
-  if (top.isEntry || top.unit == nullptr) return false;
-  const std::vector<int32_t>& outputs = top.code->outputs;
-  for (const int32_t slot : outputs) {
+  if (!top.isFunction || top.isEntry) return false;
+  if (const int32_t slot = top.code->onlyOutput; slot >= 0) [[likely]] {
     if (top.base[slot].form() >= Storable::Form::localFunc) return false;
+    returnPlainly(std::move(top.base[slot]));
+    return true;
   }
-  if (outputs.size() == 1) return returnPlainly(top.base[outputs.front()]);
-  Frame& caller = frames_[frames_.size() - 2];
-  const Instruction& next = caller.pc[1];
-  if (next.op != Op::assignList || next.b != top.destination || next.flag) return false;
-  const std::vector<int32_t>& targets = caller.code->sites[static_cast<size_t>(next.d)].slots;
-  if (targets.size() > outputs.size()) return false;
-  for (size_t k = 0; k < targets.size(); ++k) caller.base[targets[k]] = top.base[outputs[k]];
-  popPlain();
-  ++frames_.back().pc;  // the assignment is done
-  return true;
+  return returnSeveral();
 }
 
-// A value of a register or a constant of the frame on top.
-inline bool Machine::returnPlainly(const Storable& value) {
-  const Frame& top = frames_.back();
-  if (top.isEntry) return false;
-  Storable result(value);
-  const int32_t destination = top.destination;
+// The value is the result of the frame on top, which is no entry.
+[[gnu::always_inline]] inline void Machine::returnPlainly(Storable value) {
+  const int32_t destination = frames_.back().destination;
   popPlain();
-  frames_.back().base[destination] = std::move(result);
-  return true;
+  frames_.back().base[destination] = std::move(value);
 }
 
 }  // namespace kelo

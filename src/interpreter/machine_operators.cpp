@@ -8,6 +8,7 @@
 #include "interpreter/environment.h"
 #include "interpreter/machine.h"
 #include "interpreter/machine_fast.h"
+#include "interpreter/quick_calls.h"
 #include "linear/linear.h"
 #include "messages/catalogue/interpreter.h"
 #include "messages/catalogue/operators.h"
@@ -282,11 +283,11 @@ bool Machine::caseMatches(const Instruction& i, bool* matches) {
     *matches = value.doubleScalar() == candidate.doubleScalar();
     return true;
   }
-  *matches = value.size() == candidate.size();
-  if (!*matches) return true;
   const NumericArray &a = *value.numeric(), &b = *candidate.numeric();
   if (a.is(Kind::Char) && b.is(Kind::Char)) {
-    *matches = std::equal(a.asChar().values().begin(), a.asChar().values().end(), b.asChar().values().begin());
+    *matches = sameText(a.asChar(), b.asChar());
+  } else if (a.size() != b.size()) {
+    *matches = false;
   } else {
     *matches = allTrue(elementwise(BinaryOp::eqeq, a, b).asLogical());
   }

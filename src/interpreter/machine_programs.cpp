@@ -164,10 +164,10 @@ NodeValue Machine::evaluateText(const std::string& text) {
     return NodeValue::failure();
   }
   const auto code = Visitor::lowerExpression(expression, {}, false, Visitor::kNoOutputs, app_.builtins);
-  const Name funName = frames_.empty() ? Name() : frame().funName;
+  FunctionUnit* const unit = frames_.empty() ? nullptr : frame().unit;
   if (!pushOverlay(*code, 0, Visitor::kNoOutputs, expression)) return NodeValue::failure();
   frame().isEntry = true;
-  frame().funName = funName;
+  frame().unit = unit;
   if (!run()) return NodeValue::failure();
   return std::move(*entryResult_);
 }

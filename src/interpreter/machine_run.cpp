@@ -88,7 +88,8 @@ void Machine::unwind() {
     const Instruction* const from = pc;                                                      \
     pc = start + (to);                                                                       \
     if (pc < from && --const_cast<Instruction&>(i).d < 0) [[unlikely]]                       \
-      pc = native::enterLoop(*frames_.back().code, const_cast<Instruction&>(i), R);          \
+      pc = native::enterLoop(nativeContext(frames_.back().functions), *frames_.back().code,  \
+                             const_cast<Instruction&>(i), R);                                \
     continue;                                                                                \
   }
 
@@ -231,6 +232,7 @@ resume:
       }
       case Op::builtin: KELO_GENERAL(callRow(siteAt(i.d), i.a))
       case Op::quickCall:
+        frames_.back().pc = pc;  // a text may find no memory
         if (quickCall(static_cast<QuickCall>(i.e), operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
         KELO_GENERAL(callQuickRow(i))
       case Op::endOf: KELO_GENERAL(endOf(i))
@@ -363,7 +365,10 @@ resume:
       }
       case Op::returnValue: {
         frames_.back().pc = pc;
-        if (operand(R, K, i.b).isValue() && returnPlainly(operand(R, K, i.b))) [[likely]] goto resume;
+        if (operand(R, K, i.b).isValue() && !frames_.back().isEntry) [[likely]] {
+          returnPlainly(operand(R, K, i.b));
+          goto resume;
+        }
         const Outcome outcome = returnValue(take(i.b));
         if (outcome != Outcome::goesOn) return outcome;
         goto resume;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "platform/vector_math.h"
@@ -21,7 +23,8 @@ constexpr Row kRows[] = {
     {"abs", QuickCall::abs, 1},     {"acos", QuickCall::acos, 1},     {"asin", QuickCall::asin, 1},
     {"atan", QuickCall::atan, 1},   {"ceil", QuickCall::ceil, 1},     {"cos", QuickCall::cos, 1},
     {"cosh", QuickCall::cosh, 1},   {"exp", QuickCall::exp, 1},       {"fix", QuickCall::fix, 1},
-    {"floor", QuickCall::floor, 1}, {"isempty", QuickCall::isempty, 1}, {"length", QuickCall::length, 1},
+    {"floor", QuickCall::floor, 1}, {"int2str", QuickCall::int2str, 1}, {"num2str", QuickCall::num2str, 1},
+    {"isempty", QuickCall::isempty, 1}, {"length", QuickCall::length, 1},
     {"log", QuickCall::log, 1},     {"log10", QuickCall::log10, 1},   {"log2", QuickCall::log2, 1},
     {"max", QuickCall::max, 2},     {"min", QuickCall::min, 2},       {"mod", QuickCall::mod, 2},
     {"ndims", QuickCall::ndims, 1}, {"numel", QuickCall::numel, 1},   {"rem", QuickCall::rem, 2},
@@ -38,12 +41,7 @@ bool byRoutine(double x, double* result) {
   return true;
 }
 
-bool sameText(const Storable& a, const Storable& b) {
-  if (!a.isNumeric() || !b.isNumeric() || !a.numeric()->is(Kind::Char) || !b.numeric()->is(Kind::Char)) return false;
-  const CharArray &x = a.numeric()->asChar(), &y = b.numeric()->asChar();
-  return x.numElements() == y.numElements() && x.size() == y.size() &&
-         std::equal(x.data(), x.data() + x.numElements(), y.data());
-}
+bool isText(const Storable& value) { return value.isNumeric() && value.numeric()->is(Kind::Char); }
 
 const CharArray* rowOfText(const Storable& value) {
   const NumericArray* array = value.numeric();
@@ -56,9 +54,40 @@ int64_t lengthWithoutBlanks(const CharArray& row) {
   return length;
 }
 
+// The text of a number of the system's own, or of one that is whole or rounded to that.
+bool wholeText(const Storable& x, bool rounds, Storable* result) {
+  constexpr double kExactIntegers = 9007199254740992;  // 2^53: every whole double below is itself
+  int64_t whole;
+  if (x.isScalarOf(Kind::Int)) {
+    whole = x.numeric()->asInt().scalar();
+  } else {
+    if (!x.isDoubleScalar()) return false;
+    const double number = rounds ? std::round(x.doubleScalar()) : x.doubleScalar();
+    if (!(std::fabs(number) < kExactIntegers) || number != std::trunc(number)) return false;
+    whole = static_cast<int64_t>(number);
+  }
+  Character digits[20];
+  Character* first = std::end(digits);
+  uint64_t rest = whole < 0 ? -static_cast<uint64_t>(whole) : static_cast<uint64_t>(whole);
+  do {
+    *--first = Character(static_cast<char32_t>('0' + rest % 10));
+  } while ((rest /= 10) != 0);
+  if (whole < 0) *--first = Character(U'-');
+  *result = CharArray::row({first, std::end(digits)});
+  return true;
+}
+
 int64_t longest(const SizeVector& size) { return size.hasZeroLength() ? 0 : std::ranges::max(size.vec()); }
 
 }  // namespace
+
+// Characters may be equal without being the same word.
+bool sameText(const CharArray& a, const CharArray& b) {
+  if (a.numElements() != b.numElements() || a.size() != b.size()) return false;
+  const auto bytes = static_cast<size_t>(a.numElements()) * sizeof(Character);
+  return std::memcmp(a.data(), b.data(), bytes) == 0 ||
+         std::equal(a.data(), a.data() + a.numElements(), b.data());
+}
 
 int32_t quickCallOf(Name name, int32_t count) {
   for (const Row& row : kRows) {
@@ -97,20 +126,25 @@ bool quickCall(QuickCall function, double x, double y, double* result) {
 }
 
 bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storable* result) {
-  if (Storable::areDoubleScalars(x, y)) {
+  if (function < QuickCall::isempty) {
     double number;
-    if (quickCall(function, x.doubleScalar(), y.doubleScalar(), &number)) {
-      result->setNumber(number);
-      return true;
+    if (!Storable::areDoubleScalars(x, y) || !quickCall(function, x.doubleScalar(), y.doubleScalar(), &number)) {
+      return false;
     }
+    result->setNumber(number);
+    return true;
   }
-  if (function < QuickCall::isempty || !x.isArray() || !y.isArray()) return false;
+  if (!x.isArray() || !y.isArray()) return false;
   switch (function) {
     case QuickCall::isempty: result->setLogical(x.isEmpty()); return true;
     case QuickCall::length: *result = IntArray(longest(x.size())); return true;
     case QuickCall::ndims: *result = IntArray(x.size().ndim()); return true;
     case QuickCall::numel: *result = IntArray(x.numElements()); return true;
-    case QuickCall::strcmp: result->setLogical(sameText(x, y)); return true;
+    case QuickCall::strcmp:
+      result->setLogical(isText(x) && isText(y) && sameText(x.numeric()->asChar(), y.numeric()->asChar()));
+      return true;
+    case QuickCall::int2str: return wholeText(x, true, result);
+    case QuickCall::num2str: return wholeText(x, false, result);
     default: return false;
   }
 }

@@ -1,6 +1,6 @@
 // Built-ins of one or two arguments that are computed without a call where the arguments are
-// simple: functions of numbers, questions about sizes, comparisons of texts. Each gives what the
-// built-in gives, or says false.
+// simple: functions of numbers, questions about sizes, comparisons of texts, texts of whole numbers.
+// Each gives what the built-in gives, or says false.
 #pragma once
 
 #include <span>
@@ -14,7 +14,7 @@ namespace kelo {
 enum class QuickCall : int32_t {
   abs, ceil, fix, floor, max, min, mod, rem, round, sqrt,
   acos, asin, atan, cos, cosh, exp, log, log10, log2, sin, sinh, tan, tanh,
-  isempty, length, ndims, numel, strcmp,
+  isempty, length, ndims, numel, strcmp, int2str, num2str,
 };
 // clang-format on
 
@@ -25,6 +25,9 @@ int32_t quickCallOf(Name name, int32_t count);
 bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storable* result);
 /// Of two numbers; those after `sqrt` only look at the first.
 bool quickCall(QuickCall function, double x, double y, double* result);
+
+/// Whether both have one size and the same characters.
+bool sameText(const CharArray& a, const CharArray& b);
 
 /// text = strcat(text, more...), where all are rows of characters and nobody else holds the text;
 /// costs what is added.

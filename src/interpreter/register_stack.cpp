@@ -26,13 +26,15 @@ Storable* RegisterStack::roomElsewhere(int64_t count) {
     chunks_.resize(next);
   }
   if (next == chunks_.size()) addChunk(std::max(count, kChunk));
-  used_ = static_cast<int32_t>(next);
+  use(static_cast<int32_t>(next));
   make(chunks_[next], chunks_[next].begin + count);
   return chunks_[next].begin;
 }
 
+// REQUIRES: the chunk is in use
 void RegisterStack::make(Chunk& chunk, Storable* upTo) {
   for (; chunk.made < upTo; ++chunk.made) new (chunk.made) Storable(0.0);
+  made_ = chunk.made;
 }
 
 }  // namespace kelo

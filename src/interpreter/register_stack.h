@@ -14,7 +14,10 @@ namespace kelo {
 
 class RegisterStack {
  public:
-  RegisterStack() { addChunk(kChunk); }
+  RegisterStack() {
+    addChunk(kChunk);
+    use(0);
+  }
   ~RegisterStack();
   RegisterStack(const RegisterStack&) = delete;
   RegisterStack& operator=(const RegisterStack&) = delete;
@@ -28,12 +31,12 @@ class RegisterStack {
     return wanted;
   }
   /// Whether they are there already, so that `room` would give `wanted` and do nothing.
-  bool hasRoom(Storable* wanted, int64_t count) const {
-    return wanted + count <= chunks_[static_cast<size_t>(used_)].made;
-  }
+  bool hasRoom(Storable* wanted, int64_t count) const { return wanted + count <= made_; }
   Storable* start() { return chunks_.front().begin; }
   int32_t chunk() const { return used_; }
-  void setChunk(int32_t chunk) { used_ = chunk; }
+  void setChunk(int32_t chunk) {
+    if (chunk != used_) [[unlikely]] use(chunk);
+  }
 
  private:
   static constexpr int64_t kChunk = 1 << 15;  // registers
@@ -43,10 +46,15 @@ class RegisterStack {
   };
   void addChunk(int64_t count);
   Storable* roomElsewhere(int64_t count);
-  static void make(Chunk& chunk, Storable* upTo);
+  void make(Chunk& chunk, Storable* upTo);
+  void use(int32_t chunk) {
+    used_ = chunk;
+    made_ = chunks_[static_cast<size_t>(chunk)].made;
+  }
 
   std::vector<Chunk> chunks_;
   int32_t used_ = 0;
+  Storable* made_ = nullptr;  // of the chunk in use
 };
 
 }  // namespace kelo

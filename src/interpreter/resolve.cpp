@@ -70,7 +70,10 @@ KeloNode* withoutParentheses(KeloNode* node) {
 
 // ---- Literals
 
-void resolveNumber(KeloNode& node, NodeKind kind, std::string text) {
+// OPTIMIZATION: by the node's token, since the text of a node is put together by a stream.
+void resolveNumber(KeloNode& node, NodeKind kind) {
+  std::string text = node.getStart()->getText();
+  if (kind == NodeKind::imaginary) text.pop_back();
   char* end = nullptr;
   node.cache.kind = kind;
   node.cache.number = std::strtod(text.c_str(), &end);
@@ -263,7 +266,7 @@ void resolveHandle(KeloNode& node) {
 bool endsQuietly(antlr4::ParserRuleContext& context) {
   for (ParseTree* child : context.children) {
     auto* separator = exactly<P::Stat_separatorContext>(child);
-    if (separator && separator->getText() == ";") return true;
+    if (separator && separator->getStart()->getType() == P::SEMICOLON) return true;
   }
   return false;
 }
@@ -352,7 +355,7 @@ bool is(KeloNode& node) {
 
 bool resolveExpressionNode(KeloNode& node, const BuiltinTable& builtins) {
   NodeCache& cache = node.cache;
-  if (is<P::IntContext>(node) || is<P::DoubleContext>(node)) resolveNumber(node, NodeKind::number, node.getText());
+  if (is<P::IntContext>(node) || is<P::DoubleContext>(node)) resolveNumber(node, NodeKind::number);
   else if (is<P::IdContext>(node)) cache.kind = NodeKind::id, cache.name = nameOf(&node);
   else if (is<P::BinaryOpsContext>(node)) resolveBinary(node);
   else if (is<P::UnaryOpsContext>(node)) resolveUnary(node);
@@ -361,10 +364,7 @@ bool resolveExpressionNode(KeloNode& node, const BuiltinTable& builtins) {
   else if (is<P::Empty_matContext>(node)) cache.kind = NodeKind::emptyMat;
   else if (is<P::Built_in_funcContext>(node)) resolveBuiltin(node, builtins);
   else if (is<P::Subarray_or_funcContext>(node)) resolveCall(node);
-  else if (is<P::ImaginaryContext>(node)) {
-    const std::string text = node.getText();
-    resolveNumber(node, NodeKind::imaginary, text.substr(0, text.size() - 1));
-  }
+  else if (is<P::ImaginaryContext>(node)) resolveNumber(node, NodeKind::imaginary);
   else if (is<P::FuncHandleContext>(node)) resolveHandle(node);
   else if (is<P::Structure2Context>(node)) cache.kind = NodeKind::structure2, resolveChain(node);
   else if (is<P::Colon_exprContext>(node)) cache.kind = NodeKind::colonExpr;

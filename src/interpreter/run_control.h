@@ -35,6 +35,8 @@ class RunControl {
   bool takeStopRequest() {
     return shouldExitExecution_.load(std::memory_order_relaxed) && shouldExitExecution_.exchange(false);
   }
+  /// The request itself, for native code, which looks at it and leaves it.
+  const std::atomic<bool>& stopRequest() const { return shouldExitExecution_; }
   /// Sleeps until a line is there; false when the run is being stopped.
   bool waitForInput();
   /// Sleeps until the run button, or until `seconds` have passed. Returns at once when pausing is

@@ -3,6 +3,7 @@
 // what cannot be had is absent.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,8 @@ class FileSystem {
   virtual bool isRegularFile(const std::string& path) const = 0;
   virtual bool isDirectory(const std::string& path) const = 0;
 
+  /// Bytes of a regular file, or nothing when it is none.
+  virtual std::optional<int64_t> fileSize(const std::string& path) const = 0;
   /// The bytes of a file, or nothing when it is none or cannot be read.
   virtual std::optional<std::string> readFile(const std::string& path) const = 0;
   /// Replaces or makes a file, whole or not at all: a reader sees the old bytes or the new ones.

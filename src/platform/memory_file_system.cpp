@@ -51,6 +51,12 @@ bool MemoryFileSystem::isRegularFile(const std::string& path) const { return fil
 
 bool MemoryFileSystem::isDirectory(const std::string& path) const { return directories_.contains(normalized(path)); }
 
+std::optional<int64_t> MemoryFileSystem::fileSize(const std::string& path) const {
+  const auto found = files_.find(normalized(path));
+  if (found == files_.end()) return std::nullopt;
+  return static_cast<int64_t>(found->second.size());
+}
+
 std::optional<std::string> MemoryFileSystem::readFile(const std::string& path) const {
   const auto found = files_.find(normalized(path));
   if (found == files_.end()) return std::nullopt;

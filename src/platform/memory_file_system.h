@@ -10,13 +10,14 @@
 namespace kelo::platform {
 
 /// A directory exists when it was made, or when a file stands in it.
-class MemoryFileSystem final : public FileSystem {
+class MemoryFileSystem : public FileSystem {
  public:
   void removeDirectory(const std::string& path);  ///< an empty one
 
   bool exists(const std::string& path) const override;
   bool isRegularFile(const std::string& path) const override;
   bool isDirectory(const std::string& path) const override;
+  std::optional<int64_t> fileSize(const std::string& path) const override;
   std::optional<std::string> readFile(const std::string& path) const override;
   bool writeFile(const std::string& path, std::string_view bytes) override;
   bool makeDirectory(const std::string& path) override;

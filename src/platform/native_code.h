@@ -18,6 +18,7 @@ struct NativeCode {
   bool (*seal)(std::byte* block, size_t bytes) = nullptr;
   void (*release)(std::byte* block, size_t bytes) = nullptr;
   int32_t rounds = 250;  ///< of a loop in the register code before it is worth native code
+  int32_t calls = 2000;  ///< the same, of a function
   /// Takes the reason why a loop was or was not translated. Null: nobody wants to know.
   void (*log)(const std::string& line) = nullptr;
 };

@@ -4,17 +4,34 @@
 
 #include <algorithm>
 #include <bit>
-#include <deque>
-#include <unordered_map>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <vector>
 
 namespace kelo {
 namespace {
 
 bool isTransient(Name name) { return (name.id() & 1) != 0; }
 
+uint32_t hashOf(std::string_view text) {
+  constexpr uint64_t kFactor = 0x9E3779B97F4A7C15;
+  uint64_t hash = text.size();
+  for (size_t at = 0; at < text.size(); at += 8) {
+    uint64_t piece = 0;
+    std::memcpy(&piece, text.data() + at, std::min<size_t>(8, text.size() - at));
+    hash = (hash ^ piece) * kFactor;
+    hash ^= hash >> 32;
+  }
+  return static_cast<uint32_t>(hash);
+}
+
+/// OPTIMIZATION: names are found in a table with open addressing, which is at most half full: one
+/// look at a slot and one at the text. Texts of entries stay where they are.
 struct NameTable {
   struct Entry {
     std::string text;
+    uint32_t hash = 0;
     int32_t holders = 0;    // of a name that may be given back
     bool isPinned = false;  // it stays, since a program has the same name
     uint32_t nextFree = 0;  // of an entry without a name
@@ -24,35 +41,83 @@ struct NameTable {
     static auto* const table = new NameTable;  // outlives every static object that holds a name
     return *table;
   }
-  Entry& entryOf(Name name) { return entries[name.id() / 2]; }
+  NameTable() { add("", /*isTransient=*/false); }
+  Entry& entryOf(Name name) { return entryAt(name.id() / 2); }
+  std::optional<Name> find(std::string_view text) const;
   Name add(std::string_view text, bool isTransient);
   void remove(Name name);
 
-  std::deque<Entry> entries{Entry()};  // a deque, so that the views below stay valid
-  std::unordered_map<std::string_view, Name> names{{entries.front().text, Name()}};
-  uint32_t firstFree = 0;  // 0: none; that is the place of the empty name, which stays
+ private:
+  static constexpr uint32_t kFree = UINT32_MAX, kGone = UINT32_MAX - 1;  // in place of a name: none; one that was here
+  struct Slot {
+    uint32_t hash = 0, id = kFree;
+    bool isUsed() const { return id < kGone; }
+  };
+  static constexpr uint32_t kChunk = 256;
+
+  Entry& entryAt(uint32_t place) const { return chunks_[place / kChunk][place % kChunk]; }
+  void makeRoom();
+  void put(Name name, uint32_t hash);
+  size_t next(size_t at) const { return (at + 1) & (slots_.size() - 1); }
+  size_t firstFor(uint32_t hash) const { return hash & (slots_.size() - 1); }
+
+  std::vector<std::unique_ptr<Entry[]>> chunks_;
+  std::vector<Slot> slots_ = std::vector<Slot>(1024);
+  size_t places_ = 0, taken_ = 0, names_ = 0;  // entries made; slots that are not free; names
+  uint32_t firstFree_ = 0;  // 0: none; that is the place of the empty name, which stays
 };
 
-Name NameTable::add(std::string_view text, bool isTransient) {
-  if (firstFree == 0) {
-    entries.emplace_back();
-    firstFree = static_cast<uint32_t>(entries.size() - 1);
+std::optional<Name> NameTable::find(std::string_view text) const {
+  const uint32_t hash = hashOf(text);
+  for (size_t at = firstFor(hash); slots_[at].id != kFree; at = next(at)) {
+    const Slot& slot = slots_[at];
+    if (slot.hash == hash && slot.isUsed() && entryAt(slot.id / 2).text == text) return std::bit_cast<Name>(slot.id);
   }
-  const uint32_t place = firstFree;
-  Entry& entry = entries[place];
+  return std::nullopt;
+}
+
+void NameTable::put(Name name, uint32_t hash) {
+  size_t at = firstFor(hash);
+  while (slots_[at].isUsed()) at = next(at);
+  taken_ += slots_[at].id == kFree;
+  ++names_;
+  slots_[at] = {hash, name.id()};
+}
+
+void NameTable::makeRoom() {
+  if (2 * (taken_ + 1) <= slots_.size()) return;
+  std::vector<Slot> old(std::bit_ceil(4 * (names_ + 1)));
+  std::swap(old, slots_);
+  taken_ = names_ = 0;
+  for (const Slot& slot : old) {
+    if (slot.isUsed()) put(std::bit_cast<Name>(slot.id), slot.hash);
+  }
+}
+
+Name NameTable::add(std::string_view text, bool isTransient) {
+  makeRoom();
+  const bool isNew = firstFree_ == 0;
+  const auto place = isNew ? static_cast<uint32_t>(places_) : firstFree_;
+  if (place / kChunk == chunks_.size()) chunks_.push_back(std::make_unique<Entry[]>(kChunk));
+  Entry& entry = entryAt(place);
   entry.text = text;
+  entry.hash = hashOf(text);  // now that nothing more can fail
+  if (isNew) ++places_;
+  else firstFree_ = entry.nextFree;
   const Name name = std::bit_cast<Name>(2 * place + (isTransient ? 1 : 0));
-  names.emplace(entry.text, name);
-  firstFree = entry.nextFree;  // now that nothing more can fail
+  put(name, entry.hash);
   return name;
 }
 
 void NameTable::remove(Name name) {
   Entry& entry = entryOf(name);
-  names.erase(entry.text);
+  size_t at = firstFor(entry.hash);
+  while (slots_[at].id != name.id()) at = next(at);
+  slots_[at].id = kGone;
+  --names_;
   entry = Entry();
-  entry.nextFree = firstFree;
-  firstFree = name.id() / 2;
+  entry.nextFree = firstFree_;
+  firstFree_ = name.id() / 2;
 }
 
 void changeHolders(Name name, int32_t change) {
@@ -66,16 +131,16 @@ void changeHolders(Name name, int32_t change) {
 
 Name Name::intern(std::string_view text) {
   NameTable& table = NameTable::instance();
-  const auto found = table.names.find(text);
-  if (found == table.names.end()) return table.add(text, /*isTransient=*/false);
-  if (isTransient(found->second)) table.entryOf(found->second).isPinned = true;
-  return found->second;
+  const std::optional<Name> found = table.find(text);
+  if (!found) return table.add(text, /*isTransient=*/false);
+  if (isTransient(*found)) table.entryOf(*found).isPinned = true;
+  return *found;
 }
 
 HeldName HeldName::of(std::string_view text) {
   NameTable& table = NameTable::instance();
-  const auto found = table.names.find(text);
-  return found == table.names.end() ? table.add(text, /*isTransient=*/true) : found->second;
+  const std::optional<Name> found = table.find(text);
+  return found ? *found : table.add(text, /*isTransient=*/true);
 }
 
 const std::string& Name::text() const { return NameTable::instance().entryOf(*this).text; }

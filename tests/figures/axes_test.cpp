@@ -161,12 +161,12 @@ TEST(PlotData, limitsAndTicksFollowTheFlags) {
   PlotData plot({lineOf({{0, 0}, {10, 100}})});
   EXPECT_EQ(plot.xTickPositions, autoTicks({0, 10}));
 
-  plot.setLimits(Axis::x, {2, 5});
+  plot.axis(Axis::x).setLimits({2, 5});
   EXPECT_FALSE(plot.autoXLimits);
   EXPECT_EQ(plot.xTickPositions, autoTicks({2, 5}));
   EXPECT_EQ(plot.ylims, (Limits{0, 100})) << "manual limits of one axis do not move the other";
 
-  plot.setTicks(Axis::y, {1, 2});
+  plot.axis(Axis::y).setTicks({1, 2});
   plot.setAutoLimits(Axis::y, true);
   EXPECT_EQ(plot.ylims, (Limits{20, 50})) << "from the window of x";
   EXPECT_EQ(plot.yTickPositions, (std::vector<double>{1, 2})) << "manual ticks stay";
@@ -176,7 +176,7 @@ TEST(PlotData, limitsAndTicksFollowTheFlags) {
   EXPECT_EQ(plot.xlims, (Limits{2, 5}));
 
   plot.setAutoLimits(Axis::x, true);
-  plot.setAutoTicks(Axis::y, true);
+  plot.axis(Axis::y).setAutoTicks(true);
   EXPECT_EQ(plot.ylims, (Limits{-7, 100})) << "both automatic: both anew";
   EXPECT_EQ(plot.yTickPositions, autoTicks({-7, 100}));
 }
@@ -189,7 +189,7 @@ TEST(SurfData, limitsFollowTheirOwnRule) {
   const float far = 16777216;
   EXPECT_EQ(SurfData({{{{far, 0, 0}}, {1, 1}}}).xlims, (Limits{far - 1, far})) << "in 32-bit floats";
 
-  flat.setLimits(Axis::x, {0, 5});
+  flat.axis(Axis::x).setLimits({0, 5});
   flat.append({{{{9, 9, 9}}, {1, 1}}});
   EXPECT_EQ(flat.xlims, (Limits{0, 5}));
   EXPECT_EQ(flat.zlims, (Limits{1, 9}));

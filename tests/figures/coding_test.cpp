@@ -182,6 +182,29 @@ TEST(OlderFiles, pointsAndColoursComeFromArchives) {
   EXPECT_NE(coded(PlotData({read})).find("[[1,-2.5],[300,0]]"), std::string::npos) << "written in the new form";
 }
 
+/// The XML form of an archive, in which a reference is a dictionary.
+std::string xmlArchive(const std::string& objects) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>$top</key><dict><key>root</key>"
+         "<dict><key>CF$UID</key><integer>1</integer></dict></dict><key>$objects</key><array><string>$null</string>" +
+         objects + "</array></dict></plist>\n";
+}
+
+TEST(OlderFiles, archivesInXml) {
+  const std::string reference = "<dict><key>CF$UID</key><integer>2</integer></dict>";
+  EXPECT_EQ(pointsOfArchive(xmlArchive("<dict><key>NS.objects</key><array>" + reference + reference +
+                                       "</array></dict><dict><key>NS.pointval</key><string>{1.5, -2}</string></dict>")),
+            (std::vector<Point>{{1.5, -2}, {1.5, -2}}));
+  EXPECT_EQ(colorOfArchive(xmlArchive("<dict><key>UIWhite</key><real>0.5</real></dict>")), Color(0.5, 0.5, 0.5, 1));
+  for (const std::string& wrong : {std::string("<"), std::string("<plist>"), xmlArchive(""), xmlArchive(reference),
+                                   xmlArchive("<dict><key>NS.objects</key><array><integer>9</integer></array></dict>")}) {
+    EXPECT_EQ(pointsOfArchive(wrong), std::nullopt) << wrong;
+    EXPECT_EQ(colorOfArchive(wrong), std::nullopt) << wrong;
+  }
+  std::string deep = "<plist>";
+  for (int n = 0; n < 1000000; ++n) deep += "<array>";
+  EXPECT_EQ(pointsOfArchive(deep), std::nullopt);
+}
+
 TEST(OlderFiles, spoiltArchivesHarmNothing) {
   RandomFigures random(11);
   const std::string archive = *bytesOfBase64(kArchivedPoints);

@@ -38,7 +38,14 @@ struct FigureDocumentsTest : ::testing::Test {
     return codedForm(data);
   }
 
-  platform::MemoryFileSystem files;
+  /// One file can be said to be larger than what is read.
+  struct Files : platform::MemoryFileSystem {
+    std::string hugeFile;
+    std::optional<int64_t> fileSize(const std::string& path) const override {
+      return path == hugeFile ? int64_t{1} << 40 : MemoryFileSystem::fileSize(path);
+    }
+  };
+  Files files;
   platform::ManualClock clock;
   std::vector<std::string> log;
   FigureDocuments documents{files, clock, {"0.1.0", "6.1", "Linux"}, [this](const auto& line) { log.push_back(line); }};
@@ -99,6 +106,10 @@ TEST_F(FigureDocumentsTest, leavesOutWhatIsOlderOrBroken) {
   EXPECT_EQ(names(), (std::set<std::string>{"three", "ten"}));
   EXPECT_EQ(log, (std::vector<std::string>{"json error=broken.kfig: a text is expected at byte 1",
                                            "json error=folder.kfig: the file cannot be read"}));
+  files.hugeFile = ".FIGURES/ten.kfig";
+  log.clear();
+  EXPECT_EQ(names(), std::set<std::string>{"three"});
+  EXPECT_EQ(log.back(), "json error=ten.kfig: the file is too large");
   EXPECT_EQ(alertOfSaving("broken", PlotData()), "Failed to Save: Figure named \"broken\" already exists.");
 }
 

@@ -163,7 +163,7 @@ TEST(Tip, isTheNearestPointThatIsSeen) {
       lines.push_back(lineOf(points));
     }
     PlotData plot(lines);
-    if (random.flag()) plot.setLimits(Axis::x, {20, 30});
+    if (random.flag()) plot.axis(Axis::x).setLimits({20, 30});
     for (int k = 0; k < 20; ++k) {
       const ViewPoint place{share() * 240, share() * 120};
       const auto tip = finder.find(plot, kView.plotArea, place), plain = plainTip(plot, kView.plotArea, place);

@@ -52,7 +52,7 @@ TEST(Drawing, textsLieApartAndInside) {
     plot.xLabel = plot.yLabel = "a label that is rather long for a small picture";
     SurfData surface({sampleSurface(8, 8, bump)});
     surface.title = plot.title;
-    surface.setLimits(figures::Axis::z, {lower, upper});
+    surface.axis(figures::Axis::z).setLimits({lower, upper});
     surface.xLabelText = surface.yLabelText = surface.zLabelText = "a label of some length";
     for (const Size& size : kSizes) {
       const std::string what = std::to_string(int(size.width)) + " wide, to " + std::to_string(upper);
@@ -71,7 +71,7 @@ TEST(Drawing, theIndexChangesNothing) {
   const double end = plot.xlims.upper;
   DrawingCache cache;
   for (const figures::Limits limits : {plot.xlims, {end / 3, end / 2}, {end * 0.4, end * 0.4001}, {-end, -1}}) {
-    plot.setLimits(figures::Axis::x, limits);
+    plot.axis(figures::Axis::x).setLimits(limits);
     EXPECT_EQ(json(draw(plot, {}, &cache)), json(draw(plot, {}))) << limits.lower;
   }
   EXPECT_LT(draw(plot, {}, &cache).numCoordinates(), 40000u);
@@ -90,7 +90,7 @@ TEST(Drawing, anyFigureGivesAListThatCanBeRead) {
   }
   PlotData crowd(std::vector<figures::Line>(100000, sampleLine(2, 0, 1, [](double x) { return x; })));
   crowd.shouldShowLegend = true;
-  crowd.setTicks(figures::Axis::x, std::vector<double>(5000, 0.5));
+  crowd.axis(figures::Axis::x).setTicks(std::vector<double>(5000, 0.5));
   EXPECT_LT(draw(crowd, {}).count(), 100200u);
 }
 

@@ -66,14 +66,14 @@ TEST(Pictures, approved) {
   const PlotData styles = styledPlot();
   expectApproved("styles", svg(draw(styles, {{640, 480}})));
   PlotData window = styles;
-  window.setLimits(figures::Axis::x, {-200, 1900.5});
-  window.setLimits(figures::Axis::y, {1.5, 4.25});
+  window.axis(figures::Axis::x).setLimits({-200, 1900.5});
+  window.axis(figures::Axis::y).setLimits({1.5, 4.25});
   window.legendAttributes.position = figures::Legend::Position::bottomLeft;
   expectApproved("window_dark_small", svg(draw(window, {{240, 180}, &Theme::dark()})));
   SurfData surface({sampleSurface(9, 7, bump)});
   surface.title = "Bump";
   surface.zLabelText = "height";
-  surface.setLimits(figures::Axis::z, {-0.2, 0.8});
+  surface.axis(figures::Axis::z).setLimits({-0.2, 0.8});
   expectApproved("surface", svg(draw(surface, {{640, 480}})));
   SurfData both({sampleSurface(4, 4, [](double x, double) { return x; }),
                  sampleSurface(3, 3, [](double, double y) { return y; })});
@@ -117,7 +117,7 @@ TEST(Pictures, reducedLinesLookTheSame) {
       if (seed % 4 == 1) line.attribute.markerStyle = figures::Marker::Style::circle;
       if (seed % 4 == 1) line.attribute.lineStyle = figures::Line::Style::hidden;
       PlotData plot({line});
-      if (seed > 4) plot.setLimits(figures::Axis::x, {plot.xlims.lower / 3, plot.xlims.upper / 2});
+      if (seed > 4) plot.axis(figures::Axis::x).setLimits({plot.xlims.lower / 3, plot.xlims.upper / 2});
       DrawingOptions options{{200, 150}};
       options.pixelsPerPoint = scale;
       const DisplayList reduced = draw(plot, options);
@@ -138,6 +138,8 @@ TEST(Pictures, files) {
   EXPECT_EQ(bitmap.height, 600);
   EXPECT_EQ(bitmap.pixels[0] & 0xffffff, 0xffffffu);
   EXPECT_EQ(png(bitmap, 3).substr(1, 3), "PNG");
+  const Bitmap uneven = renderer.bitmap(draw(styledPlot(), {{300.7, 200.6}}), 1);
+  EXPECT_EQ(uneven.pixels.back() & 0xffffff, 0xffffffu) << "the ground reaches to the last pixel";
   const std::string pdf = renderer.pdf(list);
   EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
   EXPECT_NE(pdf.find("DejaVuSans"), std::string::npos) << "the font is embedded";

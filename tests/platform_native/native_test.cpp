@@ -44,6 +44,8 @@ TEST_F(NativeTest, DiskStaysInside) {
   write("work/a.m", "x = 1");
   Disk disk(folder + "/work");
   EXPECT_EQ(disk.readFile("a.m"), "x = 1");
+  EXPECT_EQ(disk.fileSize("a.m"), 5);
+  EXPECT_EQ(disk.fileSize("sub"), std::nullopt);
   EXPECT_EQ(disk.readFile("sub/../a.m"), "x = 1");
   for (const std::string path : {"../outside.m", "sub/../../outside.m", "/etc/passwd", "", "sub", "none.m"}) {
     EXPECT_EQ(disk.readFile(path), std::nullopt) << path;

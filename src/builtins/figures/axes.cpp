@@ -146,7 +146,7 @@ NodeValue axisLimits(Call& call) {
   }
   changeAxis(call, [&](auto& model, Axis axis) {
     if (request.form == Form::values)
-      model.setLimits(axis, {request.values[0], request.values[1]});
+      model.axis(axis).setLimits({request.values[0], request.values[1]});
     else
       model.setAutoLimits(axis, request.form == Form::automatic);
   });
@@ -162,9 +162,9 @@ NodeValue axisTicks(Call& call) {
   }
   const bool hasAxis = changeAxis(call, [&](auto& model, Axis axis) {
     if (request.form == Form::values)
-      model.setTicks(axis, request.values);
+      model.axis(axis).setTicks(request.values);
     else
-      model.setAutoTicks(axis, request.form == Form::automatic);
+      model.axis(axis).setAutoTicks(request.form == Form::automatic);
   });
   return hasAxis ? NodeValue::nothing() : warned(call, withoutPlot);
 }

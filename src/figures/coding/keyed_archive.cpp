@@ -1,10 +1,15 @@
 // Tested by tests/figures/coding_test.cpp.
 #include "figures/coding/keyed_archive.h"
 
+#include <plist/plist.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <memory>
 
 #include "figures/coding/property_list.h"
 
@@ -52,6 +57,39 @@ class Archive {
   std::vector<Object> objects_;
   Object root_ = 0;
 };
+
+/// Whether the elements of an XML text are nested as little as those of an archive, which holds no
+/// comments: the library goes into them by recursion.
+bool isFlat(std::string_view xml) {
+  static constexpr int kMostNested = 32;
+  int depth = 0;
+  for (size_t at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
+    const size_t end = xml.find('>', at);
+    if (end == std::string_view::npos || xml.substr(at).starts_with("<!-") || xml.substr(at).starts_with("<![")) {
+      return false;
+    }
+    const bool isClosed = xml[at + 1] == '/';
+    const bool isWhole = xml[at + 1] == '?' || xml[at + 1] == '!' || xml[end - 1] == '/';
+    depth += isClosed ? -1 : isWhole ? 0 : 1;
+    if (depth > kMostNested) return false;
+  }
+  return true;
+}
+
+/// The binary form of a property list in XML; empty when it cannot be read. The binary form as it
+/// is.
+std::string binaryForm(std::string_view bytes) {
+  if (!bytes.starts_with('<')) return std::string(bytes);
+  if (bytes.size() > std::numeric_limits<uint32_t>::max() || !isFlat(bytes)) return "";
+  plist_t list = nullptr;
+  plist_from_xml(bytes.data(), static_cast<uint32_t>(bytes.size()), &list);
+  const std::unique_ptr<void, decltype(&plist_free)> owned(list, plist_free);
+  char* binary = nullptr;
+  uint32_t length = 0;
+  if (list != nullptr) plist_to_bin(list, &binary, &length);
+  const std::unique_ptr<char, decltype(&std::free)> freed(binary, std::free);
+  return binary != nullptr ? std::string(binary, length) : "";
+}
 
 /// The numbers in a text such as "{1.5, -2}" or "0.5 1 0".
 std::vector<double> numbersIn(std::string_view text) {
@@ -105,10 +143,11 @@ std::optional<Color> colorOfChannels(std::array<double, 4> rgba) {
 
 }  // namespace
 
-bool isArchive(std::string_view bytes) { return bytes.starts_with("bplist"); }
+bool isArchive(std::string_view bytes) { return bytes.starts_with("bplist") || bytes.starts_with('<'); }
 
 std::optional<std::vector<Point>> pointsOfArchive(std::string_view bytes) {
-  const std::optional<Archive> archive = Archive::of(bytes);
+  const std::string binary = binaryForm(bytes);
+  const std::optional<Archive> archive = Archive::of(binary);
   const std::optional<Object> list = archive ? archive->member(archive->root(), "NS.objects") : std::nullopt;
   if (!list) return std::nullopt;
   std::vector<Point> points;
@@ -121,7 +160,8 @@ std::optional<std::vector<Point>> pointsOfArchive(std::string_view bytes) {
 }
 
 std::optional<Color> colorOfArchive(std::string_view bytes) {
-  const std::optional<Archive> archive = Archive::of(bytes);
+  const std::string binary = binaryForm(bytes);
+  const std::optional<Archive> archive = Archive::of(binary);
   if (!archive) return std::nullopt;
   if (const std::optional<Color> named = namedColor(*archive)) return named;
   const double alpha = archive->number("UIAlpha").value_or(1);

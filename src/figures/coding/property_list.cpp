@@ -13,6 +13,7 @@ namespace {
 constexpr std::string_view kHeader = "bplist00";
 constexpr uint64_t kTrailerBytes = 32;
 constexpr uint64_t kLongCount = 15;
+constexpr std::string_view kWrappedUid = "CF$UID";  // the key that stands for the type in the XML form
 
 }  // namespace
 
@@ -90,6 +91,11 @@ std::optional<std::string> PropertyList::text(Object object) const {
 std::optional<std::string_view> PropertyList::data(Object object) const { return bytesOf(object, Type::data); }
 
 std::optional<uint64_t> PropertyList::uid(Object object) const {
+  if (const std::optional<Object> wrapped = member(object, kWrappedUid)) {
+    const std::optional<double> value = number(*wrapped);
+    return value && *value >= 0 && *value < static_cast<double>(count_) ? std::optional(static_cast<uint64_t>(*value))
+                                                                        : std::nullopt;
+  }
   const std::optional<Content> found = content(object, Type::uid);
   if (!found) return std::nullopt;
   return bigEndian(static_cast<uint64_t>(found->bytes.data() - bytes_.data()), found->count + 1);

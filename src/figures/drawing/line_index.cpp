@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "figures/drawing/point_range.h"
 #include "platform/parallel.h"
 
 namespace kelo::drawing {
@@ -30,25 +31,17 @@ LineIndex::LineIndex(std::span<const figures::Point> points) : points_(points) {
 /// The last point of the block before belongs to the test of order.
 void LineIndex::summarize(int64_t block) {
   const int64_t begin = block * kBlock, end = std::min<int64_t>(begin + kBlock, static_cast<int64_t>(points_.size()));
-  double before = begin == 0 ? points_[0].x : points_[begin - 1].x;
-  double least = points_[begin].y, greatest = least;
-  bool isOrdered = true, isFinite = true;
-  for (int64_t i = begin; i < end; ++i) {  // OPTIMIZATION: no branches; where the extremes are is looked up behind
-    const figures::Point p = points_[i];
-    isOrdered &= p.x >= before;
-    before = p.x;
-    isFinite &= (std::fabs(p.x) <= kLargest) & (std::fabs(p.y) <= kLargest);
-    least = p.y < least ? p.y : least;
-    greatest = p.y > greatest ? p.y : greatest;
-  }
+  const PointRange range(points_.subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin)));
+  int64_t numFalls = 0;
+  for (int64_t i = std::max<int64_t>(begin, 1); i < end; ++i) numFalls += points_[i].x < points_[i - 1].x;
   const auto placeOf = [&](double y) {
     const auto first = points_.begin() + begin, last = points_.begin() + end - 1;
     return std::find_if(first, last, [y](const figures::Point& p) { return p.y == y; }) - first;
   };
   const auto at = static_cast<size_t>(block);
-  least_[at] = static_cast<uint8_t>(placeOf(least));
-  greatest_[at] = static_cast<uint8_t>(placeOf(greatest));
-  isOrdered_[at] = isOrdered && isFinite;
+  least_[at] = static_cast<uint8_t>(placeOf(range.least.y));
+  greatest_[at] = static_cast<uint8_t>(placeOf(range.greatest.y));
+  isOrdered_[at] = numFalls == 0 && range.isFinite();
 }
 
 int64_t LineIndex::lowerBound(double x, int64_t from) const {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "figures/drawing/point_range.h"
+
 namespace kelo::drawing {
 namespace {
 
@@ -108,7 +110,7 @@ class RunReader {
   }
 
  private:
-  static constexpr int kStep = 8;
+  static constexpr int kStep = 16;
 
   bool belongs(const Point& p) const { return (p.x >= lower_) & (p.x < upper_) & (std::fabs(p.y) <= kLargest); }
   void include(int64_t i) {
@@ -116,16 +118,9 @@ class RunReader {
     if (points_[i].y > points_[run_.greatest].y) run_.greatest = i;
   }
   bool takesStep() {
-    const Point* p = &points_[run_.end];
-    bool allBelong = true;
-    double least = p[0].y, greatest = least;
-    for (int k = 0; k < kStep; ++k) {
-      allBelong &= belongs(p[k]);
-      least = p[k].y < least ? p[k].y : least;
-      greatest = p[k].y > greatest ? p[k].y : greatest;
-    }
-    if (!allBelong) return false;
-    if (least < points_[run_.least].y || greatest > points_[run_.greatest].y) {
+    const PointRange range(points_.subspan(static_cast<size_t>(run_.end), kStep));
+    if (!range.isFinite() || range.least.x < lower_ || range.greatest.x >= upper_) return false;
+    if (range.least.y < points_[run_.least].y || range.greatest.y > points_[run_.greatest].y) {
       for (int k = 0; k < kStep; ++k) include(run_.end + k);
     }
     return true;

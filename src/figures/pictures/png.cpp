@@ -1,16 +1,23 @@
-// Rows are stored without a filter: plots have long even stretches, which pack best as they are.
+// Rows are stored as differences to the row above: most of a plot is as what is above it, and what
+// remains are runs of zeros.
 #include "figures/pictures/png.h"
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <optional>
 #include <string_view>
+#include <vector>
+
+#include "figures/pictures/run_packer.h"
 
 namespace kelo::pictures {
 namespace {
 
 constexpr int kCompression = 3;  // the highest without a second look at every match, which takes twice as long
+constexpr char kUp = 2;          // the filter: difference to the row above
 constexpr double kPointsPerMetre = 72 / 0.0254;
 
 void appendNumber(std::string& bytes, uint32_t value) {
@@ -57,44 +64,52 @@ class Palette {
   std::vector<uint32_t> colors_;
 };
 
-/// Rows of palette numbers, each behind its filter byte; nothing when there are too many colours.
-std::optional<std::string> indexedRows(const Bitmap& bitmap, Palette& palette) {
-  std::string rows(static_cast<size_t>(bitmap.height) * static_cast<size_t>(bitmap.width + 1), '\0');
-  char* to = rows.data();
-  const uint32_t* pixel = bitmap.pixels.data();
+/// The palette numbers of all pixels; nothing when there are too many colours.
+std::optional<std::vector<uint8_t>> indexed(const Bitmap& bitmap, Palette& palette) {
+  std::vector<uint8_t> numbers(bitmap.pixels.size());
   uint32_t last = ~0u;
-  char lastNumber = 0;
-  for (int y = 0; y < bitmap.height; ++y) {
-    ++to;
-    for (int x = 0; x < bitmap.width; ++x, ++pixel) {
-      const uint32_t color = *pixel & 0xffffff;
-      if (color != last) {
-        const std::optional<uint8_t> number = palette.numberOf(color);
-        if (!number) return std::nullopt;
-        last = color;
-        lastNumber = static_cast<char>(*number);
+  uint8_t lastNumber = 0;
+  for (size_t i = 0; i < numbers.size(); ++i) {
+    const uint32_t color = bitmap.pixels[i] & 0xffffff;
+    if (color != last) {
+      const std::optional<uint8_t> number = palette.numberOf(color);
+      if (!number) return std::nullopt;
+      last = color;
+      lastNumber = *number;
+    }
+    numbers[i] = lastNumber;
+  }
+  return numbers;
+}
+
+/// The rows of a picture, each behind its filter byte. OPTIMIZATION: stretches that are as what is
+/// above them are zeros already.
+template <class Pixel, int kBytes>
+std::string filteredRows(const Pixel* pixels, size_t width, size_t height) {
+  static constexpr size_t kStretch = 32 / sizeof(Pixel);
+  std::string rows(height * (kBytes * width + 1), '\0');
+  const std::vector<Pixel> nothing(width);
+  for (size_t y = 0; y < height; ++y) {
+    const Pixel *row = pixels + y * width, *above = y == 0 ? nothing.data() : row - width;
+    char* to = rows.data() + y * (kBytes * width + 1);
+    *to++ = kUp;
+    for (size_t x = 0; x < width;) {
+      const size_t end = std::min(x + kStretch, width);
+      if (std::memcmp(row + x, above + x, (end - x) * sizeof(Pixel)) == 0) {
+        to += kBytes * (end - x);
+        x = end;
+        continue;
       }
-      *to++ = lastNumber;
+      for (; x < end; ++x) {
+        for (int k = kBytes - 1; k >= 0; --k) *to++ = static_cast<char>((row[x] >> 8 * k) - (above[x] >> 8 * k));
+      }
     }
   }
   return rows;
 }
 
-std::string colorRows(const Bitmap& bitmap) {
-  const auto width = static_cast<size_t>(bitmap.width);
-  std::string rows(static_cast<size_t>(bitmap.height) * (3 * width + 1), '\0');
-  char* to = rows.data();
-  const uint32_t* pixel = bitmap.pixels.data();
-  for (int y = 0; y < bitmap.height; ++y) {
-    ++to;
-    for (size_t x = 0; x < width; ++x, ++pixel) {
-      for (int shift = 16; shift >= 0; shift -= 8) *to++ = static_cast<char>(*pixel >> shift);
-    }
-  }
-  return rows;
-}
-
-std::string deflated(const std::string& rows) {
+std::string deflated(const std::string& rows, int pixelBytes) {
+  if (std::optional<std::string> packed = packedRuns(rows, pixelBytes)) return std::move(*packed);
   uLongf length = compressBound(rows.size());
   std::string bytes(length, '\0');
   compress2(reinterpret_cast<Bytef*>(bytes.data()), &length, reinterpret_cast<const Bytef*>(rows.data()), rows.size(),
@@ -107,11 +122,11 @@ std::string deflated(const std::string& rows) {
 
 std::string png(const Bitmap& bitmap, double pixelsPerPoint) {
   Palette palette;
-  const std::optional<std::string> indexed = indexedRows(bitmap, palette);
+  const std::optional<std::vector<uint8_t>> numbers = indexed(bitmap, palette);
   std::string header;
   appendNumber(header, static_cast<uint32_t>(bitmap.width));
   appendNumber(header, static_cast<uint32_t>(bitmap.height));
-  header += indexed ? std::string{8, 3, 0, 0, 0} : std::string{8, 2, 0, 0, 0};
+  header += numbers ? std::string{8, 3, 0, 0, 0} : std::string{8, 2, 0, 0, 0};
   std::string resolution;
   const auto perMetre = static_cast<uint32_t>(std::lround(pixelsPerPoint * kPointsPerMetre));
   appendNumber(resolution, perMetre);
@@ -121,8 +136,10 @@ std::string png(const Bitmap& bitmap, double pixelsPerPoint) {
   std::string png = "\x89PNG\r\n\x1a\n";
   appendChunk(png, "IHDR", header);
   appendChunk(png, "pHYs", resolution);
-  if (indexed) appendChunk(png, "PLTE", palette.bytes());
-  appendChunk(png, "IDAT", deflated(indexed ? *indexed : colorRows(bitmap)));
+  if (numbers) appendChunk(png, "PLTE", palette.bytes());
+  const auto width = static_cast<size_t>(bitmap.width), height = static_cast<size_t>(bitmap.height);
+  appendChunk(png, "IDAT", numbers ? deflated(filteredRows<uint8_t, 1>(numbers->data(), width, height), 1)
+                                   : deflated(filteredRows<uint32_t, 3>(bitmap.pixels.data(), width, height), 3));
   appendChunk(png, "IEND", "");
   return png;
 }

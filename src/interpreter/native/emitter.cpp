@@ -8,28 +8,22 @@ Emitter::Emitter(const LoopGraph& graph, asmjit::CodeHolder& holder)
     : graph_(graph), cc_(&holder), holder_(holder), lanes_(graph.registers().size()) {}
 
 bool Emitter::emit() {
-  asmjit::FuncNode* function = cc_.addFunc(asmjit::FuncSignatureT<int64_t, void*>());
-  function->frame().setAvxEnabled();
   cells_ = cc_.newIntPtr("cells");
-  function->setArg(0, cells_);
-  budget_ = cc_.newInt64("budget");
-  result_ = cc_.newInt64("result");
-  done_ = cc_.newLabel();
   labels_.resize(graph_.nodes().size());
   exitLabels_.resize(graph_.nodes().size());
   for (Label& label : labels_) label = cc_.newLabel();
   orderNodes();
-  enterLanes();
+  if (graph_.isFunction()) enterUnit();
+  else enterLanes();
   for (size_t k = 0; k < order_.size(); ++k) {
     following_ = k + 1 < order_.size() ? order_[k + 1] : -1;
     emitNode(order_[k]);
   }
   for (const auto& make : aside_) make();
-  emitExits();
-  cc_.bind(done_);
-  cc_.mov(wordAt(LaneWords::kBudget), budget_);
-  cc_.ret(result_);
+  if (graph_.isFunction()) emitFailure();
+  else emitExits();
   cc_.endFunc();
+  if (graph_.isFunction()) emitEntry();
   return cc_.finalize() == asmjit::kErrorOk;
 }
 
@@ -52,6 +46,12 @@ void Emitter::orderNodes() {
 }
 
 void Emitter::enterLanes() {
+  asmjit::FuncNode* function = cc_.addFunc(asmjit::FuncSignatureT<int64_t, void*>());
+  function->frame().setAvxEnabled();
+  function->setArg(0, cells_);
+  budget_ = cc_.newInt64("budget");
+  result_ = cc_.newInt64("result");
+  done_ = cc_.newLabel();
   cc_.mov(budget_, wordAt(LaneWords::kBudget));
   const State& state = graph_.nodes().front().state;
   for (int32_t lane = 0; lane < static_cast<int32_t>(state.size()); ++lane) {
@@ -84,6 +84,7 @@ void Emitter::emitNode(int32_t which) {
 }
 
 asmjit::Label Emitter::exitOf(int32_t node) {
+  if (graph_.isFunction()) return failure_;
   Label& label = exitLabels_[static_cast<size_t>(node)];
   if (!label.isValid()) {
     label = cc_.newLabel();
@@ -118,6 +119,9 @@ void Emitter::emitExits() {
     cc_.mov(result_, static_cast<int64_t>(k));
     cc_.jmp(done_);
   }
+  cc_.bind(done_);
+  cc_.mov(wordAt(LaneWords::kBudget), budget_);
+  cc_.ret(result_);
 }
 
 // ---- Ways
@@ -127,6 +131,11 @@ void Emitter::jumpTo(const Instruction& i, const Node& node) {
   const Label to = labels_[static_cast<size_t>(node.jump)];
   if (jumpTarget(i) > node.pc) {
     if (node.jump != following_ || node.next >= 0) cc_.jmp(to);
+    return;
+  }
+  if (graph_.isFunction()) {
+    checkForStop();
+    cc_.jmp(to);
     return;
   }
   cc_.sub(budget_, 1);
@@ -195,8 +204,11 @@ void Emitter::emitInstruction(const Instruction& i) {
   switch (i.op) {
     case Op::unaryMinus: case Op::not_: return unary(i);
     case Op::unaryPlus: case Op::move: case Op::loadName: case Op::assign: return move(i.a, i.b);
-    case Op::index1: return read(i, 0);
-    case Op::index2: return read(i, i.e);
+    case Op::index1: case Op::index2: case Op::index: case Op::call:
+      if (node().call >= 0) return call(i);
+      return read(i, i.op == Op::index2 ? i.e : 0);
+    case Op::returnFunction: return giveResult(graph_.code().onlyOutput);
+    case Op::returnValue: return giveResult(i.b);
     case Op::store1: return write(i, 0, i.c);
     case Op::store2: return write(i, i.c, i.e);
     case Op::appendRow: return appendRow(i);

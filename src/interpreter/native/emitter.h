@@ -1,6 +1,6 @@
-// Makes machine code of the nodes of a loop.
+// Makes machine code of the nodes of a loop, or of a whole unit.
 //
-// The code is one function of one argument, a row of 64-bit words (LaneWords): at the entry it
+// The code of a loop is one function of one argument, a row of 64-bit words (LaneWords): at the entry it
 // reads its lanes from there, at an exit it writes those that have changed back, and gives the
 // number of the exit. In between every lane has virtual registers of its own, one for each way in
 // which it can be held; the compiler of the library finds machine registers for them. Where a node
@@ -9,6 +9,10 @@
 //
 // Each jump backwards takes one from a budget; when that is used up the loop is left once, so that
 // the register code looks for a request to stop.
+//
+// The code of a unit is a function of the words' header and its inputs, which gives its result.
+// Each of its exits says in the header that the call has failed. It looks for a request to stop
+// itself, for it may run long.
 #pragma once
 
 #include <asmjit/x86.h>
@@ -34,6 +38,9 @@ class Emitter {
   bool emit();
   /// The nodes that are exits; the function gives an index into them.
   const std::vector<int32_t>& exits() const { return exits_; }
+  /// Of a unit: where its code begins, and where code that calls it with all in the words.
+  uint64_t bodyOffset() const { return holder_.labelOffsetFromBase(body_); }
+  uint64_t entryOffset() const { return holder_.labelOffsetFromBase(entry_); }
 
  private:
   using Gp = asmjit::x86::Gp;
@@ -59,6 +66,19 @@ class Emitter {
   void jumpTo(const Instruction& i, const Node& node);
   void jumpWhen(Comparison comparison, bool sense, Label to);
   void jumpOn(const Instruction& i, Comparison comparison, bool sense);
+
+  // ---- emit_functions.cpp: units, and calls of them
+  void enterUnit();
+  void emitFailure();
+  void emitEntry();
+  void checkForStop();
+  void call(const Instruction& i);
+  void giveResult(int32_t operand);
+  asmjit::FuncSignatureBuilder signatureOf(const Kinds& inputs, Held result) const;
+  asmjit::BaseReg newPassed(Held held);
+  asmjit::BaseReg passed(int32_t operand);
+  void passAll(asmjit::InvokeNode& call, const std::vector<asmjit::BaseReg>& arguments, const asmjit::BaseReg& result);
+  void load(const asmjit::BaseReg& to, Held held, int32_t word);
 
   // ---- Lanes
   const Node& node() const { return graph_.nodes()[static_cast<size_t>(node_)]; }
@@ -129,7 +149,7 @@ class Emitter {
   asmjit::x86::Compiler cc_;
   asmjit::CodeHolder& holder_;
   Gp cells_, budget_, result_;
-  Label done_;
+  Label done_, body_, entry_, failure_;
   std::vector<LaneRegisters> lanes_;
   std::vector<int32_t> order_;
   std::vector<Label> labels_, exitLabels_;

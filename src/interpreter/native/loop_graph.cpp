@@ -54,9 +54,12 @@ Type typeOf(const Storable& value) {
   return {};
 }
 
-LoopGraph::LoopGraph(const Code& code, const Liveness& liveness, int32_t back, const Storable* registers)
+LoopGraph::LoopGraph(const Code& code, const Liveness& liveness, int32_t back, const Storable* registers,
+                     const Context& context)
     : code_(code),
       liveness_(liveness),
+      context_(context),
+      values_(registers),
       begin_(jumpTarget(code.instructions[static_cast<size_t>(back)])),
       end_(back),
       laneOf_(static_cast<size_t>(code.registers), -1),
@@ -67,10 +70,43 @@ LoopGraph::LoopGraph(const Code& code, const Liveness& liveness, int32_t back, c
     state.push_back(liveness.isLive(begin_, r) ? native::typeOf(registers[r]) : Type{});
   }
   nodeFor(begin_, state);
-  while (!waiting_.empty() && !isTooLarge_) {
-    const int32_t node = waiting_.back();
-    waiting_.pop_back();
-    visit(node);
+  build();
+}
+
+LoopGraph::LoopGraph(const Code& code, const Liveness& liveness, const Kinds& inputs, const Context& context)
+    : code_(code),
+      liveness_(liveness),
+      context_(context),
+      values_(nullptr),
+      begin_(0),
+      end_(static_cast<int32_t>(code.instructions.size()) - 1),
+      laneOf_(static_cast<size_t>(code.registers), -1),
+      nodesAt_(code.instructions.size() + 1),
+      inputs_(inputs) {
+  findLanes();
+  State state;
+  for (const int32_t r : registers_) {
+    const bool isInput = static_cast<size_t>(r) < inputs.size();
+    state.push_back(isInput ? Type{.held = inputs[static_cast<size_t>(r)], .isChanged = true} : Type{});
+  }
+  nodeFor(begin_, state);
+  build();
+}
+
+void LoopGraph::build() {
+  while (true) {
+    while (!waiting_.empty() && !isTooLarge_) {
+      const int32_t node = waiting_.back();
+      waiting_.pop_back();
+      visit(node);
+    }
+    const bool isKnown = result_ != Held::other;
+    for (const int32_t node : deferred_) {
+      if (isKnown) waiting_.push_back(node);
+      else nodes_[static_cast<size_t>(node)].isExit = nodes_[static_cast<size_t>(node)].isSurprise = true;
+    }
+    deferred_.clear();
+    if (waiting_.empty() || isTooLarge_) return;
   }
 }
 
@@ -126,7 +162,9 @@ void LoopGraph::visit(int32_t which) {
   State state = nodes_[static_cast<size_t>(which)].state;
   Typing typing(*this, state);
   int32_t next = -1, jump = -1;
+  awaitsResult_ = false;
   bool canDo = typing.step(i);
+  if (awaitsResult_) return deferred_.push_back(which);
   const bool endsInExit = i.op == Op::arrayStep;  // the register code lets go of the array
   if (canDo && fallsThrough(i) && !endsInExit) next = nodeFor(pc + 1, state);
   if (canDo && jumpTarget(i) >= 0) {
@@ -134,6 +172,7 @@ void LoopGraph::visit(int32_t which) {
     if (canDo) jump = nodeFor(jumpTarget(i), state);
     closes_ = closes_ || (canDo && pc == end_);
   }
+  closes_ = closes_ || (canDo && (i.op == Op::returnFunction || i.op == Op::returnValue));
   Node& node = nodes_[static_cast<size_t>(which)];
   if (!canDo) {
     node.isExit = node.isSurprise = true;
@@ -142,6 +181,38 @@ void LoopGraph::visit(int32_t which) {
   }
   node.next = next;
   node.jump = jump;
+  node.call = typing.call();
+}
+
+bool LoopGraph::giveResult(const Type& type) {
+  if (!isFunction() || !isPassed(type.held)) return false;
+  if (result_ == Held::other) result_ = type.held;
+  return result_ == type.held;
+}
+
+int32_t LoopGraph::callOf(const Instruction& i, Kinds kinds) {
+  const Target target = targetOf(context_, code_, i, values_);
+  if (target.code == nullptr) return -1;
+  for (const Storable& value : target.captured) kinds.push_back(native::typeOf(value).held);
+  const auto pc = static_cast<int32_t>(&i - code_.instructions.data());
+  for (size_t k = 0; k < calls_.size(); ++k) {
+    if (calls_[k].pc == pc && calls_[k].inputs == kinds) return static_cast<int32_t>(k);
+  }
+  KnownCall made{pc, target, argumentsOf(code_, i), std::move(kinds), nullptr, capturedWords_};
+  const bool isItself =
+      isFunction() && target.code == &code_ && target.functions == context_.functions && made.inputs == inputs_;
+  if (isItself) {
+    awaitsResult_ = result_ == Held::other;
+    if (awaitsResult_) return -1;
+  } else {
+    Context inside = context_;
+    inside.functions = target.functions;
+    made.function = functionFor(inside, *target.code, made.inputs);
+    if (!made.function) return -1;
+  }
+  capturedWords_ += static_cast<int32_t>(target.captured.size());
+  calls_.push_back(std::move(made));
+  return static_cast<int32_t>(calls_.size()) - 1;
 }
 
 Type LoopGraph::typeOf(const State& state, int32_t operand) const {

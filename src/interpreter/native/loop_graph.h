@@ -15,48 +15,11 @@
 #include <vector>
 
 #include "interpreter/code.h"
+#include "interpreter/native/function_code.h"
 #include "interpreter/native/operands.h"
+#include "interpreter/native/types.h"
 
 namespace kelo::native {
-
-enum class Held : uint8_t {
-  other,  ///< anything; it may be overwritten, but not read
-  real, integer, logical, character, complex,
-  array,  ///< numeric, and not a scalar
-  alias,  ///< the array of another lane
-};
-
-struct Type {
-  Held held = Held::other;
-  Kind element = Kind::Double;  ///< of an array
-  bool isMatrix = false;        ///< of an array: it has two dimensions
-  int16_t source = -1;          ///< of an alias: the lane
-
-  bool isWhole = false;     ///< of a real number: it is whole, or not finite
-  bool isPlain = false;     ///< of a character: it is ASCII
-  bool isWritable = false;  ///< of an array: nobody else holds it
-  bool isChanged = false;   ///< the register does not hold it yet
-
-  bool isArray() const { return held == Held::array || held == Held::alias; }
-  /// Real numbers, logicals and characters, which operators treat as numbers.
-  bool isReal() const { return held == Held::real || held == Held::logical || held == Held::character; }
-  /// The same without characters, or with a whole number of the system's own.
-  bool isNumber() const { return held == Held::real || held == Held::logical || held == Held::integer; }
-  bool isScalar() const { return held > Held::other && held < Held::array; }
-  bool isSurelyWhole() const { return held != Held::real || isWhole; }
-  bool isSameKind(const Type& other) const {
-    return held == other.held && element == other.element && isMatrix == other.isMatrix && source == other.source;
-  }
-  bool operator==(const Type&) const = default;
-};
-
-inline Type real(bool isWhole) { return {.held = Held::real, .isWhole = isWhole}; }
-inline Type scalar(Held held) { return {.held = held}; }
-
-using State = std::vector<Type>;  ///< of each lane
-
-/// What a value that lies in a register is.
-Type typeOf(const Storable& value);
 
 struct Node {
   int32_t pc = 0;
@@ -65,16 +28,31 @@ struct Node {
   bool isSurprise = false;  ///< an exit that does not end the loop
   int32_t next = -1;       ///< the node that follows
   int32_t jump = -1;       ///< the node of the jump, or of the next round
+  int32_t call = -1;       ///< of a call: which of the graph's
+};
+
+/// A call of a unit that is native code too.
+struct KnownCall {
+  int32_t pc = 0;
+  Target target;
+  std::vector<int32_t> operands;
+  Kinds inputs;             ///< of the operands and of what is captured
+  FunctionRef function;     ///< null: the function whose graph this is
+  int32_t firstCaptured = 0;  ///< word, behind those of the lanes, for the first captured value
 };
 
 class LoopGraph {
  public:
   /// The loop that the jump backwards at `back` closes, its body about to begin, with what the
   /// registers hold.
-  LoopGraph(const Code& code, const Liveness& liveness, int32_t back, const Storable* registers);
+  LoopGraph(const Code& code, const Liveness& liveness, int32_t back, const Storable* registers,
+            const Context& context);
+  /// A whole unit, its first slots being inputs of these kinds and the others nothing. An exit is
+  /// the end of it: the register code begins anew.
+  LoopGraph(const Code& code, const Liveness& liveness, const Kinds& inputs, const Context& context);
 
-  /// Whether a round can be done without an exit, and the graph is not too large.
-  bool isWorthwhile() const { return closes_ && !isTooLarge_; }
+  /// Whether a round can be done without an exit, or a call, and the graph is not too large.
+  bool isWorthwhile() const { return closes_ && !isTooLarge_ && (!isFunction() || result_ != Held::other); }
   /// The first instruction that stands in the way; -1: none.
   int32_t obstacle() const { return obstacle_; }
 
@@ -82,12 +60,25 @@ class LoopGraph {
   const std::vector<int32_t>& registers() const { return registers_; }  ///< of the lanes
   const std::vector<Node>& nodes() const { return nodes_; }             ///< the first is the entry
   const Code& code() const { return code_; }
+  bool isFunction() const { return values_ == nullptr; }
+  const Kinds& inputs() const { return inputs_; }              ///< of a function
+  Held result() const { return result_; }                      ///< of a function
+  const std::vector<KnownCall>& calls() const { return calls_; }
+  Held resultOf(const KnownCall& call) const { return call.function ? call.function->result : result_; }
+  int32_t capturedWords() const { return capturedWords_; }
   /// What an operand is in a state, constants included.
   Type typeOf(const State& state, int32_t operand) const;
   /// The lane of an array, aliases followed.
   int32_t arrayLane(const State& state, int32_t reg) const;
 
+  // ---- For the typing of instructions
+  /// The call that the instruction makes with arguments of these kinds; -1: it is not known.
+  int32_t callOf(const Instruction& i, Kinds kinds);
+  /// A function gives a value. False where it gives values of another kind elsewhere.
+  bool giveResult(const Type& type);
+
  private:
+  void build();
   void findLanes();
   void visit(int32_t node);
   int32_t nodeFor(int32_t pc, const State& state);
@@ -95,11 +86,19 @@ class LoopGraph {
 
   const Code& code_;
   const Liveness& liveness_;
+  const Context& context_;
+  const Storable* const values_;  // of the registers; null for a function
   const int32_t begin_, end_;  // first and last instruction
   std::vector<int32_t> laneOf_, registers_;
   std::vector<Node> nodes_;
   std::vector<std::vector<int32_t>> nodesAt_;  // by instruction from begin_ on; behind them those outside
   std::vector<int32_t> waiting_;
+  std::vector<int32_t> deferred_;  // calls of the function itself, until the kind of its result is known
+  bool awaitsResult_ = false;
+  Kinds inputs_;
+  Held result_ = Held::other;
+  std::vector<KnownCall> calls_;
+  int32_t capturedWords_ = 0;
   bool closes_ = false, isTooLarge_ = false;
   int32_t obstacle_ = -1;
 };

@@ -4,10 +4,9 @@
 
 #include <algorithm>
 
-#include "frontend/node_text.h"
-#include "grammar/kelo_node.h"
-#include "interpreter/code_listing.h"
 #include "interpreter/native/emitter.h"
+#include "interpreter/native/log.h"
+#include "interpreter/native/typing.h"
 #include "platform/native_code.h"
 
 namespace kelo::native {
@@ -23,12 +22,10 @@ constexpr int32_t kNever = INT32_MAX;
 /// The code of a loop for certain kinds.
 class LoopCode {
  public:
-  LoopCode(std::byte* block, size_t bytes, const LoopGraph& graph, const std::vector<int32_t>& exits);
-  ~LoopCode() { platform::nativeCode.release(block_, bytes_); }
-  LoopCode(const LoopCode&) = delete;
+  LoopCode(std::unique_ptr<CodeBlock> block, const LoopGraph& graph, const std::vector<int32_t>& exits);
 
   /// Whether the registers hold what the code was made for; then their values are in the words.
-  bool read(const Storable* registers, std::vector<Word>& words) const;
+  bool read(const Context& context, const Code& code, const Storable* registers, std::vector<Word>& words) const;
   /// Runs it and writes what has changed. The instruction where it ended.
   int32_t run(Storable* registers, std::vector<Word>& words);
   /// Whether it ends in mid-loop too often.
@@ -45,17 +42,18 @@ class LoopCode {
     std::vector<Lane> changed;
   };
   static void write(const Lane& lane, const std::vector<Word>& words, Storable* registers, const int32_t* sources);
+  bool readCalls(const Context& context, const Code& code, const Storable* registers, std::vector<Word>& words) const;
 
-  std::byte* block_;
-  size_t bytes_;
+  std::unique_ptr<CodeBlock> block_;
   std::vector<Lane> entry_;
   std::vector<int32_t> registers_;
   std::vector<Exit> exits_;
+  std::vector<KnownCall> calls_;
   int64_t rounds_ = 0, surprises_ = 0;
 };
 
-LoopCode::LoopCode(std::byte* block, size_t bytes, const LoopGraph& graph, const std::vector<int32_t>& exits)
-    : block_(block), bytes_(bytes), registers_(graph.registers()) {
+LoopCode::LoopCode(std::unique_ptr<CodeBlock> block, const LoopGraph& graph, const std::vector<int32_t>& exits)
+    : block_(std::move(block)), registers_(graph.registers()), calls_(graph.calls()) {
   const State& state = graph.nodes().front().state;
   for (int32_t lane = 0; lane < static_cast<int32_t>(state.size()); ++lane) {
     const Type& type = state[static_cast<size_t>(lane)];
@@ -81,17 +79,35 @@ bool isAsGood(const Type& actual, const Type& needed) {
          (actual.isWritable || !needed.isWritable);
 }
 
-bool LoopCode::read(const Storable* registers, std::vector<Word>& words) const {
+// Whether the calls lead where they led; what is captured goes into the words behind the lanes.
+bool LoopCode::readCalls(const Context& context, const Code& code, const Storable* registers,
+                         std::vector<Word>& words) const {
+  for (const KnownCall& call : calls_) {
+    const Target target = targetOf(context, code, code.instructions[static_cast<size_t>(call.pc)], registers);
+    if (!target.isSame(call.target) || call.function->run != context.run) return false;
+    words.resize(words.size() + target.captured.size());
+    for (size_t k = 0; k < target.captured.size(); ++k) {
+      const Storable& value = target.captured[k];
+      const Held held = call.inputs[call.operands.size() + k];
+      if (typeOf(value).held != held) return false;
+      words[words.size() - target.captured.size() + k] = wordOf(value, held);
+    }
+  }
+  if (!calls_.empty()) fillHeader(context, words.data());
+  return true;
+}
+
+bool LoopCode::read(const Context& context, const Code& code, const Storable* registers,
+                    std::vector<Word>& words) const {
   words.resize(LaneWords::kHeader + LaneWords::kWords * registers_.size());
+  if (!readCalls(context, code, registers, words)) return false;
   for (const Lane& lane : entry_) {
     const Storable& value = registers[lane.reg];
     if (!isAsGood(typeOf(value), lane.type)) return false;
     const NumericArray& numeric = *value.numeric();
     Word* to = words.data() + LaneWords::first(lane.lane) / 8;
     switch (lane.type.held) {
-      case Held::real: to->number = value.doubleScalar(); break;
-      case Held::integer: to->whole = numeric.asInt().scalar(); break;
-      case Held::logical: to->word = numeric.asLogical().scalar() ? 1 : 0; break;
+      case Held::real: case Held::integer: case Held::logical: *to = wordOf(value, lane.type.held); break;
       case Held::character: to->word = numeric.asChar().scalar().word(); break;
       case Held::complex:
         to[0].number = numeric.asComplex().scalar().real;
@@ -121,7 +137,7 @@ void LoopCode::write(const Lane& lane, const std::vector<Word>& words, Storable*
 int32_t LoopCode::run(Storable* registers, std::vector<Word>& words) {
   words[0].whole = kBudget;
   words[1].data = registers;
-  const auto function = reinterpret_cast<int64_t (*)(Word*)>(block_);
+  const auto function = block_->at<int64_t(Word*)>(0);
   const Exit& exit = exits_[static_cast<size_t>(function(words.data()))];
   for (const Lane& lane : exit.changed) write(lane, words, registers, registers_.data());
   rounds_ += kBudget - words[0].whole;
@@ -149,22 +165,10 @@ struct UnitLoops {
 
 namespace {
 
-void logLoop(const Code& code, int32_t pc, const std::string& text) {
-  if (!platform::nativeCode.log) return;
-  KeloNode* place = code.places[static_cast<size_t>(pc)];
-  platform::nativeCode.log(fmt::format("line {}: {}", place ? positionOf(*place).line : 0, text));
-}
-
-void logObstacle(const Code& code, int32_t back, const LoopGraph& graph) {
-  const int32_t obstacle = graph.obstacle();
-  const Op op = code.instructions[static_cast<size_t>(obstacle < 0 ? back : obstacle)].op;
-  logLoop(code, back, fmt::format("instruction {} ({}) stands in the way", obstacle, operationName(op)));
-}
-
 // Null where that cannot be.
-std::unique_ptr<LoopCode> translate(const Code& code, const Liveness& liveness, int32_t back,
+std::unique_ptr<LoopCode> translate(const Context& context, const Code& code, const Liveness& liveness, int32_t back,
                                     const Storable* registers) {
-  const LoopGraph graph(code, liveness, back, registers);
+  const LoopGraph graph(code, liveness, back, registers, context);
   if (!graph.isWorthwhile()) {
     logObstacle(code, back, graph);
     return nullptr;
@@ -172,37 +176,27 @@ std::unique_ptr<LoopCode> translate(const Code& code, const Liveness& liveness, 
   asmjit::CodeHolder holder;
   if (holder.init(asmjit::Environment::host()) != asmjit::kErrorOk) return nullptr;
   Emitter emitter(graph, holder);
-  if (!emitter.emit() || holder.flatten() != asmjit::kErrorOk ||
-      holder.resolveUnresolvedLinks() != asmjit::kErrorOk) {
-    logLoop(code, back, "no code could be made");
+  auto block = emitter.emit() ? CodeBlock::make(holder) : nullptr;
+  if (!block) {
+    logLine(code, back, "no code could be made");
     return nullptr;
   }
-  const size_t bytes = holder.codeSize();
-  std::byte* block = platform::nativeCode.allocate(bytes);
-  if (block == nullptr) return nullptr;
-  const bool isReady = holder.relocateToBase(reinterpret_cast<uint64_t>(block)) == asmjit::kErrorOk &&
-                       holder.copyFlattenedData(block, bytes) == asmjit::kErrorOk &&
-                       platform::nativeCode.seal(block, bytes);
-  if (!isReady) {
-    platform::nativeCode.release(block, bytes);
-    platform::nativeCode.allocate = nullptr;  // this machine has none to give
-    return nullptr;
-  }
-  logLoop(code, back,
-          fmt::format("translated, {} bytes, {} nodes, {} exits", bytes, graph.nodes().size(), emitter.exits().size()));
+  logLine(code, back,
+          fmt::format("translated, {} bytes, {} nodes, {} exits", block->bytes(), graph.nodes().size(),
+                      emitter.exits().size()));
   if (graph.obstacle() >= 0) logObstacle(code, back, graph);
-  return std::make_unique<LoopCode>(block, bytes, graph, emitter.exits());
+  return std::make_unique<LoopCode>(std::move(block), graph, emitter.exits());
 }
 
 // Where a version for what the registers hold has ended; null: there is none.
-const Instruction* run(const Code& code, int32_t pc, Loop& loop, Storable* registers) {
+const Instruction* run(const Context& context, const Code& code, int32_t pc, Loop& loop, Storable* registers) {
   std::vector<Word>& words = code.native->words;
   for (size_t k = 0; k < loop.versions.size(); ++k) {
     LoopCode& version = *loop.versions[k];
-    if (!version.read(registers, words)) continue;
+    if (!version.read(context, code, registers, words)) continue;
     const int32_t end = version.run(registers, words);
     if (version.isWasteful()) {
-      logLoop(code, pc, "given up, since it is left too often");
+      logLine(code, pc, "given up, since it is left too often");
       loop.versions.erase(loop.versions.begin() + static_cast<std::ptrdiff_t>(k));
     }
     return code.instructions.data() + end;
@@ -210,14 +204,15 @@ const Instruction* run(const Code& code, int32_t pc, Loop& loop, Storable* regis
   return nullptr;
 }
 
-bool canRun() {
-  static const bool hasAvx = asmjit::CpuInfo::host().features().x86().hasAVX();
-  return platform::nativeCode.allocate != nullptr && hasAvx;
-}
-
 }  // namespace
 
-const Instruction* enterLoop(const Code& code, Instruction& back, Storable* registers) {
+bool mayBeNative(const Code& code, int32_t back) {
+  const auto begin = code.instructions.begin();
+  return std::all_of(begin + jumpTarget(begin[back]), begin + back + 1,
+                     [&](const Instruction& i) { return hasNativeForm(code, i); });
+}
+
+const Instruction* enterLoop(const Context& context, const Code& code, Instruction& back, Storable* registers) {
   const auto pc = static_cast<int32_t>(&back - code.instructions.data());
   const Instruction* const target = code.instructions.data() + jumpTarget(back);
   if (!canRun()) {
@@ -234,16 +229,16 @@ const Instruction* enterLoop(const Code& code, Instruction& back, Storable* regi
   }
   Loop& loop = unit.loops[static_cast<size_t>(back.e - 1)];
   back.d = 0;
-  if (const Instruction* end = run(code, pc, loop, registers)) return end;
+  if (const Instruction* end = run(context, code, pc, loop, registers)) return end;
   if (loop.made == kMostVersions || (loop.made > 0 && ++loop.misses < platform::nativeCode.rounds)) {
     if (loop.made == kMostVersions && ++loop.misses > kMisses) back.d = kMisses;
     return target;
   }
   loop.misses = 0;
   ++loop.made;
-  if (auto made = translate(code, unit.liveness, pc, registers)) {
+  if (auto made = translate(context, code, unit.liveness, pc, registers)) {
     loop.versions.push_back(std::move(made));
-    if (const Instruction* end = run(code, pc, loop, registers)) return end;
+    if (const Instruction* end = run(context, code, pc, loop, registers)) return end;
   }
   if (loop.versions.empty()) back.d = loop.made < kMostVersions ? kMisses * platform::nativeCode.rounds : kNever;
   return target;

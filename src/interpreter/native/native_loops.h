@@ -10,18 +10,23 @@
 // jump's own target.
 #pragma once
 
-#include "interpreter/code.h"
+#include "interpreter/native/context.h"
 
 namespace kelo::native {
+
+#if KELO_NATIVE
+/// Whether native code can be made of the loop that the jump backwards at `back` closes, for some
+/// kinds of what its registers hold.
+bool mayBeNative(const Code& code, int32_t back);
 
 /// `back` is a jump backwards that is being taken and whose count is used up. Gives the instruction
 /// to go on with.
 ///
 /// registers  of the running frame
-#if KELO_NATIVE
-const Instruction* enterLoop(const Code& code, Instruction& back, Storable* registers);
+const Instruction* enterLoop(const Context& context, const Code& code, Instruction& back, Storable* registers);
 #else
-inline const Instruction* enterLoop(const Code& code, Instruction& back, Storable*) {
+inline bool mayBeNative(const Code&, int32_t) { return false; }
+inline const Instruction* enterLoop(const Context&, const Code& code, Instruction& back, Storable*) {
   back.d = INT32_MAX;
   return code.instructions.data() + (back.op == Op::rangeStep || back.op == Op::arrayStep ? back.c : back.a);
 }

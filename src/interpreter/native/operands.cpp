@@ -59,9 +59,16 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
       read({i.b, i.c});
       if (i.op == Op::index2) read({i.e});
       return write(i.a);
-    case Op::call: case Op::builtin:
+    case Op::index: case Op::call:
+      read({i.b});
       readRow(site().first, site().count);
       return write(i.a);
+    case Op::builtin:
+      readRow(site().first, site().count);
+      return write(i.a);
+    case Op::returnFunction:
+      readRow(code.onlyOutput, code.onlyOutput >= 0 ? 1 : 0);
+      return;
     case Op::quickCall:
       read({i.b, i.c});
       return write(i.a);

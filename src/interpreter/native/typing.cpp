@@ -91,7 +91,7 @@ bool Typing::quickCall(const Instruction& i) {
     case QuickCall::isempty: return x.isArray() && define(i.a, scalar(Held::logical));
     case QuickCall::numel: return x.isArray() && define(i.a, scalar(Held::integer));
     case QuickCall::length: return x.isArray() && x.isMatrix && define(i.a, scalar(Held::integer));
-    case QuickCall::ndims: case QuickCall::strcmp: return false;
+    case QuickCall::ndims: case QuickCall::strcmp: case QuickCall::int2str: case QuickCall::num2str: return false;
     case QuickCall::abs:
       if (x.held == Held::complex) return define(i.a, real(false));
       break;
@@ -126,6 +126,21 @@ bool Typing::builtin(const Instruction& i) {
     case Intrinsic::Form::isNaN: return argument(0).held == Held::real && define(i.a, scalar(Held::logical));
   }
   return false;
+}
+
+// What the name means does not change: nobody but the unit itself could give it a value.
+bool Typing::callUnit(const Instruction& i) {
+  const Type base = of(i.b);
+  if (base.held != Held::other || base.isChanged) return false;
+  Kinds kinds;
+  for (const int32_t operand : argumentsOf(graph_.code(), i)) {
+    kinds.push_back(of(operand).held);
+    if (!isPassed(kinds.back())) return false;
+  }
+  call_ = graph_.callOf(i, std::move(kinds));
+  if (call_ < 0) return false;
+  const Held result = graph_.resultOf(graph_.calls()[static_cast<size_t>(call_)]);
+  return define(i.a, {.held = result});
 }
 
 // ---- Elements
@@ -191,6 +206,21 @@ bool Typing::checkArgument(const Instruction& i) const {
   return (value.held == Held::real || value.held == Held::integer) && !i.c;
 }
 
+bool hasNativeForm(const Code& code, const Instruction& i) {
+  if (i.op <= Op::not_ || (i.op >= Op::jump && i.op <= Op::rangeStep)) return true;
+  switch (i.op) {
+    case Op::begin: case Op::poll: case Op::move: case Op::loadName: case Op::assign: case Op::firstOf:
+    case Op::checkElement: case Op::checkRange: case Op::checkTarget: case Op::index1: case Op::index2:
+    case Op::index: case Op::call: case Op::store1: case Op::store2: case Op::endOf: case Op::checkExtent:
+    case Op::checkArgument: case Op::checkSwitch: case Op::caseJump: case Op::arrayStep:
+      return true;
+    case Op::appendRow: return i.c == 1;
+    case Op::quickCall: return i.e < static_cast<int32_t>(QuickCall::strcmp);
+    case Op::builtin: return intrinsicOf(code.sites[static_cast<size_t>(i.d)]) != nullptr;
+    default: return false;
+  }
+}
+
 bool Typing::step(const Instruction& i) {
   if (i.op <= Op::or_) return binary(i);
   switch (i.op) {
@@ -200,8 +230,14 @@ bool Typing::step(const Instruction& i) {
     case Op::firstOf: return i.a == i.b && of(i.b).held != Held::other;
     case Op::checkElement: case Op::checkRange: return of(i.b).held != Held::other;
     case Op::checkTarget: return of(i.a).held != Held::other;
-    case Op::index1: return index(i.a, i.b, {i.c});
-    case Op::index2: return index(i.a, i.b, {i.c, i.e});
+    case Op::index1: return of(i.b).isArray() ? index(i.a, i.b, {i.c}) : callUnit(i);
+    case Op::index2: return of(i.b).isArray() ? index(i.a, i.b, {i.c, i.e}) : callUnit(i);
+    case Op::index: case Op::call: return callUnit(i);
+    case Op::returnFunction: {
+      const int32_t output = graph_.code().onlyOutput;
+      return output >= 0 && graph_.isFunction() && graph_.giveResult(of(output));
+    }
+    case Op::returnValue: return graph_.giveResult(of(i.b));
     case Op::store1: return store(i.a, {i.b}, i.c);
     case Op::store2: return store(i.a, {i.b, i.c}, i.e);
     case Op::appendRow: {

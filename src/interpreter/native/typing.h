@@ -8,12 +8,14 @@ namespace kelo::native {
 
 class Typing {
  public:
-  Typing(const LoopGraph& graph, State& state) : graph_(graph), state_(state) {}
+  Typing(LoopGraph& graph, State& state) : graph_(graph), state_(state) {}
 
   /// From the state before the instruction to that behind it, where it does not jump.
   bool step(const Instruction& i);
   /// What a jump that is taken changes besides; only the steps of loops change something.
   bool takeJump(const Instruction& i);
+  /// Which of the graph's calls the instruction makes; -1: none.
+  int32_t call() const { return call_; }
 
  private:
   Type of(int32_t operand) const { return graph_.typeOf(state_, operand); }
@@ -23,6 +25,7 @@ class Typing {
   bool unary(const Instruction& i);
   bool quickCall(const Instruction& i);
   bool builtin(const Instruction& i);
+  bool callUnit(const Instruction& i);
   bool index(int32_t result, int32_t array, std::initializer_list<int32_t> subscripts);
   bool store(int32_t target, std::initializer_list<int32_t> subscripts, int32_t value);
   bool isSubscript(int32_t operand);
@@ -30,9 +33,13 @@ class Typing {
   bool isShared(int32_t lane) const;
   void setPlain(int32_t operand);
 
-  const LoopGraph& graph_;
+  LoopGraph& graph_;
   State& state_;
+  int32_t call_ = -1;
 };
+
+/// Whether there is native code of such an instruction for some kinds of its operands.
+bool hasNativeForm(const Code& code, const Instruction& i);
 
 /// Whether two operands meet as real numbers, as integers or as complex numbers, in this order;
 /// `other`: not at all.

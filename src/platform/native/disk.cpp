@@ -35,6 +35,13 @@ bool Disk::exists(const std::string& path) const {
 bool Disk::isRegularFile(const std::string& path) const { return hasMode(located(path), S_IFREG); }
 bool Disk::isDirectory(const std::string& path) const { return hasMode(located(path), S_IFDIR); }
 
+std::optional<int64_t> Disk::fileSize(const std::string& path) const {
+  struct stat status;
+  const std::optional<std::string> full = located(path);
+  if (!full || stat(full->c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  return status.st_size;
+}
+
 std::optional<std::string> Disk::readFile(const std::string& path) const {
   const std::optional<std::string> full = located(path);
   return full ? readWholeFile(*full) : std::nullopt;

@@ -14,6 +14,7 @@ class Disk final : public FileSystem {
   bool exists(const std::string& path) const override;
   bool isRegularFile(const std::string& path) const override;
   bool isDirectory(const std::string& path) const override;
+  std::optional<int64_t> fileSize(const std::string& path) const override;
   std::optional<std::string> readFile(const std::string& path) const override;
   bool writeFile(const std::string& path, std::string_view bytes) override;
   bool makeDirectory(const std::string& path) override;

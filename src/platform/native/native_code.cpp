@@ -31,7 +31,7 @@ void allowNativeCode() {
   nativeCode.allocate = allocate;
   nativeCode.seal = seal;
   nativeCode.release = release;
-  if (mode == "eager") nativeCode.rounds = 2;
+  if (mode == "eager") nativeCode.rounds = nativeCode.calls = 2;
   if (mode == "log") nativeCode.log = log;
 }
 

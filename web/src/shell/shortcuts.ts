@@ -21,16 +21,17 @@ export function listenToKeys(app: App): void {
     else return;
     event.preventDefault();
   });
+  const isEditing = () => document.activeElement?.classList.contains('cm-content') ?? false;
   const look = () => {
-    editing.value = document.activeElement?.classList.contains('cm-content') ?? false;
+    editing.value = isEditing();
   };
-  document.addEventListener('focusin', look);
   // A press elsewhere takes the focus away before it is a click; what it aims at must not move until then.
   let pressed = false;
   const later = () =>
     setTimeout(() => {
       if (!pressed) look();
     }, 60);
+  document.addEventListener('focusin', () => (isEditing() ? look() : later()));
   document.addEventListener(
     'pointerdown',
     () => {

@@ -145,6 +145,14 @@ test('the own keyboard writes, shifts, repeats delete, and does not cover the li
   expect(await page.locator('.keyboard').count()).toBe(0);
 });
 
+test('a click beside the keyboard hits what it aims at, though the keyboard goes', async () => {
+  const { page } = await open('tablet', { fill: fillSession });
+  await page.locator('.composer .cm-content').tap();
+  await page.locator('.keyboard').waitFor();
+  await page.getByRole('button', { name: 'Open projectile.m, line 2' }).click();
+  await page.locator('.file-field .cm-activeLine', { hasText: 'nosuch' }).waitFor();
+});
+
 test('targets of a finger are large enough', async () => {
   const { page } = await open('phone', { fill: fillSession });
   await command(page, 'x = 1');

@@ -12,12 +12,12 @@ namespace kelo::pictures::native {
 #define KELO_CAIRO_FUNCTIONS(F)                                                                                    \
   F(arc) F(clip) F(close_path) F(create) F(destroy) F(fill) F(fill_preserve) F(font_options_create)                \
   F(font_options_destroy) F(font_options_set_antialias) F(font_options_set_hint_metrics)                           \
-  F(font_options_set_hint_style) F(ft_font_face_create_for_ft_face) F(glyph_path) F(image_surface_create_for_data) \
+  F(font_options_set_hint_style) F(ft_font_face_create_for_ft_face) F(get_target) F(image_surface_create_for_data) \
   F(line_to) F(move_to) F(new_path) F(new_sub_path) F(paint) F(pdf_surface_create_for_stream)                      \
   F(pdf_surface_set_metadata) F(rectangle) F(restore) F(rotate) F(save) F(scale) F(select_font_face)               \
   F(set_dash) F(set_font_face) F(set_font_options) F(set_font_size) F(set_line_join) F(set_line_width)             \
   F(set_source_rgb) F(set_source_rgba) F(set_tolerance) F(set_antialias) F(show_page) F(show_text) F(status)       \
-  F(status_to_string) F(stroke) F(surface_destroy) F(surface_finish) F(surface_flush) F(surface_status)            \
+  F(status_to_string) F(stroke) F(surface_destroy) F(surface_finish) F(surface_flush) F(surface_mark_dirty) F(surface_status)            \
   F(text_extents) F(translate)
 
 struct CairoLibrary {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "figures/drawing/marker_outline.h"
+#include "figures/pictures/native/marker_stamps.h"
 #include "figures/pictures/native/visual_text.h"
 
 namespace kelo::pictures::native {
@@ -13,8 +13,15 @@ using drawing::Paint;
 using drawing::Rgba;
 using Part = drawing::Role::Part;
 
-CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double scale)
-    : cairo_(cairo), context_(context), scale_(scale) {
+namespace {
+
+/// Coordinates beyond which strokes stand so close that fine edges are not seen.
+constexpr size_t kCrowded = 200000;
+
+}  // namespace
+
+CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double scale, Bitmap* bitmap)
+    : cairo_(cairo), context_(context), scale_(scale), bitmap_(bitmap) {
   cairo_font_options_t* options = cairo_.font_options_create();
   cairo_.font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
   cairo_.font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
@@ -30,10 +37,29 @@ CairoPainter::CairoPainter(const CairoLibrary& cairo, cairo_t* context, double s
 }
 
 void CairoPainter::paint(const DisplayList& list) {
-  for (size_t i = 0; i < list.count(); ++i) paint(list[i]);
+  clip_ = {0, 0, list.size.width, list.size.height};
+  if (bitmap_ != nullptr) {
+    lines_.emplace(*bitmap_, scale_);
+    lines_->setCrowded(list.numCoordinates() > kCrowded);
+  }
+  for (size_t i = 0; i < list.count(); ++i) {
+    if (list[i].kind == DisplayList::Kind::restore) clip_ = {0, 0, list.size.width, list.size.height};
+    paint(list[i]);
+  }
+  flushLines();
+}
+
+void CairoPainter::flushLines() {
+  if (lines_ && !lines_->isEmpty()) onBitmap([&] { lines_->flush(); });
 }
 
 void CairoPainter::paint(const Item& item) {
+  const bool isShape = item.kind != DisplayList::Kind::clip && item.kind != DisplayList::Kind::restore;
+  if (isShape && item.kind != DisplayList::Kind::path) flushLines();
+  if (item.role.part == Part::background) {  // all of it, also where a pixel is only begun
+    source(item.paint.fill);
+    return cairo_.paint(context_);
+  }
   switch (item.kind) {
     case DisplayList::Kind::path: path(item, false); break;
     case DisplayList::Kind::polygon: path(item, true); break;
@@ -58,31 +84,54 @@ bool CairoPainter::isCrisp(const Item& item) const {
   return true;
 }
 
-double CairoPainter::snapped(double value, double width) const {
+std::vector<float> CairoPainter::snapped(std::span<const float> points, double width) const {
   const bool isOdd = width > 0 && std::lround(std::fmax(width * scale_, 1)) % 2 != 0;
-  return isOdd ? (std::floor(value * scale_) + 0.5) / scale_ : std::round(value * scale_) / scale_;
+  std::vector<float> result(points.begin(), points.end());
+  for (float& value : result) {
+    const double place = value * scale_;
+    value = static_cast<float>((isOdd ? std::floor(place) + 0.5 : std::round(place)) / scale_);
+  }
+  return result;
 }
 
 void CairoPainter::path(const Item& item, bool closes) {
   Paint paint = item.paint;
-  const bool crisp = isCrisp(item) && scale_ > 0;
-  if (crisp && paint.width > 0) {
-    paint.width = static_cast<float>(std::round(std::fmax(paint.width * scale_, 1)) / scale_);
+  std::span<const float> points = item.points;
+  std::vector<float> onPixels;
+  if (isCrisp(item)) {
+    if (paint.width > 0) paint.width = static_cast<float>(std::round(std::fmax(paint.width * scale_, 1)) / scale_);
+    points = onPixels = snapped(points, paint.width);
   }
-  const auto p = item.points;
+  if (lines_ && !closes && !paint.fill.isVisible()) {
+    if (!paint.stroke.isVisible() || paint.width <= 0) return;
+    return lines_->add(points, paint, clip_);
+  }
+  flushLines();
+  addPath(points, closes);
+  fillAndStroke(paint);
+}
+
+void CairoPainter::addPath(std::span<const float> points, bool closes) {
   bool isOpen = false;
-  for (size_t i = 0; i + 1 < p.size(); i += 2) {
-    if (std::isnan(p[i])) {
+  for (size_t i = 0; i + 1 < points.size(); i += 2) {
+    if (std::isnan(points[i])) {
       if (closes && isOpen) cairo_.close_path(context_);
       isOpen = false;
       continue;
     }
-    const double x = crisp ? snapped(p[i], paint.width) : p[i], y = crisp ? snapped(p[i + 1], paint.width) : p[i + 1];
-    (isOpen ? cairo_.line_to : cairo_.move_to)(context_, x, y);
+    (isOpen ? cairo_.line_to : cairo_.move_to)(context_, points[i], points[i + 1]);
     isOpen = true;
   }
   if (closes && isOpen) cairo_.close_path(context_);
-  fillAndStroke(paint);
+}
+
+/// What is painted by `paints` bypasses the context.
+template <class Paints>
+void CairoPainter::onBitmap(Paints paints) {
+  cairo_surface_t* surface = cairo_.get_target(context_);
+  cairo_.surface_flush(surface);
+  paints();
+  cairo_.surface_mark_dirty(surface);
 }
 
 void CairoPainter::source(Rgba color) {
@@ -105,26 +154,52 @@ void CairoPainter::fillAndStroke(const Paint& paint) {
   cairo_.new_path(context_);
 }
 
+void CairoPainter::addMarker(const drawing::MarkerOutline& outline, double x, double y) {
+  if (outline.radius > 0) {
+    cairo_.new_sub_path(context_);
+    cairo_.arc(context_, x, y, outline.radius, 0, 2 * std::numbers::pi);
+    cairo_.close_path(context_);
+    return;
+  }
+  for (const auto& piece : outline.pieces) {
+    for (size_t k = 0; k < piece.size(); ++k) {
+      (k == 0 ? cairo_.move_to : cairo_.line_to)(context_, x + piece[k].x, y + piece[k].y);
+    }
+    if (outline.isClosed) cairo_.close_path(context_);
+  }
+}
+
+/// Markers of one colour may make one path; others cover each other one by one.
 void CairoPainter::markers(const Item& item) {
   const drawing::MarkerOutline outline = drawing::markerOutline(*item.marker);
   Paint paint = item.paint;
   if (!outline.isClosed) paint.fill = {};
-  for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
-    const double x = item.points[i], y = item.points[i + 1];
-    if (outline.radius > 0) {
-      cairo_.new_sub_path(context_);
-      cairo_.arc(context_, x, y, outline.radius, 0, 2 * std::numbers::pi);
-      cairo_.close_path(context_);
-    } else {
-      for (const auto& piece : outline.pieces) {
-        for (size_t k = 0; k < piece.size(); ++k) {
-          (k == 0 ? cairo_.move_to : cairo_.line_to)(context_, x + piece[k].x, y + piece[k].y);
-        }
-        if (outline.isClosed) cairo_.close_path(context_);
-      }
-    }
-    fillAndStroke(paint);
+  const double reach = (item.marker->size + paint.width) * scale_;
+  if (bitmap_ != nullptr && MarkerStamps::pays(item.points.size() / 2, reach)) {
+    return stampMarkers(item, outline, paint);
   }
+  const bool isOnePath = bitmap_ == nullptr && (!paint.fill.isVisible() || !paint.stroke.isVisible());
+  for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
+    addMarker(outline, item.points[i], item.points[i + 1]);
+    if (!isOnePath) fillAndStroke(paint);
+  }
+  if (isOnePath) fillAndStroke(paint);
+}
+
+void CairoPainter::stampMarkers(const Item& item, const drawing::MarkerOutline& outline, const Paint& paint) {
+  const double reach = (item.marker->size + paint.width) * scale_;
+  MarkerStamps stamps(cairo_, reach, [&](cairo_t* context) {
+    cairo_.scale(context, scale_, scale_);
+    CairoPainter painter(cairo_, context, scale_, nullptr);
+    painter.addMarker(outline, 0, 0);
+    painter.fillAndStroke(paint);
+  });
+  const drawing::Rect clip{clip_.left * scale_, clip_.top * scale_, clip_.right * scale_, clip_.bottom * scale_};
+  onBitmap([&] {
+    for (size_t i = 0; i + 1 < item.points.size(); i += 2) {
+      stamps.paint(*bitmap_, drawing::Vec2{item.points[i], item.points[i + 1]} * scale_, clip);
+    }
+  });
 }
 
 void CairoPainter::text(const Item& item) {
@@ -146,6 +221,7 @@ void CairoPainter::text(const Item& item) {
 
 void CairoPainter::clip(const Item& item) {
   const auto p = item.points;
+  clip_ = {p[0], p[1], p[2], p[3]};
   cairo_.save(context_);
   cairo_.rectangle(context_, p[0], p[1], p[2] - p[0], p[3] - p[1]);
   cairo_.clip(context_);

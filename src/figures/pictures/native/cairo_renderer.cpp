@@ -18,11 +18,12 @@ cairo_status_t append(void* bytes, const unsigned char* data, unsigned int lengt
   return CAIRO_STATUS_SUCCESS;
 }
 
-/// Paints the list on a surface, which is given back.
-void paintOn(const CairoLibrary& cairo, cairo_surface_t* surface, const drawing::DisplayList& list, double scale) {
+/// Paints the list on a surface, which is given back; `bitmap`: its pixels, where it has some.
+void paintOn(const CairoLibrary& cairo, cairo_surface_t* surface, const drawing::DisplayList& list, double scale,
+             Bitmap* bitmap) {
   cairo_t* context = cairo.create(surface);
   cairo.scale(context, scale, scale);
-  CairoPainter(cairo, context, scale).paint(list);
+  CairoPainter(cairo, context, scale, bitmap).paint(list);
   const cairo_status_t status = cairo.status(context);
   cairo.destroy(context);
   cairo.surface_finish(surface);
@@ -42,7 +43,7 @@ Bitmap CairoRenderer::bitmap(const drawing::DisplayList& list, double scale) {
   auto* bytes = reinterpret_cast<unsigned char*>(bitmap.pixels.data());
   cairo_surface_t* surface =
       cairo.image_surface_create_for_data(bytes, CAIRO_FORMAT_RGB24, bitmap.width, bitmap.height, bitmap.width * 4);
-  paintOn(cairo, surface, list, scale);
+  paintOn(cairo, surface, list, scale, &bitmap);
   return bitmap;
 }
 
@@ -53,7 +54,7 @@ std::string CairoRenderer::pdf(const drawing::DisplayList& list) {
       cairo.pdf_surface_create_for_stream(append, &bytes, list.size.width, list.size.height);
   cairo.pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_TITLE, list.title.c_str());
   cairo.pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_SUBJECT, list.description.c_str());
-  paintOn(cairo, surface, list, 1);
+  paintOn(cairo, surface, list, 1, nullptr);
   return bytes;
 }
 

@@ -1,0 +1,74 @@
+// Stroked paths on a bitmap. The graphics library's own stroking takes most of the time of a
+// picture of a long line; here a stroke is the union of simple shapes, and costs by its length.
+//
+// Strokes are collected and painted together, band by band and from the last one down to the first:
+// what is hidden by later strokes costs next to nothing.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "figures/drawing/display_list.h"
+#include "figures/pictures/bitmap.h"
+#include "figures/pictures/layer_band.h"
+#include "figures/pictures/sample_band.h"
+#include "figures/pictures/stroke_parts.h"
+
+namespace kelo::pictures {
+
+class LinePainter {
+ public:
+  /// `scale`: pixels a point
+  LinePainter(Bitmap& bitmap, double scale);
+
+  /// Long lists of lines are painted with fewer samples a pixel.
+  void setCrowded(bool isCrowded) { isCrowded_ = isCrowded; }
+  /// Takes a stroke. `points`, `paint`: of a path of a display list, in points. Nothing is painted
+  /// outside of `clip`, which is in points too.
+  void add(std::span<const float> points, const drawing::Paint& paint, const drawing::Rect& clip);
+  bool isEmpty() const { return strokes_.empty(); }
+  /// Paints what was taken; to be called before anything else is painted.
+  void flush();
+
+ private:
+  struct Interval {
+    double from, to;
+  };
+  struct Stroke {
+    StrokeParts parts;
+    drawing::Rect clip;  // in pixels
+    drawing::Rgba color;
+    int down;  // rows of samples a pixel
+  };
+  struct Entry {
+    uint32_t stroke, part;  // of the parts, bars come before discs
+  };
+  struct Strip;
+
+  static Interval common(Interval a, Interval b);
+  bool isLong(const StrokeParts& parts) const;
+  static Interval extentOf(const StrokeParts::Bar& bar, double half);
+  static Interval extent(const StrokeParts& parts, size_t part);
+  template <class Body>
+  void forEachBand(const Stroke& stroke, size_t part, Body body) const;
+  void sort();
+  void paintBand(size_t band);
+  template <class IntervalAt>
+  void add(const Stroke& stroke, Interval heights, IntervalAt intervalAt);
+  void add(const Stroke& stroke, const StrokeParts::Bar& bar);
+  void add(const Stroke& stroke, drawing::Vec2 disc);
+  bool isHidden(const Stroke& stroke, double from, double to) const;
+
+  Bitmap& bitmap_;
+  double scale_;
+  bool isCrowded_ = false;
+  std::vector<Stroke> strokes_;
+  std::vector<size_t> first_;  // of the entries of each band
+  std::vector<Entry> entries_;
+  SampleBand samples_;
+  LayerBand layer_;
+  int top_ = 0;  // of the band
+};
+
+}  // namespace kelo::pictures

@@ -1,0 +1,14 @@
+// What is told of translations, where somebody wants to know.
+#pragma once
+
+#include <string>
+
+#include "interpreter/native/loop_graph.h"
+
+namespace kelo::native {
+
+/// Of what stands at an instruction.
+void logLine(const Code& code, int32_t pc, const std::string& text);
+void logObstacle(const Code& code, int32_t pc, const LoopGraph& graph);
+
+}  // namespace kelo::native
