@@ -17,7 +17,10 @@ uint32_t over(uint32_t stamp, uint32_t pixel) {
 }  // namespace
 
 MarkerStamps::MarkerStamps(const CairoLibrary& cairo, double reach, Painter painter)
-    : cairo_(cairo), half_(static_cast<int>(std::ceil(reach)) + 1), side_(2 * half_ + 1), painter_(std::move(painter)) {}
+    : cairo_(cairo),
+      half_(static_cast<int>(std::ceil(reach)) + 1),
+      side_(2 * half_ + 1),
+      painter_(std::move(painter)) {}
 
 const MarkerStamps::Stamp& MarkerStamps::stampFor(int phaseX, int phaseY) {
   Stamp& stamp = stamps_[phaseY][phaseX];
