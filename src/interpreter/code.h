@@ -45,8 +45,9 @@ enum class Op : uint16_t {
   plus, minus, dmult, mult, eqeq, neq, le, lt, ge, gt, dpower, power, ldivide, mldivide, mrdivide, rdivide, and_, or_,
   // a = OP b; in the order of UnaryOp
   unaryPlus, unaryMinus, not_,
-  transpose,      // a = b'; c: whether conjugates
+  transpose,      // a = b'; c: whether conjugates; flag: for a product, which may take b as it is
   range,          // a = range of the c operands from b on
+  rangeArgument,  // the same as argument e of site d: positions where an array is indexed
   joinRow,        // a = the c values from b on, side by side
   appendRow,      // slot a = slot a and the c values from b on, side by side
   appendText,     // slot a = strcat of itself and the other arguments of site d; b: a temporary

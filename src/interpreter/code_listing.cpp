@@ -23,7 +23,8 @@ namespace {
 // In the order of Op.
 constexpr const char* kNames[] = {
     "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
-    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "joinRow", "appendRow",
+    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "rangeArgument", "joinRow",
+    "appendRow",
     "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList",
     "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin",
     "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName",
@@ -52,7 +53,8 @@ const char* formOf(Op op) {
   switch (op) {
     case Op::move: case Op::assign: case Op::loadName: case Op::firstOf: case Op::nameStatement: case Op::answer:
       return "rr---";
-    case Op::transpose: case Op::range: case Op::joinRow: case Op::appendRow: case Op::joinRows: case Op::forRange:
+    case Op::transpose: case Op::range: case Op::rangeArgument: case Op::joinRow: case Op::appendRow: case Op::joinRows:
+    case Op::forRange:
       return "rrn--";
     case Op::store1: return "rrr--";
     case Op::store2: return "rrr-r";

@@ -161,9 +161,11 @@ class Machine {
 
   // ---- machine_operators.cpp
   bool binary(const Instruction& i, BinaryOp op, Storable* result);
+  bool productOfTransposed(const Instruction& i, Storable* result);
   bool unary(const Instruction& i, UnaryOp op);
   bool transpose(const Instruction& i);
   bool range(const Instruction& i);
+  bool rangeArgument(const Instruction& i);
   bool checkRange(const Instruction& i);
   bool rangeFrom(const Instruction& i, Range* range);
   bool joinRow(const Instruction& i);

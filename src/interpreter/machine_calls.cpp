@@ -36,6 +36,7 @@ bool Machine::spreadArguments(const Site& site, Storable* arguments, std::vector
   for (int32_t k = 0; k < site.count; ++k) {
     Storable& value = arguments[k];
     if (value.isNone()) return failArgument(site, k, *site.node);
+    if (value.isPositions()) value = value.positions().asSubscripts();
     if (value.isList()) std::move(value.list().begin(), value.list().end(), std::back_inserter(*spread));
     else spread->push_back(std::move(value));
     value.clear();

@@ -20,6 +20,10 @@ std::vector<Index> Machine::indicesOf(const SizeVector& size, const Storable* co
   indices.reserve(static_cast<size_t>(count));
   for (int32_t k = 0; k < count; ++k) {
     if (!arguments[k]->isColon()) {
+      if (arguments[k]->isPositions()) {
+        indices.push_back(Index::even(arguments[k]->positions()));
+        continue;
+      }
       if (!arguments[k]->isValue()) throw problem(text::kIndexNotNumeric);
       indices.push_back(Index::from(*arguments[k]));
       continue;
@@ -164,6 +168,15 @@ bool Machine::colon(const Instruction& i) {
   return true;
 }
 
+// A range as positions, where the site indexes an array; else as an array.
+bool Machine::rangeArgument(const Instruction& i) {
+  Range range;
+  if (!rangeFrom(i, &range)) return false;
+  const auto positions = extentAt(siteAt(i.d), i.e) < 0 ? std::nullopt : range.positions();
+  reg(i.a) = positions ? Storable::positionsOf(*positions) : Storable(range.elements());
+  return true;
+}
+
 bool Machine::checkExtent(const Instruction& i) {
   return extentAt(siteAt(i.d), i.b) != 0 || fail(placeOf(i), expectation(text::kEndOfEmptyArray));
 }
@@ -174,7 +187,7 @@ bool Machine::checkArgument(const Instruction& i) {
   const Storable& value = at(i.a);
   KeloNode& place = placeOf(i);
   if (!site.row && (site.isTarget || reg(site.base).isArray())) {
-    if (value.isColon()) return true;
+    if (value.isColon() || value.isPositions()) return true;
     if (!value.isValue()) return fail(place, text::kIndexNotNumeric);
     double number;
     if (i.c || !subscriptNumber(value, &number)) (void)Index::from(value);

@@ -70,7 +70,7 @@ bool Machine::failTooDeep(KeloNode& place) {
 const char* lastResortOf(Op op) {
   switch (op) {
     case Op::transpose: return text::kUnexpectedTranspose;
-    case Op::range: case Op::forRange: case Op::joinRow: case Op::appendRow: case Op::joinRows:
+    case Op::range: case Op::rangeArgument: case Op::forRange: case Op::joinRow: case Op::appendRow: case Op::joinRows:
       return text::kUnexpectedVector;
     case Op::store: case Op::store1: case Op::store2: case Op::erase: return text::kAssignmentFailed;
     case Op::setField: case Op::setPath: case Op::setElementField: case Op::setFieldElement: case Op::chainAssign:

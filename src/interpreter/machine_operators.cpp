@@ -47,16 +47,40 @@ Storable loopElement(const NumericArray& array, int64_t k) {
   return ComplexDoubleArray(z);
 }
 
+// A matrix of doubles that takes some time to be transposed.
+bool isLargeMatrix(const Storable& value) {
+  constexpr int64_t kMany = 10000;
+  const NumericArray* array = value.numeric();
+  return array && array->is(Kind::Double) && array->numElements() >= kMany && array->size().isMatrix() &&
+         !array->size().isVector();
+}
+
 }  // namespace
 
 bool Machine::binary(const Instruction& i, BinaryOp op, Storable* result) {
   KeloNode& place = placeOf(i);
+  if (at(i.b).isTransposed() || at(i.c).isTransposed()) return productOfTransposed(i, result);
   if (!at(i.b).isNumeric() || !at(i.c).isNumeric()) {
     return fail(place, fmt::format(text::kBinaryNotNumeric, operatorText(place)));
   }
   Storable left = take(i.b), right = i.c == i.b ? left : take(i.c);
   *result = kelo::binary(op, std::move(*left.numeric()), std::move(*right.numeric()),
                          [&](std::string text) { warn(place, std::move(text)); });
+  return true;
+}
+
+// A product of which a transpose is a factor.
+bool Machine::productOfTransposed(const Instruction& i, Storable* result) {
+  KeloNode& place = placeOf(i);
+  const auto factor = [&](int32_t operand) -> std::optional<Factor> {
+    Storable value = take(operand);
+    if (value.isTransposed()) return Factor{value.takeTransposed(), true};
+    if (!value.isNumeric()) return std::nullopt;
+    return Factor{std::move(*value.numeric())};
+  };
+  std::optional<Factor> left = factor(i.b), right = factor(i.c);
+  if (!left || !right) return fail(place, fmt::format(text::kBinaryNotNumeric, operatorText(place)));
+  *result = mtimes(std::move(*left), std::move(*right));
   return true;
 }
 
@@ -70,6 +94,11 @@ bool Machine::unary(const Instruction& i, UnaryOp op) {
 
 bool Machine::transpose(const Instruction& i) {
   if (!at(i.b).isArray()) return fail(placeOf(i), text::kTransposeOfNonArray);
+  if (i.flag && isLargeMatrix(at(i.b))) {
+    Storable matrix = take(i.b);
+    reg(i.a) = Storable::transposed(std::move(*matrix.numeric()).take<double>());
+    return true;
+  }
   reg(i.a) = kelo::transpose(take(i.b), i.c != 0);
   return true;
 }

@@ -160,6 +160,7 @@ resume:
       }
       case Op::transpose: KELO_GENERAL(transpose(i))
       case Op::range: KELO_GENERAL(range(i))
+      case Op::rangeArgument: KELO_GENERAL(rangeArgument(i))
       case Op::joinRow: KELO_GENERAL(joinRow(i))
       case Op::appendRow: KELO_GENERAL(appendRow(i))
       case Op::appendText: KELO_GENERAL(appendText(i))

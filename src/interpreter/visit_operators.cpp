@@ -9,10 +9,16 @@ namespace kelo {
 
 int32_t Visitor::visitBinaryOps(KeloNode& node, int32_t wish) {
   const int32_t mark = top_;
-  const int32_t left = visit(*node.cache.first);
-  const int32_t right = visit(*node.cache.second);
+  const Op op = Op::plus + node.cache.op;
+  const auto side = [&](KeloNode& side) {
+    const int32_t value = visit(side);
+    if (op == Op::mult && side.cache.kind == NodeKind::transpose) code_->instructions.back().flag = 1;
+    return value;
+  };
+  const int32_t left = side(*node.cache.first);
+  const int32_t right = side(*node.cache.second);
   const int32_t result = target(mark, wish);
-  emit(Op::plus + node.cache.op, &node, result, left, right);
+  emit(op, &node, result, left, right);
   return result;
 }
 
@@ -57,12 +63,15 @@ int32_t Visitor::rangeOperands(KeloNode& node) {
   return newTemporary();
 }
 
+// A range that is an argument by itself need not become an array where it turns out a subscript.
 int32_t Visitor::visitMatrix_colon(KeloNode& node, int32_t wish) {
   const auto count = static_cast<int32_t>(static_cast<ListDetails&>(*node.cache.details).nodes.size());
   const int32_t mark = top_;
   const int32_t first = rangeOperands(node);
   const int32_t result = target(mark, wish);
-  emit(Op::range, &node, result, first, count);
+  const bool isArgument = site_ >= 0 && site(site_).arguments[static_cast<size_t>(siteArgument_)] == &node;
+  if (isArgument) emit(Op::rangeArgument, &node, result, first, count, site_, siteArgument_);
+  else emit(Op::range, &node, result, first, count);
   return result;
 }
 

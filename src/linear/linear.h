@@ -26,6 +26,14 @@ NumericArray binary(BinaryOp op, NumericArray a, NumericArray b, const Warn& war
 /// a * b: element-wise beside a scalar, else the product of matrices. throws Problem
 NumericArray mtimes(NumericArray a, NumericArray b);
 
+/// A factor of a product, or the matrix of doubles whose transpose the factor is.
+struct Factor {
+  NumericArray array;
+  bool isTransposed = false;
+};
+/// The same without forming a transpose, where the product can do without.
+NumericArray mtimes(Factor a, Factor b);
+
 /// a \ b: x with a * x = b, the least squares solution when a is not square. Element-wise where `a`
 /// is a scalar.
 /// throws Problem for sizes, for an exactly singular square matrix

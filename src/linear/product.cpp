@@ -9,6 +9,8 @@ namespace kelo {
 namespace {
 
 constexpr double kSmallWork = 512;  // multiplications; from about here the library is faster
+// Up to here the library multiplies matrices in another order when one of them is transposed.
+constexpr double kOrderedWork = 1e6;
 
 template <class T>
 void smallProduct(int64_t m, int64_t n, int64_t k, const T* a, const T* b, T* c) {
@@ -28,6 +30,36 @@ void outerProduct(int64_t m, int64_t n, const T* __restrict a, const T* b, T* __
     const T factor = b[j];
     for (int64_t i = 0; i < m; ++i) c[j * m + i] = T{} + a[i] * factor;
   }
+}
+
+// A matrix of doubles as a factor that need not be there in its form.
+struct Side {
+  const DoubleArray& stored;
+  bool isTransposed;
+
+  int64_t rows() const { return isTransposed ? stored.size().columns() : stored.size().rows(); }
+  int64_t columns() const { return isTransposed ? stored.size().rows() : stored.size().columns(); }
+  CblasTranspose form() const { return isTransposed ? CblasTrans : CblasNoTrans; }
+  CblasTranspose otherForm() const { return isTransposed ? CblasNoTrans : CblasTrans; }
+  int ld() const { return checkedInt32(stored.size().rows()); }
+  lapack::Factor<double> factor() const { return {stored.data(), ld(), form()}; }
+  void applyTo(const double* x, double* y, CblasTranspose how) const {
+    lapack::gemv(how, ld(), checkedInt32(stored.size().columns()), stored.data(), x, y);
+  }
+};
+
+NumericArray product(const Side& a, const Side& b) {
+  const int64_t m = a.rows(), k = a.columns(), n = b.columns();
+  auto result = DoubleArray::uninitialized(SizeVector(m, n));
+  double* c = result.writable();
+  if (n == 1) {
+    a.applyTo(b.stored.data(), c, a.form());
+  } else if (m == 1) {
+    b.applyTo(a.stored.data(), c, b.otherForm());
+  } else {
+    lapack::gemm(checkedInt32(m), checkedInt32(n), checkedInt32(k), a.factor(), b.factor(), c);
+  }
+  return result;
 }
 
 template <class T>
@@ -63,6 +95,31 @@ NumericArray mtimes(NumericArray a, NumericArray b) {
   b = std::move(b).toKind(real ? Kind::Double : Kind::Complex);
   if (a.size().columns() != b.size().rows()) throw problem(text::kInvalidOperands, text::kProductSizes);
   return real ? product(a.asDouble(), b.asDouble()) : product(a.asComplex(), b.asComplex());
+}
+
+namespace {
+
+NumericArray formed(Factor factor) {
+  if (!factor.isTransposed) return std::move(factor.array);
+  return std::move(*transpose(Storable(std::move(factor.array)), /*conjugate*/ false).numeric());
+}
+
+bool isMatrixOfDoubles(const Factor& factor) {
+  return factor.array.is(Kind::Double) && factor.array.size().isMatrix() && !factor.array.isEmpty() &&
+         !factor.array.isScalar();
+}
+
+}  // namespace
+
+NumericArray mtimes(Factor a, Factor b) {
+  if (!isMatrixOfDoubles(a) || !isMatrixOfDoubles(b)) return mtimes(formed(std::move(a)), formed(std::move(b)));
+  const Side left{a.array.asDouble(), a.isTransposed}, right{b.array.asDouble(), b.isTransposed};
+  if (left.columns() != right.rows()) throw problem(text::kInvalidOperands, text::kProductSizes);
+  const double work = static_cast<double>(left.rows()) * static_cast<double>(left.columns()) *
+                      static_cast<double>(right.columns());
+  const bool isOfMatrices = left.rows() != 1 && right.columns() != 1;
+  if (work <= (isOfMatrices ? kOrderedWork : kSmallWork)) return mtimes(formed(std::move(a)), formed(std::move(b)));
+  return product(left, right);
 }
 
 }  // namespace kelo

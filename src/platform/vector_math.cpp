@@ -33,18 +33,41 @@ constexpr VectorRoutine kPlain[] = {
 };
 static_assert(std::size(kPlain) == kVectorFunctionCount);
 
+void powersOfLibrary(double* z, const double* x, const double* y, int64_t n) {
+  for (int64_t i = 0; i < n; ++i) z[i] = std::pow(x[i], y[i]);
+}
+
+#if KELO_AVX2
+bool hasAvx2() {
+  static const bool has = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+  return has;
+}
+bool hasAvx512() {
+  static const bool has = hasAvx2() && __builtin_cpu_supports("avx512f");
+  return has;
+}
+#endif
+
 }  // namespace
+
+PowerRoutine plainPowerRoutine() { return powersOfLibrary; }
+
+PowerRoutine powerRoutine() {
+#if KELO_AVX2
+  if (hasAvx512()) return avx512Power();
+  if (hasAvx2()) return avx2Power();
+#endif
+  return powersOfLibrary;
+}
 
 VectorRoutine plainRoutine(VectorFunction function) { return kPlain[static_cast<int>(function)]; }
 
 VectorRoutine vectorRoutine(VectorFunction function) {
 #if KELO_AVX2
-  static const bool hasAvx2 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-  static const bool hasAvx512 = hasAvx2 && __builtin_cpu_supports("avx512f");
-  if (hasAvx512) {
+  if (hasAvx512()) {
     if (const VectorRoutine routine = avx512Routine(function)) return routine;
   }
-  if (hasAvx2) {
+  if (hasAvx2()) {
     if (const VectorRoutine routine = avx2Routine(function)) return routine;
   }
 #endif

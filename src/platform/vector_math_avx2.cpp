@@ -61,7 +61,21 @@ Lanes within(double least, double most, Lanes x, Plain plain) {
 
 constexpr double kInf = __builtin_inf();
 
+void powers(double* z, const double* x, const double* y, int64_t n) {
+  int64_t i = 0;
+  for (; i + kLanes <= n; i += kLanes) {
+    _mm256_storeu_pd(z + i, Sleef_finz_powd4_u10avx2(_mm256_loadu_pd(x + i), _mm256_loadu_pd(y + i)));
+  }
+  if (i == n) return;
+  double bases[kLanes] = {}, exponents[kLanes] = {};
+  for (int64_t k = i; k < n; ++k) bases[k - i] = x[k], exponents[k - i] = y[k];
+  _mm256_storeu_pd(bases, Sleef_finz_powd4_u10avx2(_mm256_loadu_pd(bases), _mm256_loadu_pd(exponents)));
+  for (int64_t k = i; k < n; ++k) z[k] = bases[k - i];
+}
+
 }  // namespace
+
+PowerRoutine avx2Power() { return powers; }
 
 VectorRoutine avx2Routine(VectorFunction function) {
   switch (function) {

@@ -3,10 +3,13 @@
 #pragma once
 
 #include "platform/vector_math.h"
+#include "platform/vector_power.h"
 
 namespace kelo::platform {
 
 /// Null where the C library is faster or more exact. REQUIRES: a processor with AVX2 and FMA
 VectorRoutine avx2Routine(VectorFunction function);
+/// REQUIRES: as above
+PowerRoutine avx2Power();
 
 }  // namespace kelo::platform

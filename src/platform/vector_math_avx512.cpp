@@ -41,7 +41,20 @@ Lanes within(double least, double most, Lanes x, Plain plain) {
   return _mm512_loadu_pd(out);
 }
 
+void powers(double* z, const double* x, const double* y, int64_t n) {
+  int64_t i = 0;
+  for (; i + kLanes <= n; i += kLanes) {
+    _mm512_storeu_pd(z + i, Sleef_finz_powd8_u10avx512f(_mm512_loadu_pd(x + i), _mm512_loadu_pd(y + i)));
+  }
+  if (i == n) return;
+  const auto rest = static_cast<__mmask8>((1u << (n - i)) - 1);
+  const Lanes bases = _mm512_maskz_loadu_pd(rest, x + i), exponents = _mm512_maskz_loadu_pd(rest, y + i);
+  _mm512_mask_storeu_pd(z + i, rest, Sleef_finz_powd8_u10avx512f(bases, exponents));
+}
+
 }  // namespace
+
+PowerRoutine avx512Power() { return powers; }
 
 VectorRoutine avx512Routine(VectorFunction function) {
   switch (function) {

@@ -4,10 +4,13 @@
 #pragma once
 
 #include "platform/vector_math.h"
+#include "platform/vector_power.h"
 
 namespace kelo::platform {
 
 /// Null where the routines for vectors of four are as fast. REQUIRES: a processor with AVX-512 F
 VectorRoutine avx512Routine(VectorFunction function);
+/// REQUIRES: as above
+PowerRoutine avx512Power();
 
 }  // namespace kelo::platform

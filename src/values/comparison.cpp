@@ -60,17 +60,21 @@ constexpr uint32_t kFirstBehindAscii = 0x80;
 inline uint32_t compareWords(bool* __restrict out, const uint32_t* a, const uint32_t* b, uint32_t one, int64_t n) {
   uint32_t all = 0;
   if (b == nullptr) {
-    for (int64_t i = 0; i < n; ++i) all |= a[i];
-    for (int64_t i = 0; i < n; ++i) out[i] = a[i] == one;
+    for (int64_t i = 0; i < n; ++i) {
+      all |= a[i];
+      out[i] = a[i] == one;
+    }
     return all | one;
   }
-  for (int64_t i = 0; i < n; ++i) all |= a[i] | b[i];
-  for (int64_t i = 0; i < n; ++i) out[i] = a[i] == b[i];
+  for (int64_t i = 0; i < n; ++i) {
+    all |= a[i] | b[i];
+    out[i] = a[i] == b[i];
+  }
   return all;
 }
 
 /// Which of n characters are equal (or unequal, as wanted). `b` null: to one character.
-KELO_VECTOR_CLONES void compareText(bool wanted, bool* out, const Character* a, const Character* b, Character one,
+KELO_WIDE_CLONES void compareText(bool wanted, bool* out, const Character* a, const Character* b, Character one,
                                     int64_t n) {
   static_assert(sizeof(Character) == sizeof(uint32_t));
   using Word = uint32_t __attribute__((may_alias));

@@ -1,10 +1,11 @@
 // Checks subscripts and finds their cheapest form. The test of a whole number and the search for
-// the greatest position are one pass; an array that counts up by one is found by a pass of its own,
-// which gives up at the first gap.
+// the greatest position are one pass; an array of even steps is found by a pass of its own, which
+// gives up where they are not.
 #include "values/index.h"
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 
 #include "messages/catalogue/indexing.h"
 #include "messages/fatal_fault.h"
@@ -28,20 +29,27 @@ int64_t positionOf(int64_t subscript) {
 }
 
 template <class T>
-inline bool countUpInBlocks(const T* subscripts, int64_t n) {
+inline bool areEvenInBlocks(const T* subscripts, T step, int64_t n) {
   constexpr int64_t kBlock = 256;
   for (int64_t begin = 1; begin < n; begin += kBlock) {
     const int64_t end = std::min(n, begin + kBlock);
     int64_t gaps = 0;  // as wide as an element, so that the loop vectorises
-    for (int64_t k = begin; k < end; ++k) gaps |= static_cast<int64_t>(subscripts[k] != subscripts[k - 1] + 1);
+    for (int64_t k = begin; k < end; ++k) gaps |= static_cast<int64_t>(subscripts[k] != subscripts[k - 1] + step);
     if (gaps != 0) return false;
   }
   return n > 0;
 }
 
-KELO_VECTOR_CLONES bool countsUp(const double* subscripts, int64_t n) { return countUpInBlocks(subscripts, n); }
+KELO_VECTOR_CLONES bool areEven(const double* subscripts, double step, int64_t n) {
+  return areEvenInBlocks(subscripts, step, n);
+}
 // Without overflow, whatever the numbers are.
-KELO_VECTOR_CLONES bool countsUp(const uint64_t* subscripts, int64_t n) { return countUpInBlocks(subscripts, n); }
+KELO_VECTOR_CLONES bool areEven(const uint64_t* subscripts, uint64_t step, int64_t n) {
+  return areEvenInBlocks(subscripts, step, n);
+}
+
+// Numbers below it are exact together with their sums and differences.
+constexpr double kExact = 4503599627370496.0;  // 2^52
 
 template <class T>
 IntArray positionsOf(const TypedArray<T>& subscripts) {
@@ -108,25 +116,46 @@ Index Index::list(IntArray positions, int64_t needed) {
   return index;
 }
 
+Index Index::steps(int64_t first, int64_t step, int64_t count, SizeVector shape) {
+  Index index(first, count, std::move(shape));
+  index.step_ = step;
+  index.needed_ = std::max(first, first + step * (count - 1)) + 1;
+  if (step != 1) index.form_ = Form::steps;
+  return index;
+}
+
+Index Index::even(const EvenPositions& positions) {
+  return steps(positions.first, positions.step, positions.count, SizeVector(1, positions.count));
+}
+
+// Even steps from a first subscript; absent where one of them is no whole number from 1 on.
+std::optional<Index> Index::evenlyFrom(double first, double step, const SizeVector& shape) {
+  const int64_t count = shape.numElements();
+  const double last = first + step * static_cast<double>(count - 1);
+  const auto isSubscript = [](double x) { return x >= 1 && x < kExact && x == std::floor(x); };
+  if (!isSubscript(first) || !isSubscript(last) || step != std::floor(step)) return std::nullopt;
+  return steps(static_cast<int64_t>(first) - 1, static_cast<int64_t>(step), count, shape);
+}
+
 Index Index::fromDoubles(const DoubleArray& subscripts) {
-  // Numbers up to here count up exactly, so that testing the first one is testing all.
-  constexpr double kExact = 4503599627370496.0;
-  const auto values = subscripts.values();
-  if (countsUp(subscripts.data(), subscripts.numElements()) && values.back() < kExact) {
-    return Index(positionOf(values.front()), subscripts.numElements(), subscripts.size());
+  const double* values = subscripts.data();
+  const int64_t count = subscripts.numElements();
+  if (count > 0) {
+    const double step = count > 1 ? values[1] - values[0] : 1;
+    if (areEven(values, step, count)) {
+      if (auto index = evenlyFrom(values[0], step, subscripts.size())) return std::move(*index);
+    }
   }
   IntArray positions = IntArray::uninitialized(subscripts.size());
   int64_t needed;
-  if (convertPlainly(subscripts.data(), subscripts.numElements(), positions.writable(), &needed)) {
-    return list(std::move(positions), needed);
-  }
+  if (convertPlainly(values, count, positions.writable(), &needed)) return list(std::move(positions), needed);
   return list(positionsOf(subscripts));
 }
 
 Index Index::fromIntegers(const IntArray& subscripts) {
   const auto values = subscripts.values();
   const auto* words = reinterpret_cast<const uint64_t*>(subscripts.data());
-  if (!values.empty() && values.front() >= 1 && countsUp(words, subscripts.numElements())) {
+  if (!values.empty() && values.front() >= 1 && areEven(words, 1, subscripts.numElements())) {
     return Index(values.front() - 1, subscripts.numElements(), subscripts.size());
   }
   return list(positionsOf(subscripts));
@@ -158,6 +187,13 @@ Index Index::from(const Storable& subscript) {
 
 const int64_t* Index::positions() const {
   if (form_ == Form::range) return nullptr;
+  if (form_ == Form::steps) {
+    IntArray made = IntArray::uninitialized(shape_);
+    int64_t* out = made.writable();
+    for (int64_t k = 0; k < count_; ++k) out[k] = first_ + k * step_;
+    elements_ = std::move(made);
+    form_ = Form::list;
+  }
   if (form_ == Form::mask) {
     const LogicalArray mask = elements_.asLogical();
     IntArray found = IntArray::uninitialized(shape_);

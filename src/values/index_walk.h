@@ -15,7 +15,7 @@
 namespace kelo {
 
 struct IndexAxis {
-  int64_t stride;       ///< elements between positions that are neighbours along the axis
+  int64_t stride;       ///< elements between positions that are neighbours along the axis; may be negative
   int64_t first;        ///< of a range
   int64_t count;        ///< positions selected
   const int64_t* list;  ///< the positions; null for a range
@@ -34,6 +34,9 @@ class IndexWalk {
 
   int64_t count() const { return count_; }
   const IndexAxis& run() const { return axes_.front(); }
+  /// Whether the elements lie side by side in memory, from first() on.
+  bool isContiguous() const { return axes_.size() == 1 && run().list == nullptr && run().stride == 1; }
+  int64_t first() const { return start_ + run().at(0); }
 
   /// Calls f(start, done) for each run: where it starts in the array, and how many positions came
   /// before it.
@@ -71,6 +74,12 @@ inline IndexWalk::IndexWalk(const SizeVector& whole, const SizeVector& part) {
 }
 
 inline void IndexWalk::add(int64_t stride, int64_t length, const Index& index) {
+  if (index.form() == Index::Form::steps) {
+    start_ += index.first() * stride;
+    axes_.push_back({stride * index.step(), 0, index.count(), nullptr});
+    whole_ = false;
+    return;
+  }
   const int64_t* list = index.positions();
   const bool isWhole = list == nullptr && index.count() == length;
   const bool isSingle = index.count() == 1 && length != 1;

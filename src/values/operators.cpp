@@ -7,6 +7,7 @@
 
 #include "messages/fatal_fault.h"
 #include "platform/parallel.h"
+#include "platform/vector_power.h"
 #include "values/comparison.h"
 #include "values/numbers.h"
 #include "values/plain_loops.h"
@@ -76,25 +77,60 @@ NumericArray logic(Operands& ab, F f) {
   return size.hasZeroLength() ? LogicalArray::uninitialized(size) : ab.in<bool>(f);
 }
 
+// Whether both are of this kind and one size, or one of them a scalar, and neither without
+// elements.
+bool goTogether(const NumericArray& a, const NumericArray& b, Kind kind) {
+  if (!a.is(kind) || !b.is(kind) || a.isEmpty() || b.isEmpty()) return false;
+  if (a.isScalar() || b.isScalar()) return a.isScalar() != b.isScalar();
+  return a.size() == b.size();
+}
+
 // One element outside the real domain makes the whole result complex. The pairs matter, not the
 // operands alone, but only where there is a negative base and a fraction at all.
 bool allPowersReal(const DoubleArray& a, const DoubleArray& b) {
-  const auto some = [](const DoubleArray& array, auto test) {
-    return std::any_of(array.values().begin(), array.values().end(), test);
-  };
-  if (!some(a, [](double x) { return x < 0; }) || !some(b, [](double y) { return y != std::floor(y); })) return true;
+  const auto isFraction = [](double y) { return y != std::floor(y); };
+  const auto hasFraction = [&] { return std::any_of(b.values().begin(), b.values().end(), isFraction); };
+  if (b.isScalar() && !hasFraction()) return true;
+  if (!hasNegative(a.data(), a.numElements()) || !hasFraction()) return true;
   const LogicalArray real = binaryLoop(a, b, [](double x, double y) noexcept { return isRealPower(x, y); });
   return std::find(real.values().begin(), real.values().end(), false) == real.values().end();
+}
+
+// The usual exponents are loops that the compiler vectorises.
+std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
+  const auto each = [&](auto power) { return unaryLoop(std::move(bases), power); };
+  if (exponent == 2) return each([](double x) noexcept { return realPower(x, 2); });
+  if (exponent == 0.5) return each([](double x) noexcept { return realPower(x, 0.5); });
+  if (exponent == -1) return each([](double x) noexcept { return realPower(x, -1); });
+  return std::nullopt;
+}
+
+// Block by block; a scalar operand is written out for one block. REQUIRES: one size, or a scalar and
+// an array
+DoubleArray powersOf(const DoubleArray& a, const DoubleArray& b) {
+  constexpr int64_t kBlock = 512;
+  static const platform::PowerRoutine routine = platform::powerRoutine();
+  auto result = DoubleArray::uninitialized(a.isScalar() ? b.size() : a.size());
+  double* out = result.writable();
+  double scalar[kBlock];
+  if (a.isScalar() || b.isScalar()) std::fill_n(scalar, kBlock, a.isScalar() ? a.scalar() : b.scalar());
+  platform::parallelFor(result.numElements(), [&, x = a.data(), y = b.data()](int64_t begin, int64_t end) {
+    for (int64_t i = begin; i < end; i += kBlock) {
+      routine(out + i, a.isScalar() ? scalar : x + i, b.isScalar() ? scalar : y + i, std::min(kBlock, end - i));
+    }
+  });
+  return result;
 }
 
 NumericArray power(Operands& ab) {
   if (ab.a.has(Property::allReals) && ab.b.has(Property::allReals)) {
     ab.a = converted<double>(std::move(ab.a));
     ab.b = converted<double>(std::move(ab.b));
-    if (ab.b.isScalar() && ab.b.asDouble().scalar() == 2) {
-      return unaryLoop(std::move(ab.a).take<double>(), [](double x) noexcept { return x * x; });
-    }
     if (allPowersReal(ab.a.asDouble(), ab.b.asDouble())) {
+      if (ab.b.isScalar()) {
+        if (auto powers = usualPowers(ab.a.as<double>(), ab.b.asDouble().scalar())) return std::move(*powers);
+      }
+      if (goTogether(ab.a, ab.b, Kind::Double)) return powersOf(ab.a.asDouble(), ab.b.asDouble());
       return ab.in<double>([](double x, double y) noexcept { return realPower(x, y); });
     }
   }
@@ -146,14 +182,6 @@ bool leftRules(const NumericArray& a, const NumericArray& b) {
 Kind commonKind(const NumericArray& a, const NumericArray& b) { return leftRules(a, b) ? a.kind() : b.kind(); }
 
 namespace {
-
-// Whether both are of this kind and one size, or one of them a scalar, and neither without
-// elements.
-bool goTogether(const NumericArray& a, const NumericArray& b, Kind kind) {
-  if (!a.is(kind) || !b.is(kind) || a.isEmpty() || b.isEmpty()) return false;
-  if (a.isScalar() || b.isScalar()) return a.isScalar() != b.isScalar();
-  return a.size() == b.size();
-}
 
 std::optional<PlainOp> plainOpOf(BinaryOp op) {
   switch (op) {

@@ -72,6 +72,9 @@ struct Range {
   double element(double k) const { return k * step + first; }  ///< k from 0
   /// 1 x count; 0 x 0 when there is none.
   DoubleArray elements() const;
+  /// The elements as subscripts without an array; absent for fewer than two, for what is no
+  /// subscript, and where the array would be too large to be made.
+  std::optional<EvenPositions> positions() const;
 };
 
 /// The range of three operands, without elements when one of them is empty. `step` null: 1. The
@@ -91,7 +94,12 @@ inline Storable catenate(std::vector<Storable> list, int64_t dim) { return caten
 /// number.
 inline bool isRealPower(double a, double b) { return !(a < 0) || b == std::floor(b) || std::isnan(b); }
 /// REQUIRES: isRealPower(a, b)
-inline double realPower(double a, double b) { return b == 2 ? a * a : std::pow(a, b); }
+inline double realPower(double a, double b) {
+  if (b == 2) return a * a;
+  if (b == 0.5) return std::sqrt(a) + 0.0;  // the power of -0 is 0
+  if (b == -1) return 1 / a;
+  return std::pow(a, b);
+}
 /// Two numbers under an arithmetic operator. False, and nothing is done, for the other operators
 /// and where the result is complex.
 inline bool scalarArithmetic(BinaryOp op, double a, double b, double* result) {

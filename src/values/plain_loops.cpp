@@ -57,13 +57,14 @@ KELO_VECTOR_CLONES void plainScalarRight(PlainOp op, double* out, const double* 
       op, out, n, [=](int64_t i) { return a[i]; }, [=](int64_t) { return b; });
 }
 
-KELO_VECTOR_CLONES void negate(double* out, const double* x, int64_t n) {
-#pragma GCC ivdep
-  for (int64_t i = 0; i < n; ++i) out[i] = -x[i];
-}
-KELO_VECTOR_CLONES void square(double* out, const double* x, int64_t n) {
-#pragma GCC ivdep
-  for (int64_t i = 0; i < n; ++i) out[i] = x[i] * x[i];
+KELO_VECTOR_CLONES bool hasNegative(const double* x, int64_t n) {
+  constexpr int64_t kBlock = 1024;
+  for (int64_t begin = 0; begin < n; begin += kBlock) {
+    int64_t some = 0;  // as wide as an element, so that the loop vectorises
+    for (int64_t i = begin; i < std::min(n, begin + kBlock); ++i) some |= static_cast<int64_t>(x[i] < 0);
+    if (some != 0) return true;
+  }
+  return false;
 }
 
 // In pieces whose counter has 32 bits, which the compiler turns into doubles several at a time.

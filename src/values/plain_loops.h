@@ -11,8 +11,8 @@ enum class PlainOp : uint8_t { plus, minus, times, divide };
 void plainBoth(PlainOp op, double* out, const double* a, const double* b, int64_t n);
 void plainScalarLeft(PlainOp op, double* out, double a, const double* b, int64_t n);
 void plainScalarRight(PlainOp op, double* out, const double* a, double b, int64_t n);
-void negate(double* out, const double* x, int64_t n);
-void square(double* out, const double* x, int64_t n);
+/// Whether one of n numbers is below 0.
+bool hasNegative(const double* x, int64_t n);
 /// first + k * step
 void fillSteps(double* out, double first, double step, int64_t n);
 

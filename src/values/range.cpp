@@ -1,13 +1,15 @@
 // Ranges. The elements are those of a walk: first + k*step for k = 0, 1, ... until one has passed
 // `last` by more than a rounding error. Whether the k-th is still counted is monotone in k, so the
 // count is found by bisection around the quotient.
+#include <algorithm>
 #include <cmath>
 
 #include "messages/catalogue/operators.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
-#include "platform/vector_clones.h"
+#include "values/memory.h"
 #include "values/operators.h"
+#include "values/plain_loops.h"
 
 namespace kelo {
 namespace {
@@ -56,16 +58,6 @@ double rangeNumber(const NumericArray& a) {
   return a.toDoubleArray().scalar();
 }
 
-// In pieces whose counter has 32 bits, which the compiler turns into doubles several at a time.
-KELO_VECTOR_CLONES void fill(double* out, const Range& range) {
-  constexpr int64_t kPiece = 1 << 16;
-  for (int64_t start = 0; start < range.count; start += kPiece) {
-    const auto length = static_cast<int32_t>(std::min(kPiece, range.count - start));
-    const auto base = static_cast<double>(start);
-    for (int32_t k = 0; k < length; ++k) out[start + k] = range.element(base + k);
-  }
-}
-
 }  // namespace
 
 Range rangeOf(const NumericArray& first, const NumericArray* step, const NumericArray& last) {
@@ -75,10 +67,20 @@ Range rangeOf(const NumericArray& first, const NumericArray* step, const Numeric
   return {walk.first, walk.step, walk.count()};
 }
 
+std::optional<EvenPositions> Range::positions() const {
+  constexpr double kExact = 0x1p52;  // up to it whole numbers and their differences are exact
+  const int64_t most = std::min<int64_t>(UINT32_MAX, arrayByteLimit() / static_cast<int64_t>(sizeof(double)) - 1024);
+  if (count < 2 || count > most || std::fabs(step) > INT32_MAX) return std::nullopt;
+  const double last = element(static_cast<double>(count - 1));
+  const auto isSubscript = [](double x) { return x >= 1 && x < kExact && x == std::floor(x); };
+  if (!isSubscript(first) || !isSubscript(last) || step != std::floor(step)) return std::nullopt;
+  return EvenPositions{static_cast<int64_t>(first) - 1, static_cast<int32_t>(step), static_cast<uint32_t>(count)};
+}
+
 DoubleArray Range::elements() const {
   if (count == 0) return DoubleArray();
   DoubleArray result = DoubleArray::uninitialized(SizeVector(1, count));
-  fill(result.writable(), *this);
+  fillSteps(result.writable(), first, step, count);
   return result;
 }
 

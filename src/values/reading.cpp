@@ -1,6 +1,6 @@
 // Reads elements. Every read is a walk over the selected positions that copies run by run; what
-// differs is the bounds check and the shape of the result. A logical mask as the only subscript is
-// read without making a list of its positions.
+// differs is the bounds check and the shape of the result. Most of a large array, in one piece, is
+// not copied. A logical mask as the only subscript is read without making a list of its positions.
 #include <algorithm>
 
 #include "messages/catalogue/indexing.h"
@@ -68,6 +68,9 @@ void readRun(const T* from, const IndexAxis& run, T* to) {
 
 template <class T>
 TypedArray<T> readWalk(const TypedArray<T>& array, const IndexWalk& walk, const SizeVector& shape) {
+  if (walk.isContiguous() && walk.count() > 0) {
+    if (auto same = array.shown(walk.first(), shape)) return std::move(*same);
+  }
   auto result = TypedArray<T>::uninitialized(shape);
   T* to = result.writable();
   walk.forEachRun([&](int64_t start, int64_t done) { readRun(array.data() + start, walk.run(), to + done); });
@@ -116,9 +119,6 @@ Storable readElements(const Storable& array, std::span<const Index> indices) {
   const SizeVector shape = indices.size() == 1 ? shapeOfOneIndex(array.size(), first) : shapeOfSubscripts(indices);
   if (indices.size() == 1 && first.form() == Index::Form::mask && array.isNumeric()) {
     return array.numeric()->visit([&](const auto& record) { return Storable(readMask(record, first, shape)); });
-  }
-  if (indices.size() == 1 && first.isColon() && array.isNumeric() && first.count() == array.numElements()) {
-    return array.numeric()->visit([&](const auto& record) { return Storable(record.reshaped(shape)); });
   }
   const IndexWalk walk(lengths, indices);
   if (array.isStructure()) return array.structure()->gathered(positionsOf(walk).values(), shape);

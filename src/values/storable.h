@@ -9,9 +9,10 @@
 // bytes of an array's kind and of the form alone. So whether anything must be let go, and whether
 // two cells are doubles, is one comparison each.
 //
-// The registers of the machine are Storables too. Only they know the last three forms: several
-// values at once, a bare ":" among subscripts, and nothing (a variable that is not there, the
-// result of a call without one). None of these is ever kept in a structure or a workspace.
+// The registers of the machine are Storables too. Only they know the last five forms: several
+// values at once, a bare ":" among subscripts, a range among subscripts, a matrix that stands for
+// its transpose as a factor, and nothing (a variable that is not there, the result of a call
+// without one). None of these is ever kept in a structure or a workspace.
 #pragma once
 
 #include "values/function_handle.h"
@@ -25,9 +26,20 @@ class Storable;
 /// Several values at once: the outputs of a function, the fields of a structure array.
 struct StorableList;
 
+/// Positions from 0 at even distances: a range among subscripts. As a subscript it is a row.
+/// Invariant: count >= 2, and no position is negative
+struct EvenPositions {
+  int64_t first;
+  int32_t step;  ///< may be negative or 0
+  uint32_t count;
+
+  /// The array of subscripts that they came from.
+  DoubleArray asSubscripts() const;
+};
+
 class Storable {
  public:
-  enum class Form : uint8_t { numeric, structure, funcHandle, localFunc, list, colon, none };
+  enum class Form : uint8_t { numeric, structure, funcHandle, localFunc, list, colon, positions, transposed, none };
 
   Storable() : numeric_() {}  ///< double 0 x 0
   Storable(NumericArray array) : numeric_(std::move(array)) {}
@@ -39,6 +51,16 @@ class Storable {
   /// Of the forms that only registers have.
   static Storable listOf(std::vector<Storable> values);
   static Storable colon() { return Storable(Form::colon); }
+  static Storable positionsOf(EvenPositions positions) {
+    Storable result(Form::positions);
+    std::memcpy(result.numeric_.cell_.scalar_, &positions, sizeof positions);
+    return result;
+  }
+  static Storable transposed(DoubleArray matrix) {
+    Storable result(std::move(matrix));
+    result.setForm(Form::transposed);
+    return result;
+  }
   static Storable none() { return Storable(Form::none); }
 
   Storable(const Storable& other) {
@@ -97,6 +119,8 @@ class Storable {
   bool isLocalFunc() const { return form() == Form::localFunc; }
   bool isList() const { return form() == Form::list; }
   bool isColon() const { return form() == Form::colon; }
+  bool isPositions() const { return form() == Form::positions; }
+  bool isTransposed() const { return form() == Form::transposed; }
   bool isNone() const { return form() == Form::none; }
   /// Whether it is a value at all, and not one of the forms of registers.
   bool isValue() const { return form() <= Form::localFunc; }
@@ -119,6 +143,17 @@ class Storable {
 
   /// REQUIRES: isList()
   std::vector<Storable>& list() const;
+  /// REQUIRES: isPositions()
+  EvenPositions positions() const {
+    EvenPositions positions;
+    std::memcpy(&positions, numeric_.cell_.scalar_, sizeof positions);
+    return positions;
+  }
+  /// The matrix whose transpose is meant, moved out. REQUIRES: isTransposed()
+  DoubleArray takeTransposed() {
+    setForm(Form::numeric);
+    return std::move(numeric_).take<double>();
+  }
 
   /// Size of an array of either sort. REQUIRES: isArray()
   const SizeVector& size() const { return isNumeric() ? numeric_.size() : structure_.size(); }
@@ -157,6 +192,7 @@ class Storable {
     Ref<StorableList> list_;
   };
 };
+static_assert(sizeof(EvenPositions) <= 16);
 static_assert(sizeof(Storable) == 32 && sizeof(FunctionHandle) <= sizeof(ArrayCell) &&
               sizeof(LocalFunction) <= sizeof(ArrayCell));
 

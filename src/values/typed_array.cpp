@@ -26,6 +26,21 @@ ArrayBlock* ArrayBlock::create(SizeVector size, int64_t elementBytes) {
   return new (memory) ArrayBlock(std::move(size), capacity);
 }
 
+ArrayBlock* ArrayBlock::createView(ArrayBlock* source, SizeVector size, int64_t offset) {
+  int64_t capacity = 0;
+  void* memory = allocateBlock(kHeaderBytes, &capacity);
+  auto* view = new (memory) ArrayBlock(std::move(size), capacity);
+  view->owner_ = source->owner_ ? source->owner_ : source;
+  view->owner_->retain();
+  view->elements_ = source->elements_ + offset;
+  return view;
+}
+
+bool ArrayBlock::isWorthShowing(int64_t bytes) const {
+  const auto& hints = platform::memoryHints;
+  return bytes > 0 && bytes >= hints.leastShownBytes && bytes >= owner().capacity_ / hints.mostKeptTimes;
+}
+
 void ArrayBlock::destroy(ArrayBlock* block) noexcept {
   const int64_t capacity = block->capacity_;
   block->~ArrayBlock();
@@ -58,9 +73,19 @@ TypedArray<T>::TypedArray(const SizeVector& size, std::span<const T> elements) :
 template <class T>
 TypedArray<T> TypedArray<T>::reshaped(const SizeVector& size) && {
   if (block_ == nullptr) return std::move(*this);  // one element: 1 x 1 x ... is 1 x 1
-  if (block_->isShared()) return copyOf(size);
+  if (block_->isShared()) {
+    std::optional<TypedArray> same = shown(0, size);
+    return same ? std::move(*same) : copyOf(size);
+  }
   block_->setSize(size.trimmed());
   return std::move(*this);
+}
+
+template <class T>
+std::optional<TypedArray<T>> TypedArray<T>::shown(int64_t first, const SizeVector& size) const {
+  const auto bytes = static_cast<int64_t>(sizeof(T));
+  if (block_ == nullptr || size.isScalar() || !block_->isWorthShowing(size.numElements() * bytes)) return std::nullopt;
+  return TypedArray(ArrayBlock::createView(block_, size.trimmed(), first * bytes));
 }
 
 namespace {

@@ -7,6 +7,10 @@
 // results of operators reuse the blocks of their temporaries. What was moved from is some scalar:
 // it may be read, and says nothing.
 //
+// A block may also show elements of another block under a size of its own, all of them or those of
+// a run: a large array that is reshaped, or of which most is read in one piece, copies nothing
+// either. A write to any of them copies first as long as another one holds the elements.
+//
 // "Empty" means that some length is 0; a default-made array is 0 x 0. Trailing 1s behind ndim are
 // dropped from the size when an array is made.
 //
@@ -18,6 +22,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <new>
+#include <optional>
 #include <span>
 #include <type_traits>
 #include <vector>
@@ -27,29 +32,48 @@
 
 namespace kelo {
 
-/// A block of elements behind a size. The elements begin at elements(), aligned to 16 bytes, those
-/// of large blocks to 64.
+/// A block of elements behind a size. Its own elements are aligned to 16 bytes, those of large
+/// blocks to 64.
+///
+/// Invariant: the elements are the block's own, or they lie in `owner_`, which has its own and is
+/// held as long as this block is.
 class ArrayBlock : public Counted {
  public:
   /// throws OutOfMemory; FatalFault for a negative size, which is a defect of the caller
   static ArrayBlock* create(SizeVector size, int64_t elementBytes);
+  /// A block that shows elements of `source`, from `offset` bytes on.
+  static ArrayBlock* createView(ArrayBlock* source, SizeVector size, int64_t offset);
   static void destroy(ArrayBlock* block) noexcept;
   /// The shared block of all 0 x 0 arrays of any kind, retained.
   static ArrayBlock* empty();
 
   const SizeVector& size() const { return size_; }
   void setSize(SizeVector size) { size_ = std::move(size); }
-  void* elements() { return reinterpret_cast<std::byte*>(this) + kHeaderBytes; }
-  int64_t elementCapacityBytes() const { return capacity_ - kHeaderBytes; }
+  void* elements() { return elements_; }
+  /// Room from the first element on.
+  int64_t elementCapacityBytes() const {
+    return reinterpret_cast<const std::byte*>(&owner()) + owner().capacity_ - elements_;
+  }
+  /// Whether somebody else holds the elements, be it under another size.
+  bool isShared() const { return Counted::isShared() || (owner_ && owner_->Counted::isShared()); }
+  /// Whether so many bytes are worth showing in place of copying them: they are many, and most of
+  /// what would be kept for their sake.
+  bool isWorthShowing(int64_t bytes) const;
 
  private:
   static constexpr int64_t kHeaderBytes = 128;  // elements of large blocks begin at a cache line
   ArrayBlock(SizeVector size, int64_t capacity)
-      : Counted(Body::arrayBlock), size_(std::move(size)), capacity_(capacity) {}
-  ~ArrayBlock() = default;
+      : Counted(Body::arrayBlock), elements_(reinterpret_cast<std::byte*>(this) + kHeaderBytes),
+        size_(std::move(size)), capacity_(capacity) {}
+  ~ArrayBlock() {
+    if (owner_) owner_->release();
+  }
+  const ArrayBlock& owner() const { return owner_ ? *owner_ : *this; }
 
+  std::byte* elements_;
   SizeVector size_;
-  int64_t capacity_;
+  int64_t capacity_;  // in bytes, with the header
+  ArrayBlock* owner_ = nullptr;
 };
 
 /// What the typed arrays have in common: the block, or the bytes of the one inline element.
@@ -166,10 +190,13 @@ class TypedArray : public ArrayCell {
     return static_cast<T*>(block_->elements());
   }
 
-  /// The same elements in another shape; moves where it may. REQUIRES: size.numElements() ==
+  /// The same elements in another shape; large ones are not copied. REQUIRES: size.numElements() ==
   /// numElements()
   TypedArray reshaped(const SizeVector& size) &&;
   TypedArray reshaped(const SizeVector& size) const& { return TypedArray(*this).reshaped(size); }
+  /// The elements from `first` on in this size without a copy; absent where a copy is better.
+  /// REQUIRES: they are there
+  std::optional<TypedArray> shown(int64_t first, const SizeVector& size) const;
 
   /// Makes a vector (or an empty array or a scalar) longer or shorter along the dimension that it
   /// extends in, in place where it may, with spare room, so that appending is cheap on average. New
@@ -178,6 +205,7 @@ class TypedArray : public ArrayCell {
   void resizeVector(const SizeVector& newSize);
 
  private:
+  explicit TypedArray(ArrayBlock* block) : ArrayCell(block) {}
   const T* inlineElement() const { return std::launder(reinterpret_cast<const T*>(scalar_)); }
   void unshare() { *this = copyOf(block_->size()); }
   TypedArray copyOf(const SizeVector& size) const {  // REQUIRES: as many elements

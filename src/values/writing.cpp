@@ -8,6 +8,7 @@
 
 #include "messages/catalogue/indexing.h"
 #include "messages/message.h"
+#include "platform/parallel.h"
 #include "values/growth.h"
 #include "values/index_walk.h"
 #include "values/indexing.h"
@@ -55,21 +56,30 @@ constexpr T kFill{};
 template <>
 constexpr Character kFill<Character>{U' '};
 
+template <class T>
+void writeEvenly(T* __restrict to, int64_t stride, const T* __restrict from, int64_t n) {
+  if (stride == 1) {
+    std::copy_n(from, n, to);
+  } else {
+    for (int64_t k = 0; k < n; ++k) to[k * stride] = from[k];
+  }
+}
+
+// The same position may be meant more than once: the last value stays.
 // REQUIRES: the value does not lie in the array
 template <class T>
 void writeRun(T* __restrict to, const IndexAxis& run, const T* __restrict from) {
-  const int64_t n = run.count;
+  const int64_t n = run.count, stride = run.stride;
   if (run.list != nullptr) {
     const int64_t* __restrict list = run.list;
-    for (int64_t k = 0; k < n; ++k) to[list[k] * run.stride] = from[k];
+    for (int64_t k = 0; k < n; ++k) to[list[k] * stride] = from[k];
     return;
   }
-  to += run.first * run.stride;
-  if (run.stride == 1) {
-    std::copy_n(from, n, to);
-  } else {
-    for (int64_t k = 0; k < n; ++k) to[k * run.stride] = from[k];
-  }
+  to += run.first * stride;
+  if (stride == 0) return writeEvenly(to, stride, from, n);
+  platform::parallelFor(n, [=](int64_t begin, int64_t end) {
+    writeEvenly(to + begin * stride, stride, from + begin, end - begin);
+  });
 }
 
 template <class T>
@@ -93,19 +103,27 @@ void grow(TypedArray<T>& array, const SizeVector& size) {
 }
 
 template <class T>
-void fillRun(T* __restrict to, const IndexAxis& run, T value) {
-  const int64_t n = run.count;
-  if (run.list != nullptr) {
-    const int64_t* __restrict list = run.list;
-    for (int64_t k = 0; k < n; ++k) to[list[k] * run.stride] = value;
-    return;
-  }
-  to += run.first * run.stride;
-  if (run.stride == 1) {
+void fillEvenly(T* __restrict to, int64_t stride, T value, int64_t n) {
+  if (stride == 1) {
     std::fill_n(to, n, value);
   } else {
-    for (int64_t k = 0; k < n; ++k) to[k * run.stride] = value;
+    for (int64_t k = 0; k < n; ++k) to[k * stride] = value;
   }
+}
+
+template <class T>
+void fillRun(T* __restrict to, const IndexAxis& run, T value) {
+  const int64_t n = run.count, stride = run.stride;
+  if (run.list != nullptr) {
+    const int64_t* __restrict list = run.list;
+    for (int64_t k = 0; k < n; ++k) to[list[k] * stride] = value;
+    return;
+  }
+  to += run.first * stride;
+  if (stride == 0) return fillEvenly(to, stride, value, n);
+  platform::parallelFor(n, [=](int64_t begin, int64_t end) {
+    fillEvenly(to + begin * stride, stride, value, end - begin);
+  });
 }
 
 // OPTIMIZATION: the choice between old and new is made on the bits, without a branch that a random

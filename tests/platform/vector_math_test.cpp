@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/vector_power.h"
+
 namespace kelo::platform {
 namespace {
 
@@ -128,6 +130,53 @@ TEST(VectorMath, treatsEachElementAlone) {
     for (size_t i = 0; i < x.size(); ++i) {
       EXPECT_TRUE(identical(whole[i], applied(routine, {x[i]})[0])) << c.name << "(" << x[i] << ")";
       EXPECT_TRUE(identical(inPlace[i], i == 0 || i > 1001 ? x[i] : whole[i])) << c.name << "(" << x[i] << ") in place";
+    }
+  }
+}
+
+// ---- Powers
+
+std::vector<double> powersOf(PowerRoutine routine, const std::vector<double>& x, const std::vector<double>& y) {
+  std::vector<double> z(x.size());
+  routine(z.data(), x.data(), y.data(), static_cast<int64_t>(x.size()));
+  return z;
+}
+
+TEST(VectorPower, isWithinOneUlp) {
+  std::mt19937_64 random(23);
+  std::uniform_real_distribution<double> usual(0, 100), exponent(-10, 10), logarithm(-800, 800);
+  std::vector<double> x(300'001), y(x.size());
+  for (size_t i = 0; i < x.size(); ++i) {
+    x[i] = i % 3 == 0 ? usual(random) : std::fabs(std::bit_cast<double>(random()));
+    // Every third result is anywhere, or just beyond what a double holds.
+    y[i] = i % 3 == 1 ? logarithm(random) / std::log(x[i]) : exponent(random);
+  }
+  const std::vector<double> z = powersOf(powerRoutine(), x, y), plain = powersOf(plainPowerRoutine(), x, y);
+  for (size_t i = 0; i < x.size(); ++i) {
+    if (identical(z[i], plain[i])) continue;
+    ASSERT_LE(errorInUlps(z[i], powl(x[i], y[i])), 1.0) << x[i] << " ^ " << y[i];
+  }
+}
+
+TEST(VectorPower, wholePowersOfWholeNumbersAreExact) {
+  for (int base = -200; base <= 200; ++base) {
+    int64_t power = 1;
+    for (int exponent = 0; power < (int64_t{1} << 53) / 200 && exponent < 60; ++exponent, power *= std::abs(base)) {
+      const double expected = static_cast<double>(base < 0 && exponent % 2 == 1 ? -power : power);
+      if (base == 0 && exponent > 0) break;
+      const double given = base, times = exponent;
+      EXPECT_EQ(powersOf(powerRoutine(), {given}, {times})[0], expected) << base << " ^ " << exponent;
+    }
+  }
+}
+
+TEST(VectorPower, agreesWithTheLibraryOnSpecialValues) {
+  const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<double> values = {0.0, -0.0, 1, -1, inf, -inf, nan, 0.5, 2, -2, 3, -3, 5e-324, 1e308, -1e308, 1e17};
+  for (const double a : values) {
+    for (const double b : values) {
+      const double z = powersOf(powerRoutine(), {a}, {b})[0], plain = std::pow(a, b);
+      EXPECT_TRUE(identical(z, plain) || errorInUlps(z, powl(a, b)) <= 1) << a << " ^ " << b << " is " << z;
     }
   }
 }

@@ -2,11 +2,14 @@
 // random input.
 #include "values/indexing.h"
 
+#include <numeric>
 #include <random>
 
 #include "expect_failure.h"
 #include "messages/catalogue/indexing.h"
+#include "platform/memory_hints.h"
 #include "values/arrays.h"
+#include "values/operators.h"
 
 namespace kelo {
 namespace {
@@ -245,7 +248,7 @@ class Random {
   /// A subscript into a dimension, or past it by no more than `beyond`, and the positions that it
   /// stands for.
   Index subscript(int64_t extent, int64_t beyond, std::vector<int64_t>* positions) {
-    const int64_t form = upTo(3);
+    const int64_t form = upTo(4);
     const int64_t length = extent + upTo(beyond);
     positions->clear();
     if (form == 0) {
@@ -258,6 +261,14 @@ class Random {
       for (int64_t k = 0; k < length; ++k)
         if (chosen[k]) positions->push_back(k);
       return Index::from(chosen);
+    }
+    if (form == 4 && length > 0) {  // even steps
+      const int64_t first = upTo(length - 1), step = upTo(4) - 2;
+      for (int64_t p = first; p >= 0 && p < length && positions->size() < 4; p += step) positions->push_back(p);
+      if (positions->size() > 1) {
+        return Index::even({first, static_cast<int32_t>(step), static_cast<uint32_t>(positions->size())});
+      }
+      positions->clear();
     }
     for (int64_t k = upTo(3); length > 0 && k > 0; --k) positions->push_back(upTo(length - 1));
     if (form == 3 && length > 0) positions->assign({upTo(length - 1)});
@@ -343,6 +354,64 @@ TEST(IndexingLaws, WritesAreLinearWritesAndGrowthKeepsTheOldElements) {
     grown += !(now == size);
   }
   EXPECT_GT(grown, 300);
+}
+
+// Arrays that show each other's elements, beside plain lists of what each must hold.
+TEST(IndexingLaws, WritesToSharedElementsAreSeenByNobodyElse) {
+  const auto hints = platform::memoryHints;
+  platform::memoryHints.leastShownBytes = 1;
+  platform::memoryHints.mostKeptTimes = 1000;
+  const unsigned seed = std::random_device{}();
+  Random random(seed);
+  std::vector<Storable> arrays(6);
+  std::vector<std::vector<double>> expected(arrays.size());
+  int64_t shared = 0;
+  for (int round = 0; round < 20000; ++round) {
+    const auto from = static_cast<size_t>(random.upTo(5)), to = static_cast<size_t>(random.upTo(5));
+    const auto count = static_cast<int64_t>(expected[from].size());
+    const int64_t first = count == 0 ? 0 : random.upTo(count - 1), length = count == 0 ? 0 : random.upTo(count - first);
+    const double value = round;
+    switch (count == 0 ? 0 : random.upTo(6)) {
+      case 0:
+        arrays[to] = counting({1, 24});
+        expected[to].resize(24);
+        std::iota(expected[to].begin(), expected[to].end(), 1.0);
+        break;
+      case 1:
+        arrays[to] = readElements(arrays[from], Indices{Index::range(first, length)});
+        expected[to] = {expected[from].begin() + first, expected[from].begin() + first + length};
+        break;
+      case 2:
+        arrays[to] = Storable(arrays[from].numeric()->asDouble().reshaped(SizeVector(count, 1)));
+        expected[to] = expected[from];
+        break;
+      case 3:
+        arrays[to] = unary(UnaryOp::minus, *arrays[from].numeric());
+        expected[to] = expected[from];
+        for (double& x : expected[to]) x = -x;
+        break;
+      case 4:
+        writeElements(arrays[from], Indices{Index::range(first, length)}, num(value));
+        std::fill_n(expected[from].begin() + first, length, value);
+        break;
+      case 5:
+        if (arrays[from].isEmpty()) break;
+        writeElements(arrays[from], Indices{Index::one(count)}, num(value));  // one more
+        expected[from].push_back(value);
+        break;
+      default:
+        deleteElements(arrays[from], Indices{Index::range(first, length)});
+        expected[from].erase(expected[from].begin() + first, expected[from].begin() + first + length);
+        break;
+    }
+    shared += arrays[to].numeric()->asDouble().data() == arrays[from].numeric()->asDouble().data() + first && to != from;
+    for (size_t k = 0; k < arrays.size(); ++k) {
+      const auto values = arrays[k].numeric()->asDouble().values();
+      ASSERT_EQ(std::vector<double>(values.begin(), values.end()), expected[k]) << "seed " << seed << " round " << round;
+    }
+  }
+  EXPECT_GT(shared, 500);
+  platform::memoryHints = hints;
 }
 
 TEST(IndexingLaws, FastPathsDoWhatPlainPathsDo) {

@@ -39,6 +39,25 @@ TEST(TypedArray, anUnsharedWriteStaysInPlace) {
   EXPECT_EQ(a.size(), SizeVector(3, 1));
 }
 
+TEST(TypedArray, largeReshapedCopiesShareTheirElements) {
+  DoubleArray a({1, 4096}, 1.0);
+  const int64_t blocks = blocksAllocated();
+  DoubleArray square = a.reshaped({64, 64});
+  std::optional<DoubleArray> most = square.shown(1000, {3096, 1});
+  ASSERT_TRUE(most);
+  EXPECT_EQ(most->data(), a.data() + 1000);
+  EXPECT_EQ(blocksAllocated(), blocks + 2);
+  EXPECT_FALSE(a.shown(0, {1, 1500})) << "a small part would keep a large block";
+  EXPECT_FALSE(a.isUnshared() || square.isUnshared() || most->isUnshared());
+  a.writable()[2000] = 2;
+  square.writable()[2000] = 3;
+  EXPECT_TRUE(most->isUnshared()) << "the others have copies now";
+  most->resizeVector({3097, 1});
+  most->writable()[1000] = 4;
+  EXPECT_EQ(a[2000] + 10 * square[2000] + 100 * (*most)[1000], 432);
+  EXPECT_EQ(a[1999] + square[1999] + (*most)[999], 3);
+}
+
 TEST(TypedArray, dropsTrailingOnes) {
   EXPECT_EQ(DoubleArray({2, 1, 1}, {1, 2}).size().count(), 2);
   EXPECT_EQ(DoubleArray({1, 2}, {1, 2}).reshaped({2, 1, 1}).size().count(), 2);

@@ -35,10 +35,8 @@ NodeValue applied(const Function& f, Call& call) {
   }
   DoubleArray x = std::move(a).toDoubleArray();
   const auto routine = platform::vectorRoutine(f.real);
-  if (f.below0 == Below0::real) return mapBlocks(std::move(x), routine);
-  if (auto result = mapInside(
-          x, [](double re) { return re < 0; }, routine))
-    return std::move(*result);
+  const Domain domain = f.below0 == Below0::real ? Domain::everywhere : Domain::fromZero;
+  if (auto result = mapInside(x, domain, routine)) return std::move(*result);
   if (f.below0 == Below0::refused) throw Wording::sentence(text::kNonNegativeInputs).complaint(call);
   return unaryLoop(std::move(x), [&](double re) noexcept { return f.complex({re, 0.0}); });
 }

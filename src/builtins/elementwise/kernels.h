@@ -7,6 +7,7 @@
 #include <complex>
 #include <optional>
 
+#include "builtins/elementwise/domain.h"
 #include "platform/parallel.h"
 #include "values/elementwise.h"
 
@@ -64,21 +65,22 @@ bool anyElement(const DoubleArray& a, Predicate holds) {
   return anyBlock(a.numElements(), [=](int64_t begin, int64_t n) { return anyOf(x + begin, n, holds); });
 }
 
-/// mapBlocks, unless `outside` is true of some element: then nothing, and the array is as it was.
+/// mapBlocks, unless some element lies outside: then nothing, and the array is as it was.
 ///
 /// OPTIMIZATION: a block is looked at while it is in the cache; only where the result takes the
 /// place of the argument must all of it be looked at before.
-template <class Predicate, class Steps>
-std::optional<DoubleArray> mapInside(DoubleArray& a, Predicate outside, const Steps& steps) {
-  if (a.isUnshared() || a.isEmpty()) {
-    if (anyElement(a, outside)) return std::nullopt;
+template <class Steps>
+std::optional<DoubleArray> mapInside(DoubleArray& a, Domain domain, const Steps& steps) {
+  const double* x = a.data();
+  if (a.isUnshared() || a.isEmpty() || domain == Domain::everywhere) {
+    const auto isOutside = [=](int64_t begin, int64_t n) { return anyOutside(domain, x + begin, n); };
+    if (domain != Domain::everywhere && anyBlock(a.numElements(), isOutside)) return std::nullopt;
     return mapBlocks(std::move(a), steps);
   }
   auto result = DoubleArray::uninitialized(a.size());
   double* y = result.writable();
-  const double* x = a.data();
   const bool left = anyBlock(a.numElements(), [&, y, x](int64_t begin, int64_t n) {
-    if (anyOf(x + begin, n, outside)) return true;
+    if (anyOutside(domain, x + begin, n)) return true;
     steps(y + begin, x + begin, n);
     return false;
   });

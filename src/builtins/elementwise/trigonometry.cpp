@@ -20,10 +20,6 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 
 enum Step : unsigned { kPlain = 0, kFromDegrees = 1, kOfReciprocal = 2, kReciprocal = 4, kToDegrees = 8 };
 
-/// Where a real argument gives a real result. NaN counts as inside, but not in unitInterval. NOTE:
-/// intended.
-enum class Domain : uint8_t { everywhere, withinOne, fromOne, beyondOne, unitInterval };
-
 struct Function {
   VectorFunction real;
   ComplexFunction complex;
@@ -68,15 +64,7 @@ std::optional<DoubleArray> realPath(DoubleArray& a, const Recipe& recipe) {
     if (recipe.has(kReciprocal)) step(reciprocal);
     if (recipe.has(kToDegrees)) step(scale, kDegreesPerRadian);
   };
-  const auto inside = [&](auto outside) { return mapInside(a, outside, steps); };
-  switch (recipe.domain) {
-    case Domain::everywhere: return mapBlocks(std::move(a), steps);
-    case Domain::withinOne: return inside([](double x) { return std::fabs(x) > 1; });
-    case Domain::fromOne: return inside([](double x) { return x < 1; });
-    case Domain::beyondOne: return inside([](double x) { return std::fabs(x) < 1; });
-    case Domain::unitInterval: break;
-  }
-  return inside([](double x) { return !(x >= 0 && x <= 1); });
+  return mapInside(a, recipe.domain, steps);
 }
 
 /// conj(z) / |z|^2: NaN for 0, not Inf. NOTE: intended.

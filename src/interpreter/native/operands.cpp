@@ -52,6 +52,10 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
       return write(i.a);
     case Op::checkElement: case Op::checkRange: case Op::checkSwitch: case Op::jumpOnTruth: case Op::returnValue:
       return read({i.b});
+    case Op::rangeArgument:
+      readRow(i.b, i.c);
+      readBases(code, i.d, operands);
+      return write(i.a);
     case Op::store1: read({i.a, i.b, i.c}); return write(i.a);
     case Op::store2: read({i.a, i.b, i.c, i.e}); return write(i.a);
     case Op::checkTarget: return read({i.a});

@@ -1,0 +1,18 @@
+// Powers of flat arrays, by the vector units where that is faster.
+#pragma once
+
+#include <cstdint>
+
+namespace kelo::platform {
+
+/// z[i] = x[i] to the power y[i] for i from 0 to n - 1, NaN where that is not real. z may be x or
+/// y, but not overlap them otherwise. An element does not depend on its neighbours.
+using PowerRoutine = void (*)(double* z, const double* x, const double* y, int64_t n);
+
+/// The fastest routine for this processor: within 1 ULP, and exact where the power is a whole number
+/// below 2^53 of a whole number.
+PowerRoutine powerRoutine();
+/// The routine that calls the C library element by element.
+PowerRoutine plainPowerRoutine();
+
+}  // namespace kelo::platform
