@@ -218,6 +218,11 @@ resume:
       }
       case Op::index1: {
         if (readScalar(R[i.b], operand(R, K, i.c), &R[i.a])) [[likely]] break;
+        if (R[i.b].isFuncHandle() && operand(R, K, i.c).isPlainScalar()) {
+          Storable* const arguments = R + frames_.back().code->sites[static_cast<size_t>(i.d)].first;
+          *arguments = operand(R, K, i.c);
+          KELO_CALL(call(i, arguments))
+        }
         KELO_CALL(indexOrCall(i))
       }
       case Op::index2: {

@@ -31,7 +31,14 @@ Storable readField(const StructArray& array, Name field) {
 HeldName fieldNameOf(const Storable& value) {
   const NumericArray* text = value.numeric();
   if (text == nullptr || !text->is(Kind::Char) || !text->size().isRow()) throw problem(text::kFieldNameNotText);
-  return HeldName::of(toUtf8(text->asChar()));
+  const std::span<const Character> characters = text->asChar().values();
+  const auto isAscii = [](Character c) { return c.word() < 0x80; };
+  char plain[64];  // OPTIMIZATION: most names need no string of their own
+  if (characters.size() > sizeof plain || !std::ranges::all_of(characters, isAscii)) {
+    return HeldName::of(toUtf8(text->asChar()));
+  }
+  std::ranges::transform(characters, plain, [](Character c) { return static_cast<char>(c.word()); });
+  return HeldName::of({plain, characters.size()});
 }
 
 /// Where a link leads: the element of the structure array before it, and the field there.

@@ -1,6 +1,7 @@
 // The number of a name is twice its place in the table, and 1 more for a name that may be given
 // back. Tested by tests/values/name_test.cpp.
 #include "values/held_name.h"
+#include "values/name_hints.h"
 
 #include <algorithm>
 #include <bit>
@@ -14,16 +15,20 @@ namespace {
 
 bool isTransient(Name name) { return (name.id() & 1) != 0; }
 
+// OPTIMIZATION: texts that differ in their last byte alone have neighbouring hashes, so that names
+// made by counting lie side by side.
 uint32_t hashOf(std::string_view text) {
   constexpr uint64_t kFactor = 0x9E3779B97F4A7C15;
-  uint64_t hash = text.size();
-  for (size_t at = 0; at < text.size(); at += 8) {
+  if (text.empty()) return 0;
+  const size_t count = text.size() - 1;
+  uint64_t hash = count;
+  for (size_t at = 0; at < count; at += 8) {
     uint64_t piece = 0;
-    std::memcpy(&piece, text.data() + at, std::min<size_t>(8, text.size() - at));
+    std::memcpy(&piece, text.data() + at, std::min<size_t>(8, count - at));
     hash = (hash ^ piece) * kFactor;
     hash ^= hash >> 32;
   }
-  return static_cast<uint32_t>(hash);
+  return static_cast<uint32_t>(hash) + static_cast<unsigned char>(text.back());
 }
 
 /// OPTIMIZATION: names are found in a table with open addressing, which is at most half full: one
@@ -35,6 +40,7 @@ struct NameTable {
     int32_t holders = 0;    // of a name that may be given back
     bool isPinned = false;  // it stays, since a program has the same name
     uint32_t nextFree = 0;  // of an entry without a name
+    uint32_t fieldPlace = 0;  // a hint
   };
 
   static NameTable& instance() {
@@ -144,6 +150,10 @@ HeldName HeldName::of(std::string_view text) {
 }
 
 const std::string& Name::text() const { return NameTable::instance().entryOf(*this).text; }
+
+uint32_t& fieldPlaceOf(Name name) { return NameTable::instance().entryOf(name).fieldPlace; }
+
+bool isHeldOnce(Name name) { return isTransient(name) && NameTable::instance().entryOf(name).holders == 1; }
 
 void retainName(Name name) {
   if (isTransient(name)) changeHolders(name, 1);

@@ -5,6 +5,7 @@
 #include "messages/fatal_fault.h"
 #include "values/held_name.h"
 #include "values/memory.h"
+#include "values/name_hints.h"
 #include "values/storable.h"
 
 namespace kelo {
@@ -35,16 +36,22 @@ Ref<FieldNames> heldNames(std::vector<Name> names) {
 }
 
 void add(FieldNames& names, Name field) {
+  fieldPlaceOf(field) = static_cast<uint32_t>(names.names().size());
   names.push(field);
   retainName(field);
 }
 
 }  // namespace
 
+// OPTIMIZATION: mostly the name is where it was last, and no table is made at all.
 int64_t FieldNames::hashedIndexOf(Name field) const {
+  uint32_t& place = fieldPlaceOf(field);
+  if (place < names_.size() && names_[place] == field) return place;
   for (size_t k = index_.size(); k < names_.size(); ++k) index_[names_[k].id()] = static_cast<int64_t>(k);
   const auto found = index_.find(field.id());
-  return found == index_.end() ? -1 : found->second;
+  if (found == index_.end()) return -1;
+  place = static_cast<uint32_t>(found->second);
+  return found->second;
 }
 
 StructArray::Body::Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()) {
@@ -72,7 +79,8 @@ bool StructArray::hasSameFields(const StructArray& other) const {
 void StructArray::takeOwnBody() { body_ = makeRef<Body>(*body_); }
 
 int64_t StructArray::ensureField(Name field) {
-  if (const int64_t index = fieldIndex(field); index >= 0) return index;
+  const bool isNew = isHeldOnce(field);  // by the caller, and so by no structure
+  if (const int64_t index = isNew ? -1 : fieldIndex(field); index >= 0) return index;
   Body& body = ownBody();
   if (body.fields->isShared()) body.fields = heldNames(fields());
   const size_t before = fields().size();

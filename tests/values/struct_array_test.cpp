@@ -2,6 +2,7 @@
 
 #include "expect_failure.h"
 #include "values/function_bodies.h"
+#include "values/held_name.h"
 #include "values/storable.h"
 
 namespace kelo {
@@ -76,6 +77,29 @@ TEST(Storable, aLongChainOfHandlesIsDestroyedWithoutRecursion) {
     chain = FunctionHandle::anonymous(std::move(function));
   }
   chain = number(2);
+}
+
+// What one structure remembers of a name must not mislead another one that has it elsewhere.
+TEST(StructArray, findsEachOfManyFieldsWhereverOthersHaveThem) {
+  constexpr int kFields = 50;
+  std::vector<HeldName> names;
+  for (int k = 0; k < kFields; ++k) names.push_back(HeldName::of("field" + std::to_string(k)));
+  StructArray forwards, backwards;
+  for (int k = 0; k < kFields; ++k) {
+    forwards.ensureField(names[static_cast<size_t>(k)]);
+    backwards.ensureField(names[static_cast<size_t>(kFields - 1 - k)]);
+  }
+  backwards.removeField(names[20]);
+  names.push_back(HeldName::of("of no structure"));
+  for (int k = 0; k < kFields; ++k) {
+    const Name name = names[static_cast<size_t>(k)];
+    EXPECT_EQ(forwards.fieldIndex(name), k);
+    EXPECT_EQ(backwards.fieldIndex(name), k == 20 ? -1 : kFields - 1 - k - (k < 20 ? 1 : 0));
+    EXPECT_EQ(forwards.ensureField(name), k);
+  }
+  EXPECT_FALSE(forwards.hasField(names.back()));
+  EXPECT_EQ(forwards.ensureField(names.back()), kFields);
+  EXPECT_EQ(backwards.ensureField(names[20]), kFields - 1);
 }
 
 }  // namespace

@@ -67,8 +67,7 @@ void LinePainter::paintBand(size_t band) {
       part < numBars ? add(stroke, stroke.parts.bars[part]) : add(stroke, stroke.parts.discs[part - numBars]);
     }
     for (int y = 0; y < SampleBand::kHeight; ++y) {
-      samples_.takeRow(
-          y, [&](int x, uint64_t coverages) { layer_.paintBehind(y, x, coverages, stroke.color); });
+      samples_.takeRow(y, [&](int x, uint64_t coverages) { layer_.paintBehind(y, x, coverages, stroke.color); });
     }
   }
   layer_.putOver(bitmap_, top_);

@@ -17,7 +17,10 @@ std::string picture(const figures::Figure& figure, Format format, const PictureO
   if (format == Format::png) drawing.pixelsPerPoint = options.scale;
   const drawing::DisplayList list = drawing::draw(figure, drawing);
   switch (format) {
-    case Format::png: return png(renderer.bitmap(list, options.scale), options.scale);
+    case Format::png: {
+      const Packing packing = std::holds_alternative<figures::SurfData>(figure) ? Packing::small : Packing::fast;
+      return png(renderer.bitmap(list, options.scale), options.scale, packing);
+    }
     case Format::svg: return svg(list);
     case Format::pdf: return renderer.pdf(list);
   }

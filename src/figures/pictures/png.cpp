@@ -1,5 +1,5 @@
-// Rows are stored as differences to the row above: most of a plot is as what is above it, and what
-// remains are runs of zeros.
+// Where packing is to be fast, rows are stored as differences to the row above: most of a plot is as
+// what is above it, and what remains are runs of zeros.
 #include "figures/pictures/png.h"
 
 #include <zlib.h>
@@ -17,7 +17,7 @@ namespace kelo::pictures {
 namespace {
 
 constexpr int kCompression = 3;  // the highest without a second look at every match, which takes twice as long
-constexpr char kUp = 2;          // the filter: difference to the row above
+constexpr char kNone = 0, kUp = 2;  // filters; the second one is the difference to the row above
 constexpr double kPointsPerMetre = 72 / 0.0254;
 
 void appendNumber(std::string& bytes, uint32_t value) {
@@ -85,14 +85,14 @@ std::optional<std::vector<uint8_t>> indexed(const Bitmap& bitmap, Palette& palet
 /// The rows of a picture, each behind its filter byte. OPTIMIZATION: stretches that are as what is
 /// above them are zeros already.
 template <class Pixel, int kBytes>
-std::string filteredRows(const Pixel* pixels, size_t width, size_t height) {
+std::string filteredRows(const Pixel* pixels, size_t width, size_t height, char filter) {
   static constexpr size_t kStretch = 32 / sizeof(Pixel);
   std::string rows(height * (kBytes * width + 1), '\0');
   const std::vector<Pixel> nothing(width);
   for (size_t y = 0; y < height; ++y) {
-    const Pixel *row = pixels + y * width, *above = y == 0 ? nothing.data() : row - width;
+    const Pixel *row = pixels + y * width, *above = y == 0 || filter == kNone ? nothing.data() : row - width;
     char* to = rows.data() + y * (kBytes * width + 1);
-    *to++ = kUp;
+    *to++ = filter;
     for (size_t x = 0; x < width;) {
       const size_t end = std::min(x + kStretch, width);
       if (std::memcmp(row + x, above + x, (end - x) * sizeof(Pixel)) == 0) {
@@ -108,8 +108,10 @@ std::string filteredRows(const Pixel* pixels, size_t width, size_t height) {
   return rows;
 }
 
-std::string deflated(const std::string& rows, int pixelBytes) {
-  if (std::optional<std::string> packed = packedRuns(rows, pixelBytes)) return std::move(*packed);
+std::string deflated(const std::string& rows, int pixelBytes, Packing packing) {
+  if (packing == Packing::fast) {
+    if (std::optional<std::string> packed = packedRuns(rows, pixelBytes)) return std::move(*packed);
+  }
   uLongf length = compressBound(rows.size());
   std::string bytes(length, '\0');
   compress2(reinterpret_cast<Bytef*>(bytes.data()), &length, reinterpret_cast<const Bytef*>(rows.data()), rows.size(),
@@ -120,7 +122,7 @@ std::string deflated(const std::string& rows, int pixelBytes) {
 
 }  // namespace
 
-std::string png(const Bitmap& bitmap, double pixelsPerPoint) {
+std::string png(const Bitmap& bitmap, double pixelsPerPoint, Packing packing) {
   Palette palette;
   const std::optional<std::vector<uint8_t>> numbers = indexed(bitmap, palette);
   std::string header;
@@ -138,8 +140,10 @@ std::string png(const Bitmap& bitmap, double pixelsPerPoint) {
   appendChunk(png, "pHYs", resolution);
   if (numbers) appendChunk(png, "PLTE", palette.bytes());
   const auto width = static_cast<size_t>(bitmap.width), height = static_cast<size_t>(bitmap.height);
-  appendChunk(png, "IDAT", numbers ? deflated(filteredRows<uint8_t, 1>(numbers->data(), width, height), 1)
-                                   : deflated(filteredRows<uint32_t, 3>(bitmap.pixels.data(), width, height), 3));
+  const char filter = packing == Packing::fast ? kUp : kNone;
+  const std::string rows = numbers ? filteredRows<uint8_t, 1>(numbers->data(), width, height, filter)
+                                   : filteredRows<uint32_t, 3>(bitmap.pixels.data(), width, height, filter);
+  appendChunk(png, "IDAT", deflated(rows, numbers ? 1 : 3, packing));
   appendChunk(png, "IEND", "");
   return png;
 }

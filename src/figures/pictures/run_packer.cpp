@@ -83,9 +83,8 @@ Lengths lengthsOf(const Counts& counts) {
   for (int symbol = 0; symbol < kNumSymbols; ++symbol) {
     if (counts[static_cast<size_t>(symbol)] > 0) symbols.push_back(symbol);
   }
-  std::sort(symbols.begin(), symbols.end(), [&](int a, int b) {
-    return counts[static_cast<size_t>(a)] < counts[static_cast<size_t>(b)];
-  });
+  std::sort(symbols.begin(), symbols.end(),
+            [&](int a, int b) { return counts[static_cast<size_t>(a)] < counts[static_cast<size_t>(b)]; });
   for (const int symbol : symbols) nodes.push_back({counts[static_cast<size_t>(symbol)], 0});
   // Leaves and inner nodes both come in ascending order, so the two least are at the heads of two
   // queues.

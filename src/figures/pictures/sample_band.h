@@ -16,9 +16,9 @@ namespace kelo::pictures {
 class SampleBand {
  public:
   static constexpr int kAcross = 8;
-  static constexpr int kHeight = 8;  ///< in pixels
+  static constexpr int kHeight = 8;              ///< in pixels
   static constexpr int kFine = 16, kCoarse = 4;  ///< powers of 2
-  static constexpr int kFull = 32;  ///< the coverage of a whole pixel
+  static constexpr int kFull = 32;               ///< the coverage of a whole pixel
 
   /// For pixel columns 0 to width - 1.
   explicit SampleBand(int width);

@@ -27,6 +27,7 @@ struct FunctionCode {
   std::vector<FunctionRef> callees;   ///< which it calls
   int64_t calls = 0, failures = 0;    ///< of the register code's calls
   bool isGivenUp = false;             ///< or could not be made
+  bool isShort = false;               ///< no loop, no call: the register code is as fast as the way in
 
   void enter(Word* words) const { block->at<void(Word*)>(entryOffset)(words); }
 };

@@ -37,6 +37,14 @@ Kinds kindsOf(std::span<const Storable> arguments, std::span<const Storable> cap
   return kinds;
 }
 
+bool isShort(const LoopGraph& graph) {
+  constexpr size_t kNodes = 16;
+  const auto isRound = [&](const Node& node) {
+    return node.jump >= 0 && graph.nodes()[static_cast<size_t>(node.jump)].pc <= node.pc;
+  };
+  return graph.nodes().size() <= kNodes && graph.calls().empty() && std::ranges::none_of(graph.nodes(), isRound);
+}
+
 FunctionRef translate(const Context& context, const Code& code, const Liveness& liveness, const Kinds& inputs) {
   LoopGraph graph(code, liveness, inputs, context);
   if (!graph.isWorthwhile()) {
@@ -56,6 +64,7 @@ FunctionRef translate(const Context& context, const Code& code, const Liveness& 
   made->functions = context.functions;
   made->bodyOffset = emitter.bodyOffset();
   made->entryOffset = emitter.entryOffset();
+  made->isShort = isShort(graph);
   for (const KnownCall& call : graph.calls()) {
     if (call.function) made->callees.push_back(call.function);
   }
@@ -197,6 +206,10 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
   }
   if (function == nullptr) {
     code.callsLeft = platform::nativeCode.calls;
+    return false;
+  }
+  if (function->isShort) {
+    code.callsLeft = INT32_MAX;
     return false;
   }
   fillHeader(context, words);

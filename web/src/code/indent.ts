@@ -26,7 +26,9 @@ async function mendLine(view: EditorView, indenter: Indenter, number: number, tr
   }
   const [before, after] = [blanks(old.text), blanks(wanted)];
   const now = number <= view.state.doc.lines ? view.state.doc.line(number) : null;
-  if (!now?.text.startsWith(old.text) || blanks(now.text) !== before) return mendLine(view, indenter, number, tries - 1);
+  if (!now?.text.startsWith(old.text) || blanks(now.text) !== before) {
+    return mendLine(view, indenter, number, tries - 1);
+  }
   if (before === after || wanted.trimStart() !== old.text.trimStart()) return;
   const moved = (at: number) => (at < now.from ? at : Math.max(now.from + after, at + after - before));
   const { anchor, head } = view.state.selection.main;

@@ -47,8 +47,9 @@ class MarkSign extends GutterMarker {
 function oneEach(marks: Mark[]): Mark[] {
   const lines = new Map<number, Mark>();
   for (const mark of marks) {
-    const { text, warning } = lines.get(mark.line) ?? { text: '', warning: true };
-    lines.set(mark.line, { ...mark, text: text ? `${text}\n${mark.text}` : mark.text, warning: warning && mark.warning });
+    const other = lines.get(mark.line);
+    const text = other ? `${other.text}\n${mark.text}` : mark.text;
+    lines.set(mark.line, { ...mark, text, warning: mark.warning && other?.warning !== false });
   }
   return [...lines.values()];
 }

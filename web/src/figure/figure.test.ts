@@ -178,8 +178,8 @@ test('the axes of a turned surface run along its outline, with the texts at thei
   }
   const line = { kind: 'path' as const, role: 'x axis', points: [0, 100, 100, 200] };
   const text = { kind: 'text' as const, role: 'x tick label', text: '1', x: 15, y: 135 + 0.36 * 10, size: 10 };
-  const drawing = { width: 200, height: 200, title: '', description: '', plotArea: [0, 0, 200, 200] as [0, 0, 200, 200] };
-  const [x, y] = axisTexts({ ...drawing, items: [line, text] });
+  const size = { width: 200, height: 200, plotArea: [0, 0, 200, 200] as [number, number, number, number] };
+  const [x, y] = axisTexts({ ...size, title: '', description: '', items: [line, text] });
   expect(x!.texts[0]!.share).toBeCloseTo(0.25);
   expect(y).toBeNull();
 });

@@ -32,15 +32,6 @@ const storeIn = (place: () => Storage): Store => ({
       /* nothing is kept then */
     }
   },
-  keys() {
-    try {
-      return Object.keys(place())
-        .filter((key) => key.startsWith(kPrefix))
-        .map((key) => key.slice(kPrefix.length));
-    } catch {
-      return [];
-    }
-  },
 });
 /// Outlives the page.
 export const deviceStore = storeIn(() => localStorage);

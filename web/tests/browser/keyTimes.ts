@@ -53,7 +53,8 @@ export async function keyToScreen(browser: Browser, page: Page, keys: number): P
 
 /// Milliseconds of processor time of the page's thread from each key to the commit of its frame.
 export async function processorTime(browser: Browser, page: Page, keys: number): Promise<number[]> {
-  const events = await traced(browser, ['devtools.timeline', 'toplevel'], () => press(page, keys));
+  const categories = ['devtools.timeline', 'disabled-by-default-devtools.timeline', 'toplevel'];
+  const events = await traced(browser, categories, () => press(page, keys));
   const downs = events.filter(({ name, args }) => name === 'EventDispatch' && args.data?.type === 'keydown');
   const mine = events.filter(({ pid, tid }) => pid === downs[0]?.pid && tid === downs[0]?.tid);
   const tasks = mine.filter(({ name }) => name === 'ThreadControllerImpl::RunTask');

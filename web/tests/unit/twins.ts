@@ -29,7 +29,7 @@ export class TestClock implements Clock {
   }
 }
 
-export function memoryStore(capacity = Infinity): Store {
+export function memoryStore(capacity = Infinity): Store & { keys(): string[] } {
   const texts = new Map<string, string>();
   return {
     read: (key) => texts.get(key) ?? null,

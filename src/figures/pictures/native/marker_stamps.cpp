@@ -27,8 +27,7 @@ const MarkerStamps::Stamp& MarkerStamps::stampFor(int phaseX, int phaseY) {
   if (!stamp.empty()) return stamp;
   stamp.resize(static_cast<size_t>(side_ * side_));
   auto* bytes = reinterpret_cast<unsigned char*>(stamp.data());
-  cairo_surface_t* surface =
-      cairo_.image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, side_, side_, side_ * 4);
+  cairo_surface_t* surface = cairo_.image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, side_, side_, side_ * 4);
   cairo_t* context = cairo_.create(surface);
   cairo_.translate(context, half_ + (phaseX + 0.5) / kPhases, half_ + (phaseY + 0.5) / kPhases);
   painter_(context);

@@ -14,5 +14,4 @@ export interface Store {
   read(key: string): string | null;
   write(key: string, text: string): boolean;
   remove(key: string): void;
-  keys(): string[];
 }
