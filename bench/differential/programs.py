@@ -51,8 +51,8 @@ class Maker:
         return self.pick("0", "1", "2", "3", "4", "-1", "0.5", "1e3", "2.5", "7")
 
     def subscript(self, depth):
-        return self.pick("1", "2", "3", "end", ":", "end - 1", "[1 2]", "2:3", "1:end", "1:2:end", "end:-1:1", "k:end", "k", "[true false true]", "0",
-                         "1.5", self.expression(depth - 1))
+        return self.pick("1", "2", "3", "end", ":", "end - 1", "[1 2]", "2:3", "1:end", "1:2:end", "end:-1:1",
+                         "k:end", "k", "[true false true]", "0", "1.5", self.expression(depth - 1))
 
     def arguments(self, depth):
         return ", ".join(self.subscript(depth) for _ in range(self.pick(1, 1, 1, 2, 2, 3)))
@@ -106,7 +106,8 @@ class Maker:
             return self.pick(f"abs({e()})", f"mod({e()}, 3)", f"floor({e()})", f"max({e()}, 2)", f"min({e()}, {e()})",
                              f"sqrt({e()})", f"size({e()})", f"numel({e()})", f"sum({e()})", f"strcmp({e()}, 'ab')",
                              f"rem({e()}, {e()})", f"round({e()})", f"isempty({e()})", f"int2str({e()})", "nargin",
-                             f"length({e()})", f"reshape({e()}, 1, {self.number()})", f"fix({e()})", f"ceil({e()})", f"repmat({e()}, 1, 2)")
+                             f"length({e()})", f"reshape({e()}, 1, {self.number()})", f"fix({e()})",
+                             f"ceil({e()})", f"repmat({e()}, 1, 2)")
         if kind < 24:
             return self.pick(f"one({e()})", f"two({e()}, {e()})", f"deep({self.number()})", f"one()", f"early({e()})",
                              f"none({e()})", f"f({self.values(depth)})", "f()", f"two({e()})")
