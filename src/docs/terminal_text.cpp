@@ -2,65 +2,15 @@
 // into lines.
 #include "docs/terminal_text.h"
 
-#include <utf8proc.h>
-
 #include <algorithm>
-#include <array>
 #include <vector>
+
+#include "docs/styled_words.h"
 
 namespace kelo::docs {
 namespace {
 
 using Kind = Node::Kind;
-
-constexpr std::string_view kBold = "\x1b[1m";
-constexpr std::string_view kUnderlined = "\x1b[4m";
-constexpr std::string_view kCyan = "\x1b[36m";
-constexpr std::string_view kPlain = "\x1b[0m";
-
-/// TeX as a reader of plain text writes it; longer words first.
-constexpr std::array<std::array<std::string_view, 2>, 34> kTexWords = {{
-    {"\\operatorname", ""}, {"\\infty", "∞"}, {"\\lambda", "λ"}, {"\\sigma", "σ"}, {"\\Gamma", "Γ"}, {"\\gamma", "γ"},
-    {"\\mathrm", ""}, {"\\ldots", "…"}, {"\\cdots", "⋯"}, {"\\alpha", "α"}, {"\\theta", "θ"}, {"\\right", ""},
-    {"\\times", "×"}, {"\\quad", "  "}, {"\\cdot", "·"}, {"\\left", ""}, {"\\frac", ""}, {"\\sqrt", "√"},
-    {"\\text", ""}, {"\\prod", "∏"}, {"\\beta", "β"}, {"\\dots", "…"}, {"\\sum", "∑"}, {"\\int", "∫"}, {"\\leq", "≤"},
-    {"\\geq", "≥"}, {"\\neq", "≠"}, {"\\bar", ""}, {"\\pi", "π"}, {"\\mu", "µ"}, {"\\le", "≤"}, {"\\ge", "≥"},
-    {"\\ne", "≠"}, {"\\,", " "},
-}};
-
-void replaceAll(std::string& text, std::string_view from, std::string_view to) {
-  for (size_t place = 0; (place = text.find(from, place)) != std::string::npos; place += to.size()) {
-    text.replace(place, from.size(), to);
-  }
-}
-
-std::string plainMath(std::string tex) {
-  replaceAll(tex, "}{", "}/{");
-  for (const auto& [word, text] : kTexWords) replaceAll(tex, word, text);
-  replaceAll(tex, "\\", "");
-  return tex;
-}
-
-int cellsOf(std::string_view text) {
-  int cells = 0;
-  const auto* at = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-  for (auto left = static_cast<utf8proc_ssize_t>(text.size()); left > 0;) {
-    utf8proc_int32_t character = 0;
-    const utf8proc_ssize_t length = std::max<utf8proc_ssize_t>(utf8proc_iterate(at, left, &character), 1);
-    cells += utf8proc_charwidth(character);
-    at += length;
-    left -= length;
-  }
-  return cells;
-}
-
-/// A stretch of text without a blank; the next one joins it unless a blank stands between.
-struct Word {
-  std::string text;
-  std::string_view style;
-  bool blankBefore;
-  bool breakBefore = false;
-};
 
 class Writer {
  public:
@@ -75,7 +25,7 @@ class Writer {
  private:
   std::string styled(std::string_view style, std::string_view text) const {
     if (!look_.colour || style.empty() || text.empty()) return std::string(text);
-    return std::string(style).append(text).append(kPlain);
+    return std::string(style).append(text).append(kPlainStyle);
   }
 
   void line(const std::string& text) {
@@ -93,14 +43,14 @@ class Writer {
 
   void block(const Node& node, const std::string& indent) {
     switch (node.kind) {
-      case Kind::heading: return fill(words(node, kBold), indent, indent);
+      case Kind::heading: return fill(wordsOf(node, kBoldStyle), indent, indent);
       case Kind::list:
       case Kind::orderedList: return list(node, indent);
       case Kind::quote: return blocks(node.children, indent + "  ");
       case Kind::code: return code(node, indent + "  ");
       case Kind::table: return table(node, indent);
       case Kind::rule: return line(indent + std::string(20, '-'));
-      default: return fill(words(node, ""), indent, indent);
+      default: return fill(wordsOf(node, ""), indent, indent);
     }
   }
 
@@ -110,7 +60,8 @@ class Writer {
       end = node.text.find('\n', begin);
       const std::string text = node.text.substr(begin, end - begin);
       const bool isInput = text.starts_with("> ") || text.starts_with("| ") || text.starts_with(">> ");
-      line(text.empty() ? "" : indent + styled(isInput ? kCyan : "", text.starts_with('\\') ? text.substr(1) : text));
+      const std::string shown = text.starts_with('\\') ? text.substr(1) : text;
+      line(text.empty() ? "" : indent + styled(isInput ? kCodeStyle : "", shown));
     }
   }
 
@@ -129,7 +80,7 @@ class Writer {
   void itemBlocks(const Node& item, const std::string& indent) {
     Node text;
     const auto flush = [&] {
-      if (!text.children.empty()) fill(words(text, ""), indent, indent);
+      if (!text.children.empty()) fill(wordsOf(text, ""), indent, indent);
       text.children.clear();
     };
     for (const Node& child : item.children) {
@@ -151,7 +102,7 @@ class Writer {
       widths.resize(std::max(widths.size(), row.children.size()));
       for (size_t k = 0; k < row.children.size(); ++k) {
         int cells = 0;
-        for (const Word& word : words(row.children[k], "")) cells += cellsOf(word.text) + (word.blankBefore ? 1 : 0);
+        for (const Word& word : wordsOf(row.children[k], "")) cells += cellsOf(word.text) + (word.blankBefore ? 1 : 0);
         widths[k] = std::max(widths[k], cells);
       }
     }
@@ -165,7 +116,7 @@ class Writer {
     const bool isNarrow = before + 16 > look_.width;
     std::string start = indent;
     for (size_t k = 0; k + 1 < row.children.size(); ++k) {
-      const std::vector<Word> cell = words(row.children[k], styleOf(row.children[k]));
+      const std::vector<Word> cell = wordsOf(row.children[k], styleOf(row.children[k]));
       if (isNarrow) {
         fill(cell, indent, indent);
         continue;
@@ -178,46 +129,10 @@ class Writer {
       start += std::string(static_cast<size_t>(widths[k] - cells + 2), ' ');
     }
     const std::string hang = isNarrow ? indent + "    " : std::string(static_cast<size_t>(before), ' ');
-    fill(words(row.children.back(), styleOf(row.children.back())), isNarrow ? hang : start, hang);
+    fill(wordsOf(row.children.back(), styleOf(row.children.back())), isNarrow ? hang : start, hang);
   }
 
-  static std::string_view styleOf(const Node& cell) { return cell.kind == Kind::headCell ? kBold : ""; }
-
-  std::vector<Word> words(const Node& node, std::string_view style) const {
-    std::vector<Word> result;
-    bool blank = false;
-    for (const Node& child : node.children) addWords(child, style, result, blank);
-    return result;
-  }
-
-  void addWords(const Node& node, std::string_view style, std::vector<Word>& result, bool& blank) const {
-    switch (node.kind) {
-      case Kind::softBreak: blank = true; return;
-      case Kind::lineBreak:
-        result.push_back({"", style, false, true});
-        return;
-      case Kind::inlineCode: return addText(node.text, kCyan, result, blank);
-      case Kind::math:
-      case Kind::displayMath: return addText(plainMath(node.text), style, result, blank);
-      case Kind::image: return addText("[Figure: " + visibleText(node) + "]", style, result, blank);
-      case Kind::text: return addText(node.text, style, result, blank);
-      case Kind::strong: style = kBold; break;
-      case Kind::emphasis: style = kUnderlined; break;
-      default: break;
-    }
-    for (const Node& child : node.children) addWords(child, style, result, blank);
-  }
-
-  static void addText(std::string_view text, std::string_view style, std::vector<Word>& result, bool& blank) {
-    for (size_t begin = 0; begin < text.size();) {
-      const bool isBlank = text[begin] == ' ' || text[begin] == '\n';
-      size_t end = begin;
-      while (end < text.size() && (text[end] == ' ' || text[end] == '\n') == isBlank) ++end;
-      if (!isBlank) result.push_back({std::string(text.substr(begin, end - begin)), style, blank});
-      blank = isBlank;
-      begin = end;
-    }
-  }
+  static std::string_view styleOf(const Node& cell) { return cell.kind == Kind::headCell ? kBoldStyle : ""; }
 
   void fill(const std::vector<Word>& text, const std::string& first, const std::string& indent) {
     std::string current = first;

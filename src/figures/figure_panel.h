@@ -23,7 +23,7 @@ class FigurePanel {
  public:
   explicit FigurePanel(platform::Synchronization& synchronization) : lock_(synchronization.makeLock()) {}
 
-  /// Called behind each change, on the thread that made it, with the lock free: the wish to be
+  /// Called after each change, on the thread that made it, with the lock free: the wish to be
   /// drawn anew. It should return at once. Set before the first run.
   std::function<void()> changed;
 
@@ -39,7 +39,7 @@ class FigurePanel {
     return reader(static_cast<const Figure&>(figure_));
   }
   /// Calls `writer(Figure&)` under the lock and counts a change, unless it throws or there is no
-  /// figure before and behind. Thread: any
+  /// figure before and after. Thread: any
   template <class F>
   void write(F&& writer) {
     {

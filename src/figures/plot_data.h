@@ -1,8 +1,8 @@
 // PlotData: the whole state of a 2-D figure, as a plain value.
 //
-// Its laws: limits and ticks that are automatic follow the data by the rules of the setters here and
-// of AxisState; whoever writes a limit, a tick or a flag goes through them. Points are shared, so a copy costs
-// little.
+// Its laws: limits and ticks that are automatic follow the data by the rules of the setters here
+// and of AxisState; whoever writes a limit, a tick or a flag goes through them. Points are shared,
+// so a copy costs little.
 #pragma once
 
 #include "figures/axis.h"

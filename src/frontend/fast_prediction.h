@@ -2,8 +2,8 @@
 //
 // OPTIMIZATION: the runtime answers each of these questions by walking a state machine over the
 // tokens ahead, at 100 ns or more, and fills that machine slowly at first use. Nearly all of them
-// hang on one or two tokens, or on what follows the bracket that matches the one in hand. The rest
-// is left to the runtime.
+// depend on one or two tokens, or on what follows the bracket that matches the current one. The
+// rest is left to the runtime.
 //
 // Invariant: a parse that succeeds with these answers gives the tree that the runtime gives. A
 // wrong answer can only be given close before the place where a text goes wrong.

@@ -30,7 +30,7 @@ enum class Decision : unsigned char {
   operand,
   quotes,  ///< another transpose
   operatorKind,
-  operators,  ///< an operator behind the expression so far
+  operators,  ///< an operator after the expression so far
 };
 
 /// The decisions by the numbers that the generated parser gives them.
@@ -79,7 +79,7 @@ consteval size_t operandNumber(ExprAlternative operand) {
 }
 
 /// The number of an operator among all operators: those between two expressions first, the
-/// transpose behind them.
+/// transpose after them.
 constexpr size_t operatorNumber(ExprAlternative operation) {
   constexpr int kFirst = static_cast<int>(ExprAlternative::BinaryOps_power);
   constexpr int kLast = static_cast<int>(ExprAlternative::BinaryOps_or);

@@ -32,8 +32,8 @@ class ParsedText : public std::enable_shared_from_this<ParsedText> {
 
   enum class Outcome {
     parsed,
-    syntaxError,  ///< the listener was told, once
-    tooDeep,      ///< the listener was told nothing; see stoppedAt
+    syntaxError,  ///< reported to the listener, once
+    tooDeep,      ///< not reported; see stoppedAt
     tooLong,      ///< likewise
   };
 

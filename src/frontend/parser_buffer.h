@@ -1,5 +1,5 @@
 // The files that were parsed in one run, so that a function called in a loop is parsed once.
-// Whoever starts a run empties it, so that each run reads the files as they are by then.
+// Whoever starts a run empties it, so that each run reads the files as they are.
 #pragma once
 
 #include <map>

@@ -2,7 +2,7 @@
 //
 // The runtime looks ahead as if a rule could be followed by all that follows it anywhere, and where
 // no alternative goes on it may pick one that ended early. Both are right for valid text. For other
-// text the parser then stops some tokens before or behind the first one that fits nowhere, and that
+// text the parser then stops some tokens before or after the first one that fits nowhere, and that
 // one is what the message is to name.
 #pragma once
 

@@ -29,7 +29,7 @@ class TokenList final : public antlr4::TokenStream {
   size_t size() override { return tokens_.size(); }
   antlr4::Token* get(size_t index) const override { return &tokens_.at(index); }
 
-  /// For looking ahead at no cost. Positions behind the last token count as the last, the end of
+  /// For looking ahead at no cost. Positions after the last token count as the last, the end of
   /// the file.
   size_t position() const { return position_; }
   size_t typeAt(size_t index) const { return types_[std::min(index, types_.size() - 1)]; }

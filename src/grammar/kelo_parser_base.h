@@ -33,7 +33,7 @@ class KeloParserBase : public antlr4::Parser {
 
   explicit KeloParserBase(antlr4::TokenStream* input) : antlr4::Parser(input) {}
 
-  /// The file that the nodes are told; set before a start rule runs.
+  /// The file that the nodes are given; set before a start rule runs.
   Name relativePath;
   /// Asked first for each alternative; null: the runtime answers everything.
   Prediction* prediction = nullptr;
@@ -59,7 +59,7 @@ class KeloParserBase : public antlr4::Parser {
     return static_cast<antlr4::atn::ParserATNSimulator*>(_interpreter);
   }
 
-  /// Whether a range may start behind the expression just parsed: not directly inside the middle of
+  /// Whether a range may start after the expression just parsed: not directly inside the middle of
   /// "a:b:c".
   bool mayStartRange() const;
   /// Whether the expression just parsed is the body of a handle, so far.

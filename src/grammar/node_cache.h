@@ -39,7 +39,7 @@ struct NodeCache {
   bool containsEnd = false;      ///< an argument with the keyword `end` in it
   Name name;                     ///< of a variable or function
   AssignmentForm assignment = AssignmentForm::variable;
-  bool shows = false;            ///< statements: no ";" behind it
+  bool shows = false;            ///< statements: no ";" after it
   int32_t line = -1;             ///< of the first token, from 1; -1: not asked yet
   int32_t charPos = -1;          ///< code point in the line, from 0
   int64_t extent = -1;           ///< `end` and ":": the extent of the last index they stood in; -1: none yet

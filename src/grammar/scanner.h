@@ -15,15 +15,15 @@ namespace kelo {
 struct ScannedToken {
   uint32_t type;   ///< as in KeloLexer
   uint32_t start;  ///< first code point
-  uint32_t end;    ///< one behind the last code point
+  uint32_t end;    ///< one after the last code point
   uint32_t line;
   uint32_t charPositionInLine;
 
   bool isHidden() const;
 };
 
-/// The tokens of a text but the comments, the hidden ones included, with the end of the file behind
-/// them. The end stands behind the last character, or where the text was given up.
+/// The tokens of a text but the comments, the hidden ones included, with the end of the file after
+/// them. The end stands after the last character, or where the text was given up.
 ///
 /// text                       fewer than 2^32 code points
 /// atMost                     tokens after which it is given up

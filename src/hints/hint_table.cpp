@@ -46,7 +46,7 @@ constexpr Row kRows[] = {
      "there are no global variables; pass what a function needs as an argument"},
     {"Unexpected character", R"(\bend\s*$)", "", "nothing may follow the end of a block on its line"},
     {"Unexpected character", R"(^\s*(if|elseif|while)\s[^,;]*\s$)", R"(^\s*(\w+))",
-     "put a comma behind the condition: $1 c, x = 1"},
+     "put a comma after the condition: $1 c, x = 1"},
     {"vector of 0 element", "", R"(([A-Za-z]\w*)\s*\(\s*:)",
      "an empty variable has no columns; make it first: $1 = zeros(3, 1)"},
     {"is only accessible from the file", "", "",
@@ -137,7 +137,7 @@ std::optional<std::string> forMissing(const std::string& name, const Situation& 
   return fmt::format("Did you mean {}?", fmt::join(near, " or "));
 }
 
-/// A command with a word behind it, such as "format long", where another way leads there.
+/// A command with a word after it, such as "format long", where another way leads there.
 std::optional<std::string> forCommandWord(const std::string& before) {
   static const std::regex kWord(R"(^\s*([A-Za-z]\w*)\s+$)");
   std::smatch match;

@@ -3,7 +3,7 @@
 // one of them is given it by reference; there is no global one.
 //
 // A shell of any kind serves the main queue, starts runs, and answers the waits that
-// `control.wait()` tells of; what comes back reaches its ConsoleView, the end of a run by runEnded.
+// `control.wait()` gives; what comes back reaches its ConsoleView, the end of a run by runEnded.
 #pragma once
 
 #include <functional>

@@ -23,9 +23,9 @@ namespace {
 // In the order of Op.
 constexpr const char* kNames[] = {
     "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
-    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "rangeArgument", "joinRow",
-    "appendRow",
-    "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName", "assign", "assignList",
+    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "rangeArgument",
+    "joinRow", "appendRow", "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName",
+    "assign", "assignList",
     "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin",
     "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName",
     "fieldPath", "field", "elementField", "checkField", "namedField", "setField", "setNamedField", "setPath",

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "messages/catalogue/arguments.h"
-
 namespace kelo {
 
 Problem argumentComplaint(const std::string& name, const std::string& signature, const std::string& argument,

@@ -75,7 +75,7 @@ struct Console {
   /// The texts run before, at most about countLimit, and a place among them for the previous and
   /// next buttons. Consoles that share a store keep each other's texts.
   ///
-  /// Invariant: 0 <= index <= items.size(); index == items.size() means behind the last, where a
+  /// Invariant: 0 <= index <= items.size(); index == items.size() means after the last, where a
   /// new text is typed.
   class History {
    public:
@@ -87,7 +87,7 @@ struct Console {
     void load();
     /// Whether texts are kept: not where nobody types them. Default: yes
     void setKeeping(bool keeps) { keeps_ = keeps; }
-    /// Adds a text unless it equals the last one and puts the place behind the end. The store saves
+    /// Adds a text unless it equals the last one and puts the place after the end. The store saves
     /// it with the rest.
     void add(const std::string& text);
     /// The text that the button puts into the input; nothing when there is no further one.

@@ -1,6 +1,6 @@
-// What a program runs in: the workspaces, the trees of its files, the settings, and the ways to
-// show something and to wait for the user. The evaluator and the built-ins are given this and
-// nothing of the buttons.
+// What a program runs in: the console's variables, the trees of its files, the settings, and the
+// ways to show something and to wait for the user. The evaluator and the built-ins are given this
+// and nothing of the buttons.
 //
 // Thread: the parser queue, or the main thread while no run is going on.
 #pragma once

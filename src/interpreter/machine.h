@@ -78,7 +78,7 @@ class Machine {
   Outcome execute();
   void unwind();
 
-  // ---- machine_frames.h: calls and ends of calls as they mostly are; false, and nothing done, where one is not
+  // ---- machine_frames.h: calls and their ends as they mostly are; false, and nothing done, else
   bool meansTheSame(const Storable& base, const Site& site) const;
   bool callAgain(const Site& site, Storable* arguments, int32_t destination);
   bool callAnonymousAgain(const FunctionHandle& handle, const Site& site, Storable* arguments, int32_t destination);
@@ -120,7 +120,7 @@ class Machine {
   std::optional<LocalFunction> findLocalFunction(Name name);
   bool isAccessible(const LocalFunction& function, const KeloNode& caller) const;
 
-  // ---- machine_calls.cpp. `arguments` is a row of `count` registers; `destination` the caller's for the result
+  // ---- machine_calls.cpp; `arguments`: a row of `count` registers, `destination`: the caller's
   bool loadName(const Instruction& i);
   bool call(const Instruction& i, Storable* arguments);
   bool callSpread(const Storable& base, Site& site, std::vector<Storable>& arguments, int32_t destination);

@@ -198,7 +198,7 @@ bool Machine::setFieldElement(const Instruction& i) {
   return finishChain(chain, i.a, take(i.e), placeOf(i));
 }
 
-// ---- Chains of any length, built link by link. An assignment inside a function that a subscript calls builds its own.
+// ---- Chains of any length, built link by link; a function that a subscript calls builds its own
 
 // The size of what the chain has come to, which subscripts see.
 bool Machine::reachedSize(int32_t slot, KeloNode& place, SizeVector* size) {

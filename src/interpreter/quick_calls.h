@@ -1,6 +1,6 @@
 // Built-ins of one or two arguments that are computed without a call where the arguments are
-// simple: functions of numbers, questions about sizes, comparisons of texts, texts of whole numbers.
-// Each gives what the built-in gives, or says false.
+// simple: functions of numbers, questions about sizes, comparisons of texts, texts of whole
+// numbers. Each gives what the built-in gives, or says false.
 #pragma once
 
 #include <span>

@@ -1,67 +1,22 @@
-// The first look at a node. The class of a context is asked in one chain; the operands are its
-// children that are expressions. A parenthesis around an operand of an operator is skipped, since
-// it changes nothing there.
+// Expressions and statements. The class of a node is asked in one chain; its operands are the
+// children that are expressions. Parentheses around an operand of an operator are skipped, since
+// they change nothing there.
 #include "interpreter/resolve.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <map>
-#include <set>
 
-#include <fmt/format.h>
-
-#include "frontend/node_text.h"
 #include "interpreter/builtin_table.h"
-#include "interpreter/function_unit.h"
 #include "interpreter/node_details.h"
-#include "interpreter/tree_classes.h"
-#include "messages/catalogue/interpreter.h"
+#include "interpreter/node_parts.h"
+#include "interpreter/resolve_handle.h"
 #include "values/operators.h"
 
 namespace kelo {
 namespace {
 
 using antlr4::tree::ParseTree;
-using antlr4::tree::TerminalNode;
 using P = KeloParser;
-
-bool isExpr(ParseTree* tree) { return isOfRule(tree, P::RuleExpr); }
-size_t tokenType(ParseTree* tree) {
-  return ruleNode(tree) ? 0 : dynamic_cast<TerminalNode&>(*tree).getSymbol()->getType();
-}
-Name nameOf(antlr4::ParserRuleContext* context) { return Name::intern(context->getStart()->getText()); }
-
-std::vector<KeloNode*> expressionsOf(KeloNode& node) {
-  std::vector<KeloNode*> result;
-  for (ParseTree* child : node.children) {
-    if (isExpr(child)) result.push_back(ruleNode(child));
-  }
-  return result;
-}
-
-std::vector<Name> namesOf(antlr4::ParserRuleContext& context) {
-  std::vector<Name> result;
-  for (ParseTree* child : context.children) {
-    if (auto* id = exactly<P::Id_namesContext>(child)) result.push_back(nameOf(id));
-  }
-  return result;
-}
-
-template <class Context>
-KeloNode* childOf(antlr4::ParserRuleContext& context) {
-  for (ParseTree* child : context.children) {
-    if (auto* found = exactly<Context>(child)) return found;
-  }
-  return nullptr;
-}
-
-template <class Details>
-Details& makeDetails(KeloNode& node) {
-  auto details = std::make_unique<Details>();
-  Details& result = *details;
-  node.cache.details = std::move(details);
-  return result;
-}
 
 KeloNode* withoutParentheses(KeloNode* node) {
   while (auto* parenthesis = exactly<P::ParenthesisContext>(node)) node = parenthesis->expr();
@@ -203,64 +158,6 @@ ChainDetails& resolveChain(KeloNode& node) {
   return chain;
 }
 
-// The names that a body mentions, for a handle to capture; those that stand alone in it may be
-// scripts, which see all. `bound` are the inputs of the handle and of those inside it around the
-// tree.
-void addMentioned(ParseTree* tree, std::vector<Name>& bound, HandleBody& body) {
-  const size_t outer = bound.size();
-  if (auto* handle = exactly<P::Func_handleContext>(tree); handle && handle->expr()) {
-    const auto inputs = namesOf(*handle);
-    for (auto* name : handle->id_names()) addMentioned(name, bound, body);  // a call that leaves it out sees a variable
-    bound.insert(bound.end(), inputs.begin(), inputs.end());
-    addMentioned(handle->expr(), bound, body);
-    bound.resize(outer);
-    return;
-  }
-  if (auto* names = exactly<P::Id_namesContext>(tree)) {
-    const Name name = nameOf(names);
-    if (std::find(bound.begin(), bound.end(), name) != bound.end()) return;
-    size_t k = std::find(body.captured.begin(), body.captured.end(), name) - body.captured.begin();
-    if (k == body.captured.size()) {
-      body.captured.push_back(name);
-      body.mayBeScript.push_back(false);
-    }
-    if (exactly<P::IdContext>(names->parent)) body.mayBeScript[k] = true;
-  } else if (auto* call = exactly<P::Built_in_funContext>(tree)) {
-    static const std::set<std::string> lookAround = {"clear", "input", "nargin", "nargout", "who"};
-    body.capturesAll = body.capturesAll || lookAround.contains(call->getStart()->getText());
-  }
-  for (ParseTree* child : tree->children) addMentioned(child, bound, body);
-}
-
-// A handle's text runs from "@" to the end of the body, as typed.
-void resolveHandle(KeloNode& node) {
-  auto& handle = *static_cast<P::FuncHandleContext&>(node).func_handle();
-  auto& details = makeDetails<HandleDetails>(node);
-  node.cache.kind = NodeKind::funcHandle;
-  if (handle.BUILT_IN_FUNC() || (!handle.LPAR() && !handle.id_names().empty())) {
-    details.form = handle.BUILT_IN_FUNC() ? HandleDetails::Form::builtIn : HandleDetails::Form::name;
-    node.cache.name = Name::intern(handle.children[1]->getText());
-    return;
-  }
-  details.form = HandleDetails::Form::anonymous;
-  details.body = makeRef<HandleBody>();
-  HandleBody& body = *details.body;
-  const TextPosition position = positionOf(*handle.expr());
-  body.inputArgs = namesOf(handle);
-  body.expression = sourceText(*handle.expr());
-  body.displayText = sourceText(handle);
-  body.exprLineNum = position.line;
-  body.exprCharPos = position.charPos;
-  body.relativePath = node.relativePath;
-  std::vector<Name> bound = body.inputArgs;
-  addMentioned(handle.expr(), bound, body);
-  for (size_t k = 0; k < body.inputArgs.size(); ++k) {
-    for (size_t m = 0; m < k; ++m) {
-      if (body.inputArgs[k] == body.inputArgs[m]) details.problem = problem(text::kDuplicatedArguments);
-    }
-  }
-}
-
 // ---- Statements
 
 bool endsQuietly(antlr4::ParserRuleContext& context) {
@@ -348,11 +245,6 @@ void resolveRange(KeloNode& node) {
   }
 }
 
-template <class Context>
-bool is(KeloNode& node) {
-  return exactly<Context>(&node) != nullptr;
-}
-
 bool resolveExpressionNode(KeloNode& node, const BuiltinTable& builtins) {
   NodeCache& cache = node.cache;
   if (is<P::IntContext>(node) || is<P::DoubleContext>(node)) resolveNumber(node, NodeKind::number);
@@ -391,80 +283,10 @@ void resolveStatement(KeloNode& node) {
   else cache.kind = NodeKind::none;
 }
 
-// ---- Programs
-
-std::string stemOf(const std::string& path) {
-  const std::string file = path.substr(path.find_last_of('/') + 1);
-  return file.substr(0, file.find_last_of('.'));
-}
-
-// What forbids a further local function beside those of the program so far.
-std::optional<std::string> problemWith(const ProgramDetails& program, const FunctionUnit& function, Name path) {
-  const bool isScript = program.form == ProgramDetails::Form::statList;
-  if (isScript && !path.isEmpty() && stemOf(path.text()) == function.funName.text()) {
-    return fmt::format(text::kLocalNamedLikeScript, function.funName.text());
-  }
-  const auto& others = program.localFunctions;
-  const auto sameName = [&](const LocalFunctionBody& other) { return other.funName == function.funName; };
-  if (std::any_of(others.begin(), others.end(), sameName)) {
-    return fmt::format(text::kLocalAlreadyDefined, function.funName.text());
-  }
-  if (!isScript && program.main->funName == function.funName) {
-    return fmt::format(text::kMainAlreadyDefined, function.funName.text());
-  }
-  return std::nullopt;
-}
-
-void addLocalFunction(ProgramDetails& program, const FunctionUnit& function, Name path) {
-  if (!program.problem) {
-    program.problem = problemWith(program, function, path);
-    if (program.problem) program.problemNode = function.node;
-  }
-  program.localFunctions.push_back({function.funName, function.inputs, function.outputs, function.node});
-}
-
 }  // namespace
 
 void resolve(KeloNode& node, const BuiltinTable& builtins) {
   if (!resolveExpressionNode(node, builtins)) resolveStatement(node);
 }
-
-FunctionUnit& functionUnit(KeloNode& declaration) {
-  if (declaration.cache.details) return static_cast<FunctionUnit&>(*declaration.cache.details);
-  auto& unit = makeDetails<FunctionUnit>(declaration);
-  auto& inputs = *static_cast<P::Function_inputsContext*>(childOf<P::Function_inputsContext>(declaration));
-  auto& outputs = *static_cast<P::Function_outputsContext*>(childOf<P::Function_outputsContext>(inputs));
-  unit.node = &declaration;
-  unit.inputs = namesOf(inputs);
-  unit.funName = unit.inputs.front();
-  unit.inputs.erase(unit.inputs.begin());
-  unit.outputs = namesOf(outputs);
-  unit.body = childOf<P::Stat_listContext>(declaration);
-  return unit;
-}
-
-ProgramDetails& programDetails(KeloNode& node) {
-  if (node.cache.details) return static_cast<ProgramDetails&>(*node.cache.details);
-  auto& program = makeDetails<ProgramDetails>(node);
-  if (is<P::Prog_functionContext>(node)) program.form = ProgramDetails::Form::function;
-  if (is<P::Prog_stat_listContext>(node)) program.form = ProgramDetails::Form::statList;
-  program.statements = childOf<P::Stat_listContext>(node);
-  bool isMain = program.form == ProgramDetails::Form::function;
-  for (ParseTree* child : node.children) {
-    if (!isOfRule(child, P::RuleFunction_declare)) continue;
-    FunctionUnit& function = functionUnit(*ruleNode(child));
-    function.isMain = isMain;
-    if (isMain) {
-      program.main = &function;
-      function.program = &node;
-    } else {
-      addLocalFunction(program, function, node.relativePath);
-    }
-    isMain = false;
-  }
-  return program;
-}
-
-KeloNode* expressionOf(KeloNode& exprOnly) { return expressionsOf(exprOnly).at(0); }
 
 }  // namespace kelo

@@ -1,6 +1,7 @@
-// The class of a tree's node, asked by one comparison of addresses. Casts that look for a base class
-// cost many times that, and so does the comparison of two different classes by their names; lowering
-// a long program asks it of every node. The classes are the program's own, so each has one record.
+// The class of a tree's node, asked by one comparison of addresses. Casts that look for a base
+// class cost many times that, and so does the comparison of two different classes by their names;
+// lowering a long program asks it of every node. The classes are the program's own, so each has one
+// record.
 #pragma once
 
 #include <typeinfo>

@@ -3,8 +3,8 @@
 //
 // FatalFault is deliberately no std::exception: handlers that turn ordinary errors into messages
 // must not catch it. It passes all of them and is caught once, by the run block, which ends the run
-// and keeps the base workspace, the history and the settings. Frames are popped by scope guards on
-// the way. All integer arithmetic on sizes, counts and IntArray elements goes through the checked
+// and keeps the base workspace, the history and the settings; the machine pops its frames on the
+// way. All integer arithmetic on sizes, counts and IntArray elements goes through the checked
 // helpers below, so that nothing wraps, saturates or traps.
 #pragma once
 

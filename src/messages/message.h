@@ -1,10 +1,10 @@
 // The records that carry every error and warning: Problem, which library code throws and which
 // knows no place, and Message, which is a Problem with its place, ready to be shown.
 //
-// The rule of the house: nothing thrown crosses a NodeValue. Library code throws a Problem (or a
-// FileError); the evaluator or the dispatcher that called it catches it, adds the place of the node
-// it is working on, shows the Message and returns the failure value, which travels up without
-// further text.
+// The rule of the house: nothing thrown leaves the machine that runs a program. Library code throws
+// a Problem (or a FileError); the machine, or the dispatcher around the built-ins, catches it, adds
+// the place of the node that it is working on and shows the Message; the failure then travels up
+// without further text.
 #pragma once
 
 #include <optional>

@@ -9,8 +9,8 @@ namespace kelo::platform {
 /// y, but not overlap them otherwise. An element does not depend on its neighbours.
 using PowerRoutine = void (*)(double* z, const double* x, const double* y, int64_t n);
 
-/// The fastest routine for this processor: within 1 ULP, and exact where the power is a whole number
-/// below 2^53 of a whole number.
+/// The fastest routine for this processor: within 1 ULP, and exact where the power is a whole
+/// number below 2^53 of a whole number.
 PowerRoutine powerRoutine();
 /// The routine that calls the C library element by element.
 PowerRoutine plainPowerRoutine();

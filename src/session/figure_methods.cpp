@@ -1,20 +1,13 @@
 // The current figure, and the saved ones.
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <cmath>
 
 #include "figures/coding/base64.h"
 #include "figures/coding/coded_form.h"
-#include "figures/drawing/color_map.h"
-#include "figures/drawing/display_list_json.h"
-#include "figures/drawing/drawing.h"
 #include "figures/drawing/plot_layout.h"
 #include "figures/figure_edit.h"
 #include "figures/gesture.h"
-#include "figures/pictures/png.h"
-#include "figures/pictures/svg.h"
 #include "messages/message.h"
+#include "session/figure_pictures.h"
 #include "session/methods.h"
 #include "session/panels.h"
 
@@ -23,18 +16,6 @@ namespace {
 
 using figures::Figure;
 using figures::SurfData;
-
-constexpr double kMostPoints = 20'000;  // of a side of a view
-constexpr double kMostPixels = 64e6;    // of a picture
-constexpr drawing::Size kThumbnail = {320, 240};
-
-double lengthOf(const Call& call, const char* name, double fallback) {
-  const double length = call.has(name) ? call.number(name) : fallback;
-  if (!(length >= 1 && length <= kMostPoints)) throw wrongParameter(name, "a number from 1 to 20000");
-  return length;
-}
-
-drawing::Size viewOf(const Call& call) { return {lengthOf(call, "width", 640), lengthOf(call, "height", 480)}; }
 
 const char* kindOf(const Figure& figure) {
   constexpr const char* kKinds[] = {"none", "plot", "surface"};
@@ -76,62 +57,7 @@ std::optional<Json> edit(const Call& call) {
   return figureJson(call);
 }
 
-drawing::DisplayList drawn(const Call& call, const drawing::Size& size, double pixelsPerPoint, bool cached) {
-  drawing::DrawingOptions options;
-  options.size = size;
-  options.theme = drawing::Theme::named(call.textOr("theme", "light"));
-  options.pixelsPerPoint = pixelsPerPoint;
-  return drawing::draw(call.panels.app.figures.figure(), options, cached ? &call.panels.drawingCache : nullptr);
-}
-
-std::optional<Json> drawing(const Call& call) {
-  constexpr double kPixelsPerPoint = 2;
-  return Json::parse(drawing::json(drawn(call, viewOf(call), kPixelsPerPoint, true)));
-}
-
-Json limitsJson(const figures::Limits& limits) { return {{"lower", limits.lower}, {"upper", limits.upper}}; }
-
-std::string bytesOf(std::span<const figures::SCNVector3> points) {
-  static_assert(sizeof(figures::SCNVector3) == 3 * sizeof(float));
-  return {reinterpret_cast<const char*>(points.data()), points.size_bytes()};
-}
-
-/// The colours of faces, from the lower limit of z to the upper one.
-Json heightColors() {
-  constexpr int kColors = 64;
-  Json colors = Json::array();
-  for (int k = 0; k < kColors; ++k) {
-    const drawing::Rgba color = drawing::heightColor(static_cast<double>(k) / (kColors - 1));
-    colors.push_back(fmt::format("#{:02x}{:02x}{:02x}", color.red, color.green, color.blue));
-  }
-  return colors;
-}
-
-std::optional<Json> mesh(const Call& call) {
-  const int64_t revision = call.panels.app.figures.revision();
-  const Figure figure = call.panels.app.figures.figure();
-  const auto* surface = std::get_if<SurfData>(&figure);
-  if (surface == nullptr) throw alert("There is no surface");
-  Json surfaces = Json::array();
-  for (const SurfData::Surface& part : surface->surfaces) {
-    surfaces.push_back({{"numRows", part.attributes.numRows},
-                        {"numCols", part.attributes.numCols},
-                        {"points", figures::base64Of(bytesOf(part.points.values()))}});
-  }
-  const auto& [x, y, z] = surface->rotationAngles;
-  return Json{{"surfaces", std::move(surfaces)},
-              {"view",
-               {{"rotation", {x, y, z}},
-                {"translation", {surface->translation.x, surface->translation.y}},
-                {"zoom", surface->zoomFactor}}},
-              {"colors", heightColors()},
-              {"xlims", limitsJson(surface->xlims)},
-              {"ylims", limitsJson(surface->ylims)},
-              {"zlims", limitsJson(surface->zlims)},
-              {"revision", revision}};
-}
-
-/// The view that a request tells of, and where the axes of a plot stand in it.
+/// The view that a request gives, and where the axes of a plot stand in it.
 figures::GestureView gestureViewOf(const Call& call, const Figure& figure) {
   drawing::DrawingOptions options;
   options.size = viewOf(call);
@@ -209,39 +135,15 @@ std::optional<Json> gesture(const Call& call) {
   return movedJson(call);
 }
 
-pictures::Renderer& rendererOf(const Call& call) {
-  if (call.panels.setup.renderer == nullptr) throw alert("No picture can be made here");
-  return *call.panels.setup.renderer;
-}
+std::optional<Json> drawing(const Call& call) { return drawingJson(call); }
 
-std::string pictureBytes(const Call& call, const std::string& format) {
-  const drawing::Size size = viewOf(call);
-  const double scale = call.has("scale") ? call.number("scale") : 2;
-  if (!(scale >= 0.1 && scale <= 10)) throw wrongParameter("scale", "a number from 0.1 to 10");
-  if (size.width * size.height * scale * scale > kMostPixels) {
-    throw wrongParameter("scale", "smaller: the picture is too large");
-  }
-  const drawing::DisplayList list = drawn(call, size, scale, false);
-  if (format == "svg") return pictures::svg(list);
-  if (format == "pdf") return rendererOf(call).pdf(list);
-  return pictures::png(rendererOf(call).bitmap(list, scale), scale);
-}
+std::optional<Json> mesh(const Call& call) { return meshJson(call); }
 
 std::optional<Json> picture(const Call& call) {
   try {
     return Json{{"base64", figures::base64Of(pictureBytes(call, call.text("format")))}};
   } catch (const Problem& problem) {
     throw alert("No picture can be made here", problem.reason.value_or(""));
-  }
-}
-
-/// The picture in the list of saved figures; none where pictures cannot be made.
-std::string thumbnailOf(const Call& call) {
-  if (call.panels.setup.renderer == nullptr) return "";
-  try {
-    return pictures::png(call.panels.setup.renderer->bitmap(drawn(call, kThumbnail, 1, false), 1), 1);
-  } catch (const Problem&) {
-    return "";
   }
 }
 

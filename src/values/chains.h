@@ -1,6 +1,6 @@
 // Fields of structures: reading s.f and s(i).f, and writing along a chain such as s(i).f(j).g = v.
 //
-// A chain is a variable, then fields, each with subscripts behind it or none. The evaluator builds
+// A chain is a variable, then fields, each with subscripts after it or none. The evaluator builds
 // it from the left; since `end` and ":" in a subscript need the extent of what stands before it, a
 // chain can be asked what it has reached so far. The write itself first follows the chain as far as
 // it exists, only looking, then makes what is missing from its end backwards, and only then touches
@@ -47,7 +47,7 @@ class FieldChain {
  public:
   explicit FieldChain(Name variable) : variable_(variable), indices_(1) {}
 
-  /// Subscripts behind the variable or the field that was added last. REQUIRES: not empty
+  /// Subscripts after the variable or the field that was added last. REQUIRES: not empty
   void addIndices(std::vector<Index> indices) { indices_.back() = std::move(indices); }
   void addField(HeldName field) {
     fields_.push_back(std::move(field));

@@ -105,8 +105,8 @@ std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
   return std::nullopt;
 }
 
-// Block by block; a scalar operand is written out for one block. REQUIRES: one size, or a scalar and
-// an array
+// Block by block; a scalar operand is written out for one block. REQUIRES: one size, or a scalar
+// and an array
 DoubleArray powersOf(const DoubleArray& a, const DoubleArray& b) {
   constexpr int64_t kBlock = 512;
   static const platform::PowerRoutine routine = platform::powerRoutine();

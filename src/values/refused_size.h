@@ -1,4 +1,4 @@
-// How large an array was that could not be held, for who tells of it.
+// How large an array was that could not be held, for a message about it.
 //
 // Thread: the interpreter's thread only.
 #pragma once

@@ -59,7 +59,7 @@ class SizeVector {
   /// Elements between neighbours along dimension d (from 1): the product of the lengths before it.
   int64_t strideOf(int64_t d) const;
 
-  /// The same lengths without the 1s behind ndim.
+  /// The same lengths without the 1s after ndim.
   SizeVector trimmed() const;
   /// The same lengths with dimension d (from 1) set to `length`; shorter sizes are filled with 1s.
   SizeVector withDimension(int64_t d, int64_t length) const;

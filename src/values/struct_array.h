@@ -6,7 +6,7 @@
 // without elements has no field names. A scalar structure is the 1 x 1 case. What was moved from
 // may only be assigned to or destroyed.
 //
-// What every read and write of a field asks is inline; it stands behind Storable in storable.h.
+// What every read and write of a field asks is inline; it stands after Storable in storable.h.
 #pragma once
 
 #include <span>
@@ -61,7 +61,7 @@ class StructArray {
   StructArray element(int64_t position) const;
   /// Overwrites the element at a position with one of another array. REQUIRES: hasSameFields(from)
   void setElement(int64_t position, const StructArray& from, int64_t fromPosition);
-  /// Makes the array larger, with elements of empty doubles behind the old ones, in place where it
+  /// Makes the array larger, with elements of empty doubles after the old ones, in place where it
   /// may and with spare room, so that appending is cheap on average. REQUIRES: not empty; the old
   /// elements keep their linear positions
   void extend(const SizeVector& size);

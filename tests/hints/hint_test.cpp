@@ -53,7 +53,7 @@ TEST(Hint, SaysWhatToDo) {
       {"Unexpected character \"=\"", "sum = 3", "sum is a function"},
       {"Unexpected character \"=\"", "x = 1; sum(2) = 3", "sum is a function"},
       {"Unexpected character \";\"", "for k = 1:2\nk\nend;", "nothing may follow", 3},
-      {"Unexpected character \"x\"", "if 1 x=2; end", "comma behind the condition: if"},
+      {"Unexpected character \"x\"", "if 1 x=2; end", "comma after the condition: if"},
       {"File named \"fprintf.m\" not found in Home", "fprintf(1)", "fprintf: use disp and num2str"},
       {"File named \"sni.m\" not found in Home", "sni(1)", "Did you mean sin?"},
       {"Variable or function named \"sped\" not found", "sped + 1", "Did you mean speed?"},

@@ -42,7 +42,7 @@ class Session {
     close(terminal_);
   }
 
-  /// Types keys, then waits until `expected` appears behind what was waited for before.
+  /// Types keys, then waits until `expected` appears after what was waited for before.
   testing::AssertionResult type(const std::string& keys, const std::string& expected) {
     EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     return shows(expected);
@@ -159,7 +159,7 @@ TEST_F(Terminal, StopsWaitsAndAsks) {
   EXPECT_TRUE(session.typeUntil("\r", "\r\ngoes on"));
 }
 
-TEST_F(Terminal, KeepsWhatIsPastedBehindACommand) {
+TEST_F(Terminal, KeepsWhatIsPastedAfterACommand) {
   Session session(folder_, false);
   ASSERT_TRUE(session.shows("> "));
   EXPECT_TRUE(session.type("pause(0.3); 5\r6\rn = input('n? ')\r7\rpause(0.1)\rn + 1\r", "ans = \r\n 5.0000"));
@@ -168,7 +168,7 @@ TEST_F(Terminal, KeepsWhatIsPastedBehindACommand) {
   EXPECT_TRUE(session.shows("ans = \r\n 8.0000"));
 }
 
-TEST_F(Terminal, EndOfInputBehindAFirstLineDropsTheText) {
+TEST_F(Terminal, EndOfInputAfterAFirstLineDropsTheText) {
   Session session(folder_, false);
   EXPECT_TRUE(session.type("kept = 3;\r", "> "));
   EXPECT_TRUE(session.type("for k = 1:2\r", "| "));

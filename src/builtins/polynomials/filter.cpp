@@ -152,7 +152,7 @@ TypedArray<T> initialState(const Call& call, TypedArray<T> wi, const SizeVector&
   const char* signature = signatureOf(call);
   if (!wi.size().isVector()) throw expectation(text::wrongStateSize(signature));
   if (wi.numElements() != states) {
-    throw Wording{signature, "when wi is a vector, it", text::kStateCount}.complaint(call);
+    throw Wording{signature, text::kStateVector, text::kStateCount}.complaint(call);
   }
   auto all = TypedArray<T>::uninitialized(size);
   T* to = all.writable();
@@ -178,7 +178,7 @@ NodeValue filter(Call& call) {
         using T = typename decltype(samples)::Element;
         if (isZero(divisor[0])) {
           const char* should = kIsComplex<T> ? text::kNonZeroMagnitude : text::kNonZero;
-          throw Wording{signature, "the first element of a", should}.complaint(call);
+          throw Wording{signature, text::kFirstOfA, should}.complaint(call);
         }
         const Coefficients<T> c = normalized(numerator.values(), divisor.values());
         const SizeVector size = stateSize(samples.size(), dim, c.states());

@@ -24,7 +24,7 @@ struct Arg {
 constexpr Wording kName = Wording::sentence(text::kCorrcoefName);
 constexpr Wording kRows = Wording::sentence(text::kCorrcoefRows);
 constexpr Wording kAlpha = Wording::sentence(text::kCorrcoefAlpha);
-constexpr Wording kLastValue{"A, B, ...", "the final input argument", text::kRowsOrAlphaValue};
+constexpr Wording kLastValue{"A, B, ...", text::kFinalArgument, text::kRowsOrAlphaValue};
 constexpr Wording kPair{"A, B", "A and B", text::kNonCharacterArrays};
 constexpr Wording kSameCount{"A, B", "A and B", text::kSameNumbersOfElements};
 constexpr Wording kAlone{"A", "A", text::kNonCharacterArrays};

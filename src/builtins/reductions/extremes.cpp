@@ -21,7 +21,7 @@ constexpr Wording kLeft{"A, B", "A", predicate::kNumericArray};
 constexpr Wording kRight{"A, B", "B", predicate::kNumericArray};
 constexpr Wording kPair{"A, B", "A and B", text::kSizesGoTogether};
 constexpr Wording kArray{"A, [], k", "A", predicate::kNumericArray};
-constexpr Wording kNothing{"A, [], k", "the second input argument", text::kEmptySecondInput};
+constexpr Wording kNothing{"A, [], k", text::kSecondArgument, text::kEmptySecondInput};
 constexpr Wording kDimension{"A, [], k", "k", text::kDimensionNumber};
 
 constexpr int64_t kLongColumn = 32;

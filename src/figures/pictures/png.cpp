@@ -1,5 +1,5 @@
-// Where packing is to be fast, rows are stored as differences to the row above: most of a plot is as
-// what is above it, and what remains are runs of zeros.
+// Where packing is to be fast, rows are stored as differences to the row above: most of a plot is
+// as what is above it, and what remains are runs of zeros.
 #include "figures/pictures/png.h"
 
 #include <zlib.h>

@@ -7,8 +7,8 @@
 
 namespace kelo::pictures {
 
-/// Fast: for lines on an even ground. Small: for surfaces, which take long to paint anyway and whose
-/// files are a third smaller.
+/// Fast: for lines on an even ground. Small: for surfaces, which take long to paint anyway and
+/// whose files are a third smaller.
 enum class Packing { fast, small };
 
 /// With a palette where 256 colours suffice, as in most plots. `pixelsPerPoint` is noted as the

@@ -86,7 +86,8 @@ Lengths lengthsOf(const Counts& counts) {
   std::sort(symbols.begin(), symbols.end(),
             [&](int a, int b) { return counts[static_cast<size_t>(a)] < counts[static_cast<size_t>(b)]; });
   for (const int symbol : symbols) nodes.push_back({counts[static_cast<size_t>(symbol)], 0});
-  // Leaves and inner nodes both come in ascending order, so the two least are at the heads of two queues.
+  // Leaves and inner nodes both come in ascending order, so the two least are at the heads of two
+  // queues.
   const size_t numLeaves = nodes.size();
   size_t leaf = 0, inner = numLeaves;
   while (nodes.size() + 1 < 2 * numLeaves) {

@@ -78,7 +78,7 @@ void Emitter::quickCall(const Instruction& i) {
     case QuickCall::tan: return vectorRoutine(i, VectorFunction::tan);
     case QuickCall::tanh: return vectorRoutine(i, VectorFunction::tanh);
     case QuickCall::isempty: case QuickCall::length: case QuickCall::numel: return sizeQuery(i);
-    case QuickCall::ndims: case QuickCall::strcmp: case QuickCall::int2str: case QuickCall::num2str: return;  // never here
+    case QuickCall::ndims: case QuickCall::strcmp: case QuickCall::int2str: case QuickCall::num2str: return;  // never
   }
 }
 

@@ -1,10 +1,10 @@
 // Makes machine code of the nodes of a loop, or of a whole unit.
 //
-// The code of a loop is one function of one argument, a row of 64-bit words (LaneWords): at the entry it
-// reads its lanes from there, at an exit it writes those that have changed back, and gives the
-// number of the exit. In between every lane has virtual registers of its own, one for each way in
-// which it can be held; the compiler of the library finds machine registers for them. Where a node
-// cannot go on it jumps to its exit, having changed nothing: the register code then does the
+// The code of a loop is one function of one argument, a row of 64-bit words (LaneWords): at the
+// entry it reads its lanes from there, at an exit it writes those that have changed back, and gives
+// the number of the exit. In between every lane has virtual registers of its own, one for each way
+// in which it can be held; the compiler of the library finds machine registers for them. Where a
+// node cannot go on it jumps to its exit, having changed nothing: the register code then does the
 // instruction in general.
 //
 // Each jump backwards takes one from a budget; when that is used up the loop is left once, so that

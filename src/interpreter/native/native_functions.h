@@ -1,10 +1,10 @@
 // Native code for functions and handles of numbers: the one thing that the machine knows of it.
 //
-// A unit that has been called some thousand times, or by a hot loop, is translated whole, for the kinds of its inputs,
-// if all that it does is to compute a scalar from scalars and from other such functions. What it
-// does can then not be seen from outside, so a call that meets a surprise is given up and done by
-// the register code from its beginning: messages, places, the depth of calls and stops are those
-// of the register code.
+// A unit that has been called some thousand times, or by a hot loop, is translated whole, for the
+// kinds of its inputs, if all that it does is to compute a scalar from scalars and from other such
+// functions. What it does can then not be seen from outside, so a call that meets a surprise is
+// given up and done by the register code from its beginning: messages, places, the depth of calls
+// and stops are those of the register code.
 #pragma once
 
 #include <span>

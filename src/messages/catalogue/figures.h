@@ -16,6 +16,11 @@ inline constexpr const char* kLimitsMustRise = "the lower limit should be below 
 inline constexpr const char* kSizeMustBePositive = "a width or size should be positive";
 inline constexpr const char* kNoFigure = "there is no figure";
 
+// Pictures
+inline constexpr const char* kLibraryMissing = "Pictures need the library {}";
+inline constexpr const char* kLibraryWithoutFunction = "The picture library has no function {}";
+inline constexpr const char* kPictureFailed = "The picture could not be made: {}";
+
 // Alerts of the panel
 inline Alert figureExists(const std::string& name) {
   return {"Failed to Save", fmt::format("Figure named \"{}\" already exists.", name)};

@@ -33,6 +33,10 @@ inline constexpr const char* kThreeElements = "have exactly 3 elements along the
 inline constexpr const char* kTolerance = "be empty or real non-negative scalar smaller than 1";
 inline constexpr const char* kConjugatePairs = "consist of real numbers and pairs of complex conjugates";
 
+// Arguments, for the same.
+inline constexpr const char* kFirstOfA = "the first element of a";
+inline constexpr const char* kStateVector = "when wi is a vector, it";
+
 // Whole sentences.
 inline constexpr const char* kNoOutputWithoutS = "There is only 1 output when S is not given in the inputs";
 inline constexpr const char* kTooManyOutputs = "Too many output arguments";

@@ -4,6 +4,7 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
+#include "messages/catalogue/figures.h"
 #include "messages/message.h"
 
 namespace kelo::pictures::native {
@@ -14,14 +15,14 @@ constexpr const char* kFontFile = "/usr/share/fonts/truetype/dejavu/DejaVuSans.t
 /// Libraries stay loaded to the end of the program.
 void* open(const char* name) {
   void* library = dlopen(name, RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) throw problem("Pictures need the library " + std::string(name));
+  if (library == nullptr) throw problem(fmt::format(text::kLibraryMissing, name));
   return library;
 }
 
 template <class F>
 F find(void* library, const char* name) {
   void* function = dlsym(library, name);
-  if (function == nullptr) throw problem(std::string("The picture library has no function ") + name);
+  if (function == nullptr) throw problem(fmt::format(text::kLibraryWithoutFunction, name));
   return reinterpret_cast<F>(function);
 }
 

@@ -17,8 +17,8 @@ namespace kelo::pictures::native {
   F(pdf_surface_set_metadata) F(rectangle) F(restore) F(rotate) F(save) F(scale) F(select_font_face)               \
   F(set_dash) F(set_font_face) F(set_font_options) F(set_font_size) F(set_line_join) F(set_line_width)             \
   F(set_source_rgb) F(set_source_rgba) F(set_tolerance) F(set_antialias) F(show_page) F(show_text) F(status)       \
-  F(status_to_string) F(stroke) F(surface_destroy) F(surface_finish) F(surface_flush) F(surface_mark_dirty) F(surface_status)            \
-  F(text_extents) F(translate)
+  F(status_to_string) F(stroke) F(surface_destroy) F(surface_finish) F(surface_flush) F(surface_mark_dirty) \
+  F(surface_status) F(text_extents) F(translate)
 
 struct CairoLibrary {
 #define KELO_FIELD(name) decltype(&::cairo_##name) name = nullptr;

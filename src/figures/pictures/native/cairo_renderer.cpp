@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "figures/pictures/native/cairo_painter.h"
+#include "messages/catalogue/figures.h"
 #include "messages/message.h"
 
 namespace kelo::pictures::native {
@@ -10,7 +11,7 @@ namespace {
 
 void check(const CairoLibrary& cairo, cairo_status_t status) {
   if (status == CAIRO_STATUS_SUCCESS) return;
-  throw problem(std::string("The picture could not be made: ") + cairo.status_to_string(status));
+  throw problem(fmt::format(text::kPictureFailed, cairo.status_to_string(status)));
 }
 
 cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
