@@ -50,6 +50,7 @@ export async function serve(dist: string): Promise<TestServer> {
   let version = '';
   const server = createServer((request, response) => {
     const path = normalize(new URL(request.url ?? '/', 'http://x').pathname);
+    if (path === '/admission') return void response.writeHead(204).end(); // every page is let in
     const file = join(dist, path === '/' ? 'index.html' : path);
     readFile(file).then(
       (content) => {
@@ -85,7 +86,10 @@ export async function serve(dist: string): Promise<TestServer> {
     renew: (name) => {
       version = name;
     },
-    drop: () => sockets.forEach((socket) => socket.terminate()),
+    drop: () => {
+      sockets.forEach((socket) => socket.terminate());
+      server.closeAllConnections(); // one that is kept alive would still be answered
+    },
     close: () => {
       sockets.forEach((socket) => socket.terminate());
       server.close();
