@@ -25,14 +25,13 @@ constexpr const char* kNames[] = {
     "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
     "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "rangeArgument",
     "joinRow", "appendRow", "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName",
-    "assign", "assignList",
-    "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2", "call", "builtin",
-    "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure", "fieldOfName",
-    "fieldPath", "field", "elementField", "checkField", "namedField", "setField", "setNamedField", "setPath",
-    "setElementField", "setFieldElement", "chainBegin", "checkChain", "chainIndices", "chainField", "chainNamedField",
-    "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual", "jumpOnUnequal", "jumpOnLe", "jumpOnLt",
-    "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep", "checkSwitch", "caseJump", "answer",
-    "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
+    "assign", "assignList", "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2",
+    "call", "builtin", "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure",
+    "fieldOfName", "fieldPath", "field", "elementField", "checkField", "namedField", "setField", "setNamedField",
+    "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain", "chainIndices", "chainField",
+    "chainNamedField", "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual", "jumpOnUnequal", "jumpOnLe",
+    "jumpOnLt", "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep", "checkSwitch", "caseJump",
+    "answer", "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
 };
 static_assert(std::size(kNames) == static_cast<size_t>(Op::returnValue) + 1);
 

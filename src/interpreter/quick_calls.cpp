@@ -1,12 +1,14 @@
 #include "interpreter/quick_calls.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <iterator>
 #include <string_view>
 
 #include "platform/vector_math.h"
+#include "values/exact_integers.h"
 
 namespace kelo {
 namespace {
@@ -56,7 +58,6 @@ int64_t lengthWithoutBlanks(const CharArray& row) {
 
 // The text of a number of the system's own, or of one that is whole or rounded to that.
 bool wholeText(const Storable& x, bool rounds, Storable* result) {
-  constexpr double kExactIntegers = 9007199254740992;  // 2^53: every whole double below is itself
   int64_t whole;
   if (x.isScalarOf(Kind::Int)) {
     whole = x.numeric()->asInt().scalar();
@@ -66,14 +67,11 @@ bool wholeText(const Storable& x, bool rounds, Storable* result) {
     if (!(std::fabs(number) < kExactIntegers) || number != std::trunc(number)) return false;
     whole = static_cast<int64_t>(number);
   }
-  Character digits[20];
-  Character* first = std::end(digits);
-  uint64_t rest = whole < 0 ? -static_cast<uint64_t>(whole) : static_cast<uint64_t>(whole);
-  do {
-    *--first = Character(static_cast<char32_t>('0' + rest % 10));
-  } while ((rest /= 10) != 0);
-  if (whole < 0) *--first = Character(U'-');
-  *result = CharArray::row({first, std::end(digits)});
+  const fmt::format_int digits(whole);
+  Character text[20];  // as long as the longest
+  Character* const end = std::transform(digits.data(), digits.data() + digits.size(), text,
+                                        [](char c) { return Character(static_cast<char32_t>(c)); });
+  *result = CharArray::row({text, end});
   return true;
 }
 

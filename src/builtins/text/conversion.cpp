@@ -16,12 +16,12 @@
 #include "interpreter/reader.h"
 #include "messages/catalogue/text_functions.h"
 #include "messages/catalogue/values.h"
+#include "values/exact_integers.h"
 
 namespace kelo::builtins {
 namespace {
 
 constexpr int64_t kColumnGap = 2;
-constexpr double kExactIntegers = 9007199254740992;  // 2^53: every whole double below is itself
 constexpr int64_t kMostDigits = 767;  // a double has no more significant digits
 
 // ---- char

@@ -29,6 +29,10 @@ struct FunctionCode {
   bool isGivenUp = false;             ///< or could not be made
   bool isShort = false;               ///< no loop, no call: the register code is as fast as the way in
 
+  /// Whether it is good in this run, and for what names mean there.
+  bool isGoodIn(const Context& context) const {
+    return !isGivenUp && run == context.run && functions == context.functions;
+  }
   void enter(Word* words) const { block->at<void(Word*)>(entryOffset)(words); }
 };
 

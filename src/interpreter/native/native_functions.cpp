@@ -37,6 +37,11 @@ Kinds kindsOf(std::span<const Storable> arguments, std::span<const Storable> cap
   return kinds;
 }
 
+UnitFunctions& functionsOf(const Code& code) {
+  if (!code.nativeFunctions) code.nativeFunctions = std::make_shared<UnitFunctions>();
+  return *code.nativeFunctions;
+}
+
 bool isShort(const LoopGraph& graph) {
   constexpr size_t kNodes = 16;
   const auto isRound = [&](const Node& node) {
@@ -91,10 +96,7 @@ bool isOf(const Storable& value, Held held) {
 // Whether the code is good for these values; then they are in the words.
 bool pass(const Context& context, const FunctionCode& function, std::span<const Storable> arguments,
           std::span<const Storable> captured, Word* words) {
-  if (function.isGivenUp || function.run != context.run || function.functions != context.functions ||
-      function.inputs.size() != arguments.size() + captured.size()) {
-    return false;
-  }
+  if (!function.isGoodIn(context) || function.inputs.size() != arguments.size() + captured.size()) return false;
   size_t input = 0;
   for (const auto& values : {arguments, captured}) {
     for (const Storable& value : values) {
@@ -151,13 +153,9 @@ Target targetOf(const Context& context, const Code& code, const Instruction& i, 
 
 FunctionRef functionFor(const Context& context, const Code& code, const Kinds& inputs) {
   if (!std::ranges::all_of(inputs, isPassed) || inputs.size() > kMostInputs) return nullptr;
-  if (!code.nativeFunctions) code.nativeFunctions = std::make_shared<UnitFunctions>();
-  UnitFunctions& unit = *code.nativeFunctions;
-  const auto isGood = [&](const FunctionRef& each) {
-    return !each->isGivenUp && each->run == context.run && each->functions == context.functions &&
-           each->inputs == inputs;
-  };
-  const auto found = std::ranges::find_if(unit.made, isGood);
+  UnitFunctions& unit = functionsOf(code);
+  const auto found = std::ranges::find_if(
+      unit.made, [&](const FunctionRef& each) { return each->isGoodIn(context) && each->inputs == inputs; });
   if (found != unit.made.end()) return *found;
   std::erase_if(unit.made, [&](const FunctionRef& each) { return each->run != context.run; });
   if (unit.made.size() >= kMostVersions || std::ranges::find(unit.beingMade, inputs) != unit.beingMade.end()) {
@@ -191,8 +189,7 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
     code.callsLeft = INT32_MAX;
     return false;
   }
-  if (!code.nativeFunctions) code.nativeFunctions = std::make_shared<UnitFunctions>();
-  UnitFunctions& unit = *code.nativeFunctions;
+  UnitFunctions& unit = functionsOf(code);
   if (!unit.isCounting) {
     unit.isCounting = true;
     code.callsLeft = platform::nativeCode.calls;
