@@ -8,6 +8,7 @@ import { EditorView, keymap } from '@codemirror/view';
 import type { Span } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
 import type { TextTarget } from '../keyboard/core/keyboard';
+import { hangingRows } from './hanging';
 import { engineColors } from './highlight';
 import { TypingView } from './typingView';
 
@@ -46,6 +47,7 @@ export function codeExtensions(app: App, options: CodeFieldOptions): Extension {
     EditorState.languageData.of(() => [{ closeBrackets: { brackets: ['(', '[', '{'] } }]),
     keymap.of([...closeBracketsKeymap, ...defaultKeymap, ...historyKeymap]),
     EditorView.lineWrapping,
+    hangingRows,
     inputMode.of(attributesFor(options.ownKeyboard)),
     EditorView.contentAttributes.of({
       'aria-label': options.label,
