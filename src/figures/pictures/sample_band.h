@@ -30,7 +30,7 @@ class SampleBand {
   /// What is to be added to a place, in samples, before its fraction is cut off.
   double shift(int row) const { return shifts_[row & (down_ - 1)]; }
   /// Sets samples first to end - 1 of a row. REQUIRES: 0 <= first < end <= width * kAcross; touch()
-  /// is told of them
+  /// is called for them
   void set(int row, int first, int end) {
     uint8_t* at = bits_.data() + row * stride_ + (first >> 3);
     const int begin = first & 7, last = begin + end - first;
