@@ -34,7 +34,7 @@ class SampleBand {
   class Rows {
    public:
     /// Sets samples first to end - 1 of a row. REQUIRES: 0 <= first < end <= width * kAcross;
-    /// touch() is told of them
+    /// touch() is called for them
     void set(int row, int first, int end) const {
       uint64_t* at = words_ + (first >> 6) * kDown + row;
       const int begin = first & 63, length = end - first;
