@@ -116,6 +116,7 @@ class Machine {
   void set(size_t frame, Name name, Storable value);
   void takeNames();
   void giveNamesBack();
+  void makeRoom(size_t frame, size_t names);
   std::vector<Name> names();
   std::unique_ptr<Workspace> copyOfVariables();
   std::optional<LocalFunction> findLocalFunction(Name name);

@@ -138,11 +138,13 @@ bool Machine::collectOutputs(Storable* result) {
   return true;
 }
 
-// A script or a text: it takes the names that it mentions from the workspace below.
+// A script or a text: it takes the names that it mentions from the workspace below, where there is
+// room for all of them from now on. So a run that finds no memory loses no variable.
 bool Machine::pushOverlay(const Code& code, int32_t destination, int outputs, KeloNode& place) {
   Storable* from = frames_.empty() ? stack_.start() : frame().base + frame().code->registers;
   const bool isFirst = frames_.empty();
   LocalFunctionFile* functions = isFirst ? nullptr : frame().functions;
+  makeRoom(isFirst ? kBelowAll : frames_.size() - 1, code.slots.size());
   if (!push(code, from, 0, destination, place)) return false;
   Frame& made = frame();
   made.isOverlay = true;

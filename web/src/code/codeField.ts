@@ -8,7 +8,9 @@ import { EditorView, keymap } from '@codemirror/view';
 import type { Span } from '../engine/core/protocol';
 import type { App } from '../shell/core/app';
 import type { TextTarget } from '../keyboard/core/keyboard';
+import { hangingRows } from './hanging';
 import { engineColors } from './highlight';
+import { TypingView } from './typingView';
 
 const inputMode = new Compartment();
 const attributesFor = (ownKeyboard: boolean) =>
@@ -45,6 +47,7 @@ export function codeExtensions(app: App, options: CodeFieldOptions): Extension {
     EditorState.languageData.of(() => [{ closeBrackets: { brackets: ['(', '[', '{'] } }]),
     keymap.of([...closeBracketsKeymap, ...defaultKeymap, ...historyKeymap]),
     EditorView.lineWrapping,
+    hangingRows,
     inputMode.of(attributesFor(options.ownKeyboard)),
     EditorView.contentAttributes.of({
       'aria-label': options.label,
@@ -67,8 +70,10 @@ export function setOwnKeyboard(view: EditorView, own: boolean): void {
 
 /// The field as the on-screen keyboard sees it. Writes go by transactions, as typing does.
 export function targetOf(view: EditorView, enter: () => void): TextTarget {
+  const measureLater = () => view instanceof TypingView && view.measureLater();
   return {
     insert(text) {
+      measureLater();
       const { from, to } = view.state.selection.main;
       for (const handler of view.state.facet(EditorView.inputHandler)) {
         const insert = () => view.state.update(view.state.replaceSelection(text), { userEvent: 'input.type' });

@@ -6,6 +6,7 @@ import { type ChangeDesc, type Extension, RangeSetBuilder, StateEffect, StateFie
 import { Decoration, type DecorationSet, EditorView, ViewPlugin, type ViewUpdate } from '@codemirror/view';
 import type { Span } from '../engine/core/protocol';
 import { classOf, kColorClasses } from './colorClass';
+import { behindPicture } from './typingView';
 
 export type Highlighter = (text: string) => Promise<Span[]>;
 
@@ -45,8 +46,6 @@ function marksOf(spans: Span[], offset: number): DecorationSet {
   }
   return builder.finish();
 }
-
-const behindPicture = (work: () => void) => requestAnimationFrame(() => setTimeout(work));
 
 class Painter {
   private planned = false;

@@ -11,6 +11,7 @@ import { codeExtensions, replaceAll, setOwnKeyboard, targetOf } from '../code/co
 import { breakLineAt, type Indenter, indentationSettled, mendWhileTyping, newLine } from '../code/indent';
 import { Suggestions } from '../code/suggestions';
 import { SuggestionStrip } from '../code/SuggestionStrip';
+import { TypingView } from '../code/typingView';
 import { isTouch, ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { Icon } from '../design/icons';
 import { type FirstText, takeFirstField } from '../first/firstField';
@@ -110,7 +111,7 @@ function makeView(app: App, parent: HTMLElement, suggestions: Suggestions, run: 
       { key: 'ArrowDown', run: (view) => onLastLine(view) && recall(app.console.next(), view) },
     ]),
   );
-  const view: EditorView = new EditorView({
+  const view: EditorView = new TypingView({
     parent,
     state: EditorState.create({
       doc: draft,

@@ -9,6 +9,7 @@ import { Icon } from '../design/icons';
 import { setOwnKeyboard } from '../code/codeField';
 import { Suggestions } from '../code/suggestions';
 import { SuggestionStrip } from '../code/SuggestionStrip';
+import { TypingView } from '../code/typingView';
 import { ownKeyboardWanted } from '../code/useOwnKeyboard';
 import { text as t } from '../texts/texts';
 import { isDirty, isProgram, nameOf, type OpenFile } from './core/editor';
@@ -183,7 +184,7 @@ function Field({ app, path, view }: { app: App; path: string; view: { current: E
   ).current;
 
   useEffect(() => {
-    const field = new EditorView({ parent: parent.current! });
+    const field = new TypingView({ parent: parent.current! });
     view.current = field;
     generation.value++;
     return () => {

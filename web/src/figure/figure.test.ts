@@ -150,7 +150,9 @@ test('a surface under the finger is seen as the engine has it, turned and zoomed
   // Seen from above the box fills the room: x to the right, y upwards.
   expect([...surface.faces().corners].map(Math.round)).toEqual([0, 200, 200, 200, 200, 0, 0, 0]);
   expect(surface.faces().colors[0]).toBe(2);
-  expect(surface.walls()).toHaveLength(1);
+  const [wall] = surface.walls([[0, 0.25, 1], [0.5], [0.5]]);
+  expect([...wall!.corners].map(Math.round)).toEqual([0, 200, 200, 200, 200, 0, 0, 0]);
+  expect([...wall!.grid].map(Math.round)).toEqual([50, 200, 50, 0, 0, 100, 200, 100]);
   // A quarter turn about z takes x to y; half the zoom halves it about the middle.
   expect(surface.apply({ kind: 'rotate', dx: 100, dy: 0 }, 200, 200)).toBe(true);
   expect(surface.apply({ kind: 'zoom', scale: 0.5 }, 200, 200)).toBe(true);
@@ -166,7 +168,7 @@ test('the axes of a turned surface run along its outline, with the texts at thei
   for (const [dx, dy] of [[10, -60], [55, -35], [130, -90], [199, -150]] as const) {
     const surface = new TurnedSurface(meshOf([0, 0, 0, 0]), [0, 0, 200, 200]);
     surface.apply({ kind: 'rotate', dx, dy }, 200, 200);
-    const corners = surface.walls().flatMap((wall) => [0, 2, 4, 6].map((k) => [wall[k]!, wall[k + 1]!] as const));
+    const corners = surface.walls().flatMap(({ corners: wall }) => [0, 2, 4, 6].map((k) => [wall[k]!, wall[k + 1]!] as const));
     const edges = surface.edges();
     expect(edges.filter(Boolean).length).toBeGreaterThan(1);
     for (const edge of edges) {

@@ -115,8 +115,8 @@ function paintText(context: CanvasRenderingContext2D, item: DrawingItem, font: s
   context.restore();
 }
 
-/// Paints a surface while it is turned: walls, axes and texts as in the last drawing, and faces with
-/// their edges.
+/// Paints a surface while it is turned: walls with their grid, axes and texts as in the last drawing,
+/// and faces with their edges.
 export function paintTurned(
   context: CanvasRenderingContext2D,
   drawing: Drawing,
@@ -127,14 +127,15 @@ export function paintTurned(
   context.clearRect(0, 0, drawing.width, drawing.height);
   context.lineJoin = 'round';
   context.setLineDash([]);
-  const wall = drawing.items.find(({ role, kind }) => role === 'plot area' && kind === 'polygon');
-  for (const corners of surface.walls()) {
+  const { titles, axes, wall, grid, ticks } = partsOf(drawing);
+  for (const { corners, grid: lines } of surface.walls(ticks)) {
     traceFour(context, corners, 0);
     if (wall?.fill) context.fillStyle = wall.fill;
     if (wall?.fill) context.fill();
     context.strokeStyle = wall?.stroke ?? '#80808080';
     context.lineWidth = wall?.width ?? 1;
     context.stroke();
+    if (grid) strokeLines(context, lines, grid);
   }
   const { count, corners, colors } = surface.faces();
   const edges = surface.colors.map((color) => darker(color));
@@ -146,7 +147,6 @@ export function paintTurned(
     context.fill();
     context.stroke();
   }
-  const { titles, axes } = textsOf(drawing);
   titles.forEach((item) => paintText(context, item, font));
   const places = surface.edges();
   axes.forEach((axis, k) => {
@@ -155,19 +155,42 @@ export function paintTurned(
   });
 }
 
-interface Texts {
+/// What is taken from the engine's last drawing.
+interface Parts {
   titles: DrawingItem[];
   axes: (AxisTexts | null)[];
+  wall?: DrawingItem;
+  grid?: DrawingItem;
+  /// The places of the ticks along each axis, from 0 to 1.
+  ticks: number[][];
 }
-const knownTexts = new WeakMap<Drawing, Texts>();
+const knownParts = new WeakMap<Drawing, Parts>();
 
 /// Looked for once, since the list is long.
-function textsOf(drawing: Drawing): Texts {
-  const known = knownTexts.get(drawing);
+function partsOf(drawing: Drawing): Parts {
+  const known = knownParts.get(drawing);
   if (known) return known;
-  const found = { titles: drawing.items.filter(({ role }) => role === 'title'), axes: axisTexts(drawing) };
-  knownTexts.set(drawing, found);
+  const axes = axisTexts(drawing);
+  const found = {
+    titles: drawing.items.filter(({ role }) => role === 'title'),
+    axes,
+    wall: drawing.items.find(({ role, kind }) => role === 'plot area' && kind === 'polygon'),
+    grid: drawing.items.find(({ role }) => role === 'grid'),
+    ticks: axes.map((axis) => axis?.texts.filter(({ isLabel }) => !isLabel).map(({ share }) => share) ?? []),
+  };
+  knownParts.set(drawing, found);
   return found;
+}
+
+function strokeLines(context: CanvasRenderingContext2D, ends: Float32Array, { stroke, width }: DrawingItem): void {
+  context.beginPath();
+  for (let k = 0; k < ends.length; k += 4) {
+    context.moveTo(ends[k]!, ends[k + 1]!);
+    context.lineTo(ends[k + 2]!, ends[k + 3]!);
+  }
+  context.strokeStyle = stroke ?? '#80808080';
+  context.lineWidth = width ?? 1;
+  context.stroke();
 }
 
 const kTick = 4;

@@ -69,23 +69,35 @@ test('the first start shows the tour once', async () => {
   ]);
 });
 
-test('presses of the keyboard keep their order, and a lost one stops none', async () => {
-  const { app } = startApp();
+test('a press acts before the engine has answered, and its answer holds', async () => {
+  const { app, session } = startApp();
   await settle();
-  const typed: string[] = [];
+  let text = '';
   const keyboard: Keyboard = app.keyboard;
   keyboard.target.value = {
-    insert: (text) => typed.push(text),
-    deleteBackward: () => typed.push('<'),
-    enter: () => typed.push('!'),
+    insert: (more) => (text += more),
+    deleteBackward: () => (text = text.slice(0, -1)),
+    enter: () => (text += '!'),
     moveCaret: () => {},
   };
-  for (const key of ['shift', 'A', 'b', 'deleteBackward', 'enter']) void keyboard.press(key);
-  await keyboard.press('c');
-  expect(typed).toEqual(['A', 'b', '<', '!', 'c']);
+  for (const key of ['shift', 'A', 'b', 'z', 'deleteBackward', 'enter', 'numKeyboard', '7', 'abc']) {
+    void keyboard.press(key);
+  }
+  expect([text, keyboard.type.value]).toEqual(['Ab!7', 'alpha']);
   await keyboard.press('shift', 'double');
   await keyboard.press('A');
-  expect([keyboard.type.value, keyboard.capLocked.value]).toEqual(['alphaCap', true]);
+  expect([text, keyboard.type.value, keyboard.capLocked.value]).toEqual(['Ab!7A', 'alphaCap', true]);
+
+  session.answerPress = () => ({ keyboardType: 'symbol', capLocked: false, insert: 'sin(' });
+  const press = keyboard.press('B');
+  expect(text).toBe('Ab!7AB');
+  await press;
+  expect([text, keyboard.type.value]).toEqual(['Ab!7Asin(', 'symbol']);
+  session.answerPress = () => {
+    throw new Error('lost');
+  };
+  await keyboard.press('8');
+  expect(text).toBe('Ab!7Asin(8');
 });
 
 test('links of help pages stay among them', () => {

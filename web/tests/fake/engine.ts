@@ -68,6 +68,7 @@ export class FakeSession {
     },
   };
   readonly requests: { method: string; params: Record<string, never> }[] = [];
+  answerPress = pressKey;
   private readonly clients = new Set<(text: string) => void>();
 
   join(send: (text: string) => void): () => void {
@@ -290,7 +291,7 @@ export class FakeSession {
     'editor/uncomment': (s) => s,
     'editor/indent': (s) => s,
     'keyboard/layouts': () => keyboardLayouts,
-    'keyboard/press': pressKey,
+    'keyboard/press': (params) => this.answerPress(params),
     'files/list': ({ path }) => ({ path, sortedBy: this.state.settings.sortedBy, items: this.list(path) }),
     'files/newFile': ({ folder, name }) =>
       this.make(folder, name, `%% ${name.replace(/\..*/, '')}\n%% Enter your code here.\n`),

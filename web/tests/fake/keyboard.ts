@@ -51,8 +51,8 @@ export function pressKey(params: {
       ? { keyboardType: 'alphaCap', capLocked: true }
       : { keyboardType: keyboardType === 'alpha' ? 'alphaCap' : 'alpha', capLocked: false };
   }
-  if (id === 'numKeyboard') return { keyboardType: 'symbol', capLocked };
-  if (id === 'abc') return { keyboardType: 'alpha', capLocked };
+  if (id === 'numKeyboard') return { keyboardType: 'symbol', capLocked: false };
+  if (id === 'abc') return { keyboardType: 'alpha', capLocked: false };
   if (id === 'deleteBackward' || id === 'enter') return { keyboardType, capLocked, action: id };
   return {
     keyboardType: keyboardType === 'alphaCap' && !capLocked ? 'alpha' : keyboardType,

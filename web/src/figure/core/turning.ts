@@ -5,14 +5,17 @@
 import type { Mesh } from '../../engine/core/protocol';
 import { bytesFrom } from './base64';
 import type { PendingGesture } from './gestures';
-import { chooseEdge, type Edge, kAxes } from './turnedAxes';
+import { type Axis, chooseEdge, type Edge, kAxes } from './turnedAxes';
 
 const kHeight = 0.75;
+const kHalf = [1, 1, kHeight];
 const kMostStretch = 1.3;
 const kHalfTurn = 180;
 /// Faces of the mesh are about so large, in points.
 const kFaceSize = 7;
 const kEdge = 1 + 1e-6;
+/// Lines of the grid so near to an edge of the box are left to the edge.
+const kNearEdge = 0.004;
 
 type Matrix = [number, number, number, number, number, number, number, number, number];
 export type Area = [left: number, top: number, right: number, bottom: number];
@@ -23,6 +26,12 @@ export interface Faces {
   /// x and y of four corners a face.
   corners: Float32Array;
   colors: Uint8Array;
+}
+
+/// A wall behind the surface: its corners, and the ends of the lines of its grid, four numbers each.
+export interface Wall {
+  corners: Float32Array;
+  grid: Float32Array;
 }
 
 function rotation([x, y, z]: readonly number[]): Matrix {
@@ -86,35 +95,46 @@ export class TurnedSurface {
     return true;
   }
 
-  /// The three walls behind the surface, eight numbers each.
-  walls(): Float32Array[] {
-    const place = this.projection();
+  /// The three walls behind the surface. `ticks` are the places of the ticks along each axis, from 0 to 1.
+  walls(ticks: readonly (readonly number[])[] = []): Wall[] {
     const facing = rotation(this.rotation).slice(6);
-    const half = [1, 1, kHeight];
-    return [0, 1, 2]
+    return kAxes
       .filter((axis) => Math.abs(facing[axis]!) > 1e-6)
-      .map((axis) => {
-        const [along, across] = [(axis + 1) % 3, (axis + 2) % 3] as [number, number];
-        const corners = new Float32Array(8);
-        [-1, 1, 1, -1].forEach((side, k) => {
-          const p = [0, 0, 0];
-          p[axis] = facing[axis]! < 0 ? half[axis]! : -half[axis]!;
-          p[along] = side * half[along]!;
-          p[across] = (k < 2 ? -1 : 1) * half[across]!;
-          place(p, 0, corners, 2 * k);
-        });
-        return corners;
+      .map((axis) => this.wallAcross(axis, facing[axis]! < 0 ? 1 : -1, ticks));
+  }
+
+  private wallAcross(axis: Axis, side: number, ticks: readonly (readonly number[])[]): Wall {
+    const place = this.projection();
+    const [along, across] = [(axis + 1) % 3, (axis + 2) % 3] as [Axis, Axis];
+    const put = (points: [number, number][], [u, v]: [Axis, Axis]) => {
+      const screen = new Float32Array(2 * points.length);
+      points.forEach(([a, b], k) => {
+        const p = [0, 0, 0];
+        [p[axis], p[u], p[v]] = [side * kHalf[axis]!, a * kHalf[u]!, b * kHalf[v]!];
+        place(p, 0, screen, 2 * k);
       });
+      return screen;
+    };
+    const lines = (u: Axis, v: Axis) =>
+      put(
+        (ticks[u] ?? [])
+          .filter((share) => share > kNearEdge && share < 1 - kNearEdge)
+          .flatMap((share) => [-1, 1].map((end): [number, number] => [2 * share - 1, end])),
+        [u, v],
+      );
+    return {
+      corners: put([[-1, -1], [1, -1], [1, 1], [-1, 1]], [along, across]),
+      grid: Float32Array.from([...lines(along, across), ...lines(across, along)]),
+    };
   }
 
   /// The edges along which the axes x, y and z run; null for one that is seen end on.
   edges(): (Edge | null)[] {
     const place = this.projection();
-    const half = [1, 1, kHeight];
     const out = new Float32Array(2);
     const onScreen = (sides: number[]) => {
       place(
-        sides.map((side, axis) => side * half[axis]!),
+        sides.map((side, axis) => side * kHalf[axis]!),
         0,
         out,
         0,
