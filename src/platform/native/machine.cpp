@@ -37,10 +37,10 @@ void askForHugePages(void* block, int64_t bytes) {
 // The C library would give each thread a heap of its own, which grows page by page. The nodes of a
 // long program are small and many, and the first use of a page costs more than what is done there:
 // so there is one heap, which grows in large steps, the first of huge pages. It keeps what is freed
-// up to two such steps.
+// up to two such steps. A step is less than what a run reserves for its end, which would lie there.
 void adaptHeap() {
 #if defined(__GLIBC__)
-  constexpr int kStep = 32 << 20, kMapped = 8 << 20, kBeyondTop = 1 << 20;
+  constexpr int kStep = 24 << 20, kMapped = 8 << 20, kBeyondTop = 1 << 20;
   if (addressSpaceLimit() < int64_t{64} * kStep) return;
   mallopt(M_ARENA_MAX, 1);
   mallopt(M_MMAP_THRESHOLD, kMapped);
