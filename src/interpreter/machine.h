@@ -91,6 +91,7 @@ class Machine {
   void enterFunction(Frame& made, FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given,
                      int32_t wanted);
   void enterHandle(Frame& made, const AnonymousFunction& function, int32_t wanted);
+  void handOver(const Site& site);
   bool returnPlainly();
   void returnPlainly(Storable value);
   void popPlain();
@@ -144,6 +145,7 @@ class Machine {
   bool spreadArguments(const Site& site, Storable* arguments, std::vector<Storable>* spread);
   bool failArgument(const Site& site, int32_t k, KeloNode& place);
   void remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functions, int64_t index = -1);
+  void rememberLocal(Site& site, const LocalFunction& function);
   bool makeHandle(const Instruction& i);
   void makeAnonymous(const Site& site, Storable* result);
   int outputsOf(const Site& site) const;
@@ -205,6 +207,7 @@ class Machine {
   bool elementField(const Instruction& i);
   bool setField(const Instruction& i);
   bool setNamedField(const Instruction& i);
+  bool putField(const Instruction& i, const HeldName& name);
   bool setPath(const Instruction& i);
   bool setElementField(const Instruction& i);
   bool setFieldElement(const Instruction& i);

@@ -52,6 +52,7 @@ bool Machine::call(const Instruction& i, Storable* arguments) {
   const Storable& base = reg(i.b);
   if (base.isFuncHandle() && callAnonymousAgain(*base.funcHandle(), site, arguments, i.a)) return true;
   if (site.isSlot && meansTheSame(base, site) && arePlain(arguments, site.count)) {
+    if (callAgain(site, arguments, i.a)) return true;
     return callUnit(*site.target, site.targetFunctions, arguments, site.count, i.a, outputsOf(site), *site.node);
   }
   if (base.isArray()) {
@@ -86,15 +87,20 @@ bool Machine::callSpread(const Storable& base, Site& site, std::vector<Storable>
 bool Machine::callValue(const Storable& base, Site& site, Storable* arguments, int32_t count, int32_t destination) {
   KeloNode& place = *site.node;
   const int outputs = outputsOf(site);
-  if (base.isFuncHandle()) return callHandle(*base.funcHandle(), arguments, count, destination, outputs, place);
+  if (base.isFuncHandle()) {
+    const FunctionHandle handle = *base.funcHandle();  // the register may be that of the result
+    if (!callHandle(handle, arguments, count, destination, outputs, place)) return false;
+    if (site.isSlot && handle.form() == FunctionHandle::Form::local) rememberLocal(site, handle.localFunction());
+    return true;
+  }
   const LocalFunction* held = base.localFunc();
   const auto found = held ? std::nullopt : findLocalFunction(site.name);
   if (const LocalFunction* local = held ? held : found ? &*found : nullptr) {
     if (!isAccessible(*local, place)) {
       return fail(place, expectation(fmt::format(text::kLocalNotAccessible, site.name.text())));
     }
-    FunctionUnit& unit = functionUnit(*local->body().declaration);
-    if (held || base.isNone()) remember(site, unit, local->file().get(), held ? local->index() : -1);
+    if (held) rememberLocal(site, *local);
+    else if (base.isNone()) remember(site, functionUnit(*local->body().declaration), local->file().get());
     return callLocal(*local, arguments, count, destination, outputs, place);
   }
   FunctionUnit* unit = nullptr;
@@ -112,6 +118,10 @@ void Machine::remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functi
   site.targetFunctions = functions;
   site.targetIndex = index;
   site.functions = unit.isMain ? frames_.caller().functions : frame().functions;
+}
+
+void Machine::rememberLocal(Site& site, const LocalFunction& function) {
+  remember(site, functionUnit(*function.body().declaration), function.file().get(), function.index());
 }
 
 // A name without arguments that is no variable; a local function of another file is passed over.

@@ -1,6 +1,7 @@
 #include "linear/matrix_vector.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "linear/lapack.h"
 #include "platform/parallel.h"
@@ -67,13 +68,28 @@ KELO_WIDE_CLONES void multiplyAllColumns(int64_t m, int64_t n, const double* a, 
 
 }  // namespace
 
+// Each piece is a stretch of memory, or a few long ones, which is what the processor fetches ahead.
 void multiplyVector(int64_t m, int64_t n, const double* a, const double* x, double* y) {
-  constexpr int64_t kRows = 64;  // whole lines of memory
-  if (m * n < kLeastShared) return multiplyRows(m, n, a, m, x, y);
-  platform::parallelForUnits((m + kRows - 1) / kRows, kRows * n, [=](int64_t begin, int64_t end) {
-    const int64_t first = begin * kRows;
-    multiplyRows(std::min(m, end * kRows) - first, n, a + first, m, x, y + first);
+  constexpr int64_t kLongColumn = 8192, kPiece = 1 << 17;
+  const int64_t columns = (kPiece / std::max<int64_t>(m, 1) + kColumns) / kColumns * kColumns;
+  const int64_t pieces = (n + columns - 1) / columns;
+  if (m * n < kLeastShared || pieces == 0) return multiplyRows(m, n, a, m, x, y);
+  if (m >= kLongColumn) {
+    constexpr int64_t kRows = kLongColumn / 2;
+    return platform::parallelForUnits((m + kRows - 1) / kRows, kRows * n, [=](int64_t begin, int64_t end) {
+      const int64_t first = begin * kRows;
+      multiplyRows(std::min(m, end * kRows) - first, n, a + first, m, x, y + first);
+    });
+  }
+  std::vector<double> parts(static_cast<size_t>(pieces * m));
+  platform::parallelForUnits(pieces, columns * m, [&](int64_t begin, int64_t end) {
+    for (int64_t k = begin; k < end; ++k) {
+      const int64_t first = k * columns;
+      multiplyRows(m, std::min(columns, n - first), a + first * m, m, x + first, parts.data() + k * m);
+    }
   });
+  const std::vector<double> ones(static_cast<size_t>(pieces), 1.0);
+  multiplyRows(m, pieces, parts.data(), m, ones.data(), y);
 }
 
 void multiplyVectorTransposed(int64_t m, int64_t n, const double* a, const double* x, double* y) {

@@ -154,58 +154,113 @@ KELO_WIDE_CLONES void solveUpperLeaf(int k, int n, const double* u, int64_t ldu,
   }
 }
 
+// One right side. Columns go four at a time, so that the vector is read and written once for all of
+// them.
 namespace {
 
-__attribute__((always_inline)) inline double product(const double* a, const double* b, int64_t n) {
-  Lanes sums[2] = {};
+constexpr int64_t kTogether = 4;
+
+/// products[q] = the sum of conj(a(i, q)) * x[i], for four columns.
+__attribute__((always_inline)) inline void multiplyFour(const double* a, int64_t ld, const double* x, int64_t n,
+                                                        double* products) {
+  Lanes sums[kTogether] = {};
   int64_t i = 0;
-  for (; i + 2 * kLanes <= n; i += 2 * kLanes) {
+  for (; i + kLanes <= n; i += kLanes) {
+    const Lanes factor = KELO_LANES(x + i);
+#pragma GCC unroll 4
+    for (int64_t q = 0; q < kTogether; ++q) sums[q] = sums[q] + KELO_LANES(a + i + q * ld) * factor;
+  }
+#pragma GCC unroll 4
+  for (int64_t q = 0; q < kTogether; ++q) {
+    double sum = 0;
+    for (int64_t k = i; k < n; ++k) sum = sum + a[k + q * ld] * x[k];
 #pragma GCC unroll 8
-    for (int h = 0; h < 2; ++h) sums[h] = sums[h] + KELO_LANES(a + i + h * kLanes) * KELO_LANES(b + i + h * kLanes);
+    for (int64_t k = 0; k < kLanes; ++k) sum = sum + sums[q][k];
+    products[q] = sum;
   }
-  double sum = 0;
-  for (; i < n; ++i) sum = sum + a[i] * b[i];
-  for (int k = 0; k < kLanes; ++k) sum = sum + (sums[0][k] + sums[1][k]);
-  return sum;
 }
-__attribute__((always_inline)) inline ComplexDouble product(const ComplexDouble* a, const ComplexDouble* b, int64_t n) {
-  ComplexDouble sums[4] = {};
-  int64_t i = 0;
-  for (; i + 4 <= n; i += 4) {
-    for (int k = 0; k < 4; ++k) sums[k] = sums[k] + conj(a[i + k]) * b[i + k];
+__attribute__((always_inline)) inline void multiplyFour(const ComplexDouble* a, int64_t ld, const ComplexDouble* x,
+                                                        int64_t n, ComplexDouble* products) {
+  ComplexDouble sums[kTogether] = {};
+  for (int64_t i = 0; i < n; ++i) {
+    for (int64_t q = 0; q < kTogether; ++q) sums[q] = sums[q] + conj(a[i + q * ld]) * x[i];
   }
-  for (; i < n; ++i) sums[0] = sums[0] + conj(a[i]) * b[i];
-  return (sums[0] + sums[1]) + (sums[2] + sums[3]);
+  std::copy_n(sums, kTogether, products);
+}
+
+/// x[i] -= a(i, 0) * known[0] + ..., one product after the other, for `count` columns.
+template <int64_t kCount, class T>
+__attribute__((always_inline)) inline void subtractFrom(T* __restrict x, const T* __restrict a, int64_t ld,
+                                                        const T* known, int64_t rows) {
+  T factors[kCount];
+  for (int64_t q = 0; q < kCount; ++q) factors[q] = known[q];
+#pragma GCC ivdep
+  for (int64_t i = 0; i < rows; ++i) {
+    T rest = x[i];
+#pragma GCC unroll 4
+    for (int64_t q = 0; q < kCount; ++q) rest = rest - a[i + q * ld] * factors[q];
+    x[i] = rest;
+  }
 }
 
 template <class T>
 __attribute__((always_inline)) inline void lowerOne(int64_t n, const T* factors, T* x) {
-  for (int64_t j = 0; j < n; ++j) {
-    const T* column = factors + j * n;
-    const T known = x[j];
-#pragma GCC ivdep
-    for (int64_t i = j + 1; i < n; ++i) x[i] = x[i] - column[i] * known;
+  for (int64_t j = 0; j < n; j += kTogether) {
+    const int64_t end = std::min(n, j + kTogether);
+    for (int64_t k = j; k < end; ++k) {
+      for (int64_t i = k + 1; i < end; ++i) x[i] = x[i] - factors[k * n + i] * x[k];
+    }
+    if (end < n) subtractFrom<kTogether>(x + end, factors + j * n + end, n, x + j, n - end);
   }
 }
 template <class T>
 __attribute__((always_inline)) inline void upperOne(int64_t n, const T* factors, T* x) {
-  for (int64_t j = n - 1; j >= 0; --j) {
-    const T* column = factors + j * n;
-    const T known = x[j] / column[j];
-    x[j] = known;
-#pragma GCC ivdep
-    for (int64_t i = 0; i < j; ++i) x[i] = x[i] - column[i] * known;
+  for (int64_t end = n; end > 0;) {
+    const int64_t begin = end % kTogether == 0 ? end - kTogether : end / kTogether * kTogether;
+    for (int64_t k = end - 1; k >= begin; --k) {
+      x[k] = x[k] / factors[k * n + k];
+      for (int64_t i = begin; i < k; ++i) x[i] = x[i] - factors[k * n + i] * x[k];
+    }
+    if (end - begin == kTogether) {
+      subtractFrom<kTogether>(x, factors + begin * n, n, x + begin, begin);
+    } else {
+      for (int64_t k = begin; k < end; ++k) subtractFrom<1>(x, factors + k * n, n, x + k, begin);
+    }
+    end = begin;
   }
 }
 template <class T>
 __attribute__((always_inline)) inline void lowerTransposed(int64_t n, const T* factors, T* x) {
-  for (int64_t j = n - 1; j >= 0; --j) {
-    x[j] = x[j] - product(factors + j * n + j + 1, x + j + 1, n - 1 - j);
+  int64_t j = n;
+  for (; j >= kTogether; j -= kTogether) {
+    const int64_t begin = j - kTogether;
+    T products[kTogether];
+    multiplyFour(factors + begin * n + j, n, x + j, n - j, products);
+    for (int64_t k = j - 1; k >= begin; --k) {
+      x[k] = x[k] - products[k - begin];
+      for (int64_t i = k + 1; i < j; ++i) x[k] = x[k] - conj(factors[k * n + i]) * x[i];
+    }
+  }
+  for (int64_t k = j - 1; k >= 0; --k) {
+    for (int64_t i = k + 1; i < n; ++i) x[k] = x[k] - conj(factors[k * n + i]) * x[i];
   }
 }
 template <class T>
 __attribute__((always_inline)) inline void upperTransposed(int64_t n, const T* factors, T* x) {
-  for (int64_t j = 0; j < n; ++j) x[j] = (x[j] - product(factors + j * n, x, j)) / conj(factors[j * n + j]);
+  int64_t j = 0;
+  for (; j + kTogether <= n; j += kTogether) {
+    T products[kTogether];
+    multiplyFour(factors + j * n, n, x, j, products);
+    for (int64_t k = j; k < j + kTogether; ++k) {
+      x[k] = x[k] - products[k - j];
+      for (int64_t i = j; i < k; ++i) x[k] = x[k] - conj(factors[k * n + i]) * x[i];
+      x[k] = x[k] / conj(factors[k * n + k]);
+    }
+  }
+  for (int64_t k = j; k < n; ++k) {
+    for (int64_t i = 0; i < k; ++i) x[k] = x[k] - conj(factors[k * n + i]) * x[i];
+    x[k] = x[k] / conj(factors[k * n + k]);
+  }
 }
 
 }  // namespace

@@ -51,8 +51,20 @@ int factorPanel(int m, int n, double* a, int64_t ld, int* pivots) {
   return firstZero;
 }
 
+// Four columns at a time, since one exchange waits for another.
 void exchange(int n, double* a, int64_t ld, const int* pivots, int begin, int end) {
-  for (int j = 0; j < n; ++j) {
+  constexpr int kTogether = 4;
+  int j = 0;
+  for (; j + kTogether <= n; j += kTogether) {
+    double* columns = a + j * ld;
+    for (int k = begin; k < end; ++k) {
+      const int64_t other = pivots[k];
+      if (other == k) continue;
+#pragma GCC unroll 4
+      for (int q = 0; q < kTogether; ++q) std::swap(columns[k + q * ld], columns[other + q * ld]);
+    }
+  }
+  for (; j < n; ++j) {
     double* column = a + j * ld;
     for (int k = begin; k < end; ++k) std::swap(column[k], column[pivots[k]]);
   }

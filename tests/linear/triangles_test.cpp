@@ -96,7 +96,7 @@ TEST(Triangles, ManyRightSides) {
 
 TEST(Triangles, MatrixByVectorAsMatrixByMatrix) {
   std::mt19937_64 random(10);
-  for (const auto& [m, n] : {std::pair<int64_t, int64_t>{37, 41}, {600, 500}, {1, 700}, {700, 3}}) {
+  for (const auto& [m, n] : {std::pair<int64_t, int64_t>{37, 41}, {600, 500}, {1, 700}, {700, 3}, {9000, 40}}) {
     const DoubleArray a = randomArray(random, SizeVector(m, n)), v = randomArray(random, SizeVector(n, 1));
     const NumericArray twice = mtimes(a, NumericArray(DoubleArray(SizeVector(n, 2), [&] {
                                         std::vector<double> both(v.values().begin(), v.values().end());
