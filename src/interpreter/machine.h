@@ -125,6 +125,7 @@ class Machine {
   // ---- machine_calls.cpp; `arguments`: a row of `count` registers, `destination`: the caller's
   bool loadName(const Instruction& i);
   bool call(const Instruction& i, Storable* arguments);
+  static void becomeIndex(Instruction& call, const Site& site);
   bool callSpread(const Storable& base, Site& site, std::vector<Storable>& arguments, int32_t destination);
   bool callValue(const Storable& base, Site& site, Storable* arguments, int32_t count, int32_t destination);
   bool callUnit(FunctionUnit& unit, LocalFunctionFile* functions, Storable* arguments, int32_t count,

@@ -56,19 +56,22 @@ bool Machine::call(const Instruction& i, Storable* arguments) {
     return callUnit(*site.target, site.targetFunctions, arguments, site.count, i.a, outputsOf(site), *site.node);
   }
   if (base.isArray()) {
-    std::vector<const Storable*> list;
-    for (int32_t k = 0; k < site.count; ++k) list.push_back(arguments + k);
-    Storable result;
-    if (!readElements(base, site, list.data(), site.count, &result)) return false;
-    for (int32_t k = 0; k < site.count; ++k) arguments[k].clear();
-    reg(i.a) = std::move(result);
-    return true;
+    if (i.op == Op::call) becomeIndex(const_cast<Instruction&>(i), site);
+    return indexOrCall(i);
   }
   if (!base.isFuncHandle() && !site.isSlot) return fail(*site.node, text::kIndexedNotArrayOrHandle);
   if (arePlain(arguments, site.count)) return callValue(base, site, arguments, site.count, i.a);
   std::vector<Storable> spread;
   if (!spreadArguments(site, arguments, &spread)) return false;
   return callSpread(base, site, spread, i.a);
+}
+
+// OPTIMIZATION: the name has turned out to be an array, and is read as one from now on.
+void Machine::becomeIndex(Instruction& call, const Site& site) {
+  call.op = site.count == 1 ? Op::index1 : site.count == 2 ? Op::index2 : Op::index;
+  if (site.count > 2) return;
+  call.c = site.first;
+  call.e = site.first + 1;
 }
 
 // More arguments than registers were laid out for them: they go behind the frame.

@@ -121,11 +121,12 @@ bool Machine::store(const Instruction& i, const Storable* const* arguments, int3
 
 // ---- `end` and ":"
 
-// The extent of an argument where the site indexes an array; -1 where it does not.
+// The extent of an argument where the site indexes an array; -1 where it does not. What an
+// assignment makes anew is a 0 x 0 until then.
 int64_t Machine::extentAt(const Site& site, int32_t argument) const {
   const Storable* base = &frame().base[site.base];
   if (site.isChain) base = chains_.back().reached(base->isNone() || base->isLocalFunc() ? nullptr : base);
-  if (!base || !base->isArray()) return site.isTarget ? 0 : -1;
+  if (!base || !base->isArray()) return !site.isTarget ? -1 : argument < 2 ? 0 : 1;
   const SizeVector& size = base->size();
   if (site.count == 1) return size.numElements();
   if (site.count == 2 && size.isMatrix()) return argument == 0 ? size.rows() : size.columns();
