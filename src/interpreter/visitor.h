@@ -90,6 +90,7 @@ class Visitor {
   void lowerChain(KeloNode& assignment, const ChainDetails& chain, int32_t value);
   void lowerChainIndices(KeloNode& assignment, const Nodes& arguments);
   int32_t rightSide(KeloNode& assignment, const char* withoutValue);
+  void handOver(std::span<const int32_t> targets);
 
   // ---- visit_literals.cpp: every expression comes through `visit`
   int32_t visit(KeloNode& node, int outputs = kNoOutputs, int32_t wish = kNowhere);

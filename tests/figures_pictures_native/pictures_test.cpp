@@ -15,6 +15,9 @@
 #include "figures_drawing/samples.h"
 #include "places.h"
 
+/// The library that looks for fonts keeps what it has read.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+
 namespace kelo::pictures {
 namespace {
 

@@ -52,7 +52,7 @@ size_t runAt(const char* at, const char* end, int distance) {
 /// Nothing when there are too many.
 std::optional<std::vector<Token>> tokensOf(std::string_view rows, int distance) {
   const size_t most = rows.size() / kBytesPerToken + kMostRun;
-  std::vector<Token> tokens(most + rows.size() / kMostRun + 2 * kLeastRun);
+  std::vector<Token> tokens(most + rows.size() / kMostRun + 4 * kLeastRun);
   Token *to = tokens.data(), *const last = to + most;
   const char *p = rows.data(), *end = p + rows.size();
   for (const char* first = p + distance; p < first && p < end; ++p) *to++ = static_cast<uint8_t>(*p);
@@ -63,7 +63,8 @@ std::optional<std::vector<Token>> tokensOf(std::string_view rows, int distance) 
       *to++ = static_cast<Token>(kRun + std::min<size_t>(run, kMostRun));
     }
     for (; run > 0; --run) *to++ = static_cast<uint8_t>(p[-static_cast<ptrdiff_t>(run)]);
-    if (p < end) *to++ = static_cast<uint8_t>(*p++);
+    // As a rule all of a pixel changes.
+    for (const char* behind = std::min(p + distance, end); p < behind;) *to++ = static_cast<uint8_t>(*p++);
     if (to > last) return std::nullopt;
   }
   tokens.resize(static_cast<size_t>(to - tokens.data()));

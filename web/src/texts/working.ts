@@ -2,6 +2,7 @@
 
 import { first } from './first';
 
+const inThousands = (count: number) => count.toLocaleString('en');
 const list = (paths: string[]) => {
   const names = paths.map((path) => path.slice(path.lastIndexOf('/') + 1));
   return names.length > 4 ? `${names.slice(0, 3).join(', ')} and ${names.length - 3} more` : names.join(', ');
@@ -248,7 +249,11 @@ export const workspace = {
   back: 'All variables',
   element: (name: string, row: number, column: number) => `${name}(${row}, ${column})`,
   times: (scale: string) => `times ${scale}`,
-  edit: 'Press Enter to change an element',
+  edit: 'Digits as in the console. Tap an element twice, or press Enter, to change it.',
+  columnsShown: (shown: number, all: number) => `Columns 1 to ${inThousands(shown)} of ${inThousands(all)}.`,
+  noSheet: (most: number) => `A sheet shows up to ${inThousands(most)} elements. These stand as in the console.`,
+  textShown: (shown: number, all: number) =>
+    `The first ${inThousands(shown)} of ${inThousands(all)} characters are shown; Copy takes all of them.`,
   sheet: (name: string) => `Elements of ${name}`,
   shownText: (name: string) => `Value of ${name}`,
   copyText: 'Copy as text',

@@ -8,9 +8,11 @@ import type { Variable } from '../engine/core/protocol';
 import { isTouch } from '../code/useOwnKeyboard';
 import { useSize } from '../design/widgets';
 import { text as t } from '../texts/texts';
-import type { ValueTable } from './core/valueTable';
+import { type ValueTable, writtenOut } from './core/valueTable';
 
 const kMargin = 10;
+/// Rows come into the page as they come into view, columns all at once.
+const kMostColumns = 250;
 
 export function Sheet({ app, variable, table }: { app: App; variable: Variable; table: ValueTable }) {
   const rowHeight = isTouch.value ? 44 : 28;
@@ -23,7 +25,8 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
   });
   const grid = useRef<HTMLTableElement>(null);
   const numRows = table.rows.length;
-  const numCols = table.rows[0]?.length ?? 0;
+  const allCols = table.rows[0]?.length ?? 0;
+  const numCols = Math.min(allCols, kMostColumns);
   const first = Math.max(0, Math.floor(top.value / rowHeight) - kMargin);
   const end = Math.min(numRows, Math.ceil((top.value + height.value) / rowHeight) + kMargin);
 
@@ -60,7 +63,7 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
   };
   const finish = (text: string | null) => {
     const { row, column } = at.value;
-    if (text !== null && text !== table.rows[row]![column]) app.workspace.setElement(row, column, text);
+    if (text !== null && text !== writtenOut(table.rows[row]![column]!, table.scale)) app.workspace.setElement(row, column, text);
     move(row, column);
   };
   return (
@@ -77,6 +80,7 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
           role="grid"
           aria-label={t.workspace.sheet(variable.name)}
           aria-rowcount={numRows}
+          aria-colcount={allCols}
           ref={grid}
           onKeyDown={onKey}
         >
@@ -97,7 +101,7 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
               return (
                 <tr key={row} style={{ height: `${rowHeight}px` }}>
                   <th scope="row">{row + 1}</th>
-                  {cells.map((cell, column) => {
+                  {cells.slice(0, numCols).map((cell, column) => {
                     const on = at.value.row === row && at.value.column === column;
                     return (
                       <td
@@ -110,7 +114,7 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
                         {on && editing.value ? (
                           <Cell
                             label={t.workspace.element(variable.name, row + 1, column + 1)}
-                            value={cell}
+                            value={writtenOut(cell, table.scale)}
                             finish={finish}
                           />
                         ) : (
@@ -126,7 +130,10 @@ export function Sheet({ app, variable, table }: { app: App; variable: Variable; 
           </tbody>
         </table>
       </div>
-      <p class="sheet-note">{t.workspace.edit}</p>
+      <p class="sheet-note">
+        {allCols > numCols && `${t.workspace.columnsShown(numCols, allCols)} `}
+        {t.workspace.edit}
+      </p>
     </>
   );
 }

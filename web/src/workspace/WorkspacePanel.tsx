@@ -7,7 +7,11 @@ import { copyText } from '../design/clipboard';
 import { Empty, IconButton } from '../design/widgets';
 import { sizeText } from '../files/core/names';
 import { text as t } from '../texts/texts';
+import { kLargestSheet } from './core/workspace';
 import { Sheet } from './Sheet';
+
+/// Of a longer text the beginning is shown.
+const kLongestText = 200_000;
 
 export default function WorkspacePanel() {
   const app = useApp();
@@ -84,9 +88,19 @@ function List({ app }: { app: App }) {
 function Look({ app, variable }: { app: App; variable: Variable }) {
   const table = app.workspace.table.value;
   if (table) return <Sheet app={app} variable={variable} table={table} />;
+  const { isTooLarge, shownText } = app.workspace;
+  const { length } = shownText.value;
   return (
-    <pre class="shown-text" tabIndex={0} role="region" aria-label={t.workspace.shownText(variable.name)}>
-      {app.workspace.shownText.value.slice(0, 200_000)}
-    </pre>
+    <>
+      <pre class="shown-text" tabIndex={0} role="region" aria-label={t.workspace.shownText(variable.name)}>
+        {shownText.value.slice(0, kLongestText)}
+      </pre>
+      {(isTooLarge.value || length > kLongestText) && (
+        <p class="sheet-note">
+          {isTooLarge.value && `${t.workspace.noSheet(kLargestSheet)} `}
+          {length > kLongestText && t.workspace.textShown(kLongestText, length)}
+        </p>
+      )}
+    </>
   );
 }

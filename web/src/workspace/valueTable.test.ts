@@ -1,5 +1,5 @@
 import { expect, test } from 'vitest';
-import { assignment, parseTable } from './core/valueTable';
+import { assignment, parseTable, writtenOut } from './core/valueTable';
 
 test('reads what the console shows: plain, scaled, in blocks of columns, complex', () => {
   expect(parseTable('A = \n 1   2\n 3   4', 2, 2)).toEqual({
@@ -29,3 +29,8 @@ test('gives nothing for a text that is no table of that size', () => {
 
 test('an element is set by a command that counts from 1', () =>
   expect(assignment('A', 0, 2, '7')).toBe('A(1, 3) = 7;'));
+
+test('an edited element is written with its factor', () => {
+  const shown = [['1.5', '1e3'], ['0', '1e3'], ['1.5', ''], ['1.0+2.0i', '1e-3']] as const;
+  expect(shown.map(([cell, scale]) => writtenOut(cell, scale))).toEqual(['1.5*1e3', '0', '1.5', '(1.0+2.0i)*1e-3']);
+});

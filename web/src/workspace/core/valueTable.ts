@@ -49,6 +49,12 @@ function cellsOf(line: string): string[] {
   return cells;
 }
 
+/// An element as it is written when it is edited, with the factor that stands over all of them.
+export function writtenOut(cell: string, scale: string): string {
+  if (!scale || /^[-+]?(0|NaN|Inf)$/i.test(cell)) return cell;
+  return /i$/.test(cell) ? `(${cell})*${scale}` : `${cell}*${scale}`;
+}
+
 /// The command that puts a text into one element; rows and columns count from 0.
 export function assignment(name: string, row: number, column: number, value: string): string {
   return `${name}(${row + 1}, ${column + 1}) = ${value};`;

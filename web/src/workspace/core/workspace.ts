@@ -6,19 +6,23 @@ import { ConnectionLost, EngineError, type Session } from '../../engine/core/ses
 import type { Dialogs } from '../../dialogs/core/dialogs';
 import { assignment, parseTable, type ValueTable } from './valueTable';
 
-const kLargestSheet = 20_000;
+/// More elements than these are shown as text.
+export const kLargestSheet = 20_000;
+
+const isMatrix = (variable: Variable | null): variable is Variable =>
+  variable?.size.length === 2 && !/char|struct|handle/i.test(variable.class);
+const numElements = ({ size }: Variable) => size.reduce((product, length) => product * length, 1);
 
 export class Workspace {
   readonly variables = signal<Variable[]>([]);
   readonly openName = signal<string | null>(null);
   readonly shownText = signal('');
   readonly open = computed(() => this.variables.value.find((each) => each.name === this.openName.value) ?? null);
+  readonly isTooLarge = computed(() => isMatrix(this.open.value) && numElements(this.open.value!) > kLargestSheet);
   readonly table = computed<ValueTable | null>(() => {
     const variable = this.open.value;
-    if (!variable || variable.size.length !== 2 || /char|struct|handle/i.test(variable.class)) return null;
-    const [numRows, numCols] = variable.size as [number, number];
-    if (numRows * numCols === 0 || numRows * numCols > kLargestSheet) return null;
-    return parseTable(this.shownText.value, numRows, numCols);
+    if (!isMatrix(variable) || this.isTooLarge.value || numElements(variable) === 0) return null;
+    return parseTable(this.shownText.value, variable.size[0]!, variable.size[1]!);
   });
 
   constructor(
