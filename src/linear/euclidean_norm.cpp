@@ -1,6 +1,6 @@
 // Squares and sums are kept in two parts, a double and what its rounding left over, in sixteen
-// lanes. What the rounding of a square left over is exact either way, by a fused product where the
-// processor has one, so that every processor gives the same. Long vectors go in pieces of one
+// lanes. What the rounding of a square left over is exact either way, by a fused product with the
+// widest vectors, so that every processor gives the same. Long vectors go in pieces of one
 // length, side by side, whose sums are added in their order.
 #include "linear/euclidean_norm.h"
 
@@ -69,22 +69,22 @@ using Sum = void (*)(const double* x, int64_t n, TwoParts<double>* result);
 void plainSum(const double* x, int64_t n, TwoParts<double>* result) { sumOfSquares(x, n, SplitSquare(), result); }
 
 #if defined(__x86_64__) && defined(__gnu_linux__)
-/// The same by the fused product of a processor that has it.
+/// The same by the fused product.
 struct FusedSquare {
   __attribute__((always_inline)) void operator()(const Lanes& x, TwoParts<Lanes>* square) const {
     square->high = x * x;
     for (int64_t k = 0; k < kLanes; ++k) square->low[k] = __builtin_fma(x[k], x[k], -square->high[k]);
   }
 };
-__attribute__((target("arch=x86-64-v3"))) void sumOfFour(const double* x, int64_t n, TwoParts<double>* result) {
-  sumOfSquares(x, n, FusedSquare(), result);
+__attribute__((target("avx2"))) void sumOfFour(const double* x, int64_t n, TwoParts<double>* result) {
+  sumOfSquares(x, n, SplitSquare(), result);
 }
 __attribute__((target("arch=x86-64-v4"))) void sumOfEight(const double* x, int64_t n, TwoParts<double>* result) {
   sumOfSquares(x, n, FusedSquare(), result);
 }
 Sum sumForProcessor() {
   if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl")) return sumOfEight;
-  if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) return sumOfFour;
+  if (__builtin_cpu_supports("avx2")) return sumOfFour;
   return plainSum;
 }
 #else

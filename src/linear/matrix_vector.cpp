@@ -10,7 +10,7 @@
 namespace kelo {
 namespace {
 
-constexpr int64_t kLanes = 8;
+constexpr int64_t kLanes = 4;
 using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
 using Stored = double __attribute__((vector_size(kLanes * sizeof(double)), aligned(sizeof(double)), may_alias));
 

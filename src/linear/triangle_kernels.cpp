@@ -10,7 +10,7 @@
 namespace kelo::triangles {
 namespace {
 
-constexpr int kLanes = 8;
+constexpr int kLanes = 4;  // wider vectors gain nothing here, and cost where a processor lacks them
 using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
 using Bits = int64_t __attribute__((vector_size(kLanes * sizeof(int64_t))));
 // The same in memory, at any address of a double.
@@ -40,24 +40,25 @@ __attribute__((always_inline)) inline int64_t subtractBlocks(double* a, const do
 }
 
 // A triangle of at most 16 columns with zeros beside it, and one over its diagonal.
+constexpr int kParts = kLeaf / kLanes;
 struct Leaf {
-  Lanes columns[kLeaf][2] = {};
+  Lanes columns[kLeaf][kParts] = {};
   double reciprocals[kLeaf];
 };
 
-// Four right sides side by side: the steps of one wait for each other. `order(step)` is the column
-// of a step; `stepOf` what becomes of the number that stands there.
-constexpr int kSides = 4;
+// Two right sides side by side: the steps of one wait for each other. `order(step)` is the column
+// of a step, `value` what becomes of the number that stands there.
+constexpr int kSides = 2;
 
 template <class Order, class Value>
 __attribute__((always_inline)) inline void solveSides(const Leaf& leaf, double* b, int64_t ldb, Order order,
                                                       Value value) {
   double x[kSides][kLeaf];
-  Lanes rest[kSides][2];
+  Lanes rest[kSides][kParts];
 #pragma GCC unroll 8
   for (int q = 0; q < kSides; ++q) {
 #pragma GCC unroll 8
-    for (int h = 0; h < 2; ++h) {
+    for (int h = 0; h < kParts; ++h) {
       rest[q][h] = KELO_LANES(b + q * ldb + h * kLanes);
       KELO_LANES_AT(x[q] + h * kLanes) = rest[q][h];
     }
@@ -69,9 +70,9 @@ __attribute__((always_inline)) inline void solveSides(const Leaf& leaf, double* 
     for (int q = 0; q < kSides; ++q) {
       const double known = value(x[q][j], j);
 #pragma GCC unroll 8
-      for (int h = 0; h < 2; ++h) rest[q][h] = rest[q][h] - leaf.columns[j][h] * known;
+      for (int h = 0; h < kParts; ++h) rest[q][h] = rest[q][h] - leaf.columns[j][h] * known;
       b[q * ldb + j] = known;
-      // What comes next is in one half.
+      // What comes next is in one part.
       const int next = step + 1 < kLeaf ? order(step + 1) / kLanes : 0;
       KELO_LANES_AT(x[q] + next * kLanes) = rest[q][next];
     }
@@ -81,7 +82,7 @@ __attribute__((always_inline)) inline void solveSides(const Leaf& leaf, double* 
 }  // namespace
 
 KELO_WIDE_CLONES void subtractColumns(double* a, const double* l, int64_t ld, const double* u, int count, int64_t m) {
-  int64_t i = subtractBlocks<4>(a, l, ld, u, count, 0, m);
+  int64_t i = subtractBlocks<8>(a, l, ld, u, count, 0, m);
   i = subtractBlocks<1>(a, l, ld, u, count, i, m);
   for (; i < m; ++i) {
     double rest = a[i];
