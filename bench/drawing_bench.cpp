@@ -65,10 +65,10 @@ void lineOf1e6Png(benchmark::State& state) { pictureOf(state, PlotData({walk(100
 void lineOf1e6Svg(benchmark::State& state) { pictureOf(state, PlotData({walk(1000000)}), Format::svg); }
 void tenLinesPng(benchmark::State& state) { pictureOf(state, tenLines(), Format::png); }
 void surface500Png(benchmark::State& state) { pictureOf(state, bumps(500), Format::png); }
-BENCHMARK(lineOf1e6Png)->Unit(benchmark::kMillisecond);
-BENCHMARK(lineOf1e6Svg)->Unit(benchmark::kMillisecond);
-BENCHMARK(tenLinesPng)->Unit(benchmark::kMillisecond);
-BENCHMARK(surface500Png)->Unit(benchmark::kMillisecond);
+BENCHMARK(lineOf1e6Png)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(lineOf1e6Svg)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(tenLinesPng)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(surface500Png)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 /// The first list builds the index, later ones use it.
 void firstListOf1e7(benchmark::State& state) {
@@ -89,8 +89,8 @@ void laterListOf1e7(benchmark::State& state) {
     benchmark::DoNotOptimize(drawing::draw(plot, {{800, 600}}, &cache));
   }
 }
-BENCHMARK(firstListOf1e7)->Unit(benchmark::kMillisecond);
-BENCHMARK(laterListOf1e7)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstListOf1e7)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(laterListOf1e7)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 }  // namespace
 }  // namespace kelo::pictures

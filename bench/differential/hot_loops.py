@@ -66,6 +66,60 @@ if v > 2
   r = v;
 end
 end
+function [q, r, s] = parts(n, v)
+q = floor(n / v);
+r = n - q * v;
+s = r > 1;
+end
+function [g, u] = chain(a, b)
+if b < 1
+  g = a;
+  u = numel(g);
+else
+  [g, u] = chain(b, mod(a, b));
+  u = u + 1;
+end
+end
+function r = total(v)
+r = 0;
+for h = 1:numel(v)
+  r = r + v(h) / h;
+end
+end
+function r = among(v, n, h)
+if h > numel(v)
+  r = false;
+elseif v(h) == n
+  r = true;
+else
+  r = among(v, n, h + 1);
+end
+end
+function r = corner(v)
+r = v(1, 1) + v(end, end) + size(v, 1) - length(v);
+end
+function [c, n] = letter(v, h)
+c = v(mod(h, numel(v)) + 1);
+n = double(c) - 'a';
+end
+function v = marked(v, h)
+v(h) = -h;
+end
+function r = called(f, n)
+r = 0;
+for h = 1:n
+  r = r + f(h);
+end
+end
+function [v, r] = shifted(v, h)
+v = marked(v, h);
+[v, r] = swapped(v, h);
+end
+function [v, r] = swapped(v, h)
+r = v(1);
+v(1) = v(h);
+v(h) = r;
+end
 """
 
 
@@ -121,7 +175,8 @@ class Maker:
         fill = lambda *templates: self.filled(lambda: self.number(depth - 1), *templates)
         if self.chance(self.calls):
             return fill("root(#)", "both(#, #)", "steps(#)", "mixed(#)", "down(mod(#, 6))", "even(min(#, 9))", "f(#)", "f(#)", "h(#, #)",
-                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)",
+                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)", "total(x)", "total(m)", "total(t)", "total(l)", "among(x, #, 1)", "corner(m)",
+                        "corner(e)", "called(f, 3)", "called(@root, 2)", "max(numel(x), #)", "size(m, 2)", "xor(p, #)", "double(t(1))",
                         "root(#, 1)" if self.chance(0.03) else "root(2)")
         kind = self.source.randrange(20)
         if kind < 9:
@@ -162,6 +217,11 @@ class Maker:
             return self.pick(f"l({self.target()}) = {self.truth(1)};", f"t({self.target()}) = {self.pick(chr(39) + 'q' + chr(39), 't(1)', 't(end)')};")
         if kind < 34:
             return f"{self.pick('z', 'w')} = {self.pick('z * w', 'z * z + w', 'z / w', 'w - z', 'z + a', 'a - w', 'complex(a, b)', '-z')};"
+        if kind < 35 and self.chance(0.5):
+            return self.pick("[a, b] = parts(c, 3);", "[c, d, p] = parts(a, b);", "[a] = parts(d, 2);", "[a, b] = chain(mod(floor(c), 60), k);",
+                             "[s1, a] = letter(t, k);", "[s1, a] = letter(x, k);", "x = marked(x, 2);", "y = marked(x, 1);", "[x, a] = shifted(x, 2);",
+                             "[y, b] = swapped(x, 3);", "t(2) = char(96 + mod(floor(abs(a)), 20));", "a = called(@(v) v + total(x), 2);",
+                             "m = marked(m, 3);", "[q, a] = parts(b, c);")
         if kind < 36:
             return self.pick("x(end + 1) = a;", "x(end + 1) = k;", "y = [y, b];", "t = [t, 'z'];", "y(end + 1) = 2;", "x = [x, 1];")
         if kind < 38:

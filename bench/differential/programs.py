@@ -33,6 +33,35 @@ for k = 1:5
   r = r + k;
 end
 end
+function s = change(s, v)
+s.p = v;
+s.n.q = v;
+end
+function x = put(x, k, v)
+x(k) = v;
+x(end + 1) = v;
+end
+function [x, s] = together(x, s)
+x = put(x, 1, 7);
+s = change(s, x);
+[x, s.q] = turned(x, 2);
+x = put(x, 1, numel(x));
+end
+function [x, y] = turned(x, k)
+x(k) = -x(k);
+y = x;
+y(1) = 5;
+end
+function t = spelled(n)
+t = '';
+for k = 1:n
+  t = [t, char(96 + k)];
+end
+end
+function p = pair(a, b)
+p.x = a;
+p.y = b;
+end
 """
 
 
@@ -108,6 +137,12 @@ class Maker:
                              f"rem({e()}, {e()})", f"round({e()})", f"isempty({e()})", f"int2str({e()})", "nargin",
                              f"length({e()})", f"reshape({e()}, 1, {self.number()})", f"fix({e()})",
                              f"ceil({e()})", f"repmat({e()}, 1, 2)")
+        if kind < 24 and self.source.random() < 0.4:
+            return self.pick(f"put({e()}, {self.number()}, {e()})", f"change({self.name()}, {e()})", f"together({e()}, {self.name()})",
+                             f"turned({e()}, 2)", f"spelled({self.number()})", f"pair({e()}, {e()})", f"upper({e()})", f"lower({e()})",
+                             f"strcmpi({e()}, 'AB')", f"isfield({self.name()}, 'p')", f"isfield({e()}, {e()})", f"ischar({e()})",
+                             f"isstruct({e()})", f"zeros({self.number()}, {e()})", f"ones({e()}, 2)", f"size({e()}, {self.number()})",
+                             f"xor({e()}, {e()})", f"double({e()})", f"char({e()})", f"numel({e()}) * 2", f"max(numel({e()}), {e()})")
         if kind < 24:
             return self.pick(f"one({e()})", f"two({e()}, {e()})", f"deep({self.number()})", f"one()", f"early({e()})",
                              f"none({e()})", f"f({self.values(depth)})", "f()", f"two({e()})")
@@ -128,6 +163,12 @@ class Maker:
             return f"{self.name()}({self.arguments(1)}) = {self.pick(value, value, value, '[]')}"
         if kind < 10:
             return f"{self.chain(1)} = {value}"
+        if kind < 11 and self.source.random() < 0.5:
+            x, s = self.name(), self.pick("s", "s", self.name())
+            return self.pick(f"{x} = put({x}, {self.number()}, {value})", f"{s} = change({s}, {value})", f"[{x}, {s}] = together({x}, {s})",
+                             f"[{x}, {s}] = turned({x}, {s})", f"t = [t, {value}]", f"{x} = [{x}, {value}]", "s(end + 1) = s(1)",
+                             f"s(end + 1).p = {value}", f"s(2) = {self.name()}", f"{x} = {x}(2:3)", f"{s} = {s}(end)", f"s = pair({x}, {s})",
+                             f"{x} = strcat({x}, {value})", f"s.(t) = {value}", f"s.(['n' int2str(k)]) = {value}")
         if kind < 11:
             return f"[{self.name()}, {self.name()}] = {self.pick('two(1, 2)', 'two(a, b)', 'size(x)', 'max(x)', value)}"
         return f"f = {self.pick('@(x) x * 2', '@(x, y) x + y', '@abs', '@one', '@(x) x(end)', '@() k', '@(x) f2(x)')}"

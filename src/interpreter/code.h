@@ -148,6 +148,7 @@ struct Site {
   std::vector<int32_t> slots;         ///< of an assignment to several names, of what a handle captures
   std::vector<Name> fields;           ///< of a path of fields
   Ref<HandleBody> handle;             ///< of a handle as it is written
+  std::vector<int32_t> handedOver;    ///< slots among the arguments that the statement overwrites with the outputs
 
   // What the last call found, good for one run. The code is that of a call that gives all inputs,
   // else null.

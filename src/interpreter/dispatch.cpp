@@ -46,25 +46,40 @@ std::string lastResort(const Builtin& row) {
 
 }  // namespace
 
-NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, Environment& environment, Machine* machine) {
-  Message message;
+namespace {
+
+// What the handler has thrown becomes a message.
+NodeValue failed(const Builtin& row, const CallSite& site, Environment& environment) {
+  Message message = messageAt(site);
   try {
-    checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-    Call call(row, args, lhsVariableCount, site, environment, machine);
-    return row.handler(call);
+    throw;
   } catch (const Problem& problem) {
-    message = messageAt(site);
     message.reason = problem.reason;
     message.expected = problem.expected;
   } catch (const Message& whole) {
     message = whole;
   } catch (const std::exception&) {
-    message = messageAt(site);
     message.reason = lastResort(row);
   }
   environment.show(message);
   return NodeValue::failure();
+}
+
+}  // namespace
+
+NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
+                      const CallSite& site, Environment& environment, Machine* machine) {
+  try {
+    checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
+    Call call(row, args, lhsVariableCount, site, environment, machine);
+    return row.handler(call);
+  } catch (const Problem&) {
+    return failed(row, site, environment);
+  } catch (const Message&) {
+    return failed(row, site, environment);
+  } catch (const std::exception&) {
+    return failed(row, site, environment);
+  }
 }
 
 NodeValue Call::outputs(std::vector<Storable> values) const {

@@ -94,6 +94,7 @@ class Environment {
   std::optional<double> ticTime;  ///< monotonic seconds of the last `tic`
   std::string runInDir;  ///< where names of files are looked up, relative to the work directory; "" is that directory
   Workspace baseWorkspace;  ///< the variables of the console
+  bool isLastRun = false;   ///< nobody looks at the variables once the run has ended, or has failed
   ParserBuffer parserBuffer;
 
  private:

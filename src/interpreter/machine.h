@@ -91,6 +91,7 @@ class Machine {
   void enterFunction(Frame& made, FunctionUnit& called, LocalFunctionFile* localFunctions, int32_t given,
                      int32_t wanted);
   void enterHandle(Frame& made, const AnonymousFunction& function, int32_t wanted);
+  void handOver(const Site& site);
   bool returnPlainly();
   void returnPlainly(Storable value);
   void popPlain();
@@ -115,6 +116,7 @@ class Machine {
   void set(size_t frame, Name name, Storable value);
   void takeNames();
   void giveNamesBack();
+  void makeRoom(size_t frame, size_t names);
   std::vector<Name> names();
   std::unique_ptr<Workspace> copyOfVariables();
   std::optional<LocalFunction> findLocalFunction(Name name);
@@ -123,6 +125,7 @@ class Machine {
   // ---- machine_calls.cpp; `arguments`: a row of `count` registers, `destination`: the caller's
   bool loadName(const Instruction& i);
   bool call(const Instruction& i, Storable* arguments);
+  static void becomeIndex(Instruction& call, const Site& site);
   bool callSpread(const Storable& base, Site& site, std::vector<Storable>& arguments, int32_t destination);
   bool callValue(const Storable& base, Site& site, Storable* arguments, int32_t count, int32_t destination);
   bool callUnit(FunctionUnit& unit, LocalFunctionFile* functions, Storable* arguments, int32_t count,
@@ -143,6 +146,7 @@ class Machine {
   bool spreadArguments(const Site& site, Storable* arguments, std::vector<Storable>* spread);
   bool failArgument(const Site& site, int32_t k, KeloNode& place);
   void remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functions, int64_t index = -1);
+  void rememberLocal(Site& site, const LocalFunction& function);
   bool makeHandle(const Instruction& i);
   void makeAnonymous(const Site& site, Storable* result);
   int outputsOf(const Site& site) const;
@@ -204,6 +208,7 @@ class Machine {
   bool elementField(const Instruction& i);
   bool setField(const Instruction& i);
   bool setNamedField(const Instruction& i);
+  bool putField(const Instruction& i, const HeldName& name);
   bool setPath(const Instruction& i);
   bool setElementField(const Instruction& i);
   bool setFieldElement(const Instruction& i);

@@ -52,22 +52,26 @@ bool Machine::call(const Instruction& i, Storable* arguments) {
   const Storable& base = reg(i.b);
   if (base.isFuncHandle() && callAnonymousAgain(*base.funcHandle(), site, arguments, i.a)) return true;
   if (site.isSlot && meansTheSame(base, site) && arePlain(arguments, site.count)) {
+    if (callAgain(site, arguments, i.a)) return true;
     return callUnit(*site.target, site.targetFunctions, arguments, site.count, i.a, outputsOf(site), *site.node);
   }
   if (base.isArray()) {
-    std::vector<const Storable*> list;
-    for (int32_t k = 0; k < site.count; ++k) list.push_back(arguments + k);
-    Storable result;
-    if (!readElements(base, site, list.data(), site.count, &result)) return false;
-    for (int32_t k = 0; k < site.count; ++k) arguments[k].clear();
-    reg(i.a) = std::move(result);
-    return true;
+    if (i.op == Op::call) becomeIndex(const_cast<Instruction&>(i), site);
+    return indexOrCall(i);
   }
   if (!base.isFuncHandle() && !site.isSlot) return fail(*site.node, text::kIndexedNotArrayOrHandle);
   if (arePlain(arguments, site.count)) return callValue(base, site, arguments, site.count, i.a);
   std::vector<Storable> spread;
   if (!spreadArguments(site, arguments, &spread)) return false;
   return callSpread(base, site, spread, i.a);
+}
+
+// OPTIMIZATION: the name has turned out to be an array, and is read as one from now on.
+void Machine::becomeIndex(Instruction& call, const Site& site) {
+  call.op = site.count == 1 ? Op::index1 : site.count == 2 ? Op::index2 : Op::index;
+  if (site.count > 2) return;
+  call.c = site.first;
+  call.e = site.first + 1;
 }
 
 // More arguments than registers were laid out for them: they go behind the frame.
@@ -86,15 +90,20 @@ bool Machine::callSpread(const Storable& base, Site& site, std::vector<Storable>
 bool Machine::callValue(const Storable& base, Site& site, Storable* arguments, int32_t count, int32_t destination) {
   KeloNode& place = *site.node;
   const int outputs = outputsOf(site);
-  if (base.isFuncHandle()) return callHandle(*base.funcHandle(), arguments, count, destination, outputs, place);
+  if (base.isFuncHandle()) {
+    const FunctionHandle handle = *base.funcHandle();  // the register may be that of the result
+    if (!callHandle(handle, arguments, count, destination, outputs, place)) return false;
+    if (site.isSlot && handle.form() == FunctionHandle::Form::local) rememberLocal(site, handle.localFunction());
+    return true;
+  }
   const LocalFunction* held = base.localFunc();
   const auto found = held ? std::nullopt : findLocalFunction(site.name);
   if (const LocalFunction* local = held ? held : found ? &*found : nullptr) {
     if (!isAccessible(*local, place)) {
       return fail(place, expectation(fmt::format(text::kLocalNotAccessible, site.name.text())));
     }
-    FunctionUnit& unit = functionUnit(*local->body().declaration);
-    if (held || base.isNone()) remember(site, unit, local->file().get(), held ? local->index() : -1);
+    if (held) rememberLocal(site, *local);
+    else if (base.isNone()) remember(site, functionUnit(*local->body().declaration), local->file().get());
     return callLocal(*local, arguments, count, destination, outputs, place);
   }
   FunctionUnit* unit = nullptr;
@@ -112,6 +121,10 @@ void Machine::remember(Site& site, FunctionUnit& unit, LocalFunctionFile* functi
   site.targetFunctions = functions;
   site.targetIndex = index;
   site.functions = unit.isMain ? frames_.caller().functions : frame().functions;
+}
+
+void Machine::rememberLocal(Site& site, const LocalFunction& function) {
+  remember(site, functionUnit(*function.body().declaration), function.file().get(), function.index());
 }
 
 // A name without arguments that is no variable; a local function of another file is passed over.

@@ -61,6 +61,7 @@ bool Machine::indexOrCall(const Instruction& i) {
   const int32_t count = site.count;
   const Storable& base = reg(i.b);
   if (base.isArray()) {
+    if (count == 1 && readPiece(base, areScattered ? at(i.c) : *arguments, &reg(i.a))) return true;
     std::vector<const Storable*> list;
     for (int32_t k = 0; k < count; ++k) {
       list.push_back(!areScattered ? arguments + k : k == 0 ? &at(i.c) : &at(i.e));
@@ -96,6 +97,7 @@ bool Machine::storeRow(const Instruction& i) {
 bool Machine::store(const Instruction& i, const Storable* const* arguments, int32_t count, const Storable* value) {
   KeloNode& place = placeOf(i);
   Storable& variable = reg(i.a);
+  if (count == 1 && value && writePiece(variable, *arguments[0], *value)) return true;
   const bool isNew = variable.isNone() || variable.isLocalFunc();
   if (!isNew && !variable.isArray()) return fail(place, text::kAssignmentTargetNotArray);
   std::vector<Index> indices;
@@ -119,11 +121,12 @@ bool Machine::store(const Instruction& i, const Storable* const* arguments, int3
 
 // ---- `end` and ":"
 
-// The extent of an argument where the site indexes an array; -1 where it does not.
+// The extent of an argument where the site indexes an array; -1 where it does not. What an
+// assignment makes anew is a 0 x 0 until then.
 int64_t Machine::extentAt(const Site& site, int32_t argument) const {
   const Storable* base = &frame().base[site.base];
   if (site.isChain) base = chains_.back().reached(base->isNone() || base->isLocalFunc() ? nullptr : base);
-  if (!base || !base->isArray()) return site.isTarget ? 0 : -1;
+  if (!base || !base->isArray()) return !site.isTarget ? -1 : argument < 2 ? 0 : 1;
   const SizeVector& size = base->size();
   if (site.count == 1) return size.numElements();
   if (site.count == 2 && size.isMatrix()) return argument == 0 ? size.rows() : size.columns();
@@ -170,6 +173,13 @@ bool Machine::colon(const Instruction& i) {
 
 // A range as positions, where the site indexes an array; else as an array.
 bool Machine::rangeArgument(const Instruction& i) {
+  constexpr double kFew = 4096;  // no array of so many subscripts is too large
+  double first, count;
+  if (i.c == 2 && plainRange(reg(i.b), reg(i.b + 1), &first, &count) && first >= 1 && count >= 2 &&
+      count <= kFew && extentAt(siteAt(i.d), i.e) >= 0) {
+    reg(i.a) = Storable::positionsOf({static_cast<int64_t>(first) - 1, 1, static_cast<uint32_t>(count)});
+    return true;
+  }
   Range range;
   if (!rangeFrom(i, &range)) return false;
   const auto positions = extentAt(siteAt(i.d), i.e) < 0 ? std::nullopt : range.positions();

@@ -1,4 +1,4 @@
-// Two scalars of kinds other than two doubles.
+// Two scalars of kinds other than two doubles; small pieces of arrays.
 #include "interpreter/machine_fast.h"
 
 #include <cmath>
@@ -90,6 +90,89 @@ bool scalarBinary(BinaryOp op, const Storable& left, const Storable& right, Stor
   }
   ComplexDouble z, w;
   return complexOf(a, &z) && complexOf(b, &w) && complexNumbers(op, z, w, result);
+}
+
+// ---- Small matrices
+
+namespace {
+
+template <class F>
+void combineEach(const DoubleArray& left, const DoubleArray& right, double* out, int64_t count, F&& of) {
+  const double *x = left.data(), *y = right.data();
+  const int64_t dx = left.isScalar() ? 0 : 1, dy = right.isScalar() ? 0 : 1;
+  for (int64_t k = 0; k < count; ++k) out[k] = of(x[k * dx], y[k * dy]);
+}
+
+bool isDouble(const Storable& value) { return value.isNumeric() && value.numeric()->is(Kind::Double); }
+
+}  // namespace
+
+bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result) {
+  constexpr int64_t kMost = 64;  // elements
+  if (!isDouble(left) || !isDouble(right)) return false;
+  DoubleArray &a = left.numeric()->as<double>(), &b = right.numeric()->as<double>();
+  if (a.isScalar() && b.isScalar()) return false;
+  const SizeVector& size = a.isScalar() ? b.size() : a.size();
+  if (!size.isMatrix() || size.hasZeroLength() || size.numElements() > kMost) return false;
+  const bool areEqual = !a.isScalar() && !b.isScalar();
+  if (areEqual && a.size() != b.size()) return false;
+  const bool isProduct = op == BinaryOp::dmult || (op == BinaryOp::mult && !areEqual);
+  const bool isQuotient = op == BinaryOp::rdivide || (op == BinaryOp::mrdivide && b.isScalar());
+  if (op != BinaryOp::plus && op != BinaryOp::minus && !isProduct && !isQuotient) return false;
+  DoubleArray* const own = !a.isScalar() && a.isUnshared() ? &a : !b.isScalar() && b.isUnshared() ? &b : nullptr;
+  DoubleArray made = own ? DoubleArray(0.0) : DoubleArray::uninitialized(size);
+  DoubleArray& target = own ? *own : made;
+  double* const out = target.writable();
+  const int64_t count = size.numElements();
+  if (op == BinaryOp::plus) combineEach(a, b, out, count, [](double x, double y) { return x + y; });
+  else if (op == BinaryOp::minus) combineEach(a, b, out, count, [](double x, double y) { return x - y; });
+  else if (isProduct) combineEach(a, b, out, count, [](double x, double y) { return x * y; });
+  else combineEach(a, b, out, count, [](double x, double y) { return x / y; });
+  *result = std::move(target);
+  return true;
+}
+
+// ---- Pieces
+
+bool readPiece(const Storable& array, const Storable& subscript, Storable* result) {
+  constexpr int64_t kMost = 512;  // elements
+  if (const StructArray* structures = array.structure()) {
+    double number;
+    if (!subscriptNumber(subscript, &number)) return false;
+    const int64_t position = plainPosition(number, structures->numElements());
+    if (position < 0) return false;
+    *result = structures->element(position);
+    return true;
+  }
+  if (!subscript.isPositions()) return false;
+  const EvenPositions positions = subscript.positions();
+  const int64_t count = positions.count;
+  if (positions.step != 1 || count > kMost || positions.first + count > array.numElements()) return false;
+  const bool isColumn = array.size().isColumn();
+  *result = array.numeric()->visit([&](const auto& record) {
+    using Record = std::remove_cvref_t<decltype(record)>;
+    auto piece = Record::uninitialized(isColumn ? SizeVector(count, 1) : SizeVector(1, count));
+    std::copy_n(record.data() + positions.first, count, piece.writable());
+    return Storable(std::move(piece));
+  });
+  return true;
+}
+
+bool writePiece(Storable& array, const Storable& subscript, const Storable& value) {
+  double number;
+  if (!array.isStructure() || !value.isStructure() || !subscriptNumber(subscript, &number)) return false;
+  StructArray& target = *array.structure();
+  const StructArray given = *value.structure();  // which may be the target
+  if (!given.size().isScalar() || target.isEmpty() || !target.hasSameFields(given)) return false;
+  const int64_t count = target.numElements();
+  int64_t position = plainPosition(number, count);
+  if (position < 0) {
+    if (number != static_cast<double>(count) + 1 || !target.size().isRow()) return false;
+    target.extend(SizeVector(1, count + 1));
+    position = count;
+  }
+  target.setElement(position, given, 0);
+  return true;
 }
 
 }  // namespace kelo

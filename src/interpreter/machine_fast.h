@@ -3,6 +3,8 @@
 // operation would do.
 #pragma once
 
+#include <cmath>
+
 #include "interpreter/code.h"
 #include "messages/fatal_fault.h"
 #include "values/chains.h"
@@ -17,6 +19,10 @@ inline const Storable& operand(const Storable* registers, const Storable* consta
 /// Two scalars of any kinds but characters beyond ASCII. Matrices of one element are no different.
 bool scalarBinary(BinaryOp op, const Storable& a, const Storable& b, Storable* result);
 
+/// A sum, a difference, a product or a quotient, by element, of small matrices of doubles of one
+/// size, or of one and a double; in the memory of one of them where nobody else holds that.
+bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result);
+
 /// A subscript as a number, when it is a double or an integer.
 inline bool subscriptNumber(const Storable& subscript, double* number) {
   if (subscript.isDoubleScalar()) [[likely]] {
@@ -26,6 +32,15 @@ inline bool subscriptNumber(const Storable& subscript, double* number) {
   if (!subscript.isScalarOf(Kind::Int)) return false;
   *number = static_cast<double>(subscript.numeric()->asInt().scalar());
   return true;
+}
+
+/// a:b of whole numbers, not large, with one element or more.
+inline bool plainRange(const Storable& a, const Storable& b, double* first, double* count) {
+  constexpr double kMost = 1e9;
+  double last;
+  if (!subscriptNumber(a, first) || !subscriptNumber(b, &last)) return false;
+  *count = last - *first + 1;
+  return *first >= -kMost && last <= kMost && *count >= 1 && std::trunc(*first) == *first && std::trunc(last) == last;
 }
 
 /// The element at a position. REQUIRES: it is there
@@ -59,8 +74,8 @@ inline bool readScalar(const Storable& array, const Storable& row, const Storabl
   return true;
 }
 
-/// Writes a scalar of the array's own kind. REQUIRES: nobody else holds the array, and the position
-/// is there
+/// Writes a scalar of the array's own kind; an array that somebody else holds is copied first.
+/// REQUIRES: the position is there
 inline bool putElement(NumericArray& array, int64_t position, const Storable& value) {
   if (!value.isScalarOf(array.kind())) return false;
   const NumericArray& scalar = *value.numeric();
@@ -79,7 +94,6 @@ inline bool storeScalar(Storable& target, const Storable& subscript, const Stora
   double i;
   if (!target.isNumeric() || !subscriptNumber(subscript, &i)) return false;
   NumericArray& array = *target.numeric();
-  if (!array.isUnshared()) return false;
   const int64_t position = plainPosition(i, array.numElements());
   if (position >= 0) return putElement(array, position, value);
   return value.isDoubleScalar() && i == static_cast<double>(array.numElements()) + 1 &&
@@ -90,19 +104,30 @@ inline bool storeScalar(Storable& target, const Storable& row, const Storable& c
   double i, j;
   if (!target.isNumeric() || !subscriptNumber(row, &i) || !subscriptNumber(column, &j)) return false;
   NumericArray& array = *target.numeric();
-  const int64_t position = array.isUnshared() ? plainPosition(array.size(), i, j) : -1;
+  const int64_t position = plainPosition(array.size(), i, j);
   return position >= 0 && putElement(array, position, value);
 }
 
-/// Where a field of a scalar structure stands; -1 where there is none. The instruction remembers
-/// it.
-inline int64_t plainFieldIndex(const StructArray* array, Name field, const Instruction& instruction) {
-  if (array == nullptr || !array->size().isScalar()) return -1;
+/// An element of a structure array, or elements side by side of a vector or a matrix. A large piece
+/// is left to the general operation, which may show it without a copy.
+bool readPiece(const Storable& array, const Storable& subscript, Storable* result);
+
+/// Overwrites an element of a structure array with a structure of the same fields, or adds it at the
+/// end of a row.
+bool writePiece(Storable& array, const Storable& subscript, const Storable& value);
+
+/// Where a field stands; -1 where there is none. The instruction remembers it.
+inline int64_t fieldIndex(const StructArray& array, Name field, const Instruction& instruction) {
   int64_t index = instruction.flag;
-  if (index < array->fieldCount() && array->fields()[static_cast<size_t>(index)] == field) return index;
-  index = array->fieldIndex(field);
+  if (index < array.fieldCount() && array.fields()[static_cast<size_t>(index)] == field) return index;
+  index = array.fieldIndex(field);
   if (index >= 0 && index < UINT16_MAX) const_cast<Instruction&>(instruction).flag = static_cast<uint16_t>(index);
   return index;
+}
+
+/// The same of a scalar structure.
+inline int64_t plainFieldIndex(const StructArray* array, Name field, const Instruction& instruction) {
+  return array == nullptr || !array->size().isScalar() ? -1 : fieldIndex(*array, field, instruction);
 }
 
 inline const Storable* plainFieldAt(const Storable& value, Name field, const Instruction& instruction) {

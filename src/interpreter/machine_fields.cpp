@@ -67,7 +67,7 @@ bool Machine::elementField(const Instruction& i) {
   if (variable.isStructure() && subscriptNumber(subscript, &number)) {
     const StructArray& array = *variable.structure();
     const int64_t position = plainPosition(number, array.numElements());
-    const int64_t field = position < 0 ? -1 : array.fieldIndex(nameAt(i.e));
+    const int64_t field = position < 0 ? -1 : fieldIndex(array, nameAt(i.e), i);
     if (field >= 0) {
       reg(i.a) = array.value(position, field);
       return true;
@@ -106,23 +106,27 @@ bool Machine::setField(const Instruction& i) {
     *writableFieldAt(variable, name, i) = std::move(value);
     return true;
   }
-  FieldChain chain(frame().code->slots[static_cast<size_t>(i.a)]);
-  chain.addField(name);
-  return finishChain(chain, i.a, take(i.c), placeOf(i));
+  return putField(i, name);
 }
 
-// NAME.(TEXT) = value. A scalar structure gets the field where it lies, a new one after the
-// others.
+// NAME.(TEXT) = value
 bool Machine::setNamedField(const Instruction& i) {
   if (!at(i.b).isValue()) return fail(placeOf(i), text::kFieldNameEvaluationFailed);
-  const HeldName name = fieldNameOf(at(i.b));
+  return putField(i, fieldNameOf(at(i.b)));
+}
+
+// A new structure, or a scalar one where it lies, gets the field, a new one after the others.
+bool Machine::putField(const Instruction& i, const HeldName& name) {
   Storable& variable = reg(i.a);
-  if (variable.isStructure() && variable.size().isScalar()) {
+  const bool isNew = variable.isNone() || variable.isLocalFunc();
+  if (isNew || (variable.isStructure() && variable.size().isScalar())) {
     return guarded(placeOf(i), text::kStructureAssignmentFailed, [&] {
       Storable value = take(i.c);  // which may be the structure itself
-      StructArray& array = *variable.structure();
+      StructArray made;
+      StructArray& array = isNew ? made : *variable.structure();
       const int64_t field = array.ensureField(name);
       array.writableValue(0, field) = std::move(value);
+      if (isNew) variable = std::move(made);
       return true;
     });
   }
@@ -153,10 +157,16 @@ bool Machine::setElementField(const Instruction& i) {
   double number;
   if (variable.isStructure() && subscriptNumber(at(i.c), &number)) {
     StructArray& array = *variable.structure();
-    const int64_t position = plainPosition(number, array.numElements());
-    const int64_t field = position < 0 ? -1 : array.fieldIndex(name);
-    if (field >= 0) {
-      array.writableValue(position, field) = take(i.e);
+    const int64_t count = array.numElements();
+    const int64_t field = fieldIndex(array, name, i);
+    int64_t position = field < 0 ? -1 : plainPosition(number, count);
+    if (field >= 0 && number == static_cast<double>(count) + 1 && array.size().isRow()) {
+      array.extend(SizeVector(1, count + 1));
+      position = count;
+    }
+    if (position >= 0) {
+      Storable value = take(i.e);  // which may be the structure itself
+      array.writableValue(position, field) = std::move(value);
       return true;
     }
   }

@@ -1,5 +1,6 @@
 // Frames: how calls begin and end.
 #include <algorithm>
+#include <array>
 
 #include <fmt/format.h>
 
@@ -26,6 +27,19 @@ bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t
   return true;
 }
 
+namespace {
+
+// The slots to which the instruction behind a call assigns its outputs, showing none; null: it does
+// something else.
+const std::vector<int32_t>* namesBehind(const Frame& caller, int32_t destination, size_t outputs) {
+  const Instruction& next = caller.pc[1];
+  if (next.op != Op::assignList || next.b != destination || next.flag) return nullptr;
+  const std::vector<int32_t>& targets = caller.code->sites[static_cast<size_t>(next.d)].slots;
+  return targets.size() > outputs ? nullptr : &targets;
+}
+
+}  // namespace
+
 // ---- Native code
 
 native::Context Machine::nativeContext(const LocalFunctionFile* functions) const {
@@ -33,9 +47,22 @@ native::Context Machine::nativeContext(const LocalFunctionFile* functions) const
   return {run_, functions, &app_.stopRequest(), frames_.size() < kMostFrames};
 }
 
+// What a call gives is one value, or goes to the names of the assignment behind it.
 bool Machine::callNatively(const Code& code, const LocalFunctionFile* functions, std::span<const Storable> arguments,
                            std::span<const Storable> captured, int32_t destination) {
-  return native::callFunction(nativeContext(functions), code, arguments, captured, &reg(destination));
+  std::array<Storable*, native::kMostResults> results{&reg(destination)};
+  size_t count = 1;
+  const bool areSeveral = code.outputs.size() > 1;
+  if (areSeveral) {
+    const std::vector<int32_t>* targets = namesBehind(frame(), destination, code.outputs.size());
+    if (targets == nullptr || targets->size() > results.size()) return false;
+    count = targets->size();
+    for (size_t k = 0; k < count; ++k) results[k] = &reg((*targets)[k]);
+  }
+  const auto wanted = std::span(results).first(count);
+  if (!native::callFunction(nativeContext(functions), code, arguments, captured, wanted)) return false;
+  if (areSeveral) ++frame().pc;  // the assignment is done
+  return true;
 }
 
 // ---- Ends
@@ -82,11 +109,9 @@ bool Machine::returnSeveral() {
     if (top.base[slot].form() >= Storable::Form::localFunc) return false;
   }
   Frame& caller = frames_.caller();
-  const Instruction& next = caller.pc[1];
-  if (next.op != Op::assignList || next.b != top.destination || next.flag) return false;
-  const std::vector<int32_t>& targets = caller.code->sites[static_cast<size_t>(next.d)].slots;
-  if (targets.size() > outputs.size()) return false;
-  for (size_t k = 0; k < targets.size(); ++k) caller.base[targets[k]] = top.base[outputs[k]];
+  const std::vector<int32_t>* targets = namesBehind(caller, top.destination, outputs.size());
+  if (targets == nullptr) return false;
+  for (size_t k = 0; k < targets->size(); ++k) caller.base[(*targets)[k]] = top.base[outputs[k]];
   popPlain();
   ++frame().pc;  // the assignment is done
   return true;
@@ -113,11 +138,13 @@ bool Machine::collectOutputs(Storable* result) {
   return true;
 }
 
-// A script or a text: it takes the names that it mentions from the workspace below.
+// A script or a text: it takes the names that it mentions from the workspace below, where there is
+// room for all of them from now on. So a run that finds no memory loses no variable.
 bool Machine::pushOverlay(const Code& code, int32_t destination, int outputs, KeloNode& place) {
   Storable* from = frames_.empty() ? stack_.start() : frame().base + frame().code->registers;
   const bool isFirst = frames_.empty();
   LocalFunctionFile* functions = isFirst ? nullptr : frame().functions;
+  makeRoom(isFirst ? kBelowAll : frames_.size() - 1, code.slots.size());
   if (!push(code, from, 0, destination, place)) return false;
   Frame& made = frame();
   made.isOverlay = true;

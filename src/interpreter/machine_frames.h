@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+#include "interpreter/environment.h"
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "interpreter/visitor.h"
@@ -55,10 +56,11 @@ inline bool Machine::canPushPlain(const Code& code, Storable* arguments) const {
 }
 
 // Whether the name in a slot means the function that the site has called before in this run: no
-// variable then and now, or the same local function of a script.
+// variable then and now, or the same local function of a script, be it by a handle.
 inline bool Machine::meansTheSame(const Storable& base, const Site& site) const {
   if (site.run != run_) return false;
   if (base.isNone()) return site.targetIndex < 0 && site.functions == frames_.back().functions;
+  if (const FunctionHandle* handle = base.funcHandle()) return handle->isOf(site.targetFunctions, site.targetIndex);
   const LocalFunction* local = base.localFunc();
   return local && local->index() == site.targetIndex && local->file().get() == site.targetFunctions;
 }
@@ -85,7 +87,17 @@ inline int Machine::outputsOf(const Site& site) const {
   const int outputs = outputsOf(site);
   Frame& made = pushPlain(*code, arguments, site.count, destination);
   enterFunction(made, *site.target, site.targetFunctions, site.count, outputs);
+  if (!site.handedOver.empty()) handOver(site);
   return true;
+}
+
+// The caller lets go of what the call will give it anew, so that the function writes it in place.
+// Where the call fails a function's variables go with it; those of a script or a text stay, and are
+// kept unless that is the end of all. REQUIRES: the call's frame is on top
+inline void Machine::handOver(const Site& site) {
+  const Frame& caller = frames_.caller();
+  if (!caller.isFunction && !app_.isLastRun) return;
+  for (const int32_t slot : site.handedOver) caller.base[slot].letGo();
 }
 
 // A handle whose body has been lowered, with all inputs and all that it captures.

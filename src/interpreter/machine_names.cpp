@@ -5,7 +5,6 @@
 // slot, and is the only one whose slot counts; a name that none of them mentions is in the table
 // beside the lowest of them, for the console in the base workspace.
 #include <algorithm>
-#include <new>
 
 #include "grammar/kelo_node.h"
 #include "interpreter/environment.h"
@@ -63,13 +62,14 @@ void Machine::takeNames() {
 void Machine::giveNamesBack() {
   const Frame& top = frame();
   const size_t below = frames_.size() == 1 ? kBelowAll : frames_.size() - 2;
-  for (size_t k = 0; k < top.code->slots.size(); ++k) {
-    try {
-      set(below, top.code->slots[k], std::move(top.base[k]));
-    } catch (const std::bad_alloc&) {
-      // A new name for which there is no memory: its value goes, and makes room for the others.
-    }
-  }
+  for (size_t k = 0; k < top.code->slots.size(); ++k) set(below, top.code->slots[k], std::move(top.base[k]));
+}
+
+// In the table that this frame gives names back to.
+void Machine::makeRoom(size_t at, size_t names) {
+  while (at != kBelowAll && frames_[at].isOverlay) at = at == 0 ? kBelowAll : at - 1;
+  if (at != kBelowAll && !frames_[at].more) frames_[at].more = std::make_unique<Workspace>();
+  tableOf(at)->makeRoom(names);
 }
 
 std::vector<Name> Machine::names() {

@@ -64,6 +64,7 @@ bool Machine::binary(const Instruction& i, BinaryOp op, Storable* result) {
     return fail(place, fmt::format(text::kBinaryNotNumeric, operatorText(place)));
   }
   Storable left = take(i.b), right = i.c == i.b ? left : take(i.c);
+  if (fewDoubles(op, left, right, result)) return true;
   *result = kelo::binary(op, std::move(*left.numeric()), std::move(*right.numeric()),
                          [&](std::string text) { warn(place, std::move(text)); });
   return true;
@@ -196,13 +197,14 @@ namespace {
 template <class T>
 void append(TypedArray<T>& row, const TypedArray<T>& more) {
   const int64_t before = row.numElements(), count = more.numElements();
+  if (row.appendInPlace(more.data(), count)) return;
   row.resizeVector(SizeVector(1, before + count));
   std::copy_n(more.data(), count, row.writable() + before);
 }
 
 // Whether the values can be added to the row where it lies.
 bool canAppend(const NumericArray& row, const Storable* values, int32_t count) {
-  if (!row.isUnshared() || row.isScalar() || row.isEmpty() || !row.size().isRow()) return false;
+  if (!row.isUnshared() || row.isEmpty() || !row.size().isRow()) return false;
   for (const Storable* each = values; each < values + count; ++each) {
     const NumericArray* value = each->numeric();
     if (!value || !value->is(row.kind()) || value->isEmpty() || !value->size().isRow()) return false;
@@ -227,6 +229,10 @@ bool Machine::appendRow(const Instruction& i) {
   Storable& variable = reg(i.a);
   if (variable.isNumeric() && canAppend(*variable.numeric(), &reg(i.b), i.c)) {
     for (int32_t k = 0; k < i.c; ++k) appendInPlace(*variable.numeric(), *reg(i.b + k).numeric());
+    return true;
+  }
+  if (i.c == 1 && variable.isNumeric() && variable.isEmpty() && reg(i.b).isArray() && !reg(i.b).isEmpty()) {
+    variable = std::move(reg(i.b));  // nothing stands before it
     return true;
   }
   std::vector<Storable> row{variable};

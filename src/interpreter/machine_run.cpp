@@ -192,13 +192,14 @@ resume:
       case Op::assignList: KELO_GENERAL(assignList(i))
       case Op::store1: {
         const Storable &subscript = operand(R, K, i.b), &value = operand(R, K, i.c);
-        frames_.back().pc = pc;  // appending may find no memory
+        frames_.back().pc = pc;  // a shared array is copied, and appending may find no memory
         if (storeScalar(R[i.a], subscript, value)) [[likely]] break;
         const Storable* arguments[] = {&subscript};
         KELO_GENERAL(store(i, arguments, 1, &value))
       }
       case Op::store2: {
         const Storable &row = operand(R, K, i.b), &column = operand(R, K, i.c), &value = operand(R, K, i.e);
+        frames_.back().pc = pc;  // a shared array is copied
         if (storeScalar(R[i.a], row, column, value)) [[likely]] break;
         const Storable* arguments[] = {&row, &column};
         KELO_GENERAL(store(i, arguments, 2, &value))
@@ -244,9 +245,13 @@ resume:
       case Op::endOf: KELO_GENERAL(endOf(i))
       case Op::colon: KELO_GENERAL(colon(i))
       case Op::checkExtent: KELO_GENERAL(checkExtent(i))
-      case Op::checkArgument:
-        if (!i.c && operand(R, K, i.a).isDoubleScalar()) break;
+      case Op::checkArgument: {
+        const Storable& value = operand(R, K, i.a);
+        if (!i.c && value.isDoubleScalar()) break;
+        const Site& site = frames_.back().code->sites[static_cast<size_t>(i.d)];
+        if (value.isValue() && (site.row || (!site.isTarget && R[site.base].isNone()))) break;
         KELO_GENERAL(checkArgument(i))
+      }
       case Op::makeHandle: KELO_GENERAL(makeHandle(i))
 
       case Op::checkStructure: KELO_GENERAL(structureIn(i.b, placeOf(i)) != nullptr)
@@ -321,7 +326,15 @@ resume:
       KELO_JUMP(jumpOnGe, ge, >=)
       KELO_JUMP(jumpOnGt, gt, >)
 #undef KELO_JUMP
-      case Op::forRange: KELO_GENERAL(forRange(i))
+      case Op::forRange: {
+        double first, count;
+        if (i.c != 2 || !plainRange(R[i.b], R[i.b + 1], &first, &count)) KELO_GENERAL(forRange(i))
+        R[i.a].setNumber(first);
+        R[i.a + 1].setNumber(1);
+        R[i.a + 2].setNumber(count);
+        R[i.a + 3].setNumber(0);
+        break;
+      }
       case Op::rangeStep: {
         Storable* state = R + i.a;
         const double k = state[3].doubleScalar();
@@ -334,7 +347,9 @@ resume:
       case Op::arrayStep:
         if (!arrayStep(i)) break;
         KELO_GO(i.c)
-      case Op::checkSwitch: KELO_GENERAL(checkSwitch(i))
+      case Op::checkSwitch:
+        if (operand(R, K, i.b).isPlainScalar()) break;
+        KELO_GENERAL(checkSwitch(i))
       case Op::caseJump: {
         bool matches;
         frames_.back().pc = pc;

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "interpreter/machine_fast.h"
 #include "platform/vector_math.h"
 #include "values/exact_integers.h"
 
@@ -21,19 +22,24 @@ struct Row {
   int32_t count;
 };
 
+// clang-format off
 constexpr Row kRows[] = {
-    {"abs", QuickCall::abs, 1},     {"acos", QuickCall::acos, 1},     {"asin", QuickCall::asin, 1},
-    {"atan", QuickCall::atan, 1},   {"ceil", QuickCall::ceil, 1},     {"cos", QuickCall::cos, 1},
-    {"cosh", QuickCall::cosh, 1},   {"exp", QuickCall::exp, 1},       {"fix", QuickCall::fix, 1},
-    {"floor", QuickCall::floor, 1}, {"int2str", QuickCall::int2str, 1}, {"num2str", QuickCall::num2str, 1},
-    {"isempty", QuickCall::isempty, 1}, {"length", QuickCall::length, 1},
-    {"log", QuickCall::log, 1},     {"log10", QuickCall::log10, 1},   {"log2", QuickCall::log2, 1},
-    {"max", QuickCall::max, 2},     {"min", QuickCall::min, 2},       {"mod", QuickCall::mod, 2},
-    {"ndims", QuickCall::ndims, 1}, {"numel", QuickCall::numel, 1},   {"rem", QuickCall::rem, 2},
-    {"round", QuickCall::round, 1}, {"sin", QuickCall::sin, 1},       {"sinh", QuickCall::sinh, 1},
-    {"sqrt", QuickCall::sqrt, 1},   {"strcmp", QuickCall::strcmp, 2}, {"tan", QuickCall::tan, 1},
-    {"tanh", QuickCall::tanh, 1},
+    {"abs", QuickCall::abs, 1},         {"acos", QuickCall::acos, 1},       {"asin", QuickCall::asin, 1},
+    {"atan", QuickCall::atan, 1},       {"ceil", QuickCall::ceil, 1},       {"char", QuickCall::toChar, 1},
+    {"cos", QuickCall::cos, 1},         {"cosh", QuickCall::cosh, 1},       {"double", QuickCall::toDouble, 1},
+    {"exp", QuickCall::exp, 1},         {"fix", QuickCall::fix, 1},         {"floor", QuickCall::floor, 1},
+    {"int2str", QuickCall::int2str, 1}, {"ischar", QuickCall::ischar, 1},   {"isempty", QuickCall::isempty, 1},
+    {"isfield", QuickCall::isfield, 2}, {"isstruct", QuickCall::isstruct, 1}, {"length", QuickCall::length, 1},
+    {"log", QuickCall::log, 1},         {"log10", QuickCall::log10, 1},     {"log2", QuickCall::log2, 1},
+    {"lower", QuickCall::lower, 1},     {"max", QuickCall::max, 2},         {"min", QuickCall::min, 2},
+    {"mod", QuickCall::mod, 2},         {"ndims", QuickCall::ndims, 1},     {"num2str", QuickCall::num2str, 1},
+    {"numel", QuickCall::numel, 1},     {"ones", QuickCall::ones, 2},       {"rem", QuickCall::rem, 2},
+    {"round", QuickCall::round, 1},     {"sin", QuickCall::sin, 1},         {"sinh", QuickCall::sinh, 1},
+    {"size", QuickCall::size, 2},       {"sqrt", QuickCall::sqrt, 1},       {"strcmp", QuickCall::strcmp, 2},
+    {"strcmpi", QuickCall::strcmpi, 2}, {"tan", QuickCall::tan, 1},         {"tanh", QuickCall::tanh, 1},
+    {"upper", QuickCall::upper, 1},     {"xor", QuickCall::exclusiveOr, 2}, {"zeros", QuickCall::zeros, 2},
 };
+// clang-format on
 
 // The routine that arrays are put through gives the same for an element alone.
 template <VectorFunction kFunction>
@@ -75,16 +81,120 @@ bool wholeText(const Storable& x, bool rounds, Storable* result) {
   return true;
 }
 
+bool isPlain(Character c) { return c.word() < 0x80; }
+
+Character inCase(Character c, bool isUpper) {
+  const uint32_t first = isUpper ? U'a' : U'A';
+  return c.word() - first < 26 ? Character(c.word() ^ 0x20) : c;
+}
+
+// Of ASCII characters.
+bool textInCase(const Storable& x, bool isUpper, Storable* result) {
+  const CharArray* row = rowOfText(x);
+  if (!row || !std::all_of(row->data(), row->data() + row->numElements(), isPlain)) return false;
+  auto turned = CharArray::uninitialized(row->size());
+  std::transform(row->data(), row->data() + row->numElements(), turned.writable(),
+                 [&](Character c) { return inCase(c, isUpper); });
+  *result = std::move(turned);
+  return true;
+}
+
+bool sameIgnoringCase(const Storable& x, const Storable& y, Storable* result) {
+  const CharArray *a = rowOfText(x), *b = rowOfText(y);
+  if (!a || !b) return false;
+  const bool areEqual = a->numElements() == b->numElements();
+  for (int64_t k = 0; areEqual && k < a->numElements(); ++k) {
+    const Character c = (*a)[k], d = (*b)[k];
+    if (!isPlain(c) || !isPlain(d)) return false;
+    if (inCase(c, false).word() == inCase(d, false).word()) continue;
+    result->setLogical(false);
+    return true;
+  }
+  result->setLogical(areEqual);
+  return true;
+}
+
+bool hasField(const Storable& x, const Storable& y, Storable* result) {
+  constexpr size_t kMost = 63;
+  const StructArray* structure = x.structure();
+  const CharArray* row = rowOfText(y);
+  if (!structure || !row || static_cast<size_t>(row->numElements()) > kMost) return false;
+  char text[kMost];
+  for (int64_t k = 0; k < row->numElements(); ++k) {
+    if (!isPlain((*row)[k])) return false;
+    text[k] = static_cast<char>((*row)[k].word());
+  }
+  const auto name = Name::find({text, static_cast<size_t>(row->numElements())});
+  result->setLogical(name && structure->hasField(*name));
+  return true;
+}
+
+// A whole number from `least` on, and not large.
+bool smallCount(const Storable& value, int64_t least, int64_t* count) {
+  constexpr double kMost = 1024;
+  double x;
+  if (!subscriptNumber(value, &x) || !(x >= static_cast<double>(least) && x <= kMost)) return false;
+  *count = static_cast<int64_t>(x);
+  return static_cast<double>(*count) == x;
+}
+
+bool filled(const Storable& rows, const Storable& columns, double value, Storable* result) {
+  constexpr int64_t kMost = 4096;
+  int64_t m, n;
+  if (!smallCount(rows, 0, &m) || !smallCount(columns, 0, &n) || m * n > kMost) return false;
+  if (m * n == 1) result->setNumber(value);
+  else *result = DoubleArray(SizeVector(m, n), value);
+  return true;
+}
+
+bool kindChanged(const Storable& x, bool toChar, Storable* result) {
+  if (!x.isPlainScalar()) return false;
+  const NumericArray& scalar = *x.numeric();
+  if (toChar) {
+    const double code = scalar.is(Kind::Double) ? scalar.asDouble().scalar() : -1;
+    if (!(code >= 0 && code < 0x80)) return false;
+    *result = CharArray(Character(static_cast<char32_t>(code)));
+    return true;
+  }
+  if (scalar.is(Kind::Double)) *result = x;
+  else if (scalar.is(Kind::Char) && isPlain(scalar.asChar().scalar())) result->setNumber(scalar.asChar().scalar().word());
+  else if (scalar.is(Kind::Logical)) result->setNumber(scalar.asLogical().scalar() ? 1 : 0);
+  else return false;
+  return true;
+}
+
+// A number, a count of the system's own, or a logical as a number.
+bool numberOf(const Storable& value, double* x) {
+  if (value.isDoubleScalar()) [[likely]] {
+    *x = value.doubleScalar();
+    return true;
+  }
+  if (value.isScalarOf(Kind::Int)) *x = static_cast<double>(value.numeric()->asInt().scalar());
+  else if (value.isScalarOf(Kind::Logical)) *x = value.numeric()->asLogical().scalar() ? 1 : 0;
+  else return false;
+  return true;
+}
+
+bool truthOf(const Storable& x, bool* answer) {
+  if (x.isScalarOf(Kind::Logical)) *answer = x.numeric()->asLogical().scalar();
+  else if (x.isDoubleScalar() && !std::isnan(x.doubleScalar())) *answer = x.doubleScalar() != 0;
+  else return false;
+  return true;
+}
+
 int64_t longest(const SizeVector& size) { return size.hasZeroLength() ? 0 : std::ranges::max(size.vec()); }
 
 }  // namespace
 
 // Characters may be equal without being the same word.
 bool sameText(const CharArray& a, const CharArray& b) {
-  if (a.numElements() != b.numElements() || a.size() != b.size()) return false;
-  const auto bytes = static_cast<size_t>(a.numElements()) * sizeof(Character);
-  return std::memcmp(a.data(), b.data(), bytes) == 0 ||
-         std::equal(a.data(), a.data() + a.numElements(), b.data());
+  const int64_t count = a.numElements();
+  if (count != b.numElements() || a.size() != b.size()) return false;
+  const Character *x = a.data(), *y = b.data(), *const end = x + count;
+  for (; x != end; ++x, ++y) {
+    if (x->word() != y->word()) return std::equal(x, end, y);
+  }
+  return true;
 }
 
 int32_t quickCallOf(Name name, int32_t count) {
@@ -125,10 +235,8 @@ bool quickCall(QuickCall function, double x, double y, double* result) {
 
 bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storable* result) {
   if (function < QuickCall::isempty) {
-    double number;
-    if (!Storable::areDoubleScalars(x, y) || !quickCall(function, x.doubleScalar(), y.doubleScalar(), &number)) {
-      return false;
-    }
+    double a, b, number;
+    if (!numberOf(x, &a) || !numberOf(y, &b) || !quickCall(function, a, b, &number)) return false;
     result->setNumber(number);
     return true;
   }
@@ -141,6 +249,25 @@ bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storabl
     case QuickCall::strcmp:
       result->setLogical(isText(x) && isText(y) && sameText(x.numeric()->asChar(), y.numeric()->asChar()));
       return true;
+    case QuickCall::strcmpi: return sameIgnoringCase(x, y, result);
+    case QuickCall::toDouble: case QuickCall::toChar: return kindChanged(x, function == QuickCall::toChar, result);
+    case QuickCall::exclusiveOr: {
+      bool a, b;
+      if (!truthOf(x, &a) || !truthOf(y, &b)) return false;
+      result->setLogical(a != b);
+      return true;
+    }
+    case QuickCall::lower: case QuickCall::upper: return textInCase(x, function == QuickCall::upper, result);
+    case QuickCall::ischar: result->setLogical(isText(x)); return true;
+    case QuickCall::isstruct: result->setLogical(x.isStructure()); return true;
+    case QuickCall::isfield: return hasField(x, y, result);
+    case QuickCall::ones: case QuickCall::zeros: return filled(x, y, function == QuickCall::ones ? 1 : 0, result);
+    case QuickCall::size: {
+      int64_t d;
+      if (!smallCount(y, 1, &d)) return false;
+      *result = IntArray(x.size().dimensionLength(d));
+      return true;
+    }
     case QuickCall::int2str: return wholeText(x, true, result);
     case QuickCall::num2str: return wholeText(x, false, result);
     default: return false;

@@ -14,7 +14,8 @@ namespace kelo {
 enum class QuickCall : int32_t {
   abs, ceil, fix, floor, max, min, mod, rem, round, sqrt,
   acos, asin, atan, cos, cosh, exp, log, log10, log2, sin, sinh, tan, tanh,
-  isempty, length, ndims, numel, strcmp, int2str, num2str,
+  isempty, length, ndims, numel, size, toDouble, toChar, exclusiveOr,
+  strcmp, strcmpi, int2str, num2str, lower, upper, ischar, isfield, isstruct, ones, zeros,
 };
 // clang-format on
 

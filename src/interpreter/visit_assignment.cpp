@@ -1,6 +1,8 @@
 // Assignments: to a variable, to a list of them, to elements, and along a chain of fields. The
 // right side is evaluated first, then the subscripts; a variable is changed last, so a failure
 // leaves it as it was.
+#include <algorithm>
+
 #include "grammar/kelo_node.h"
 #include "interpreter/visitor.h"
 #include "messages/catalogue/indexing.h"
@@ -22,6 +24,18 @@ int32_t Visitor::rightSide(KeloNode& assignment, const char* withoutValue) {
   return value;
 }
 
+// x = f(x), [x, y] = f(x, y): the function may have the only reference to such an argument.
+void Visitor::handOver(std::span<const int32_t> targets) {
+  const Instruction& last = code_->instructions.back();
+  if (last.op != Op::call) return;
+  Site& made = site(last.d);
+  for (KeloNode* argument : made.arguments) {
+    if (argument->cache.kind != NodeKind::id) continue;
+    const int32_t slot = slotOf(argument->cache.name);
+    if (isKnown(slot) && std::ranges::find(targets, slot) != targets.end()) made.handedOver.push_back(slot);
+  }
+}
+
 void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   KeloNode& right = *assignment.cache.second;
   resolved(right);
@@ -29,7 +43,9 @@ void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   if (lowerAppendText(right, slot)) {
     // The whole statement.
   } else if (mayBeMany(right)) {
-    emit(Op::assign, &assignment, slot, visit(right, 1));
+    const int32_t value = visit(right, 1);
+    handOver({&slot, 1});
+    emit(Op::assign, &assignment, slot, value);
   } else if (!lowerAppend(right, slot)) {
     into(right, slot, 1);
   }
@@ -42,6 +58,7 @@ void Visitor::visitVar_list_assignment(KeloNode& assignment, bool shows) {
   const int32_t value = visit(*assignment.cache.second, static_cast<int>(names.size()));
   const int32_t made = newSite(assignment, Name(), 0, {}, static_cast<int>(names.size()));
   for (const Name name : names) site(made).slots.push_back(slotOf(name));
+  handOver(site(made).slots);
   emit(Op::assignList, &assignment, 0, value, 0, made, 0, shows);
   for (const int32_t slot : std::vector<int32_t>(site(made).slots)) setKnown(slot);
 }

@@ -16,7 +16,7 @@ bool isSquare(const NumericArray& a) { return a.size().isMatrix() && a.size().ro
 struct Factored {
   std::vector<int> pivots;
   bool isSingular;
-  double rcond;  // 0 when singular
+  double norm;  // of the matrix itself
 };
 
 // LU factors in place of `a`.
@@ -27,7 +27,28 @@ Factored factor(TypedArray<T>& a, const char* failure) {
   std::vector<int> pivots(static_cast<size_t>(n));
   const int info = lapack::getrf(n, n, a.writable(), pivots.data());
   if (info < 0) throw problem(failure);
-  return {std::move(pivots), info > 0, info > 0 ? 0 : rcondOfFactors(n, a.data(), norm)};
+  return {std::move(pivots), info > 0, norm};
+}
+
+template <class T>
+void warnIfNearlySingular(int n, const T* factors, double norm, const Warn& warn) {
+  const double least = n * std::numeric_limits<double>::epsilon();
+  if (isRcondFarAbove(least, n, factors, norm)) return;
+  const double rcond = rcondOfFactors(n, factors, norm);
+  if (!(least <= rcond)) warn(text::inverseNearlySingular(rcond));
+}
+
+template <class T>
+TypedArray<T> inverseOfFactors(int n, TypedArray<T> factors, const std::vector<int>& pivots) {
+  if constexpr (std::is_same_v<T, double>) {
+    if (n >= triangles::kLeastOrder) {
+      auto result = DoubleArray::uninitialized(factors.size());
+      triangles::invert(n, factors.data(), pivots.data(), result.writable());
+      return result;
+    }
+  }
+  if (lapack::getri(n, factors.writable(), pivots.data()) != 0) throw problem(text::kInverseUnexpected);
+  return factors;
 }
 
 template <class T>
@@ -35,10 +56,8 @@ NumericArray inverted(TypedArray<T> a, const Warn& warn) {
   const int n = checkedInt32(a.size().rows());
   const Factored factored = factor(a, text::kInverseUnexpected);
   if (factored.isSingular) throw problem(text::kInverseOfSingular);
-  if (lapack::getri(n, a.writable(), factored.pivots.data()) != 0) throw problem(text::kInverseUnexpected);
-  if (!(n * std::numeric_limits<double>::epsilon() <= factored.rcond))
-    warn(text::inverseNearlySingular(factored.rcond));
-  return a;
+  warnIfNearlySingular(n, a.data(), factored.norm, warn);
+  return inverseOfFactors(n, std::move(a), factored.pivots);
 }
 
 // By repeated squaring: as many products as the exponent has binary digits, and one more for each
@@ -68,7 +87,13 @@ NumericArray inverse(NumericArray a, const Warn& warn) {
 double rcond(NumericArray a) {
   if (!isSquare(a)) throw problem(text::kRcondUnexpected);
   if (a.isEmpty()) return kInf;
-  return inCommonKind([](auto matrix) { return factor(matrix, text::kRcondUnexpected).rcond; }, std::move(a));
+  return inCommonKind(
+      [](auto matrix) {
+        const Factored factored = factor(matrix, text::kRcondUnexpected);
+        if (factored.isSingular) return 0.0;
+        return rcondOfFactors(checkedInt32(matrix.size().rows()), matrix.data(), factored.norm);
+      },
+      std::move(a));
 }
 
 NumericArray mpower(NumericArray a, NumericArray b, const Warn& warn) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "linear/linear.h"
+#include "linear/triangles.h"
 #include "values/memory.h"
 
 namespace kelo::lapack {
@@ -52,10 +53,13 @@ void gemm(int m, int n, int k, Factor<ComplexDouble> a, Factor<ComplexDouble> b,
               &kZero, c, leading(m));
 }
 
-void gemv(CblasTranspose transpose, int m, int n, const double* a, const double* x, double* y) {
-  chooseThreads(static_cast<double>(m) * n);
-  cblas_dgemv(CblasColMajor, transpose, m, n, /*alpha*/ 1, a, leading(m), x, /*incx*/ 1, /*beta*/ 0, y, /*incy*/ 1);
+void subtractProduct(int m, int n, int k, const double* a, int64_t lda, const double* b, int64_t ldb, double* c,
+                     int64_t ldc) {
+  chooseThreads(static_cast<double>(m) * n * k);
+  cblas_dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, m, n, k, /*alpha*/ -1, a, checkedInt32(lda), b,
+              checkedInt32(ldb), /*beta*/ 1, c, checkedInt32(ldc));
 }
+
 void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const ComplexDouble* x, ComplexDouble* y) {
   chooseThreads(4.0 * m * n);
   cblas_zgemv(CblasColMajor, transpose, m, n, &kOne, a, leading(m), x, /*incx*/ 1, &kZero, y, /*incy*/ 1);
@@ -88,7 +92,23 @@ double norm1(int m, int n, const ComplexDouble* a) {
   return zlange_("1", &m, &n, a, &lda, nullptr);
 }
 
+namespace {
+
+bool goesByTriangles(int m, int n, const double* a) {
+  return std::min(m, n) >= triangles::kLeastOrder && triangles::areFinite(a, static_cast<int64_t>(m) * n);
+}
+
+}  // namespace
+
 int gesv(int n, int nrhs, double* a, int* pivots, double* b) {
+  if (goesByTriangles(n, n, a)) {
+    const int firstZero = triangles::factor(n, n, a, n, pivots);
+    if (firstZero != 0) return firstZero;
+    triangles::exchangeRows(nrhs, b, n, pivots, n);
+    triangles::solveLower(n, nrhs, a, n, b, n);
+    triangles::solveUpper(n, nrhs, a, n, b, n);
+    return 0;
+  }
   chooseThreads(std::pow(n, 3) / 3 + static_cast<double>(n) * n * nrhs);
   const int ld = leading(n);
   int info = 0;
@@ -104,6 +124,7 @@ int gesv(int n, int nrhs, ComplexDouble* a, int* pivots, ComplexDouble* b) {
 }
 
 int getrf(int m, int n, double* a, int* pivots) {
+  if (goesByTriangles(m, n, a)) return triangles::factor(m, n, a, m, pivots);
   chooseThreads(static_cast<double>(m) * n * n / 3);
   const int lda = leading(m);
   int info = 0;

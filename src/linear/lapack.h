@@ -42,8 +42,10 @@ struct Factor {
 /// c = a * b, m x k times k x n in the forms that the factors mean.
 void gemm(int m, int n, int k, Factor<double> a, Factor<double> b, double* c);
 void gemm(int m, int n, int k, Factor<ComplexDouble> a, Factor<ComplexDouble> b, ComplexDouble* c);
+/// c -= a * b, m x k times k x n.
+void subtractProduct(int m, int n, int k, const double* a, int64_t lda, const double* b, int64_t ldb, double* c,
+                     int64_t ldc);
 /// y = a * x, or transpose(a) * x, a of m x n.
-void gemv(CblasTranspose transpose, int m, int n, const double* a, const double* x, double* y);
 void gemv(CblasTranspose transpose, int m, int n, const ComplexDouble* a, const ComplexDouble* x, ComplexDouble* y);
 
 /// Euclidean norm of n elements, without overflow on the way.
@@ -54,7 +56,8 @@ double nrm2(int n, const ComplexDouble* x);
 double norm1(int m, int n, const double* a);
 double norm1(int m, int n, const ComplexDouble* a);
 
-/// Solves a * x = b; a becomes its factors, b the solution.
+/// Solves a * x = b; a becomes its factors, b the solution. Real matrices of middling and large
+/// order, here and below, go through triangles.h.
 int gesv(int n, int nrhs, double* a, int* pivots, double* b);
 int gesv(int n, int nrhs, ComplexDouble* a, int* pivots, ComplexDouble* b);
 int getrf(int m, int n, double* a, int* pivots);

@@ -17,8 +17,6 @@ void cblas_dgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k
                  int lda, const double* b, int ldb, double beta, double* c, int ldc);
 void cblas_zgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k, const void* alpha, const void* a,
                  int lda, const void* b, int ldb, const void* beta, void* c, int ldc);
-void cblas_dgemv(CblasOrder, CblasTranspose, int m, int n, double alpha, const double* a, int lda, const double* x,
-                 int incx, double beta, double* y, int incy);
 void cblas_zgemv(CblasOrder, CblasTranspose, int m, int n, const void* alpha, const void* a, int lda, const void* x,
                  int incx, const void* beta, void* y, int incy);
 double cblas_dnrm2(int n, const double* x, int incx);

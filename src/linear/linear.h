@@ -56,7 +56,7 @@ double rcond(NumericArray a);
 struct Solution {
   std::optional<NumericArray> x;  ///< absent for an exact zero pivot
   bool isNearlySingular = false;  ///< square: rcond is below 1-norm(a) * eps
-  double rcond = 1;               ///< square
+  double rcond = 1;               ///< square; only a bound where nobody asked for it
   int64_t rank = 0;               ///< not square; less than full when rank < min(size(a))
   double tolerance = 0;           ///< not square: below it a diagonal element counts as 0
 };
@@ -64,7 +64,8 @@ struct Solution {
 /// throws Problem unless they have as many rows, and for a matrix that is not square and of which
 /// NaN hides the rank
 /// REQUIRES: both are matrices, not empty
-[[nodiscard]] Solution solve(const NumericArray& a, const NumericArray& b);
+enum class Quality { numbers, warnings };  ///< of a solution: wanted in numbers, or to warn of it
+[[nodiscard]] Solution solve(const NumericArray& a, const NumericArray& b, Quality quality = Quality::numbers);
 /// The same as if no matrix were square: always an x, in the deficient case one with as few rows
 /// other than 0 as the rank says.
 [[nodiscard]] Solution solveLeastSquares(const NumericArray& a, const NumericArray& b);

@@ -2,6 +2,7 @@
 // they do.
 #include "linear/lapack.h"
 #include "linear/linear.h"
+#include "linear/matrix_vector.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -40,11 +41,15 @@ struct Side {
   int64_t rows() const { return isTransposed ? stored.size().columns() : stored.size().rows(); }
   int64_t columns() const { return isTransposed ? stored.size().rows() : stored.size().columns(); }
   CblasTranspose form() const { return isTransposed ? CblasTrans : CblasNoTrans; }
-  CblasTranspose otherForm() const { return isTransposed ? CblasNoTrans : CblasTrans; }
   int ld() const { return checkedInt32(stored.size().rows()); }
   lapack::Factor<double> factor() const { return {stored.data(), ld(), form()}; }
-  void applyTo(const double* x, double* y, CblasTranspose how) const {
-    lapack::gemv(how, ld(), checkedInt32(stored.size().columns()), stored.data(), x, y);
+  /// The product with a vector from the right, or of one from the left, which is the transposed one's.
+  void applyTo(const double* x, double* y, bool fromTheLeft) const {
+    const int64_t m = stored.size().rows(), n = stored.size().columns();
+    if (isTransposed != fromTheLeft)
+      multiplyVectorTransposed(m, n, stored.data(), x, y);
+    else
+      multiplyVector(m, n, stored.data(), x, y);
   }
 };
 
@@ -53,9 +58,9 @@ NumericArray product(const Side& a, const Side& b) {
   auto result = DoubleArray::uninitialized(SizeVector(m, n));
   double* c = result.writable();
   if (n == 1) {
-    a.applyTo(b.stored.data(), c, a.form());
+    a.applyTo(b.stored.data(), c, /*fromTheLeft*/ false);
   } else if (m == 1) {
-    b.applyTo(a.stored.data(), c, b.otherForm());
+    b.applyTo(a.stored.data(), c, /*fromTheLeft*/ true);
   } else {
     lapack::gemm(checkedInt32(m), checkedInt32(n), checkedInt32(k), a.factor(), b.factor(), c);
   }
@@ -71,14 +76,14 @@ NumericArray product(const TypedArray<T>& a, const TypedArray<T>& b) {
     smallProduct(m, n, k, a.data(), b.data(), c);
     return result;
   }
-  const int rows = checkedInt32(m), columns = checkedInt32(n), inner = checkedInt32(k);
   if (k == 1) {
     outerProduct(m, n, a.data(), b.data(), c);
   } else if (n == 1) {
-    lapack::gemv(CblasNoTrans, rows, inner, a.data(), b.data(), c);
+    multiplyVector(m, k, a.data(), b.data(), c);
   } else if (m == 1) {
-    lapack::gemv(CblasTrans, inner, columns, b.data(), a.data(), c);
+    multiplyVectorTransposed(k, n, b.data(), a.data(), c);
   } else {
+    const int rows = checkedInt32(m), columns = checkedInt32(n), inner = checkedInt32(k);
     lapack::gemm(rows, columns, inner, {a.data(), rows}, {b.data(), inner}, c);
   }
   return result;

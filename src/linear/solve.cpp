@@ -23,7 +23,7 @@ void checkInfo(int info, const char* failure) {
 }
 
 template <class T>
-Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
+Solution solveSquare(TypedArray<T> a, TypedArray<T> b, Quality quality) {
   const int n = checkedInt32(a.size().rows());
   const int columns = checkedInt32(b.size().columns());
   Solution solution;
@@ -35,10 +35,12 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b) {
     solution.rcond = 0;
     return solution;
   }
-  solution.rcond = rcondOfFactors(n, a.data(), norm);
-  // NOTE: intended: the threshold grows with the norm of a, and not with its order.
-  solution.isNearlySingular = solution.rcond < norm * kEps;
   solution.x = std::move(b);
+  // NOTE: intended: the threshold grows with the norm of a, and not with its order.
+  const double threshold = norm * kEps;
+  if (quality == Quality::warnings && isRcondFarAbove(threshold, n, a.data(), norm)) return solution;
+  solution.rcond = rcondOfFactors(n, a.data(), norm);
+  solution.isNearlySingular = solution.rcond < threshold;
   return solution;
 }
 
@@ -73,7 +75,7 @@ Solution solveByColumns(TypedArray<T> a, TypedArray<T> b) {
 }
 
 NumericArray solved(const NumericArray& a, const NumericArray& b, const char* equation, const Warn& warn) {
-  Solution solution = solve(a, b);
+  Solution solution = solve(a, b, Quality::warnings);
   report(solution, a.size(), equation, warn);
   return std::move(*solution.x);
 }
@@ -109,11 +111,11 @@ NumericArray flipped(NumericArray a) { return std::move(*transpose(std::move(a),
 
 }  // namespace
 
-Solution solve(const NumericArray& a, const NumericArray& b) {
+Solution solve(const NumericArray& a, const NumericArray& b, Quality quality) {
   if (a.size().rows() != b.size().rows()) throw problem(text::kSolveSizes);
   const bool isSquare = a.size().rows() == a.size().columns();
   if (!isSquare) return solveLeastSquares(a, b);
-  return inCommonKind([](auto x, auto y) { return solveSquare(std::move(x), std::move(y)); }, a, b);
+  return inCommonKind([=](auto x, auto y) { return solveSquare(std::move(x), std::move(y), quality); }, a, b);
 }
 
 Solution solveLeastSquares(const NumericArray& a, const NumericArray& b) {

@@ -37,6 +37,10 @@ void powersOfLibrary(double* z, const double* x, const double* y, int64_t n) {
   for (int64_t i = 0; i < n; ++i) z[i] = std::pow(x[i], y[i]);
 }
 
+void anglesOfLibrary(double* z, const double* y, const double* x, int64_t n) {
+  for (int64_t i = 0; i < n; ++i) z[i] = std::atan2(y[i], x[i]);
+}
+
 #if KELO_AVX2
 bool hasAvx2() {
   static const bool has = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
@@ -58,6 +62,16 @@ PowerRoutine powerRoutine() {
   if (hasAvx2()) return avx2Power();
 #endif
   return powersOfLibrary;
+}
+
+AngleRoutine plainAngleRoutine() { return anglesOfLibrary; }
+
+AngleRoutine angleRoutine() {
+#if KELO_AVX2
+  if (hasAvx512()) return avx512Angle();
+  if (hasAvx2()) return avx2Angle();
+#endif
+  return anglesOfLibrary;
 }
 
 VectorRoutine plainRoutine(VectorFunction function) { return kPlain[static_cast<int>(function)]; }

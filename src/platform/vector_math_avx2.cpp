@@ -61,21 +61,23 @@ Lanes within(double least, double most, Lanes x, Plain plain) {
 
 constexpr double kInf = __builtin_inf();
 
-void powers(double* z, const double* x, const double* y, int64_t n) {
+template <auto kFunction>
+void loopOfPairs(double* z, const double* x, const double* y, int64_t n) {
   int64_t i = 0;
   for (; i + kLanes <= n; i += kLanes) {
-    _mm256_storeu_pd(z + i, Sleef_finz_powd4_u10avx2(_mm256_loadu_pd(x + i), _mm256_loadu_pd(y + i)));
+    _mm256_storeu_pd(z + i, kFunction(_mm256_loadu_pd(x + i), _mm256_loadu_pd(y + i)));
   }
   if (i == n) return;
-  double bases[kLanes] = {}, exponents[kLanes] = {};
-  for (int64_t k = i; k < n; ++k) bases[k - i] = x[k], exponents[k - i] = y[k];
-  _mm256_storeu_pd(bases, Sleef_finz_powd4_u10avx2(_mm256_loadu_pd(bases), _mm256_loadu_pd(exponents)));
-  for (int64_t k = i; k < n; ++k) z[k] = bases[k - i];
+  double first[kLanes] = {}, second[kLanes] = {};
+  for (int64_t k = i; k < n; ++k) first[k - i] = x[k], second[k - i] = y[k];
+  _mm256_storeu_pd(first, kFunction(_mm256_loadu_pd(first), _mm256_loadu_pd(second)));
+  for (int64_t k = i; k < n; ++k) z[k] = first[k - i];
 }
 
 }  // namespace
 
-PowerRoutine avx2Power() { return powers; }
+PowerRoutine avx2Power() { return loopOfPairs<Sleef_finz_powd4_u10avx2>; }
+AngleRoutine avx2Angle() { return loopOfPairs<Sleef_finz_atan2d4_u10avx2>; }
 
 VectorRoutine avx2Routine(VectorFunction function) {
   switch (function) {

@@ -2,6 +2,7 @@
 // for such processors only, so nothing of it may be called elsewhere.
 #pragma once
 
+#include "platform/vector_angle.h"
 #include "platform/vector_math.h"
 #include "platform/vector_power.h"
 
@@ -11,5 +12,6 @@ namespace kelo::platform {
 VectorRoutine avx2Routine(VectorFunction function);
 /// REQUIRES: as above
 PowerRoutine avx2Power();
+AngleRoutine avx2Angle();
 
 }  // namespace kelo::platform

@@ -1,5 +1,5 @@
 // Routines on vectors of eight doubles: SLEEF's of 1 ULP in the same form as for vectors of four,
-// and with the same exceptions. What waits for memory is left to those.
+// and with the same exceptions; exp and log are our own. What waits for memory is left to those.
 //
 // NOTE: this source is compiled with other options than the rest. It uses no inline functions of
 // the standard library, since the linker might take their copies from here.
@@ -8,6 +8,8 @@
 #if KELO_AVX2
 #include <immintrin.h>
 #include <sleef.h>
+
+#include "platform/vector_exp_log_avx512.h"
 
 namespace kelo::platform {
 namespace {
@@ -41,20 +43,22 @@ Lanes within(double least, double most, Lanes x, Plain plain) {
   return _mm512_loadu_pd(out);
 }
 
-void powers(double* z, const double* x, const double* y, int64_t n) {
+template <auto kFunction>
+void loopOfPairs(double* z, const double* x, const double* y, int64_t n) {
   int64_t i = 0;
   for (; i + kLanes <= n; i += kLanes) {
-    _mm512_storeu_pd(z + i, Sleef_finz_powd8_u10avx512f(_mm512_loadu_pd(x + i), _mm512_loadu_pd(y + i)));
+    _mm512_storeu_pd(z + i, kFunction(_mm512_loadu_pd(x + i), _mm512_loadu_pd(y + i)));
   }
   if (i == n) return;
   const auto rest = static_cast<__mmask8>((1u << (n - i)) - 1);
-  const Lanes bases = _mm512_maskz_loadu_pd(rest, x + i), exponents = _mm512_maskz_loadu_pd(rest, y + i);
-  _mm512_mask_storeu_pd(z + i, rest, Sleef_finz_powd8_u10avx512f(bases, exponents));
+  const Lanes first = _mm512_maskz_loadu_pd(rest, x + i), second = _mm512_maskz_loadu_pd(rest, y + i);
+  _mm512_mask_storeu_pd(z + i, rest, kFunction(first, second));
 }
 
 }  // namespace
 
-PowerRoutine avx512Power() { return powers; }
+PowerRoutine avx512Power() { return loopOfPairs<Sleef_finz_powd8_u10avx512f>; }
+AngleRoutine avx512Angle() { return loopOfPairs<Sleef_finz_atan2d8_u10avx512f>; }
 
 VectorRoutine avx512Routine(VectorFunction function) {
   switch (function) {
@@ -80,8 +84,8 @@ VectorRoutine avx512Routine(VectorFunction function) {
     case VectorFunction::asin: return loop<Sleef_finz_asind8_u10avx512f>;
     case VectorFunction::atan: return loop<Sleef_finz_atand8_u10avx512f>;
     case VectorFunction::atanh: return loop<Sleef_finz_atanhd8_u10avx512f>;
-    case VectorFunction::exp: return loop<Sleef_finz_expd8_u10avx512f>;
-    case VectorFunction::log: return loop<Sleef_finz_logd8_u10avx512f>;
+    case VectorFunction::exp: return loop<exponential>;
+    case VectorFunction::log: return loop<logarithm>;
     case VectorFunction::log2: return loop<Sleef_finz_log2d8_u10avx512f>;
     case VectorFunction::log10: return loop<Sleef_finz_log10d8_u10avx512f>;
     default: return nullptr;

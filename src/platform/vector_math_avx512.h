@@ -1,8 +1,9 @@
 // The routines for processors with vectors of eight doubles (AVX-512). They give what those of
-// vector_math_avx2.h give, bit for bit. Their source is compiled for such processors only, so
+// vector_math_avx2.h give, bit for bit, but for exp and log. Their source is compiled for such processors only, so
 // nothing of it may be called elsewhere.
 #pragma once
 
+#include "platform/vector_angle.h"
 #include "platform/vector_math.h"
 #include "platform/vector_power.h"
 
@@ -12,5 +13,6 @@ namespace kelo::platform {
 VectorRoutine avx512Routine(VectorFunction function);
 /// REQUIRES: as above
 PowerRoutine avx512Power();
+AngleRoutine avx512Angle();
 
 }  // namespace kelo::platform

@@ -95,7 +95,10 @@ LogicalArray comparedText(bool wanted, const CharArray& a, const CharArray& b) {
   bool* out = result.writable();
   const int64_t n = result.numElements();
   const CharArray &many = a.isScalar() ? b : a, &other = a.isScalar() ? a : b;
-  compareText(wanted, out, many.data(), other.isScalar() ? nullptr : other.data(), other[0], n);
+  const Character *x = many.data(), *y = other.isScalar() ? nullptr : other.data(), one = other[0];
+  platform::parallelFor(n, [=](int64_t begin, int64_t end) {
+    compareText(wanted, out + begin, x + begin, y ? y + begin : nullptr, one, end - begin);
+  });
   return result;
 }
 

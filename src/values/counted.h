@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "values/small_blocks.h"
+
 namespace kelo {
 
 class Counted {
@@ -43,7 +45,7 @@ class Counted {
 };
 
 /// A body with a destructor of its own, as opposed to a block of plain elements.
-class CountedObject : public Counted {
+class CountedObject : public Counted, public FromSmallBlocks {
  public:
   CountedObject() : Counted(Body::object) {}
   virtual ~CountedObject() = default;

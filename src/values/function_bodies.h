@@ -23,7 +23,7 @@ struct HandleBody : CountedObject {
 
 struct AnonymousFunction : CountedObject {
   Ref<HandleBody> body;
-  std::vector<Storable> values;       ///< of body->captured, as they were at definition; none: no variable
+  SmallVector<Storable> values;       ///< of body->captured, as they were at definition; none: no variable
   std::vector<Storable> inputValues;  ///< of variables named like inputs, for calls that leave those out
   bool isWhole = true;                ///< there were variables of all these names
   std::unique_ptr<Workspace> all;     ///< all variables, where the body may ask for any

@@ -61,6 +61,10 @@ LocalFunction FunctionHandle::localFunction() const {
   return {std::move(file), localIndex_};
 }
 
+bool FunctionHandle::isOf(const LocalFunctionFile* file, int64_t index) const {
+  return form_ == Form::local && localIndex_ == index && static_cast<LocalFunctionFile*>(body_.get()) == file;
+}
+
 std::string FunctionHandle::text() const {
   return form_ == Form::anonymous ? anonymousFunction().body->displayText : "@" + name_.text();
 }

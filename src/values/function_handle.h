@@ -59,6 +59,8 @@ class FunctionHandle {
   /// REQUIRES: the form
   AnonymousFunction& anonymousFunction() const;
   LocalFunction localFunction() const;
+  /// Whether it is the local function at this place in a file.
+  bool isOf(const LocalFunctionFile* file, int64_t index) const;
   /// What the console shows: "@sin", "@(x) x+1".
   std::string text() const;
 

@@ -15,6 +15,11 @@ namespace kelo {
 void retainName(Name name);
 void releaseName(Name name);
 
+/// Whether it is a name that a run made, which somebody holds and nobody else.
+bool isHeldOnce(Name name);
+/// Whether the name goes with its last holder.
+bool isGivenBack(Name name);
+
 class HeldName {
  public:
   HeldName() = default;

@@ -6,10 +6,12 @@
 // wheels of a counter. Reading, writing, growth and deletion all walk so.
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
 #include "messages/fatal_fault.h"
+#include "platform/parallel.h"
 #include "values/index.h"
 
 namespace kelo {
@@ -41,10 +43,22 @@ class IndexWalk {
   /// Calls f(start, done) for each run: where it starts in the array, and how many positions came
   /// before it.
   template <class F>
-  void forEachRun(F&& f) const;
+  void forEachRun(F&& f) const {
+    forRuns(0, runs(), f);
+  }
+  /// The same with the runs split over the cores. The function must not throw.
+  template <class F>
+  void forEachRunSideBySide(F&& f) const {
+    platform::parallelForUnits(runs(), run().count, [&](int64_t begin, int64_t end) { forRuns(begin, end, f); });
+  }
+  /// Whether no position is meant more than once; false where it would have to be looked for.
+  bool isPlainlyOneToOne() const;
 
  private:
   void add(int64_t stride, int64_t length, const Index& index);
+  int64_t runs() const { return count_ == 0 ? 0 : count_ / run().count; }
+  template <class F>
+  void forRuns(int64_t begin, int64_t end, F&& f) const;
 
   std::vector<IndexAxis> axes_;
   int64_t start_ = 0;
@@ -97,15 +111,25 @@ inline void IndexWalk::add(int64_t stride, int64_t length, const Index& index) {
   whole_ = whole_ && isWhole;
 }
 
+inline bool IndexWalk::isPlainlyOneToOne() const {
+  return std::all_of(axes_.begin(), axes_.end(), [](const IndexAxis& axis) {
+    return axis.list == nullptr && (axis.stride != 0 || axis.count == 1);
+  });
+}
+
 template <class F>
-void IndexWalk::forEachRun(F&& f) const {
-  if (count_ == 0) return;
+void IndexWalk::forRuns(int64_t begin, int64_t end, F&& f) const {
+  if (begin >= end) return;
   if (axes_.size() == 1) return f(start_, int64_t{0});
   std::vector<int64_t> wheel(axes_.size(), 0);
-  for (int64_t done = 0; done < count_; done += run().count) {
+  for (size_t k = 1, rest = static_cast<size_t>(begin); k < axes_.size() && rest > 0; ++k) {
+    wheel[k] = static_cast<int64_t>(rest) % axes_[k].count;
+    rest /= static_cast<size_t>(axes_[k].count);
+  }
+  for (int64_t done = begin; done < end; ++done) {
     int64_t start = start_;
     for (size_t k = 1; k < axes_.size(); ++k) start += axes_[k].at(wheel[k]);
-    f(start, done);
+    f(start, done * run().count);
     for (size_t k = 1; k < axes_.size() && ++wheel[k] == axes_[k].count; ++k) wheel[k] = 0;
   }
 }

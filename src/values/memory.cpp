@@ -1,5 +1,5 @@
-// The store of large blocks. Small blocks go straight to the C library, which is quick for them. A
-// large request is rounded up so that neighbouring sizes share blocks, and is served by the best
+// The store of large blocks. The smallest have one of their own; those between go straight to the C
+// library, which is quick for them. A large request is rounded up so that neighbouring sizes share blocks, and is served by the best
 // fitting kept block that wastes less than a quarter.
 #include "values/memory.h"
 
@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "values/refused_size.h"
+#include "values/small_blocks.h"
 
 namespace kelo {
 namespace {
@@ -47,7 +48,7 @@ void* takeKept(int64_t bytes, int64_t* capacity) {
 
 void* askSystem(int64_t bytes) {
   const auto size = static_cast<size_t>(bytes);
-  return bytes < kLarge ? std::malloc(size) : std::aligned_alloc(kAlignment, size);
+  return bytes < kLarge ? SmallBlocks::take(size) : std::aligned_alloc(kAlignment, size);
 }
 
 void* fromSystem(int64_t bytes) {
@@ -67,6 +68,9 @@ void* fromSystem(int64_t bytes) {
 
 }  // namespace
 
+void* SmallBlocks::fresh(size_t bytes) noexcept { return std::malloc(bytes); }
+void SmallBlocks::release(void* memory) noexcept { std::free(memory); }
+
 void noteRefusedBytes(double bytes) { g_refusedBytes = bytes; }
 double takeRefusedBytes() { return std::exchange(g_refusedBytes, 0); }
 
@@ -85,7 +89,8 @@ void* allocateBlock(int64_t bytes, int64_t* capacity) {
 }
 
 void freeBlock(void* block, int64_t capacity) noexcept {
-  if (capacity < kLarge || g_keptBytes + capacity > kKeptAtMost || g_keptCount == kKeptBlocksAtMost) {
+  if (capacity < kLarge) return SmallBlocks::give(block, static_cast<size_t>(capacity));
+  if (g_keptBytes + capacity > kKeptAtMost || g_keptCount == kKeptBlocksAtMost) {
     std::free(block);
     return;
   }

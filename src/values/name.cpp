@@ -1,7 +1,6 @@
 // The number of a name is twice its place in the table, and 1 more for a name that may be given
 // back. Tested by tests/values/name_test.cpp.
 #include "values/held_name.h"
-#include "values/name_hints.h"
 
 #include <algorithm>
 #include <bit>
@@ -22,12 +21,19 @@ uint32_t hashOf(std::string_view text) {
   if (text.empty()) return 0;
   const size_t count = text.size() - 1;
   uint64_t hash = count;
-  for (size_t at = 0; at < count; at += 8) {
-    uint64_t piece = 0;
-    std::memcpy(&piece, text.data() + at, std::min<size_t>(8, count - at));
+  const auto mix = [&](uint64_t piece) {
     hash = (hash ^ piece) * kFactor;
     hash ^= hash >> 32;
+  };
+  size_t at = 0;
+  for (; at + 8 <= count; at += 8) {
+    uint64_t piece;
+    std::memcpy(&piece, text.data() + at, 8);
+    mix(piece);
   }
+  uint64_t rest = 0;
+  for (size_t k = count; k-- > at;) rest = rest << 8 | static_cast<unsigned char>(text[k]);
+  mix(rest);
   return static_cast<uint32_t>(hash) + static_cast<unsigned char>(text.back());
 }
 
@@ -40,7 +46,6 @@ struct NameTable {
     int32_t holders = 0;    // of a name that may be given back
     bool isPinned = false;  // it stays, since a program has the same name
     uint32_t nextFree = 0;  // of an entry without a name
-    uint32_t fieldPlace = 0;  // a hint
   };
 
   static NameTable& instance() {
@@ -143,6 +148,8 @@ Name Name::intern(std::string_view text) {
   return *found;
 }
 
+std::optional<Name> Name::find(std::string_view text) { return NameTable::instance().find(text); }
+
 HeldName HeldName::of(std::string_view text) {
   NameTable& table = NameTable::instance();
   const std::optional<Name> found = table.find(text);
@@ -151,7 +158,7 @@ HeldName HeldName::of(std::string_view text) {
 
 const std::string& Name::text() const { return NameTable::instance().entryOf(*this).text; }
 
-uint32_t& fieldPlaceOf(Name name) { return NameTable::instance().entryOf(name).fieldPlace; }
+bool isGivenBack(Name name) { return isTransient(name) && !NameTable::instance().entryOf(name).isPinned; }
 
 bool isHeldOnce(Name name) { return isTransient(name) && NameTable::instance().entryOf(name).holders == 1; }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,8 @@ class Name {
  public:
   constexpr Name() = default;  ///< the empty name
   static Name intern(std::string_view text);
+  /// The name of a text that somebody has made a name of already.
+  static std::optional<Name> find(std::string_view text);
 
   const std::string& text() const;
   constexpr uint32_t id() const { return id_; }

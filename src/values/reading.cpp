@@ -73,7 +73,11 @@ TypedArray<T> readWalk(const TypedArray<T>& array, const IndexWalk& walk, const 
   }
   auto result = TypedArray<T>::uninitialized(shape);
   T* to = result.writable();
-  walk.forEachRun([&](int64_t start, int64_t done) { readRun(array.data() + start, walk.run(), to + done); });
+  const auto read = [&](int64_t start, int64_t done) { readRun(array.data() + start, walk.run(), to + done); };
+  if (walk.run().count < platform::kParallelThreshold)
+    walk.forEachRunSideBySide(read);
+  else
+    walk.forEachRun(read);  // each in pieces
   return result;
 }
 

@@ -20,9 +20,6 @@ int64_t productOf(const int64_t* lengths, int64_t count) {
 
 }  // namespace
 
-SizeVector::SizeVector(int64_t rows, int64_t columns)
-    : inline_{rows, columns}, numElements_(checkedMultiply(rows, columns)), count_(2), ndim_(2) {}
-
 SizeVector::SizeVector(std::span<const int64_t> vec) {
   if (vec.size() < 2) throw problem(text::kSizeVectorTooShort);
   assign(vec.data(), static_cast<int64_t>(vec.size()));
@@ -37,33 +34,9 @@ void SizeVector::assign(const int64_t* lengths, int64_t count) {
   std::copy_n(lengths, count, more_ ? more_ : inline_);
 }
 
-SizeVector::SizeVector(const SizeVector& other)
-    : inline_{other.inline_[0], other.inline_[1]},
-      numElements_(other.numElements_),
-      count_(other.count_),
-      ndim_(other.ndim_) {
-  if (!other.more_) return;
+void SizeVector::copyMore(const SizeVector& other) {
   more_ = new int64_t[static_cast<size_t>(count_)];
   std::copy_n(other.more_, count_, more_);
-}
-
-SizeVector::SizeVector(SizeVector&& other) noexcept
-    : inline_{other.inline_[0], other.inline_[1]},
-      more_(std::exchange(other.more_, nullptr)),
-      numElements_(other.numElements_),
-      count_(other.count_),
-      ndim_(other.ndim_) {
-  other.inline_[0] = other.inline_[1] = other.numElements_ = 0;
-  other.count_ = other.ndim_ = 2;
-}
-
-SizeVector& SizeVector::operator=(SizeVector other) noexcept {
-  std::swap(inline_, other.inline_);
-  std::swap(more_, other.more_);
-  std::swap(numElements_, other.numElements_);
-  std::swap(count_, other.count_);
-  std::swap(ndim_, other.ndim_);
-  return *this;
 }
 
 int64_t SizeVector::defaultDimension() const {
@@ -73,10 +46,6 @@ int64_t SizeVector::defaultDimension() const {
 }
 
 int64_t SizeVector::strideOf(int64_t d) const { return productOf(vec().data(), std::min(d - 1, count())); }
-
-SizeVector SizeVector::trimmed() const {
-  return count_ == ndim_ ? *this : SizeVector(vec().first(static_cast<size_t>(ndim_)));
-}
 
 SizeVector SizeVector::withDimension(int64_t d, int64_t length) const {
   std::vector<int64_t> lengths(vec().begin(), vec().end());
@@ -102,11 +71,6 @@ std::string SizeVector::description() const {
     result += std::to_string(dimensionLength(d));
   }
   return result;
-}
-
-bool operator==(const SizeVector& a, const SizeVector& b) {
-  if (a.ndim_ != b.ndim_ || a.numElements_ != b.numElements_) return false;
-  return std::equal(a.vec().begin(), a.vec().begin() + a.ndim_, b.vec().begin());
 }
 
 }  // namespace kelo

@@ -10,12 +10,15 @@
 // Invariant: numElements() == product of vec(); 2 <= ndim() <= count().
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <span>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "messages/fatal_fault.h"
 
 namespace kelo {
 
@@ -24,16 +27,40 @@ class SizeVector {
   /// 0 x 0.
   SizeVector() noexcept : SizeVector(0, 0) {}
   /// rows x columns. throws FatalFault when the product passes 64 bits
-  SizeVector(int64_t rows, int64_t columns);
+  SizeVector(int64_t rows, int64_t columns)
+      : inline_{rows, columns}, numElements_(checkedMultiply(rows, columns)), count_(2), ndim_(2) {}
   /// Any number of lengths. throws Problem for fewer than two; FatalFault when the product passes
   /// 64 bits
   explicit SizeVector(std::span<const int64_t> vec);
   SizeVector(std::initializer_list<int64_t> vec) : SizeVector(std::span<const int64_t>(vec.begin(), vec.size())) {}
 
-  SizeVector(const SizeVector& other);
-  SizeVector(SizeVector&& other) noexcept;
-  SizeVector& operator=(SizeVector other) noexcept;
-  ~SizeVector() { delete[] more_; }
+  SizeVector(const SizeVector& other)
+      : inline_{other.inline_[0], other.inline_[1]},
+        numElements_(other.numElements_),
+        count_(other.count_),
+        ndim_(other.ndim_) {
+    if (other.more_) [[unlikely]] copyMore(other);
+  }
+  SizeVector(SizeVector&& other) noexcept
+      : inline_{other.inline_[0], other.inline_[1]},
+        more_(std::exchange(other.more_, nullptr)),
+        numElements_(other.numElements_),
+        count_(other.count_),
+        ndim_(other.ndim_) {
+    if (more_) [[unlikely]] other = SizeVector();
+  }
+  SizeVector& operator=(const SizeVector& other) { return *this = SizeVector(other); }
+  SizeVector& operator=(SizeVector&& other) noexcept {
+    std::swap(inline_, other.inline_);
+    std::swap(more_, other.more_);
+    std::swap(numElements_, other.numElements_);
+    std::swap(count_, other.count_);
+    std::swap(ndim_, other.ndim_);
+    return *this;
+  }
+  ~SizeVector() {
+    if (more_) [[unlikely]] delete[] more_;
+  }
 
   static SizeVector scalar() { return {1, 1}; }
 
@@ -60,7 +87,9 @@ class SizeVector {
   int64_t strideOf(int64_t d) const;
 
   /// The same lengths without the 1s after ndim.
-  SizeVector trimmed() const;
+  SizeVector trimmed() const {
+    return count_ == ndim_ ? *this : SizeVector(vec().first(static_cast<size_t>(ndim_)));
+  }
   /// The same lengths with dimension d (from 1) set to `length`; shorter sizes are filled with 1s.
   SizeVector withDimension(int64_t d, int64_t length) const;
   /// The lengths brought to exactly n >= 1 entries: filled with 1s, or the trailing ones multiplied
@@ -70,10 +99,14 @@ class SizeVector {
   /// "2 x 3", of the lengths that count.
   std::string description() const;
 
-  friend bool operator==(const SizeVector& a, const SizeVector& b);
+  friend bool operator==(const SizeVector& a, const SizeVector& b) {
+    if (a.ndim_ != b.ndim_ || a.numElements_ != b.numElements_) return false;
+    return std::equal(a.vec().begin(), a.vec().begin() + a.ndim_, b.vec().begin());
+  }
 
  private:
   void assign(const int64_t* lengths, int64_t count);
+  void copyMore(const SizeVector& other);
 
   int64_t inline_[2];
   int64_t* more_ = nullptr;  // all lengths, when there are more than two

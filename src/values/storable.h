@@ -64,8 +64,8 @@ class Storable {
   static Storable none() { return Storable(Form::none); }
 
   Storable(const Storable& other) {
-    if (other.holdsNothing()) copyBytes(other);
-    else copyOther(other);
+    copyBytes(other);
+    if (!holdsNothing()) retainHeld();
   }
   Storable(Storable&& other) noexcept {
     copyBytes(other);
@@ -108,7 +108,7 @@ class Storable {
     setForm(Form::none);
   }
   ~Storable() {
-    if (!holdsNothing()) destroyOther();
+    if (!holdsNothing()) releaseHeld();
   }
 
   Form form() const { return static_cast<Form>(numeric_.form_); }
@@ -178,11 +178,24 @@ class Storable {
   // What it held belongs to another cell now.
   void forget() { new (&numeric_) NumericArray(0.0); }
   void reset() noexcept {
-    destroyOther();
+    releaseHeld();
     forget();
   }
-  void copyOther(const Storable& other);
-  void destroyOther() noexcept;
+  // Every form begins with its one reference: to a block of elements, or to some other body.
+  bool holdsBlock() const { return isNumeric() || isTransposed(); }
+  CountedObject* heldObject() const {
+    CountedObject* held;
+    std::memcpy(&held, static_cast<const void*>(this), sizeof held);
+    return held;
+  }
+  void retainHeld() const {
+    if (holdsBlock()) numeric_.cell_.block_->retain();
+    else heldObject()->retain();
+  }
+  void releaseHeld() const noexcept {
+    if (holdsBlock()) numeric_.cell_.block_->release();
+    else heldObject()->release();
+  }
 
   union {
     NumericArray numeric_;
@@ -208,6 +221,9 @@ struct StructArray::Body : CountedObject {
   Body(const SizeVector& s, std::vector<Name> names);
   explicit Body(const Body& other)
       : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
+  /// Of one element.
+  Body(Ref<FieldNames> names, std::span<const Storable> of)
+      : size(1, 1), fields(std::move(names)), values(of.begin(), of.end()) {}
 
   size_t at(int64_t element, int64_t field) const {
     return static_cast<size_t>(element) * fields->names().size() + static_cast<size_t>(field);
@@ -215,7 +231,7 @@ struct StructArray::Body : CountedObject {
 
   SizeVector size;
   Ref<FieldNames> fields;
-  std::vector<Storable> values;
+  SmallVector<Storable> values;
 };
 
 inline const SizeVector& StructArray::size() const { return body_->size; }

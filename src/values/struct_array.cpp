@@ -1,11 +1,11 @@
 #include "values/struct_array.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "messages/fatal_fault.h"
 #include "values/held_name.h"
 #include "values/memory.h"
-#include "values/name_hints.h"
 #include "values/storable.h"
 
 namespace kelo {
@@ -20,49 +20,83 @@ size_t valueCount(int64_t elements, size_t fields) {
   return static_cast<size_t>(elements) * fields;
 }
 
-/// The names of fields, and one of those who hold each.
-class HeldFieldNames final : public FieldNames {
- public:
-  explicit HeldFieldNames(std::vector<Name> fields) : FieldNames(std::move(fields)) {
-    for (const Name name : names()) retainName(name);
-  }
-  ~HeldFieldNames() override {
-    for (const Name name : names()) releaseName(name);
-  }
-};
+}  // namespace
 
-Ref<FieldNames> heldNames(std::vector<Name> names) {
-  return Ref<FieldNames>::adopt(new HeldFieldNames(std::move(names)));
+// ---- Names
+
+FieldNames::FieldNames(std::vector<Name> names) {
+  names_.reserve(names.size());
+  for (const Name name : names) push(name);
 }
 
-void add(FieldNames& names, Name field) {
-  fieldPlaceOf(field) = static_cast<uint32_t>(names.names().size());
-  names.push(field);
+FieldNames::~FieldNames() {
+  for (const Name name : names_) releaseName(name);
+}
+
+Ref<FieldNames> FieldNames::of(std::vector<Name> names) {
+  static const auto* const none = new Ref<FieldNames>(makeRef<FieldNames>(std::vector<Name>()));
+  return names.empty() ? *none : makeRef<FieldNames>(std::move(names));
+}
+
+void FieldNames::add(Ref<FieldNames>& list, Name field) {
+  constexpr size_t kRemembered = 32;  // names: of longer lists the next would take too much memory
+  if (!list->isShared()) {
+    list->successor_ = {};
+    list->push(field);
+    return;
+  }
+  const Ref<FieldNames>& next = list->successor_;
+  if (next && next->names_.size() == list->names_.size() + 1 && next->names_.back() == field) {
+    list = Ref<FieldNames>(next);
+    return;
+  }
+  std::vector<Name> names = list->names_;
+  names.push_back(field);
+  auto made = makeRef<FieldNames>(std::move(names));
+  if (list->names_.size() < kRemembered && !isGivenBack(field)) list->successor_ = made;
+  list = std::move(made);
+}
+
+void FieldNames::push(Name field) {
+  constexpr size_t kScanned = 12;  // up to here a scan of the names beats hashing
+  if (names_.size() == names_.capacity()) names_.reserve(2 * names_.size() + 1);
+  if (names_.size() + 1 > kScanned && 2 * (names_.size() + 1) > places_.size()) {
+    places_.assign(std::bit_ceil(4 * (names_.size() + 1)), 0);
+    for (size_t k = 0; k < names_.size(); ++k) put(k);
+  }
+  names_.push_back(field);
+  if (!places_.empty()) put(names_.size() - 1);
   retainName(field);
 }
 
-}  // namespace
+// Names that were made one after the other have neighbouring numbers and lie side by side.
+size_t FieldNames::firstFor(Name field) const { return (field.id() >> 1) & (places_.size() - 1); }
 
-// OPTIMIZATION: mostly the name is where it was last, and no table is made at all.
-int64_t FieldNames::hashedIndexOf(Name field) const {
-  uint32_t& place = fieldPlaceOf(field);
-  if (place < names_.size() && names_[place] == field) return place;
-  for (size_t k = index_.size(); k < names_.size(); ++k) index_[names_[k].id()] = static_cast<int64_t>(k);
-  const auto found = index_.find(field.id());
-  if (found == index_.end()) return -1;
-  place = static_cast<uint32_t>(found->second);
-  return found->second;
+void FieldNames::put(size_t which) {
+  size_t at = firstFor(names_[which]);
+  while (places_[at] != 0) at = (at + 1) & (places_.size() - 1);
+  places_[at] = static_cast<uint32_t>(which + 1);
 }
+
+int64_t FieldNames::placeOf(Name field) const {
+  for (size_t at = firstFor(field); places_[at] != 0; at = (at + 1) & (places_.size() - 1)) {
+    if (names_[places_[at] - 1] == field) return places_[at] - 1;
+  }
+  return -1;
+}
+
+// ---- Structures
 
 StructArray::Body::Body(const SizeVector& s, std::vector<Name> names) : size(s.trimmed()) {
   if (size.hasZeroLength()) names.clear();
   values.resize(valueCount(size.numElements(), names.size()));
-  fields = heldNames(std::move(names));
+  fields = FieldNames::of(std::move(names));
 }
 
 StructArray::StructArray() : StructArray(SizeVector(1, 1), {}) {}
 StructArray::StructArray(const SizeVector& size, std::vector<Name> fields)
     : body_(makeRef<Body>(size, std::move(fields))) {}
+StructArray::StructArray(Ref<Body> body) : body_(std::move(body)) {}
 StructArray::StructArray(const StructArray&) = default;
 StructArray::StructArray(StructArray&&) noexcept = default;
 StructArray& StructArray::operator=(StructArray other) noexcept {
@@ -72,34 +106,35 @@ StructArray& StructArray::operator=(StructArray other) noexcept {
 StructArray::~StructArray() = default;
 
 bool StructArray::hasSameFields(const StructArray& other) const {
+  if (body_->fields.get() == other.body_->fields.get()) return true;
   return fields().size() == other.fields().size() &&
          std::all_of(fields().begin(), fields().end(), [&](Name name) { return other.hasField(name); });
 }
 
 void StructArray::takeOwnBody() { body_ = makeRef<Body>(*body_); }
 
+// The first values of a structure get room for some more.
 int64_t StructArray::ensureField(Name field) {
+  constexpr size_t kFirstRoom = 4;
   const bool isNew = isHeldOnce(field);  // by the caller, and so by no structure
   if (const int64_t index = isNew ? -1 : fieldIndex(field); index >= 0) return index;
   Body& body = ownBody();
-  if (body.fields->isShared()) body.fields = heldNames(fields());
   const size_t before = fields().size();
-  body.fields->reserveOne();
   if (numElements() == 1) {  // in place, so that a structure with many fields is made in linear time
-    if (body.values.capacity() == before) body.values.reserve(2 * before + 1);
-    body.values.emplace_back();  // there is room for both
-    add(*body.fields, field);
+    if (body.values.capacity() == before) body.values.reserve(std::max(kFirstRoom, 2 * before));
+    FieldNames::add(body.fields, field);
+    body.values.emplace_back();  // there is room for it
     return static_cast<int64_t>(before);
   }
-  std::vector<Storable> values;
+  SmallVector<Storable> values;
   values.reserve(valueCount(numElements(), before + 1));
+  FieldNames::add(body.fields, field);
   auto next = body.values.begin();
   for (int64_t element = 0; element < numElements(); ++element) {
     for (size_t f = 0; f < before; ++f) values.push_back(std::move(*next++));
     values.emplace_back();
   }
   body.values = std::move(values);
-  add(*body.fields, field);
   return static_cast<int64_t>(before);
 }
 
@@ -108,9 +143,9 @@ void StructArray::removeField(Name field) {
   if (index < 0) return;
   std::vector<Name> names = fields();
   names.erase(names.begin() + index);
-  auto shorter = heldNames(std::move(names));
+  auto shorter = FieldNames::of(std::move(names));
   Body& body = ownBody();
-  std::vector<Storable> values;
+  SmallVector<Storable> values;
   for (size_t k = 0; k < body.values.size(); ++k) {
     if (static_cast<int64_t>(k % fields().size()) != index) values.push_back(std::move(body.values[k]));
   }
@@ -130,7 +165,10 @@ StructArray StructArray::gathered(std::span<const int64_t> positions, const Size
   return result;
 }
 
-StructArray StructArray::element(int64_t position) const { return gathered({&position, 1}, SizeVector(1, 1)); }
+StructArray StructArray::element(int64_t position) const {
+  const auto first = body_->values.begin() + position * fieldCount();
+  return StructArray(makeRef<Body>(body_->fields, std::span(first, static_cast<size_t>(fieldCount()))));
+}
 
 void StructArray::setElement(int64_t position, const StructArray& from, int64_t fromPosition) {
   for (int64_t f = 0; f < fieldCount(); ++f) {

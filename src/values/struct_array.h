@@ -10,7 +10,6 @@
 #pragma once
 
 #include <span>
-#include <unordered_map>
 #include <vector>
 
 #include "values/counted.h"
@@ -72,37 +71,44 @@ class StructArray {
 
  private:
   struct Body;
+  explicit StructArray(Ref<Body> body);
   Body& ownBody();
   void takeOwnBody();
   Ref<Body> body_;
 };
 
-/// Names of fields, held by all bodies that have the same ones.
+/// The names of the fields of a structure array, in their order. All arrays with the same ones hold
+/// one list, as far as they were made in the same way: a list remembers the one that came of it by
+/// adding a field, so that structures which are filled field by field share their lists too.
 class FieldNames : public CountedObject {
  public:
-  explicit FieldNames(std::vector<Name> names) : names_(std::move(names)) {}
+  /// A list of these names.
+  static Ref<FieldNames> of(std::vector<Name> names);
+  /// Makes it a list with one name more, in place where nobody else holds it. REQUIRES: it has not
+  /// got the name
+  static void add(Ref<FieldNames>& list, Name field);
+  explicit FieldNames(std::vector<Name> names);
+  ~FieldNames() override;
 
   const std::vector<Name>& names() const { return names_; }
   /// -1 when there is none.
   int64_t indexOf(Name field) const {
-    if (names_.size() > kScanned) return hashedIndexOf(field);
+    if (!places_.empty()) return placeOf(field);
     for (size_t k = 0; k < names_.size(); ++k) {
       if (names_[k] == field) return static_cast<int64_t>(k);
     }
     return -1;
   }
-  /// REQUIRES: nobody else holds the list
-  void reserveOne() {
-    if (names_.capacity() == names_.size()) names_.reserve(2 * names_.size() + 1);
-  }
-  void push(Name field) { names_.push_back(field); }
 
  private:
-  static constexpr size_t kScanned = 16;  // up to here a scan of the names beats hashing
-  int64_t hashedIndexOf(Name field) const;
+  void push(Name field);
+  void put(size_t which);
+  int64_t placeOf(Name field) const;
+  size_t firstFor(Name field) const;
 
   std::vector<Name> names_;
-  mutable std::unordered_map<uint32_t, int64_t> index_;  // of the first names, once there are many
+  std::vector<uint32_t> places_;  // of many names: a table with open addressing, 1 more than the place; 0: free
+  Ref<FieldNames> successor_;     // what came of this list last, if that is worth remembering
 };
 
 }  // namespace kelo

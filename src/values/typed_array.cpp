@@ -93,8 +93,9 @@ namespace {
 // Spare room of half the length, as far as the limit for one array allows.
 int64_t lengthWithRoom(int64_t wanted, int64_t elementBytes) {
   constexpr int64_t kHeaderElements = 128;  // at least, of whatever kind
+  constexpr int64_t kLeastRoom = 6;
   const int64_t most = arrayByteLimit() / elementBytes - kHeaderElements;
-  return wanted < most ? std::min(most, wanted + wanted / 2) : wanted;
+  return wanted < most ? std::min(most, wanted + std::max(wanted / 2, kLeastRoom)) : wanted;
 }
 
 }  // namespace

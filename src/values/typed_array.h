@@ -203,6 +203,16 @@ class TypedArray : public ArrayCell {
   /// elements are yet to be written.
   /// REQUIRES: newSize has one dimension that is not 1, at the place where this array's is
   void resizeVector(const SizeVector& newSize);
+  /// Adds elements behind a row where it lies. False, and nothing is done, where it has no spare
+  /// room or somebody else holds it. REQUIRES: it is a row
+  bool appendInPlace(const T* more, int64_t count) {
+    if (block_ == nullptr || block_->isShared()) return false;
+    const int64_t before = numElements(), after = before + count;
+    if (after > block_->elementCapacityBytes() / static_cast<int64_t>(sizeof(T))) return false;
+    std::copy_n(more, count, static_cast<T*>(block_->elements()) + before);
+    block_->setSize(SizeVector(1, after));
+    return true;
+  }
 
  private:
   explicit TypedArray(ArrayBlock* block) : ArrayCell(block) {}

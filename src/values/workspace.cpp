@@ -2,6 +2,7 @@
 #include "values/workspace.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace kelo {
 namespace {
@@ -9,13 +10,21 @@ constexpr size_t kScannedNames = 12;  // up to here a scan of the names beats ha
 }
 
 Storable* Workspace::find(Name name) {
-  if (entries_.size() > kScannedNames) {
-    const auto found = index_.find(name.id());
-    return found == index_.end() ? nullptr : &entries_[found->second].value;
+  if (!slots_.empty()) {
+    const uint32_t place = slotFor(name);
+    return place == 0 ? nullptr : &entries_[place - 1].value;
   }
   const auto found =
       std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.name == name; });
   return found == entries_.end() ? nullptr : &found->value;
+}
+
+// The slot that has the place of the name, or is free for it.
+uint32_t& Workspace::slotFor(Name name) {
+  const size_t mask = slots_.size() - 1;
+  size_t at = (name.id() * 0x9E3779B9u >> 8) & mask;
+  while (slots_[at] != 0 && entries_[slots_[at] - 1].name != name) at = (at + 1) & mask;
+  return slots_[at];
 }
 
 void Workspace::set(Name name, Storable value) {
@@ -23,16 +32,23 @@ void Workspace::set(Name name, Storable value) {
     *present = std::move(value);
     return;
   }
-  // What may find no memory comes first.
-  if (entries_.size() == entries_.capacity()) entries_.reserve(2 * entries_.size() + 1);
-  if (entries_.size() == kScannedNames) makeIndex();
-  if (entries_.size() >= kScannedNames) index_[name.id()] = static_cast<uint32_t>(entries_.size());
+  makeRoom(1);
   entries_.push_back({std::move(value), name});
+  if (!slots_.empty()) slotFor(name) = static_cast<uint32_t>(entries_.size());
+}
+
+void Workspace::makeRoom(size_t count) {
+  const size_t names = entries_.size() + count;
+  if (names > entries_.capacity()) entries_.reserve(std::max(names, 2 * entries_.size()));
+  if (names <= kScannedNames || 2 * names <= slots_.size()) return;
+  std::vector<uint32_t> slots(std::bit_ceil(4 * names));
+  slots_ = std::move(slots);
+  makeIndex();
 }
 
 void Workspace::makeIndex() {
-  index_.clear();
-  for (uint32_t k = 0; k < entries_.size(); ++k) index_[entries_[k].name.id()] = k;
+  std::fill(slots_.begin(), slots_.end(), 0);
+  for (uint32_t k = 0; !slots_.empty() && k < entries_.size(); ++k) slotFor(entries_[k].name) = k + 1;
 }
 
 bool Workspace::erase(Name name) {

@@ -2,7 +2,6 @@
 // values, in the order of their making.
 #pragma once
 
-#include <unordered_map>
 #include <vector>
 
 #include "values/storable.h"
@@ -15,6 +14,8 @@ class Workspace {
   Storable* find(Name name);
   const Storable* find(Name name) const { return const_cast<Workspace*>(this)->find(name); }
   void set(Name name, Storable value);
+  /// From now on `count` more names need no memory.
+  void makeRoom(size_t count);
   bool erase(Name name);
   /// Removes every local function that was entered as a variable.
   void removeLocalFunctions();
@@ -27,9 +28,11 @@ class Workspace {
     Name name;
   };
   void makeIndex();  // of all
+  uint32_t& slotFor(Name name);
 
   std::vector<Entry> entries_;
-  std::unordered_map<uint32_t, uint32_t> index_;  // of the names, once there are many
+  // Once there are many names: where they are. Open addressing, at most half full; a place counts from 1.
+  std::vector<uint32_t> slots_;
 };
 
 }  // namespace kelo

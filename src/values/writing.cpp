@@ -72,7 +72,14 @@ void writeRun(T* __restrict to, const IndexAxis& run, const T* __restrict from) 
   const int64_t n = run.count, stride = run.stride;
   if (run.list != nullptr) {
     const int64_t* __restrict list = run.list;
-    for (int64_t k = 0; k < n; ++k) to[list[k] * stride] = from[k];
+    // OPTIMIZATION: writes leave the processor in their order, so each would wait for its line.
+    constexpr int64_t kAhead = 24;
+    int64_t k = 0;
+    for (; k + kAhead < n; ++k) {
+      __builtin_prefetch(to + list[k + kAhead] * stride, /*write*/ 1);
+      to[list[k] * stride] = from[k];
+    }
+    for (; k < n; ++k) to[list[k] * stride] = from[k];
     return;
   }
   to += run.first * stride;
@@ -157,10 +164,16 @@ void writeRecord(TypedArray<T>& array, std::span<const Index> indices, const Typ
   const IndexWalk walk(indexExtents(size, static_cast<int64_t>(indices.size())), indices);
   if (!(size == array.size())) grow(array, size);
   T* to = array.writable();
+  const auto inOrder = [&](auto&& write) {
+    if (walk.run().count < platform::kParallelThreshold && walk.isPlainlyOneToOne())
+      walk.forEachRunSideBySide(write);
+    else
+      walk.forEachRun(write);
+  };
   if (value.isScalar()) {
-    walk.forEachRun([&](int64_t start, int64_t) { fillRun(to + start, walk.run(), value.scalar()); });
+    inOrder([&](int64_t start, int64_t) { fillRun(to + start, walk.run(), value.scalar()); });
   } else {
-    walk.forEachRun([&](int64_t start, int64_t done) { writeRun(to + start, walk.run(), value.data() + done); });
+    inOrder([&](int64_t start, int64_t done) { writeRun(to + start, walk.run(), value.data() + done); });
   }
 }
 

@@ -54,13 +54,32 @@ TEST(Drawing, textsLieApartAndInside) {
     surface.title = plot.title;
     surface.axis(figures::Axis::z).setLimits({lower, upper});
     surface.xLabelText = surface.yLabelText = surface.zLabelText = "a label of some length";
+    PlotData own = plot;
+    own.axis(figures::Axis::x).setTicks({lower, upper});
+    own.axis(figures::Axis::y).setTicks({});
+    own.yLabel.reset();
     for (const Size& size : kSizes) {
       const std::string what = std::to_string(int(size.width)) + " wide, to " + std::to_string(upper);
       expectTextsApart(draw(plot, {size}), what);
+      expectTextsApart(draw(own, {size}), what + ", own ticks");
       for (const float angle : {-45.0f, 0.0f, 30.0f, 100.0f, 200.0f}) {
         surface.rotationAngles = {angle - 40, 0, angle};
         expectTextsApart(draw(surface, {size}), what + ", turned by " + std::to_string(angle));
       }
+    }
+  }
+}
+
+/// Limits hug the data, so lines often run along them; the sums of a scale may miss an edge by a bit.
+TEST(Drawing, linesAlongTheLimitsAreDrawn) {
+  for (int k = 1; k < 200; ++k) {
+    const double least = -0.7 * k, greatest = k / 3.0;
+    figures::Line line;
+    line.points = {{least, least}, {greatest, least}, {greatest, greatest}, {least, greatest}, {least, least}};
+    const DisplayList list = draw(PlotData({line}), {{400.0 + k, 300 + 0.1 * k}});
+    for (size_t i = 0; i < list.count(); ++i) {
+      if (list[i].role.part != Part::line) continue;
+      EXPECT_EQ(list[i].points.size(), 10u) << k;
     }
   }
 }

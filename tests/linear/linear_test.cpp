@@ -126,7 +126,7 @@ TEST(Linear, InverseOfHilbertMatrix) {
 
 TEST(Linear, EuclideanNormOfMany) {
   std::mt19937_64 random(11);
-  for (const int64_t n : {32, 33, 100, 5000}) {
+  for (const int64_t n : {32, 33, 100, 5000, 70000}) {
     DoubleArray x = randomArray(random, SizeVector(1, n));
     long double sum = 0;
     for (const double element : x.values()) sum += static_cast<long double>(element) * element;

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/vector_angle.h"
 #include "platform/vector_power.h"
 
 namespace kelo::platform {
@@ -177,6 +178,34 @@ TEST(VectorPower, agreesWithTheLibraryOnSpecialValues) {
     for (const double b : values) {
       const double z = powersOf(powerRoutine(), {a}, {b})[0], plain = std::pow(a, b);
       EXPECT_TRUE(identical(z, plain) || errorInUlps(z, powl(a, b)) <= 1) << a << " ^ " << b << " is " << z;
+    }
+  }
+}
+
+// ---- Angles
+
+TEST(VectorAngle, isWithinOneUlp) {
+  std::mt19937_64 random(24);
+  std::uniform_real_distribution<double> usual(-10, 10);
+  std::vector<double> x(300'001), y(x.size());
+  for (size_t i = 0; i < x.size(); ++i) {
+    x[i] = i % 2 == 0 ? usual(random) : std::bit_cast<double>(random());
+    y[i] = i % 3 == 0 ? usual(random) : std::bit_cast<double>(random());
+  }
+  const std::vector<double> z = powersOf(angleRoutine(), y, x), plain = powersOf(plainAngleRoutine(), y, x);
+  for (size_t i = 0; i < x.size(); ++i) {
+    if (identical(z[i], plain[i])) continue;
+    ASSERT_LE(errorInUlps(z[i], atan2l(y[i], x[i])), 1.0) << y[i] << ", " << x[i];
+  }
+}
+
+TEST(VectorAngle, agreesWithTheLibraryOnSpecialValues) {
+  const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<double> values = {0.0, -0.0, 1, -1, inf, -inf, nan, 5e-324, -5e-324, 1e-310, 1e308, -1e308, 3};
+  for (const double y : values) {
+    for (const double x : values) {
+      const double z = powersOf(angleRoutine(), {y}, {x})[0], plain = std::atan2(y, x);
+      EXPECT_TRUE(identical(z, plain) || errorInUlps(z, atan2l(y, x)) <= 1) << y << ", " << x << " is " << z;
     }
   }
 }

@@ -21,7 +21,7 @@ TEST(Workspace, findsManyNamesAfterErasing) {
   for (int k = 0; k < 40; k += 2) EXPECT_TRUE(w.erase(nameOf(k)));
   EXPECT_FALSE(w.erase(nameOf(0)));
   for (int k = 0; k < 40; ++k) EXPECT_EQ(numberIn(w, nameOf(k)), k % 2 ? k : -1);
-  for (int k = 1; k < 33; k += 2) w.erase(nameOf(k));  // few enough to be scanned again
+  for (int k = 1; k < 33; k += 2) w.erase(nameOf(k));
   EXPECT_EQ(numberIn(w, nameOf(35)), 35);
   EXPECT_EQ(numberIn(w, nameOf(3)), -1);
 }

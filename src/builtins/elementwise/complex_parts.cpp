@@ -1,5 +1,6 @@
 // Parts of complex numbers: magnitude, sign, angle, conjugate, real and imaginary part, and the
 // making of complex arrays.
+#include <algorithm>
 #include <limits>
 #include <numbers>
 
@@ -7,6 +8,8 @@
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
+#include "platform/parallel.h"
+#include "platform/vector_angle.h"
 #include "platform/vector_math.h"
 
 namespace kelo::builtins {
@@ -20,13 +23,32 @@ double plainMagnitude(ComplexDouble z) { return std::sqrt(z.real * z.real + z.im
 double signOf(double x) { return std::isnan(x) ? x : static_cast<double>((x > 0) - (x < 0)); }
 double angleOf(double x) { return std::isnan(x) ? x : x < 0 ? std::numbers::pi : 0.0; }
 
+/// Block by block, whose parts are taken apart.
+DoubleArray angles(const ComplexDoubleArray& z) {
+  constexpr int64_t kBlock = 512;
+  static const platform::AngleRoutine routine = platform::angleRoutine();
+  auto result = DoubleArray::uninitialized(z.size());
+  platform::parallelFor(z.numElements(), [&, out = result.writable(), in = z.data()](int64_t begin, int64_t end) {
+    double real[kBlock], imaginary[kBlock];
+    for (int64_t first = begin; first < end; first += kBlock) {
+      const int64_t n = std::min(kBlock, end - first);
+      for (int64_t i = 0; i < n; ++i) {
+        real[i] = in[first + i].real;
+        imaginary[i] = in[first + i].imaginary;
+      }
+      routine(out + first, imaginary, real, n);
+    }
+  });
+  return result;
+}
+
 NumericArray complexPart(ComplexPart part, ComplexDoubleArray z) {
   const auto each = [&](auto f) { return NumericArray(unaryLoop(std::move(z), f)); };
   switch (part) {
     case ComplexPart::abs: return each([](ComplexDouble w) noexcept { return plainMagnitude(w); });
     case ComplexPart::sign:
       return each([](ComplexDouble w) noexcept { return w / ComplexDouble{plainMagnitude(w), 0}; });
-    case ComplexPart::angle: return each([](ComplexDouble w) noexcept { return std::atan2(w.imaginary, w.real); });
+    case ComplexPart::angle: return angles(z);
     case ComplexPart::conj: return each([](ComplexDouble w) noexcept { return conj(w); });
     case ComplexPart::real: return each([](ComplexDouble w) noexcept { return w.real; });
     default: return each([](ComplexDouble w) noexcept { return w.imaginary; });

@@ -12,6 +12,7 @@
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/matrix_parts.h"
+#include "linear/matrix_vector.h"
 #include "messages/catalogue/linear_algebra.h"
 #include "messages/catalogue/polynomials.h"
 #include "values/elementwise.h"
@@ -72,7 +73,7 @@ template <class T>
 double residualNorm(const TypedArray<T>& v, const TypedArray<T>& p, const TypedArray<T>& y) {
   const int m = checkedInt32(v.size().rows()), n = checkedInt32(v.size().columns());
   std::vector<T> rest(static_cast<size_t>(m));
-  lapack::gemv(CblasNoTrans, m, n, v.data(), p.data(), rest.data());
+  multiplyVector(m, n, v.data(), p.data(), rest.data());
   for (int i = 0; i < m; ++i) rest[static_cast<size_t>(i)] = y[i] - rest[static_cast<size_t>(i)];
   return lapack::nrm2(m, rest.data());
 }

@@ -42,12 +42,33 @@ KELO_VECTOR_CLONES double dotOf(const double* a, const double* b, int64_t n) {
   return sum;
 }
 
+/// Long vectors in pieces of one length, whatever the cores, whose products are added in their order.
+template <class T>
+T dotInPieces(const T* a, const T* b, int64_t n) {
+  constexpr int64_t kPiece = platform::kParallelThreshold / 2;
+  if (n < 2 * kPiece) return dotOf(a, b, n);
+  const int64_t pieces = (n + kPiece - 1) / kPiece;
+  std::vector<T> sums(static_cast<size_t>(pieces));
+  platform::parallelForUnits(pieces, kPiece, [&](int64_t begin, int64_t end) {
+    for (int64_t k = begin; k < end; ++k) {
+      sums[static_cast<size_t>(k)] = dotOf(a + k * kPiece, b + k * kPiece, std::min(kPiece, n - k * kPiece));
+    }
+  });
+  T sum{};
+  for (const T& part : sums) sum = sum + part;
+  return sum;
+}
+
 template <class T>
 TypedArray<T> dots(const TypedArray<T>& a, const TypedArray<T>& b, int64_t dim) {
   const Slices s(a.size(), dim);
   TypedArray<T> result(reducedSize(a.size(), dim), T{});
   T* out = result.writable();
   const T *x = a.data(), *y = b.data();
+  if (s.outer == 1 && s.inner == 1) {
+    out[0] = dotInPieces(x, y, s.length);
+    return result;
+  }
   platform::parallelForUnits(s.outer, s.length * s.inner, [&](int64_t begin, int64_t end) {
     for (int64_t o = begin; o < end; ++o) {
       const int64_t first = o * s.length * s.inner;

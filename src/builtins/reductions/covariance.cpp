@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "builtins/reductions/handlers.h"
+#include "platform/vector_clones.h"
 
 namespace kelo::builtins {
 namespace {
@@ -13,9 +14,8 @@ double over(double x, double n) { return x / n; }
 ComplexDouble over(ComplexDouble z, double n) { return {z.real / n, z.imaginary / n}; }
 
 /// The sum of conj(x) * y, in four sums side by side.
-template <class T>
-T product(const T* x, const T* y, int64_t n) {
-  T sums[4] = {};
+ComplexDouble product(const ComplexDouble* x, const ComplexDouble* y, int64_t n) {
+  ComplexDouble sums[4] = {};
   int64_t i = 0;
   for (; i + 4 <= n; i += 4) {
     for (int64_t j = 0; j < 4; ++j) sums[j] = sums[j] + conj(x[i + j]) * y[i + j];
@@ -30,8 +30,96 @@ TypedArray<T> centred(const TypedArray<T>& columns) {
   const TypedArray<T> means = meanAlong(columns, 1);
   auto result = TypedArray<T>::uninitialized(columns.size());
   T* out = result.writable();
-  for (int64_t i = 0; i < columns.numElements(); ++i) out[i] = columns[i] - means[i / n];
+  const T* in = columns.data();
+  platform::parallelForUnits(columns.size().columns(), n, [&](int64_t begin, int64_t end) {
+    for (int64_t j = begin; j < end; ++j) {
+      const T mean = means[j];
+#pragma GCC ivdep
+      for (int64_t i = j * n; i < (j + 1) * n; ++i) out[i] = in[i] - mean;
+    }
+  });
   return result;
+}
+
+// Products of real columns, many at a time, each as above. A band of columns goes with all columns
+// up to its end, so many rows at a time that they stay in the cache.
+namespace bands {
+
+constexpr int64_t kBand = 32, kSide = 8, kRows = 512;
+struct Sums {
+  double of[4] = {};
+};
+using Lanes = double __attribute__((vector_size(4 * sizeof(double))));
+using Stored = double __attribute__((vector_size(4 * sizeof(double)), aligned(sizeof(double)), may_alias));
+
+template <int64_t kCount>
+__attribute__((always_inline)) inline void addProducts(const double* x, const double* y, int64_t n, int64_t rows,
+                                                       Sums* sums) {
+  Lanes own[kCount];
+#pragma GCC unroll 8
+  for (int64_t k = 0; k < kCount; ++k) own[k] = *reinterpret_cast<const Stored*>(sums[k].of);
+  for (int64_t i = 0; i < rows; i += 4) {
+    const Lanes factor = *reinterpret_cast<const Stored*>(y + i);
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < kCount; ++k) own[k] = own[k] + *reinterpret_cast<const Stored*>(x + i + k * n) * factor;
+  }
+#pragma GCC unroll 8
+  for (int64_t k = 0; k < kCount; ++k) *reinterpret_cast<Stored*>(sums[k].of) = own[k];
+}
+
+/// sums[(j - begin) * end + i] of the columns i below `end` and j from `begin` on. REQUIRES: rows is
+/// a multiple of 4
+KELO_VECTOR_CLONES void addBand(const double* x, int64_t n, int64_t rows, int64_t begin, int64_t end, Sums* sums) {
+  for (int64_t first = 0; first < rows; first += kRows) {
+    const int64_t count = std::min(kRows, rows - first);
+    for (int64_t i = 0; i < end; i += kSide) {
+      for (int64_t j = begin; j < end; ++j) {
+        const double *left = x + i * n + first, *right = x + j * n + first;
+        Sums* to = sums + (j - begin) * end + i;
+        if (i + kSide <= end) {
+          addProducts<kSide>(left, right, n, count, to);
+        } else {
+          for (int64_t k = 0; k < end - i; ++k) addProducts<1>(left + k * n, right, n, count, to + k);
+        }
+      }
+    }
+  }
+}
+
+/// take(i, j, product) for all pairs i <= j of the m columns of n rows.
+template <class Take>
+void forProducts(const double* x, int64_t n, int64_t m, Take take) {
+  const int64_t whole = n / 4 * 4;
+  platform::parallelForUnits((m + kBand - 1) / kBand, kBand * n * m / 2, [&](int64_t firstBand, int64_t endBand) {
+    for (int64_t begin = firstBand * kBand; begin < std::min(m, endBand * kBand); begin += kBand) {
+      const int64_t end = std::min(m, begin + kBand);
+      std::vector<Sums> sums(static_cast<size_t>(end * (end - begin)));
+      addBand(x, n, whole, begin, end, sums.data());
+      for (int64_t j = begin; j < end; ++j) {
+        for (int64_t i = 0; i <= j; ++i) {
+          double(&sum)[4] = sums[static_cast<size_t>((j - begin) * end + i)].of;
+          for (int64_t k = whole; k < n; ++k) sum[0] = sum[0] + x[i * n + k] * x[j * n + k];
+          take(i, j, (sum[0] + sum[1]) + (sum[2] + sum[3]));
+        }
+      }
+    }
+  });
+}
+
+}  // namespace bands
+
+template <class Take>
+void forProducts(const DoubleArray& x, Take take) {
+  bands::forProducts(x.data(), x.size().rows(), x.size().columns(), take);
+}
+template <class Take>
+void forProducts(const ComplexDoubleArray& x, Take take) {
+  const int64_t n = x.size().rows(), m = x.size().columns();
+  platform::parallelForUnits(m, n * m / 2, [&](int64_t begin, int64_t end) {
+    for (int64_t j = begin; j < end; ++j) {
+      for (int64_t i = 0; i <= j; ++i) take(i, j, product(x.data() + i * n, x.data() + j * n, n));
+    }
+  });
 }
 
 template <class T>
@@ -42,14 +130,10 @@ TypedArray<T> plainCovariance(const TypedArray<T>& columns, int64_t w) {
   const TypedArray<T> x = centred(columns);
   auto result = TypedArray<T>::uninitialized(SizeVector(m, m));
   T* out = result.writable();
-  platform::parallelForUnits(m, n * m / 2, [&](int64_t begin, int64_t end) {
-    for (int64_t j = begin; j < end; ++j) {
-      for (int64_t i = 0; i <= j; ++i) {
-        const T c = over(product(x.data() + i * n, x.data() + j * n, n), divisor);
-        out[j + i * m] = conj(c);
-        out[i + j * m] = c;
-      }
-    }
+  forProducts(x, [&](int64_t i, int64_t j, T sum) {
+    const T c = over(sum, divisor);
+    out[j + i * m] = conj(c);
+    out[i + j * m] = c;
   });
   return result;
 }

@@ -32,7 +32,7 @@ KELO_VECTOR_CLONES bool hasSomeInBlocks(bool wanted, const double* x, int64_t n)
 /// Whether some element is true (or false, as wanted); looks no further than it must.
 bool hasSome(bool wanted, const double* x, int64_t n) {
   const int64_t inBlocks = n / kBlock * kBlock;
-  return hasSomeInBlocks(wanted, x, inBlocks) ||
+  return (inBlocks > 0 && hasSomeInBlocks(wanted, x, inBlocks)) ||
          std::any_of(x + inBlocks, x + n, [=](double v) { return isTrue(v) == wanted; });
 }
 bool hasSome(bool wanted, const ComplexDouble* x, int64_t n) {

@@ -14,6 +14,21 @@ namespace {
 constexpr int64_t kWorthIndexing = 1 << 16;
 constexpr double kLargest = std::numeric_limits<double>::max();
 
+/// Where the first point with that y stands, or the last point. OPTIMIZATION: some at a time,
+/// without a branch for each.
+int64_t placeOf(double y, std::span<const figures::Point> points) {
+  static constexpr size_t kStep = 16;
+  size_t i = 0;
+  const auto isAmong = [&] {
+    int count = 0;
+    for (size_t k = i; k < i + kStep; ++k) count += points[k].y == y;
+    return count > 0;
+  };
+  while (i + kStep < points.size() && !isAmong()) i += kStep;
+  while (i + 1 < points.size() && points[i].y != y) ++i;
+  return static_cast<int64_t>(i);
+}
+
 }  // namespace
 
 LineIndex::LineIndex(std::span<const figures::Point> points) : points_(points) {
@@ -31,16 +46,13 @@ LineIndex::LineIndex(std::span<const figures::Point> points) : points_(points) {
 /// The last point of the block before belongs to the test of order.
 void LineIndex::summarize(int64_t block) {
   const int64_t begin = block * kBlock, end = std::min<int64_t>(begin + kBlock, static_cast<int64_t>(points_.size()));
-  const PointRange range(points_.subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin)));
+  const auto points = points_.subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+  const PointRange range(points);
   int64_t numFalls = 0;
   for (int64_t i = std::max<int64_t>(begin, 1); i < end; ++i) numFalls += points_[i].x < points_[i - 1].x;
-  const auto placeOf = [&](double y) {
-    const auto first = points_.begin() + begin, last = points_.begin() + end - 1;
-    return std::find_if(first, last, [y](const figures::Point& p) { return p.y == y; }) - first;
-  };
   const auto at = static_cast<size_t>(block);
-  least_[at] = static_cast<uint8_t>(placeOf(range.least.y));
-  greatest_[at] = static_cast<uint8_t>(placeOf(range.greatest.y));
+  least_[at] = static_cast<uint8_t>(placeOf(range.least().y, points));
+  greatest_[at] = static_cast<uint8_t>(placeOf(range.greatest().y, points));
   isOrdered_[at] = numFalls == 0 && range.isFinite();
 }
 

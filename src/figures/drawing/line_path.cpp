@@ -119,8 +119,8 @@ class RunReader {
   }
   bool takesStep() {
     const PointRange range(points_.subspan(static_cast<size_t>(run_.end), kStep));
-    if (!range.isFinite() || range.least.x < lower_ || range.greatest.x >= upper_) return false;
-    if (range.least.y < points_[run_.least].y || range.greatest.y > points_[run_.greatest].y) {
+    if (!range.isFinite() || range.least().x < lower_ || range.greatest().x >= upper_) return false;
+    if (range.least().y < points_[run_.least].y || range.greatest().y > points_[run_.greatest].y) {
       for (int k = 0; k < kStep; ++k) include(run_.end + k);
     }
     return true;

@@ -62,6 +62,7 @@ class Layout {
     double left = margin() + (showsYLabel_ ? yLabelWidth() : 0) + yTickWidth + gap() + sheet_.tickLength();
     double right = margin() + lastLabelOverhang();
     top = std::max(top, half);
+    left = std::max(left, firstLabelOverhang());
     if (isScreenOfCells()) return placeBoxInCells(yTickWidth);
     shrink(left, right, size_.width);
     shrink(top, bottom, size_.height);
@@ -90,6 +91,13 @@ class Layout {
     if (layout_.xTicks.labels.empty()) return em_;
     const double width = measure_.width(layout_.xTicks.labels.back().text, sheet_.tickSize());
     return std::max(0.0, width / 2 - 0.4 * em_);
+  }
+
+  /// The first text of x is centred at its tick, which may stand at the box's begin.
+  double firstLabelOverhang() const {
+    if (layout_.xTicks.labels.empty()) return 0;
+    const figures::TickLabel& first = layout_.xTicks.labels.front();
+    return 0.25 * em_ + measure_.width(first.text, sheet_.tickSize()) / 2 - first.along;
   }
 
   /// A box keeps a tenth of the picture, whatever stands around it.

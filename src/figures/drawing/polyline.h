@@ -32,8 +32,9 @@ class StraightRuns {
 /// Cuts a polyline at a rectangle. A break ends a piece; a piece of one point gives nothing.
 class ClippedPolyline {
  public:
+  /// A point that misses an edge by its last bits lies on it.
   ClippedPolyline(DisplayList& list, const Rect& rect, double tolerance)
-      : list_(list), rect_(rect), runs_(list, tolerance) {}
+      : list_(list), rect_(rect.grownBy(1e-6)), runs_(list, tolerance) {}
   ~ClippedPolyline() { runs_.finish(); }
   ClippedPolyline(const ClippedPolyline&) = delete;
 

@@ -41,7 +41,9 @@ void LayerBand::putOver(Bitmap& bitmap, int top) {
       const auto at = static_cast<size_t>(y * words_ + word);
       if (isTouched_[at] == 0) continue;
       for (int k = 0; k < std::min(8, width_ - 8 * word); ++k) {
-        const Pixel p = std::exchange(pixels_[8 * at + static_cast<size_t>(k)], {});
+        Pixel& pixel = pixels_[8 * at + static_cast<size_t>(k)];
+        if (pixel.shown == kAll) continue;
+        const Pixel p = std::exchange(pixel, {});
         uint32_t& to = row[8 * word + k];
         to = ((p.redBlue + (to & 0xff00ff) * p.shown + 0x800080) >> 8 & 0xff00ff) |
              ((p.green + (to >> 8 & 0xff) * p.shown + 0x80) & 0xff00);

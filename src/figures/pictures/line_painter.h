@@ -10,17 +10,15 @@
 #include <vector>
 
 #include "figures/drawing/display_list.h"
+#include "figures/pictures/band_painter.h"
 #include "figures/pictures/bitmap.h"
-#include "figures/pictures/layer_band.h"
-#include "figures/pictures/sample_band.h"
-#include "figures/pictures/stroke_parts.h"
 
 namespace kelo::pictures {
 
 class LinePainter {
  public:
   /// `scale`: pixels a point
-  LinePainter(Bitmap& bitmap, double scale);
+  LinePainter(Bitmap& bitmap, double scale) : bitmap_(bitmap), scale_(scale) {}
 
   /// Long lists of lines are painted with fewer samples a pixel.
   void setCrowded(bool isCrowded) { isCrowded_ = isCrowded; }
@@ -32,33 +30,14 @@ class LinePainter {
   void flush();
 
  private:
-  struct Interval {
-    double from, to;
-  };
-  struct Stroke {
-    StrokeParts parts;
-    drawing::Rect clip;  // in pixels
-    drawing::Rgba color;
-    int down;  // rows of samples a pixel
-  };
   struct Entry {
-    uint32_t stroke, part;  // of the parts, bars come before discs
+    uint32_t stroke, part;
   };
-  struct Strip;
 
-  static Interval common(Interval a, Interval b);
-  bool isLong(const StrokeParts& parts) const;
-  static Interval extentOf(const StrokeParts::Bar& bar, double half);
-  static Interval extent(const StrokeParts& parts, size_t part);
   template <class Body>
   void forEachBand(const Stroke& stroke, size_t part, Body body) const;
   void sort();
-  void paintBand(size_t band);
-  template <class IntervalAt>
-  void add(const Stroke& stroke, Interval heights, IntervalAt intervalAt);
-  void add(const Stroke& stroke, const StrokeParts::Bar& bar);
-  void add(const Stroke& stroke, drawing::Vec2 disc);
-  bool isHidden(const Stroke& stroke, double from, double to) const;
+  void paintBand(size_t band, BandPainter& painter);
 
   Bitmap& bitmap_;
   double scale_;
@@ -66,9 +45,6 @@ class LinePainter {
   std::vector<Stroke> strokes_;
   std::vector<size_t> first_;  // of the entries of each band
   std::vector<Entry> entries_;
-  SampleBand samples_;
-  LayerBand layer_;
-  int top_ = 0;  // of the band
 };
 
 }  // namespace kelo::pictures

@@ -1,7 +1,5 @@
-// Source: RFC 1950 and 1951, one block with a dynamic code.
+// Source: RFC 1951, a block with a dynamic code, and an empty stored one that ends at a whole byte.
 #include "figures/pictures/run_packer.h"
-
-#include <zlib.h>
 
 #include <algorithm>
 #include <array>
@@ -22,6 +20,7 @@ constexpr int kNumTokens = kRun + kMostRun + 1;
 /// Symbols of the code: bytes, the end of the block, classes of lengths.
 constexpr int kEnd = 256, kNumSymbols = 286, kLongestCode = 15;
 constexpr size_t kBytesPerToken = 3;  // at least, on average, where packing runs alone is worth it
+constexpr size_t kMostBytesOfToken = 3, kHeaderBytes = 256;
 
 struct LengthClass {
   int symbol, extraBits, extra;
@@ -52,20 +51,23 @@ size_t runAt(const char* at, const char* end, int distance) {
 
 /// Nothing when there are too many.
 std::optional<std::vector<Token>> tokensOf(std::string_view rows, int distance) {
-  std::vector<Token> tokens;
-  tokens.reserve(rows.size() / kBytesPerToken + kMostRun);
+  const size_t most = rows.size() / kBytesPerToken + kMostRun;
+  std::vector<Token> tokens(most + rows.size() / kMostRun + 4 * kLeastRun);
+  Token *to = tokens.data(), *const last = to + most;
   const char *p = rows.data(), *end = p + rows.size();
-  for (const char* first = p + distance; p < first && p < end; ++p) tokens.push_back(static_cast<uint8_t>(*p));
+  for (const char* first = p + distance; p < first && p < end; ++p) *to++ = static_cast<uint8_t>(*p);
   while (p < end) {
     size_t run = runAt(p, end, distance);
     p += run;
     for (; run >= kLeastRun; run -= std::min<size_t>(run, kMostRun)) {
-      tokens.push_back(static_cast<Token>(kRun + std::min<size_t>(run, kMostRun)));
+      *to++ = static_cast<Token>(kRun + std::min<size_t>(run, kMostRun));
     }
-    for (; run > 0; --run) tokens.push_back(static_cast<uint8_t>(p[-static_cast<ptrdiff_t>(run)]));
-    if (p < end) tokens.push_back(static_cast<uint8_t>(*p++));
-    if (tokens.size() > rows.size() / kBytesPerToken + kMostRun) return std::nullopt;
+    for (; run > 0; --run) *to++ = static_cast<uint8_t>(p[-static_cast<ptrdiff_t>(run)]);
+    // As a rule all of a pixel changes.
+    for (const char* behind = std::min(p + distance, end); p < behind;) *to++ = static_cast<uint8_t>(*p++);
+    if (to > last) return std::nullopt;
   }
+  tokens.resize(static_cast<size_t>(to - tokens.data()));
   return tokens;
 }
 
@@ -140,34 +142,36 @@ std::array<Code, kNumSymbols> codesOf(const Lengths& lengths) {
   return codes;
 }
 
+/// Bits, the first one lowest, in bytes that the processor has in the same order.
 class BitWriter {
  public:
-  explicit BitWriter(std::string& out) : out_(out) {}
+  /// REQUIRES: room for what is put, and for a word more
+  explicit BitWriter(char* to) : to_(to) {}
+  /// `count`: at most 56
   void put(uint64_t bits, int count) {
     word_ |= bits << filled_;
-    filled_ += count;
-    if (filled_ < 32) return;
-    char bytes[4];
-    for (int k = 0; k < 4; ++k) bytes[k] = static_cast<char>(word_ >> 8 * k);
-    out_.append(bytes, 4);
-    word_ >>= 32;
-    filled_ -= 32;
+    std::memcpy(to_, &word_, sizeof word_);
+    filled_ += static_cast<unsigned>(count);
+    to_ += filled_ / 8;
+    word_ >>= filled_ / 8 * 8;
+    filled_ %= 8;
   }
-  void finish() {
-    for (; filled_ > 0; filled_ -= 8, word_ >>= 8) out_ += static_cast<char>(word_);
-  }
+  /// Ends at a whole byte, and gives the place behind it.
+  char* finish() { return filled_ > 0 ? to_ + 1 : to_; }
 
  private:
-  std::string& out_;
+  static_assert(std::endian::native == std::endian::little);
+
+  char* to_;
   uint64_t word_ = 0;
-  int filled_ = 0;
+  unsigned filled_ = 0;  // bits of the word, less than 8
 };
 
 /// The code lengths are written in a code of four bits each; the one distance takes one bit.
 void putHeader(BitWriter& bits, const Lengths& lengths, int distance) {
   static constexpr int kOrderOfLengths[] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
   const int numDistances = distance;  // codes 0 to 3 stand for distances 1 to 4
-  bits.put(1, 1);                     // the last block
+  bits.put(0, 1);                     // not the last block
   bits.put(2, 2);                     // with a code of its own
   bits.put(kNumSymbols - 257, 5);
   bits.put(static_cast<uint64_t>(numDistances - 1), 5);
@@ -206,16 +210,15 @@ std::optional<std::string> packedRuns(std::string_view rows, int pixelBytes) {
   const Lengths lengths = limitedLengths(counts);
   const std::array<Code, kNumSymbols> codes = codesOf(lengths);
 
-  std::string packed = "\x78\x01";
-  packed.reserve(tokens->size() + 1024);
-  BitWriter bits(packed);
+  std::string packed(tokens->size() * kMostBytesOfToken + kHeaderBytes, '\0');
+  BitWriter bits(packed.data());
   putHeader(bits, lengths, pixelBytes);
   const std::vector<Code> codesOfTokens = tokenCodes(codes);
   for (const Token token : *tokens) bits.put(codesOfTokens[token].bits, codesOfTokens[token].length);
   bits.put(codes[kEnd].bits, codes[kEnd].length);
-  bits.finish();
-  const uLong sum = adler32(1, reinterpret_cast<const Bytef*>(rows.data()), static_cast<uInt>(rows.size()));
-  for (int shift = 24; shift >= 0; shift -= 8) packed += static_cast<char>(sum >> shift);
+  bits.put(0, 3);  // a stored block: whole bytes that tell its length, 0
+  packed.resize(static_cast<size_t>(bits.finish() - packed.data()));
+  packed.append({0, 0, '\xff', '\xff'});
   return packed;
 }
 

@@ -17,7 +17,7 @@ class SampleBand {
  public:
   static constexpr int kAcross = 8;
   static constexpr int kHeight = 8;              ///< in pixels
-  static constexpr int kFine = 16, kCoarse = 4;  ///< powers of 2
+  static constexpr int kFine = 16, kCoarse = 4;  ///< rows of samples a pixel
   static constexpr int kFull = 32;               ///< the coverage of a whole pixel
 
   /// For pixel columns 0 to width - 1.
@@ -26,21 +26,37 @@ class SampleBand {
   /// How many rows of samples a pixel has, kFine or kCoarse. REQUIRES: all rows were taken
   void setDown(int down);
   int down() const { return down_; }
-  int numRows() const { return kHeight * down_; }
-  /// What is to be added to a place, in samples, before its fraction is cut off.
-  double shift(int row) const { return shifts_[row & (down_ - 1)]; }
-  /// Sets samples first to end - 1 of a row. REQUIRES: 0 <= first < end <= width * kAcross; touch()
-  /// is told of them
-  void set(int row, int first, int end) {
-    uint8_t* at = bits_.data() + row * stride_ + (first >> 3);
-    const int begin = first & 7, last = begin + end - first;
-    if (last > 64) return setLong(at, begin, last);
-    unite(at, kAll << begin & kAll >> (64 - last));
+  /// What is to be added to places in kFine rows from a pixel's first one on, in samples, before
+  /// the fraction is cut off.
+  const float* shifts() const { return shifts_; }
+  /// The samples of pixel row y; `kDown` is down().
+  template <int kDown>
+  class Rows {
+   public:
+    /// Sets samples first to end - 1 of a row. REQUIRES: 0 <= first < end <= width * kAcross;
+    /// touch() is called for them
+    void set(int row, int first, int end) const {
+      uint64_t* at = words_ + (first >> 6) * kDown + row;
+      const int begin = first & 63, length = end - first;
+      if (length > 64) return setLong<kDown>(at, begin, begin + length);
+      const uint64_t ones = kAll >> (64 - length);
+      at[0] |= ones << begin;
+      at[kDown] |= ones >> 1 >> (63 - begin);  // what is left over for the word after
+    }
+
+   private:
+    friend SampleBand;
+    explicit Rows(uint64_t* words) : words_(words) {}
+    uint64_t* words_;
+  };
+  template <int kDown>
+  Rows<kDown> rows(int y) {
+    return Rows<kDown>(wordAt(y, 0));
   }
   /// Between these samples of a row of pixels some may have been set.
   void touch(int y, int first, int end) {
     const int firstWord = first >> 6, lastWord = (end - 1) >> 6;
-    std::memset(touched_.data() + y * words_ + firstWord, 1, static_cast<size_t>(lastWord - firstWord + 1));
+    for (int word = firstWord; word <= lastWord; ++word) touched_[static_cast<size_t>(y * words_ + word)] = 1;
     ranges_[y] = {std::min(ranges_[y].first, firstWord), std::max(ranges_[y].end, lastWord + 1)};
   }
   /// Calls body(x, coverages) for each eight pixels of row y that shapes touch, with the coverages
@@ -50,7 +66,7 @@ class SampleBand {
     uint8_t* touched = touched_.data() + y * words_;
     const Range range = std::exchange(ranges_[y], {});
     for (int word = range.first; word < range.end; ++word) {
-      if (touched[word] != 0) body(8 * word, take(y, word));
+      if (touched[word] != 0) body(8 * word, take(wordAt(y, word)));
       touched[word] = 0;
     }
   }
@@ -58,22 +74,24 @@ class SampleBand {
  private:
   static constexpr uint64_t kAll = ~uint64_t{0};
 
-  static void unite(uint8_t* at, uint64_t bits) {
-    uint64_t word;
-    std::memcpy(&word, at, sizeof word);
-    word |= bits;
-    std::memcpy(at, &word, sizeof word);
+  /// The rows of samples of eight pixels stand side by side.
+  uint64_t* wordAt(int y, int word) { return bits_.data() + (y * words_ + word) * down_; }
+  template <int kDown>
+  static void setLong(uint64_t* at, int begin, int last) {
+    *at |= kAll << begin;
+    for (at += kDown; last > 128; last -= 64, at += kDown) *at = kAll;
+    *at |= kAll >> (128 - last);
   }
-  static void setLong(uint8_t* at, int begin, int last);
-  uint64_t take(int y, int word);
+  uint64_t take(uint64_t* rows);
 
   struct Range {
     int first = std::numeric_limits<int>::max(), end = 0;  // words of 64 samples
   };
 
-  int down_ = 0, words_, stride_;  // stride_: bytes a row
-  double shifts_[kFine];
-  std::vector<uint8_t> bits_, touched_;
+  int down_ = 0, words_;
+  float shifts_[kFine];
+  std::vector<uint64_t> bits_;
+  std::vector<uint8_t> touched_;
   Range ranges_[kHeight];
 };
 

@@ -7,6 +7,8 @@
 
 namespace kelo::native {
 
+inline constexpr int32_t kMostResults = 4;  ///< of a function
+
 struct Context {
   uint64_t run;                            ///< number of the run, in which a name keeps its meaning
   const LocalFunctionFile* functions;      ///< that the running code can call by name

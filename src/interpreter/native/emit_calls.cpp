@@ -77,8 +77,24 @@ void Emitter::quickCall(const Instruction& i) {
     case QuickCall::sinh: return vectorRoutine(i, VectorFunction::sinh);
     case QuickCall::tan: return vectorRoutine(i, VectorFunction::tan);
     case QuickCall::tanh: return vectorRoutine(i, VectorFunction::tanh);
-    case QuickCall::isempty: case QuickCall::length: case QuickCall::numel: return sizeQuery(i);
-    case QuickCall::ndims: case QuickCall::strcmp: case QuickCall::int2str: case QuickCall::num2str: return;  // never
+    case QuickCall::isempty: case QuickCall::length: case QuickCall::numel: case QuickCall::size: return sizeQuery(i);
+    case QuickCall::toDouble: return setReal(i.a, asReal(i.b));
+    case QuickCall::toChar: {
+      const Gp code = cc_.newInt64("code");
+      cc_.vcvttsd2si(code, asReal(i.b));
+      cc_.cmp(code, 0x80);
+      cc_.jae(exit());
+      cc_.mov(wordOf(i.a), code.r32());
+      return;
+    }
+    case QuickCall::exclusiveOr: {
+      const Gp a = asTruth(i.b), b = asTruth(i.c), differ = cc_.newUInt32("differ");
+      cc_.mov(differ, a);
+      cc_.xor_(differ, b);
+      cc_.mov(wordOf(i.a), differ);
+      return;
+    }
+    default: return;  // never
   }
 }
 
@@ -148,21 +164,29 @@ void Emitter::checkDomain(QuickCall function, const Xmm& x) {
 
 void Emitter::sizeQuery(const Instruction& i) {
   const auto function = static_cast<QuickCall>(i.e);
+  if (typeOf(i.b).isScalar()) {
+    if (function == QuickCall::isempty) cc_.mov(wordOf(i.a), 0);
+    else cc_.mov(wholeLane(graph_.laneOf(i.a)), 1);
+    return;
+  }
   const int32_t lane = graph_.arrayLane(node().state, i.b);
   if (function == QuickCall::isempty) {
-    cc_.cmp(wordAt(LaneWords::count(lane)), 0);
+    cc_.cmp(arrayWord(lane, LaneWords::kCount), 0);
     return setTruth(i.a, {x86::CondCode::kEqual});
   }
   const Gp length = cc_.newInt64("length");
   if (function == QuickCall::numel) {
-    cc_.mov(length, wordAt(LaneWords::count(lane)));
+    cc_.mov(length, arrayWord(lane, LaneWords::kCount));
+  } else if (function == QuickCall::size) {
+    const bool isRows = constantAt(i.c).doubleScalar() == 1;
+    cc_.mov(length, arrayWord(lane, isRows ? LaneWords::kRows : LaneWords::kColumns));
   } else {
     const Gp none = cc_.newInt64("none");
-    cc_.mov(length, wordAt(LaneWords::rows(lane)));
-    cc_.cmp(length, wordAt(LaneWords::columns(lane)));
-    cc_.cmovl(length, wordAt(LaneWords::columns(lane)));
+    cc_.mov(length, arrayWord(lane, LaneWords::kRows));
+    cc_.cmp(length, arrayWord(lane, LaneWords::kColumns));
+    cc_.cmovl(length, arrayWord(lane, LaneWords::kColumns));
     cc_.xor_(none, none);
-    cc_.cmp(wordAt(LaneWords::count(lane)), 0);
+    cc_.cmp(arrayWord(lane, LaneWords::kCount), 0);
     cc_.cmove(length, none);
   }
   cc_.mov(wholeLane(graph_.laneOf(i.a)), length);

@@ -36,10 +36,10 @@ x86::Gp Emitter::position(int32_t subscript, const Mem& extent, Label missed) {
 
 // The position of an element by one subscript, or by two where the instruction is one of two.
 x86::Gp Emitter::position(const Instruction& i, int32_t lane, int32_t first, int32_t second, Label missed) {
-  if (i.op == Op::index1 || i.op == Op::store1) return position(first, wordAt(LaneWords::count(lane)), missed);
-  const Gp row = position(first, wordAt(LaneWords::rows(lane)), missed);
-  const Gp column = position(second, wordAt(LaneWords::columns(lane)), missed);
-  cc_.imul(column, wordAt(LaneWords::rows(lane)));
+  if (i.op == Op::index1 || i.op == Op::store1) return position(first, arrayWord(lane, LaneWords::kCount), missed);
+  const Gp row = position(first, arrayWord(lane, LaneWords::kRows), missed);
+  const Gp column = position(second, arrayWord(lane, LaneWords::kColumns), missed);
+  cc_.imul(column, arrayWord(lane, LaneWords::kRows));
   cc_.add(row, column);
   return row;
 }
@@ -88,7 +88,7 @@ void Emitter::write(const Instruction& i, int32_t second, int32_t value) {
     aside_.push_back([=, this, which = node_] {
       node_ = which;
       cc_.bind(missed);
-      cc_.cmp(at, wordAt(LaneWords::count(lane)));
+      cc_.cmp(at, arrayWord(lane, LaneWords::kCount));
       cc_.jne(exit());
       append(i.a, value, false);
       cc_.jmp(done);
@@ -134,7 +134,7 @@ void Emitter::append(int32_t reg, int32_t value, bool isRow) {
   call->setRet(0, done);
   cc_.test(done, done);
   cc_.jz(exit());
-  cc_.mov(dataLane(lane), wordAt(LaneWords::data(lane)));
+  cc_.mov(dataLane(lane), arrayWord(lane, LaneWords::kData));
 }
 
 void Emitter::appendRow(const Instruction& i) { append(i.a, i.b, true); }
@@ -148,10 +148,10 @@ void Emitter::endOf(const Instruction& i) {
     cc_.mov(length, 1);
   } else {
     const int32_t lane = graph_.arrayLane(node().state, site.base);
-    const int32_t word = extent == Extent::count  ? LaneWords::count(lane)
-                         : extent == Extent::rows ? LaneWords::rows(lane)
-                                                  : LaneWords::columns(lane);
-    cc_.mov(length, wordAt(word));
+    const int32_t word = extent == Extent::count  ? LaneWords::kCount
+                         : extent == Extent::rows ? LaneWords::kRows
+                                                  : LaneWords::kColumns;
+    cc_.mov(length, arrayWord(lane, word));
   }
   if (i.op == Op::checkExtent) {
     cc_.test(length, length);
@@ -207,7 +207,7 @@ void Emitter::arrayStep(const Instruction& i) {
   const Xmm round = realOf(i.a + 1);
   Gp at = cc_.newInt64("at");
   cc_.vcvttsd2si(at, round);
-  cc_.cmp(at, wordAt(LaneWords::count(lane)));
+  cc_.cmp(at, arrayWord(lane, LaneWords::kCount));
   cc_.jae(exit());
   const Mem element = elementAt(lane, kind, at);
   if (kind == Kind::Double) {

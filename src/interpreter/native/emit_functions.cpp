@@ -1,7 +1,8 @@
 // Whole units, and calls of them from loops and from each other.
 //
-// A unit gets its inputs and gives its result in machine registers, as the system's own functions
-// do: numbers as doubles, logicals as 32-bit words, integers as 64-bit ones. Behind each call is
+// A unit gets its inputs and gives its first result in machine registers, as the system's own
+// functions do: numbers as doubles, logicals and characters as 32-bit words, integers as 64-bit ones,
+// arrays as the places of their words. Behind each call is
 // asked whether it has failed.
 #include "interpreter/native/emitter.h"
 
@@ -16,50 +17,67 @@ namespace {
 
 TypeId typeIdOf(Held held) {
   switch (held) {
-    case Held::logical: return TypeId::kUInt32;
+    case Held::logical: case Held::character: return TypeId::kUInt32;
     case Held::integer: return TypeId::kInt64;
+    case Held::array: return TypeId::kUIntPtr;
     default: return TypeId::kFloat64;
   }
 }
 
 }  // namespace
 
-asmjit::FuncSignatureBuilder Emitter::signatureOf(const Kinds& inputs, Held result) const {
+asmjit::FuncSignatureBuilder Emitter::signatureOf(const Kinds& inputs, const std::vector<Held>& results) const {
   asmjit::FuncSignatureBuilder signature;
-  signature.setRet(typeIdOf(result));
+  signature.setRet(typeIdOf(results.front()));
   signature.addArg(TypeId::kUIntPtr);
-  for (const Held held : inputs) signature.addArg(typeIdOf(held));
+  for (const Type& kind : inputs) signature.addArg(typeIdOf(kind.held));
   return signature;
 }
 
 BaseReg Emitter::newPassed(Held held) {
   switch (held) {
-    case Held::logical: return cc_.newUInt32("passed");
+    case Held::logical: case Held::character: return cc_.newUInt32("passed");
     case Held::integer: return cc_.newInt64("passed");
+    case Held::array: return cc_.newIntPtr("passed");
     default: return newReal("passed");
   }
 }
 
 BaseReg Emitter::passed(int32_t operand) {
-  switch (typeOf(operand).held) {
-    case Held::logical: return asWord(operand);
+  const Type type = typeOf(operand);
+  if (type.isArray()) {
+    const Gp words = cc_.newIntPtr("passed");
+    cc_.lea(words, arrayWord(graph_.arrayLane(node().state, operand), 0));
+    return words;
+  }
+  switch (type.held) {
+    case Held::logical: case Held::character: return asWord(operand);
     case Held::integer: return asWhole(operand);
     default: return asReal(operand);
   }
 }
 
-void Emitter::load(const BaseReg& to, Held held, int32_t word) {
+void Emitter::load(const BaseReg& to, Held held, int32_t offset) {
   switch (held) {
-    case Held::logical: cc_.mov(to.as<Gp>(), x86::ptr_32(cells_, 8 * word)); break;
-    case Held::integer: cc_.mov(to.as<Gp>(), wordAt(8 * word)); break;
-    default: cc_.vmovsd(to.as<Xmm>(), wordAt(8 * word));
+    case Held::logical: case Held::character: cc_.mov(to.as<Gp>(), x86::ptr_32(cells_, offset)); break;
+    case Held::integer: cc_.mov(to.as<Gp>(), wordAt(offset)); break;
+    case Held::array: cc_.lea(to.as<Gp>(), wordAt(offset)); break;
+    default: cc_.vmovsd(to.as<Xmm>(), wordAt(offset));
+  }
+}
+
+void Emitter::store(Held held, int32_t offset, const BaseReg& from) {
+  switch (held) {
+    case Held::logical: case Held::character: cc_.mov(x86::ptr_32(cells_, offset), from.as<Gp>()); break;
+    case Held::integer: cc_.mov(wordAt(offset), from.as<Gp>()); break;
+    default: cc_.vmovsd(wordAt(offset), from.as<Xmm>());
   }
 }
 
 // ---- A unit
 
 void Emitter::enterUnit() {
-  asmjit::FuncNode* function = cc_.addFunc(signatureOf(graph_.inputs(), graph_.result()));
+  asmjit::FuncNode* function = cc_.addFunc(signatureOf(graph_.inputs(), graph_.results()));
   function->frame().setAvxEnabled();
   body_ = function->label();
   failure_ = cc_.newLabel();
@@ -67,11 +85,17 @@ void Emitter::enterUnit() {
   for (size_t k = 0; k < graph_.inputs().size(); ++k) {
     const int32_t lane = graph_.laneOf(static_cast<int32_t>(k));
     if (lane < 0) continue;  // never read
-    switch (graph_.inputs()[k]) {
-      case Held::logical: function->setArg(k + 1, wordLane(lane)); break;
-      case Held::integer: function->setArg(k + 1, wholeLane(lane)); break;
-      default: function->setArg(k + 1, realLane(lane));
+    const Held held = graph_.inputs()[k].held;
+    if (held != Held::array) {
+      function->setArg(k + 1, scalarLane(lane, held));
+      continue;
     }
+    Gp& words = lanes_[static_cast<size_t>(lane)].words;
+    words = cc_.newIntPtr("words%d", lane);
+    function->setArg(k + 1, words);
+  }
+  for (size_t lane = 0; lane < lanes_.size(); ++lane) {
+    if (lanes_[lane].words.isValid()) cc_.mov(dataLane(static_cast<int32_t>(lane)), x86::ptr_64(lanes_[lane].words));
   }
   cc_.cmp(x86::rsp, wordAt(LaneWords::kStack));
   cc_.jb(failure_);
@@ -85,14 +109,19 @@ void Emitter::checkForStop() {
   cc_.jne(failure_);
 }
 
-void Emitter::giveResult(int32_t operand) { cc_.ret(passed(operand)); }
+void Emitter::giveResults(std::span<const int32_t> operands) {
+  for (size_t k = 1; k < operands.size(); ++k) {
+    store(graph_.results()[k], LaneWords::result(static_cast<int32_t>(k)), passed(operands[k]));
+  }
+  cc_.ret(passed(operands.front()));
+}
 
 // What is given then means nothing.
 void Emitter::emitFailure() {
   cc_.bind(failure_);
   cc_.mov(wordAt(LaneWords::kFailed), 1);
-  const BaseReg nothing = newPassed(graph_.result());
-  if (graph_.result() == Held::real) cc_.vxorpd(nothing.as<Xmm>(), nothing.as<Xmm>(), nothing.as<Xmm>());
+  const BaseReg nothing = newPassed(graph_.results().front());
+  if (graph_.results().front() == Held::real) cc_.vxorpd(nothing.as<Xmm>(), nothing.as<Xmm>(), nothing.as<Xmm>());
   else cc_.xor_(nothing.as<Gp>(), nothing.as<Gp>());
   cc_.ret(nothing);
 }
@@ -106,20 +135,16 @@ void Emitter::emitEntry() {
   function->setArg(0, cells_);
   std::vector<BaseReg> arguments;
   for (size_t k = 0; k < graph_.inputs().size(); ++k) {
-    const Held held = graph_.inputs()[k];
+    const Held held = graph_.inputs()[k].held;
     arguments.push_back(newPassed(held));
-    load(arguments.back(), held, LaneWords::first(static_cast<int32_t>(k)) / 8);
+    load(arguments.back(), held, LaneWords::first(static_cast<int32_t>(k)));
   }
-  const BaseReg result = newPassed(graph_.result());
+  const Held held = graph_.results().front();
+  const BaseReg result = newPassed(held);
   asmjit::InvokeNode* call;
-  cc_.invoke(&call, body_, signatureOf(graph_.inputs(), graph_.result()));
+  cc_.invoke(&call, body_, signatureOf(graph_.inputs(), graph_.results()));
   passAll(*call, arguments, result);
-  const Mem to = wordAt(LaneWords::first(0));
-  switch (graph_.result()) {
-    case Held::logical: cc_.mov(x86::ptr_32(cells_, LaneWords::first(0)), result.as<Gp>()); break;
-    case Held::integer: cc_.mov(to, result.as<Gp>()); break;
-    default: cc_.vmovsd(to, result.as<Xmm>());
-  }
+  store(held, LaneWords::first(0), result);
   cc_.ret();
   cc_.endFunc();
 }
@@ -133,19 +158,20 @@ void Emitter::passAll(asmjit::InvokeNode& call, const std::vector<BaseReg>& argu
 }
 
 // Where the call fails the register code does it again.
-void Emitter::call(const Instruction& i) {
+void Emitter::call(const Instruction&) {
   const KnownCall& known = graph_.calls()[static_cast<size_t>(node().call)];
-  const Held held = graph_.resultOf(known);
+  const std::vector<Held>& results = graph_.resultsOf(known);
   std::vector<BaseReg> arguments;
   for (const int32_t operand : known.operands) arguments.push_back(passed(operand));
-  const int32_t afterLanes = LaneWords::first(static_cast<int32_t>(graph_.registers().size())) / 8;
+  const int32_t afterLanes = LaneWords::first(static_cast<int32_t>(graph_.registers().size()));
   for (size_t k = arguments.size(); k < known.inputs.size(); ++k) {
     const auto captured = static_cast<int32_t>(k - known.operands.size());
-    arguments.push_back(newPassed(known.inputs[k]));
-    load(arguments.back(), known.inputs[k], afterLanes + known.firstCaptured + captured);
+    arguments.push_back(newPassed(known.inputs[k].held));
+    load(arguments.back(), known.inputs[k].held,
+         afterLanes + 8 * (known.firstCaptured + LaneWords::kWords * captured));
   }
-  const BaseReg result = newPassed(held);
-  const auto signature = signatureOf(known.inputs, held);
+  const BaseReg result = newPassed(results.front());
+  const auto signature = signatureOf(known.inputs, results);
   asmjit::InvokeNode* invoked;
   if (known.function) {
     const FunctionCode& function = *known.function;
@@ -158,11 +184,11 @@ void Emitter::call(const Instruction& i) {
   passAll(*invoked, arguments, result);
   cc_.cmp(wordAt(LaneWords::kFailed), 0);
   cc_.jne(exit());
-  const int32_t lane = graph_.laneOf(i.a);
-  switch (held) {
-    case Held::logical: cc_.mov(wordLane(lane), result.as<Gp>()); break;
-    case Held::integer: cc_.mov(wholeLane(lane), result.as<Gp>()); break;
-    default: cc_.vmovapd(realLane(lane), result.as<Xmm>());
+  for (size_t k = 0; k < known.targets.size(); ++k) {
+    const BaseReg to = scalarLane(graph_.laneOf(known.targets[k]), results[k]);
+    if (k > 0) load(to, results[k], LaneWords::result(static_cast<int32_t>(k)));
+    else if (results[k] == Held::real) cc_.vmovapd(to.as<Xmm>(), result.as<Xmm>());
+    else cc_.mov(to.as<Gp>(), result.as<Gp>());
   }
 }
 

@@ -65,7 +65,7 @@ void Emitter::enterLanes() {
         cc_.mov(wordLane(lane), x86::ptr_32(cells_, LaneWords::first(lane)));
         break;
       case Held::integer: cc_.mov(wholeLane(lane), wordAt(LaneWords::first(lane))); break;
-      case Held::array: cc_.mov(dataLane(lane), wordAt(LaneWords::data(lane))); break;
+      case Held::array: cc_.mov(dataLane(lane), arrayWord(lane, LaneWords::kData)); break;
       case Held::other: case Held::alias: break;
     }
   }
@@ -191,6 +191,20 @@ asmjit::x86::Gp Emitter::wholeLane(int32_t lane) {
   return whole;
 }
 
+asmjit::BaseReg Emitter::scalarLane(int32_t lane, Held held) {
+  switch (held) {
+    case Held::logical: case Held::character: return wordLane(lane);
+    case Held::integer: return wholeLane(lane);
+    default: return realLane(lane);
+  }
+}
+
+// Of an array that was passed its caller has the words.
+asmjit::x86::Mem Emitter::arrayWord(int32_t lane, int32_t word) const {
+  const Gp& words = lanes_[static_cast<size_t>(lane)].words;
+  return words.isValid() ? x86::ptr_64(words, word) : wordAt(LaneWords::first(lane) + word);
+}
+
 asmjit::x86::Gp Emitter::dataLane(int32_t lane) {
   Gp& data = lanes_[static_cast<size_t>(lane)].data;
   if (!data.isValid()) data = cc_.newIntPtr("data%d", lane);
@@ -207,8 +221,8 @@ void Emitter::emitInstruction(const Instruction& i) {
     case Op::index1: case Op::index2: case Op::index: case Op::call:
       if (node().call >= 0) return call(i);
       return read(i, i.op == Op::index2 ? i.e : 0);
-    case Op::returnFunction: return giveResult(graph_.code().onlyOutput);
-    case Op::returnValue: return giveResult(i.b);
+    case Op::returnFunction: return giveResults(graph_.code().outputs);
+    case Op::returnValue: return giveResults({&i.b, 1});
     case Op::store1: return write(i, 0, i.c);
     case Op::store2: return write(i, i.c, i.e);
     case Op::appendRow: return appendRow(i);

@@ -10,7 +10,8 @@
 // Each jump backwards takes one from a budget; when that is used up the loop is left once, so that
 // the register code looks for a request to stop.
 //
-// The code of a unit is a function of the words' header and its inputs, which gives its result.
+// The code of a unit is a function of the words' header and its inputs, arrays being the places of
+// their words; it gives its first result, and leaves the others in the header.
 // Each of its exits says in the header that the call has failed. It looks for a request to stop
 // itself, for it may run long.
 #pragma once
@@ -73,12 +74,13 @@ class Emitter {
   void emitEntry();
   void checkForStop();
   void call(const Instruction& i);
-  void giveResult(int32_t operand);
-  asmjit::FuncSignatureBuilder signatureOf(const Kinds& inputs, Held result) const;
+  void giveResults(std::span<const int32_t> operands);
+  asmjit::FuncSignatureBuilder signatureOf(const Kinds& inputs, const std::vector<Held>& results) const;
   asmjit::BaseReg newPassed(Held held);
   asmjit::BaseReg passed(int32_t operand);
   void passAll(asmjit::InvokeNode& call, const std::vector<asmjit::BaseReg>& arguments, const asmjit::BaseReg& result);
-  void load(const asmjit::BaseReg& to, Held held, int32_t word);
+  void load(const asmjit::BaseReg& to, Held held, int32_t offset);
+  void store(Held held, int32_t offset, const asmjit::BaseReg& from);
 
   // ---- Lanes
   const Node& node() const { return graph_.nodes()[static_cast<size_t>(node_)]; }
@@ -88,6 +90,8 @@ class Emitter {
   Gp wordLane(int32_t lane);   // logicals and characters
   Gp wholeLane(int32_t lane);  // integers
   Gp dataLane(int32_t lane);
+  asmjit::BaseReg scalarLane(int32_t lane, Held held);  // of what functions take and give
+  Mem arrayWord(int32_t lane, int32_t word) const;
   Mem wordAt(int32_t offset) const { return asmjit::x86::ptr_64(cells_, offset); }
   Xmm newReal(const char* name = "x") { return cc_.newXmmSd("%s", name); }
 
@@ -142,7 +146,7 @@ class Emitter {
 
   struct LaneRegisters {
     Xmm real, imaginary;
-    Gp word, whole, data;
+    Gp word, whole, data, words;
   };
 
   const LoopGraph& graph_;

@@ -14,11 +14,11 @@ namespace kelo::native {
 struct FunctionCode;
 using FunctionRef = std::shared_ptr<FunctionCode>;
 
-using Kinds = std::vector<Held>;
+using Kinds = std::vector<Type>;  ///< of what is passed; see kindOf
 
 struct FunctionCode {
   Kinds inputs;  ///< what is captured included
-  Held result = Held::other;
+  std::vector<Held> results;
   uint64_t run = 0;
   const LocalFunctionFile* functions = nullptr;
   std::unique_ptr<CodeBlock> block;
@@ -50,16 +50,21 @@ Target targetOf(const Context& context, const Code& code, const Instruction& i, 
 
 /// The operands that a call gives.
 std::vector<int32_t> argumentsOf(const Code& code, const Instruction& i);
+/// The registers that get its results: its own, or those of the assignment to several names behind
+/// it.
+std::vector<int32_t> targetsOf(const Code& code, const Instruction& i);
 
 /// The code for these kinds, translated now if need be; null where there can be none.
 FunctionRef functionFor(const Context& context, const Code& code, const Kinds& inputs);
 
-/// A scalar that is passed.
-inline Word wordOf(const Storable& value, Held held) {
-  switch (held) {
-    case Held::logical: return {.word = value.numeric()->asLogical().scalar() ? 1u : 0u};
-    case Held::integer: return {.whole = value.numeric()->asInt().scalar()};
-    default: return {.number = value.doubleScalar()};
+/// A value that is passed, as it lies in words. REQUIRES: it is of this kind
+inline void pass(const Storable& value, const Type& kind, Word* words) {
+  switch (kind.held) {
+    case Held::logical: words->word = value.numeric()->asLogical().scalar() ? 1u : 0u; return;
+    case Held::character: words->word = value.numeric()->asChar().scalar().word(); return;
+    case Held::integer: words->whole = value.numeric()->asInt().scalar(); return;
+    case Held::array: return describe(*value.numeric(), words);
+    default: words->number = value.doubleScalar();
   }
 }
 

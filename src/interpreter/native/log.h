@@ -1,4 +1,4 @@
-// What is told of translations, where somebody wants to know.
+// The log of translations, for those who want to see them.
 #pragma once
 
 #include <string>

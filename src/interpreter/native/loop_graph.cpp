@@ -1,5 +1,6 @@
 #include "interpreter/native/loop_graph.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "interpreter/native/typing.h"
@@ -87,7 +88,7 @@ LoopGraph::LoopGraph(const Code& code, const Liveness& liveness, const Kinds& in
   State state;
   for (const int32_t r : registers_) {
     const bool isInput = static_cast<size_t>(r) < inputs.size();
-    state.push_back(isInput ? Type{.held = inputs[static_cast<size_t>(r)], .isChanged = true} : Type{});
+    state.push_back(isInput ? inputs[static_cast<size_t>(r)] : Type{});
   }
   nodeFor(begin_, state);
   build();
@@ -100,7 +101,7 @@ void LoopGraph::build() {
       waiting_.pop_back();
       visit(node);
     }
-    const bool isKnown = result_ != Held::other;
+    const bool isKnown = !results_.empty();
     for (const int32_t node : deferred_) {
       if (isKnown) waiting_.push_back(node);
       else nodes_[static_cast<size_t>(node)].isExit = nodes_[static_cast<size_t>(node)].isSurprise = true;
@@ -166,7 +167,7 @@ void LoopGraph::visit(int32_t which) {
   bool canDo = typing.step(i);
   if (awaitsResult_) return deferred_.push_back(which);
   const bool endsInExit = i.op == Op::arrayStep;  // the register code lets go of the array
-  if (canDo && fallsThrough(i) && !endsInExit) next = nodeFor(pc + 1, state);
+  if (canDo && fallsThrough(i) && !endsInExit) next = nodeFor(pc + typing.length(), state);
   if (canDo && jumpTarget(i) >= 0) {
     canDo = typing.takeJump(i);
     if (canDo) jump = nodeFor(jumpTarget(i), state);
@@ -184,25 +185,35 @@ void LoopGraph::visit(int32_t which) {
   node.call = typing.call();
 }
 
-bool LoopGraph::giveResult(const Type& type) {
-  if (!isFunction() || !isPassed(type.held)) return false;
-  if (result_ == Held::other) result_ = type.held;
-  return result_ == type.held;
+bool LoopGraph::giveResults(const State& state, std::span<const int32_t> operands) {
+  std::vector<Held> given;
+  for (const int32_t operand : operands) given.push_back(typeOf(state, operand).held);
+  if (!isFunction() || given.empty() || given.size() > kMostResults) return false;
+  if (!std::ranges::all_of(given, isGiven)) return false;
+  if (results_.empty()) results_ = given;
+  return results_ == given;
+}
+
+bool LoopGraph::mustNotBeArray(int32_t slot) {
+  if (isFunction()) return true;  // it holds nothing
+  if (values_[slot].isArray()) return false;
+  if (std::ranges::find(noArrays_, slot) == noArrays_.end()) noArrays_.push_back(slot);
+  return true;
 }
 
 int32_t LoopGraph::callOf(const Instruction& i, Kinds kinds) {
   const Target target = targetOf(context_, code_, i, values_);
   if (target.code == nullptr) return -1;
-  for (const Storable& value : target.captured) kinds.push_back(native::typeOf(value).held);
+  for (const Storable& value : target.captured) kinds.push_back(kindOf(native::typeOf(value)));
   const auto pc = static_cast<int32_t>(&i - code_.instructions.data());
   for (size_t k = 0; k < calls_.size(); ++k) {
     if (calls_[k].pc == pc && calls_[k].inputs == kinds) return static_cast<int32_t>(k);
   }
-  KnownCall made{pc, target, argumentsOf(code_, i), std::move(kinds), nullptr, capturedWords_};
+  KnownCall made{pc, target, argumentsOf(code_, i), targetsOf(code_, i), std::move(kinds), nullptr, capturedWords_};
   const bool isItself =
       isFunction() && target.code == &code_ && target.functions == context_.functions && made.inputs == inputs_;
   if (isItself) {
-    awaitsResult_ = result_ == Held::other;
+    awaitsResult_ = results_.empty();
     if (awaitsResult_) return -1;
   } else {
     Context inside = context_;
@@ -210,7 +221,7 @@ int32_t LoopGraph::callOf(const Instruction& i, Kinds kinds) {
     made.function = functionFor(inside, *target.code, made.inputs);
     if (!made.function) return -1;
   }
-  capturedWords_ += static_cast<int32_t>(target.captured.size());
+  capturedWords_ += LaneWords::kWords * static_cast<int32_t>(target.captured.size());
   calls_.push_back(std::move(made));
   return static_cast<int32_t>(calls_.size()) - 1;
 }

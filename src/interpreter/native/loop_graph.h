@@ -36,6 +36,7 @@ struct KnownCall {
   int32_t pc = 0;
   Target target;
   std::vector<int32_t> operands;
+  std::vector<int32_t> targets;  ///< registers for the results
   Kinds inputs;             ///< of the operands and of what is captured
   FunctionRef function;     ///< null: the function whose graph this is
   int32_t firstCaptured = 0;  ///< word, behind those of the lanes, for the first captured value
@@ -52,7 +53,7 @@ class LoopGraph {
   LoopGraph(const Code& code, const Liveness& liveness, const Kinds& inputs, const Context& context);
 
   /// Whether a round can be done without an exit, or a call, and the graph is not too large.
-  bool isWorthwhile() const { return closes_ && !isTooLarge_ && (!isFunction() || result_ != Held::other); }
+  bool isWorthwhile() const { return closes_ && !isTooLarge_ && (!isFunction() || !results_.empty()); }
   /// The first instruction that stands in the way; -1: none.
   int32_t obstacle() const { return obstacle_; }
 
@@ -62,9 +63,11 @@ class LoopGraph {
   const Code& code() const { return code_; }
   bool isFunction() const { return values_ == nullptr; }
   const Kinds& inputs() const { return inputs_; }              ///< of a function
-  Held result() const { return result_; }                      ///< of a function
+  const std::vector<Held>& results() const { return results_; }  ///< of a function
   const std::vector<KnownCall>& calls() const { return calls_; }
-  Held resultOf(const KnownCall& call) const { return call.function ? call.function->result : result_; }
+  const std::vector<Held>& resultsOf(const KnownCall& call) const {
+    return call.function ? call.function->results : results_;
+  }
   int32_t capturedWords() const { return capturedWords_; }
   /// What an operand is in a state, constants included.
   Type typeOf(const State& state, int32_t operand) const;
@@ -74,8 +77,11 @@ class LoopGraph {
   // ---- For the typing of instructions
   /// The call that the instruction makes with arguments of these kinds; -1: it is not known.
   int32_t callOf(const Instruction& i, Kinds kinds);
-  /// A function gives a value. False where it gives values of another kind elsewhere.
-  bool giveResult(const Type& type);
+  /// Whether the slot holds no array when the loop is entered, which then is asked each time.
+  bool mustNotBeArray(int32_t slot);
+  const std::vector<int32_t>& noArrays() const { return noArrays_; }
+  /// A function gives what these operands are. False where it gives values of other kinds elsewhere.
+  bool giveResults(const State& state, std::span<const int32_t> operands);
 
  private:
   void build();
@@ -96,8 +102,9 @@ class LoopGraph {
   std::vector<int32_t> deferred_;  // calls of the function itself, until the kind of its result is known
   bool awaitsResult_ = false;
   Kinds inputs_;
-  Held result_ = Held::other;
+  std::vector<Held> results_;
   std::vector<KnownCall> calls_;
+  std::vector<int32_t> noArrays_;
   int32_t capturedWords_ = 0;
   bool closes_ = false, isTooLarge_ = false;
   int32_t obstacle_ = -1;

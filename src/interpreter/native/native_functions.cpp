@@ -32,7 +32,7 @@ constexpr int64_t kStack = 1 << 20;        // bytes that nested calls may take
 Kinds kindsOf(std::span<const Storable> arguments, std::span<const Storable> captured) {
   Kinds kinds;
   for (const auto& values : {arguments, captured}) {
-    for (const Storable& value : values) kinds.push_back(typeOf(value).held);
+    for (const Storable& value : values) kinds.push_back(kindOf(typeOf(value)));
   }
   return kinds;
 }
@@ -64,7 +64,7 @@ FunctionRef translate(const Context& context, const Code& code, const Liveness& 
   made->block = CodeBlock::make(holder);
   if (!made->block) return nullptr;
   made->inputs = inputs;
-  made->result = graph.result();
+  made->results = graph.results();
   made->run = context.run;
   made->functions = context.functions;
   made->bodyOffset = emitter.bodyOffset();
@@ -81,28 +81,21 @@ void write(Held held, const Word& from, Storable* to) {
   switch (held) {
     case Held::logical: return to->setLogical(from.word != 0);
     case Held::integer: *to = IntArray(from.whole); return;
+    case Held::character: *to = CharArray(Character(static_cast<char32_t>(from.word))); return;
     default: return to->setNumber(from.number);
   }
 }
 
-bool isOf(const Storable& value, Held held) {
-  switch (held) {
-    case Held::logical: return value.isScalarOf(Kind::Logical);
-    case Held::integer: return value.isScalarOf(Kind::Int);
-    default: return value.isDoubleScalar();
-  }
-}
-
 // Whether the code is good for these values; then they are in the words.
-bool pass(const Context& context, const FunctionCode& function, std::span<const Storable> arguments,
+bool passAll(const Context& context, const FunctionCode& function, std::span<const Storable> arguments,
           std::span<const Storable> captured, Word* words) {
   if (!function.isGoodIn(context) || function.inputs.size() != arguments.size() + captured.size()) return false;
   size_t input = 0;
   for (const auto& values : {arguments, captured}) {
     for (const Storable& value : values) {
-      const Held held = function.inputs[input];
-      if (!isOf(value, held)) return false;
-      words[LaneWords::first(static_cast<int32_t>(input++)) / 8] = wordOf(value, held);
+      const Type& kind = function.inputs[input];
+      if (!isOfKind(value, kind)) return false;
+      pass(value, kind, words + LaneWords::first(static_cast<int32_t>(input++)) / 8);
     }
   }
   return true;
@@ -112,10 +105,10 @@ bool pass(const Context& context, const FunctionCode& function, std::span<const 
 FunctionCode* find(const Context& context, const Code& code, std::span<const Storable> arguments,
                    std::span<const Storable> captured, Word* words) {
   for (const FunctionRef& each : code.nativeFunctions->made) {
-    if (pass(context, *each, arguments, captured, words)) return each.get();
+    if (passAll(context, *each, arguments, captured, words)) return each.get();
   }
   const FunctionRef made = functionFor(context, code, kindsOf(arguments, captured));
-  return made && pass(context, *made, arguments, captured, words) ? made.get() : nullptr;
+  return made && passAll(context, *made, arguments, captured, words) ? made.get() : nullptr;
 }
 
 }  // namespace
@@ -129,13 +122,19 @@ std::vector<int32_t> argumentsOf(const Code& code, const Instruction& i) {
   return list;
 }
 
+std::vector<int32_t> targetsOf(const Code& code, const Instruction& i) {
+  const Instruction& next = (&i)[1];
+  const bool isAssigned = next.op == Op::assignList && next.b == i.a && next.flag == 0;
+  return isAssigned ? code.sites[static_cast<size_t>(next.d)].slots : std::vector<int32_t>{i.a};
+}
+
 Target targetOf(const Context& context, const Code& code, const Instruction& i, const Storable* registers) {
   const Site& site = code.sites[static_cast<size_t>(i.d)];
   if (!site.isSlot || !context.mayCall) return {};
   static const Storable nothing = Storable::none();
   const Storable& base = registers ? registers[i.b] : nothing;
-  if (const FunctionHandle* handle = base.funcHandle()) {
-    if (handle->form() != FunctionHandle::Form::anonymous) return {};
+  const FunctionHandle* const handle = base.funcHandle();
+  if (handle && handle->form() == FunctionHandle::Form::anonymous) {
     const AnonymousFunction& function = handle->anonymousFunction();
     const auto* lowered = static_cast<const HandleCode*>(function.body->code.get());
     const bool isKnown = lowered && lowered->given && function.isWhole && !function.all &&
@@ -143,7 +142,9 @@ Target targetOf(const Context& context, const Code& code, const Instruction& i, 
     return isKnown ? Target{lowered->given.get(), function.functions.get(), function.values} : Target{};
   }
   if (site.run != context.run || site.targetCode == nullptr) return {};
-  if (const LocalFunction* local = base.localFunc()) {
+  if (handle) {
+    if (!handle->isOf(site.targetFunctions, site.targetIndex)) return {};
+  } else if (const LocalFunction* local = base.localFunc()) {
     if (local->index() != site.targetIndex || local->file().get() != site.targetFunctions) return {};
   } else if (!base.isNone() || site.targetIndex >= 0 || site.functions != context.functions) {
     return {};
@@ -152,7 +153,7 @@ Target targetOf(const Context& context, const Code& code, const Instruction& i, 
 }
 
 FunctionRef functionFor(const Context& context, const Code& code, const Kinds& inputs) {
-  if (!std::ranges::all_of(inputs, isPassed) || inputs.size() > kMostInputs) return nullptr;
+  if (!std::ranges::all_of(inputs, [](const Type& type) { return isPassed(type); }) || inputs.size() > kMostInputs) return nullptr;
   UnitFunctions& unit = functionsOf(code);
   const auto found = std::ranges::find_if(
       unit.made, [&](const FunctionRef& each) { return each->isGoodIn(context) && each->inputs == inputs; });
@@ -184,7 +185,7 @@ void fillHeader(const Context& context, Word* words) {
 }
 
 bool callFunction(const Context& context, const Code& code, std::span<const Storable> arguments,
-                  std::span<const Storable> captured, Storable* result) {
+                  std::span<const Storable> captured, std::span<Storable* const> results) {
   if (!canRun()) {
     code.callsLeft = INT32_MAX;
     return false;
@@ -201,7 +202,7 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
   if (context.mayCall && arguments.size() + captured.size() <= kMostInputs) {
     function = find(context, code, arguments, captured, words);
   }
-  if (function == nullptr) {
+  if (function == nullptr || results.size() > function->results.size()) {
     code.callsLeft = platform::nativeCode.calls;
     return false;
   }
@@ -213,7 +214,10 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
   function->enter(words);
   ++function->calls;
   if (words[LaneWords::kFailed / 8].whole == 0) {
-    write(function->result, words[LaneWords::kHeader], result);
+    for (size_t k = 0; k < results.size(); ++k) {
+      const int32_t word = k == 0 ? LaneWords::first(0) : LaneWords::result(static_cast<int32_t>(k));
+      write(function->results[k], words[word / 8], results[k]);
+    }
     return true;
   }
   if (++function->failures >= kFailures && function->calls < function->failures * kCallsPerFailure) {

@@ -1,10 +1,10 @@
-// Native code for functions and handles of numbers: the one thing that the machine knows of it.
+// Native code for functions and handles: the one thing that the machine knows of it.
 //
 // A unit that has been called some thousand times, or by a hot loop, is translated whole, for the
-// kinds of its inputs, if all that it does is to compute a scalar from scalars and from other such
-// functions. What it does can then not be seen from outside, so a call that meets a surprise is
-// given up and done by the register code from its beginning: messages, places, the depth of calls
-// and stops are those of the register code.
+// kinds of its inputs, if all that it does is to compute scalars from scalars, from elements of
+// arrays and from other such functions. What it does can then not be seen from outside, so a call
+// that meets a surprise is given up and done by the register code from its beginning: messages,
+// places, the depth of calls and stops are those of the register code.
 #pragma once
 
 #include <span>
@@ -19,13 +19,13 @@ namespace kelo::native {
 /// context    of the caller, but with the functions that the unit can call by name
 /// arguments  all inputs
 /// captured   what the slots behind the inputs hold
-/// result     register for it; it may be one of the arguments
+/// results    registers for the first of what it gives; they may be among the arguments
 #if KELO_NATIVE
 bool callFunction(const Context& context, const Code& code, std::span<const Storable> arguments,
-                  std::span<const Storable> captured, Storable* result);
+                  std::span<const Storable> captured, std::span<Storable* const> results);
 #else
 inline bool callFunction(const Context&, const Code& code, std::span<const Storable>, std::span<const Storable>,
-                         Storable*) {
+                         std::span<Storable* const>) {
   code.callsLeft = INT32_MAX;
   return false;
 }

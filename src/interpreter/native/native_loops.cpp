@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "interpreter/native/emitter.h"
 #include "interpreter/native/log.h"
@@ -49,11 +50,12 @@ class LoopCode {
   std::vector<int32_t> registers_;
   std::vector<Exit> exits_;
   std::vector<KnownCall> calls_;
+  std::vector<int32_t> noArrays_;  // registers
   int64_t rounds_ = 0, surprises_ = 0;
 };
 
 LoopCode::LoopCode(std::unique_ptr<CodeBlock> block, const LoopGraph& graph, const std::vector<int32_t>& exits)
-    : block_(std::move(block)), registers_(graph.registers()), calls_(graph.calls()) {
+    : block_(std::move(block)), registers_(graph.registers()), calls_(graph.calls()), noArrays_(graph.noArrays()) {
   const State& state = graph.nodes().front().state;
   for (int32_t lane = 0; lane < static_cast<int32_t>(state.size()); ++lane) {
     const Type& type = state[static_cast<size_t>(lane)];
@@ -74,9 +76,19 @@ LoopCode::LoopCode(std::unique_ptr<CodeBlock> block, const LoopGraph& graph, con
   }
 }
 
-bool isAsGood(const Type& actual, const Type& needed) {
-  return actual.isSameKind(needed) && (actual.isWhole || !needed.isWhole) && (actual.isPlain || !needed.isPlain) &&
-         (actual.isWritable || !needed.isWritable);
+// Whether a value is what the code was made for. OPTIMIZATION: asked at each entry.
+bool isAsGood(const Storable& value, const Type& needed) {
+  switch (needed.held) {
+    case Held::real: {
+      if (!value.isDoubleScalar()) return false;
+      return !needed.isWhole || std::trunc(value.doubleScalar()) == value.doubleScalar();
+    }
+    case Held::character:
+      return isOfKind(value, needed) && (!needed.isPlain || value.numeric()->asChar().scalar().word() < 0x80);
+    case Held::complex: return value.isScalarOf(Kind::Complex);
+    case Held::array: return isOfKind(value, needed) && (!needed.isWritable || value.numeric()->isUnshared());
+    default: return isOfKind(value, needed);
+  }
 }
 
 // Whether the calls lead where they led; what is captured goes into the words behind the lanes.
@@ -85,12 +97,12 @@ bool LoopCode::readCalls(const Context& context, const Code& code, const Storabl
   for (const KnownCall& call : calls_) {
     const Target target = targetOf(context, code, code.instructions[static_cast<size_t>(call.pc)], registers);
     if (!target.isSame(call.target) || call.function->run != context.run) return false;
-    words.resize(words.size() + target.captured.size());
-    for (size_t k = 0; k < target.captured.size(); ++k) {
-      const Storable& value = target.captured[k];
-      const Held held = call.inputs[call.operands.size() + k];
-      if (typeOf(value).held != held) return false;
-      words[words.size() - target.captured.size() + k] = wordOf(value, held);
+    size_t word = words.size();
+    words.resize(word + LaneWords::kWords * target.captured.size());
+    for (size_t k = 0; k < target.captured.size(); ++k, word += LaneWords::kWords) {
+      const Type& kind = call.inputs[call.operands.size() + k];
+      if (!isOfKind(target.captured[k], kind)) return false;
+      pass(target.captured[k], kind, words.data() + word);
     }
   }
   if (!calls_.empty()) fillHeader(context, words.data());
@@ -101,20 +113,16 @@ bool LoopCode::read(const Context& context, const Code& code, const Storable* re
                     std::vector<Word>& words) const {
   words.resize(LaneWords::kHeader + LaneWords::kWords * registers_.size());
   if (!readCalls(context, code, registers, words)) return false;
+  if (std::ranges::any_of(noArrays_, [&](int32_t r) { return registers[r].isArray(); })) return false;
   for (const Lane& lane : entry_) {
     const Storable& value = registers[lane.reg];
-    if (!isAsGood(typeOf(value), lane.type)) return false;
-    const NumericArray& numeric = *value.numeric();
+    if (!isAsGood(value, lane.type)) return false;
     Word* to = words.data() + LaneWords::first(lane.lane) / 8;
-    switch (lane.type.held) {
-      case Held::real: case Held::integer: case Held::logical: *to = wordOf(value, lane.type.held); break;
-      case Held::character: to->word = numeric.asChar().scalar().word(); break;
-      case Held::complex:
-        to[0].number = numeric.asComplex().scalar().real;
-        to[1].number = numeric.asComplex().scalar().imaginary;
-        break;
-      case Held::array: describe(numeric, to); break;
-      case Held::other: case Held::alias: break;
+    if (lane.type.held == Held::complex) {
+      to[0].number = value.numeric()->asComplex().scalar().real;
+      to[1].number = value.numeric()->asComplex().scalar().imaginary;
+    } else {
+      pass(value, lane.type, to);
     }
   }
   return true;

@@ -71,7 +71,11 @@ void findOperands(const Code& code, const Instruction& i, Operands& operands) {
       readRow(site().first, site().count);
       return write(i.a);
     case Op::returnFunction:
-      readRow(code.onlyOutput, code.onlyOutput >= 0 ? 1 : 0);
+      operands.reads = code.outputs;
+      return;
+    case Op::assignList:
+      read({i.b});
+      operands.writes = site().slots;
       return;
     case Op::quickCall:
       read({i.b, i.c});

@@ -15,8 +15,10 @@ enum class Held : uint8_t {
   alias,  ///< the array of another lane
 };
 
-/// What functions take and give.
-inline bool isPassed(Held held) { return held == Held::real || held == Held::logical || held == Held::integer; }
+/// What functions give.
+inline bool isGiven(Held held) {
+  return held == Held::real || held == Held::logical || held == Held::integer || held == Held::character;
+}
 
 struct Type {
   Held held = Held::other;
@@ -42,6 +44,13 @@ struct Type {
   bool operator==(const Type&) const = default;
 };
 
+/// What functions take: such scalars, and arrays to look at.
+inline bool isPassed(const Type& type) { return isGiven(type.held) || type.isArray(); }
+/// Of what is passed the kind alone, by which calls are told apart.
+inline Type kindOf(const Type& type) {
+  return {.held = type.isArray() ? Held::array : type.held, .element = type.element, .isMatrix = type.isMatrix};
+}
+
 inline Type real(bool isWhole) { return {.held = Held::real, .isWhole = isWhole}; }
 inline Type scalar(Held held) { return {.held = held}; }
 
@@ -49,5 +58,18 @@ using State = std::vector<Type>;  ///< of each lane
 
 /// What a value that lies in a register is.
 Type typeOf(const Storable& value);
+/// Whether that is of a kind that is passed.
+inline bool isOfKind(const Storable& value, const Type& kind) {
+  switch (kind.held) {
+    case Held::real: return value.isDoubleScalar();
+    case Held::logical: return value.isScalarOf(Kind::Logical);
+    case Held::integer: return value.isScalarOf(Kind::Int);
+    case Held::character: return value.isScalarOf(Kind::Char);
+    case Held::array:
+      return value.isNumeric() && !value.numeric()->isScalar() && value.numeric()->is(kind.element) &&
+             value.size().isMatrix() == kind.isMatrix;
+    default: return false;
+  }
+}
 
 }  // namespace kelo::native

@@ -84,19 +84,26 @@ bool Typing::unary(const Instruction& i) {
   }
 }
 
+namespace {
+
+bool hasNativeForm(QuickCall function) { return function < QuickCall::strcmp && function != QuickCall::ndims; }
+
+}  // namespace
+
 bool Typing::quickCall(const Instruction& i) {
   const Type x = of(i.b), y = of(i.c);
   const auto function = static_cast<QuickCall>(i.e);
+  if (!hasNativeForm(function)) return false;
   switch (function) {
-    case QuickCall::isempty: return x.isArray() && define(i.a, scalar(Held::logical));
-    case QuickCall::numel: return x.isArray() && define(i.a, scalar(Held::integer));
-    case QuickCall::length: return x.isArray() && x.isMatrix && define(i.a, scalar(Held::integer));
-    case QuickCall::ndims: case QuickCall::strcmp: case QuickCall::int2str: case QuickCall::num2str: return false;
+    case QuickCall::isempty: case QuickCall::numel: case QuickCall::length: case QuickCall::size: return sizeQuery(i);
+    case QuickCall::toDouble:
+      setPlain(i.b);
+      return (x.isReal() || x.held == Held::integer) && define(i.a, real(x.isSurelyWhole()));
+    case QuickCall::toChar:
+      return x.held == Held::real && define(i.a, {.held = Held::character, .isPlain = true});
+    case QuickCall::exclusiveOr: return x.isNumber() && y.isNumber() && define(i.a, scalar(Held::logical));
     case QuickCall::abs:
       if (x.held == Held::complex) return define(i.a, real(false));
-      break;
-    case QuickCall::max: case QuickCall::min:
-      if (x.held != Held::real || y.held != Held::real) return false;
       break;
     default: break;
   }
@@ -108,6 +115,20 @@ bool Typing::quickCall(const Instruction& i) {
       return define(i.a, real(x.isSurelyWhole() && y.isSurelyWhole()));
     default: return define(i.a, real(false));
   }
+}
+
+// Of a size only its two lengths are asked here.
+bool Typing::sizeQuery(const Instruction& i) {
+  const Type x = of(i.b);
+  const auto function = static_cast<QuickCall>(i.e);
+  const bool asksLengths = function == QuickCall::length || function == QuickCall::size;
+  if (!x.isScalar() && !(x.isArray() && (x.isMatrix || !asksLengths))) return false;
+  if (function == QuickCall::size) {
+    const bool isConstant = i.c < 0 && of(i.c).held == Held::real;
+    const double d = isConstant ? graph_.code().constants[static_cast<size_t>(~i.c)].doubleScalar() : 0;
+    if (d != 1 && d != 2) return false;
+  }
+  return define(i.a, scalar(function == QuickCall::isempty ? Held::logical : Held::integer));
 }
 
 bool Typing::builtin(const Instruction& i) {
@@ -134,13 +155,21 @@ bool Typing::callUnit(const Instruction& i) {
   if (base.held != Held::other || base.isChanged) return false;
   Kinds kinds;
   for (const int32_t operand : argumentsOf(graph_.code(), i)) {
-    kinds.push_back(of(operand).held);
-    if (!isPassed(kinds.back())) return false;
+    const Type type = of(operand);
+    if (!isPassed(type)) return false;
+    kinds.push_back(kindOf(type));
   }
   call_ = graph_.callOf(i, std::move(kinds));
   if (call_ < 0) return false;
-  const Held result = graph_.resultOf(graph_.calls()[static_cast<size_t>(call_)]);
-  return define(i.a, {.held = result});
+  const KnownCall& known = graph_.calls()[static_cast<size_t>(call_)];
+  const std::vector<Held>& results = graph_.resultsOf(known);
+  const bool isAssigned = known.targets != std::vector<int32_t>{i.a};
+  if (isAssigned ? known.targets.size() > results.size() : results.size() != 1) return false;
+  for (size_t k = 0; k < known.targets.size(); ++k) {
+    if (!define(known.targets[k], {.held = results[k]})) return false;
+  }
+  if (isAssigned) length_ = 2;
+  return true;
 }
 
 // ---- Elements
@@ -198,11 +227,18 @@ Extent extentOf(const LoopGraph& graph, const State& state, const Instruction& i
   return i.b == 0 ? Extent::rows : Extent::columns;
 }
 
+// Whether a site calls a function: nothing in the unit gives the name a value.
+bool Typing::isCallee(const Site& site) const {
+  if (site.isTarget || !site.isSlot) return false;
+  const Type base = of(site.base);
+  return base.held == Held::other && !base.isChanged && graph_.mustNotBeArray(site.base);
+}
+
 // What the machine asks of an argument, as far as it is plain here.
 bool Typing::checkArgument(const Instruction& i) const {
   const Site& site = graph_.code().sites[static_cast<size_t>(i.d)];
   const Type value = of(i.a);
-  if (site.row) return value.isScalar() || value.isArray();
+  if (site.row || isCallee(site)) return value.isScalar() || value.isArray();
   return (value.held == Held::real || value.held == Held::integer) && !i.c;
 }
 
@@ -214,8 +250,9 @@ bool hasNativeForm(const Code& code, const Instruction& i) {
     case Op::index: case Op::call: case Op::store1: case Op::store2: case Op::endOf: case Op::checkExtent:
     case Op::checkArgument: case Op::checkSwitch: case Op::caseJump: case Op::arrayStep:
       return true;
+    case Op::assignList: return i.flag == 0;
     case Op::appendRow: return i.c == 1;
-    case Op::quickCall: return i.e < static_cast<int32_t>(QuickCall::strcmp);
+    case Op::quickCall: return hasNativeForm(static_cast<QuickCall>(i.e));
     case Op::builtin: return intrinsicOf(code.sites[static_cast<size_t>(i.d)]) != nullptr;
     default: return false;
   }
@@ -233,11 +270,8 @@ bool Typing::step(const Instruction& i) {
     case Op::index1: return of(i.b).isArray() ? index(i.a, i.b, {i.c}) : callUnit(i);
     case Op::index2: return of(i.b).isArray() ? index(i.a, i.b, {i.c, i.e}) : callUnit(i);
     case Op::index: case Op::call: return callUnit(i);
-    case Op::returnFunction: {
-      const int32_t output = graph_.code().onlyOutput;
-      return output >= 0 && graph_.isFunction() && graph_.giveResult(of(output));
-    }
-    case Op::returnValue: return graph_.giveResult(of(i.b));
+    case Op::returnFunction: return graph_.giveResults(state_, graph_.code().outputs);
+    case Op::returnValue: return graph_.giveResults(state_, {&i.b, 1});
     case Op::store1: return store(i.a, {i.b}, i.c);
     case Op::store2: return store(i.a, {i.b, i.c}, i.e);
     case Op::appendRow: {

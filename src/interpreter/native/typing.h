@@ -16,6 +16,8 @@ class Typing {
   bool takeJump(const Instruction& i);
   /// Which of the graph's calls the instruction makes; -1: none.
   int32_t call() const { return call_; }
+  /// How many instructions have been done: a call may do the assignment behind it.
+  int32_t length() const { return length_; }
 
  private:
   Type of(int32_t operand) const { return graph_.typeOf(state_, operand); }
@@ -26,16 +28,19 @@ class Typing {
   bool quickCall(const Instruction& i);
   bool builtin(const Instruction& i);
   bool callUnit(const Instruction& i);
+  bool sizeQuery(const Instruction& i);
   bool index(int32_t result, int32_t array, std::initializer_list<int32_t> subscripts);
   bool store(int32_t target, std::initializer_list<int32_t> subscripts, int32_t value);
   bool isSubscript(int32_t operand);
   bool checkArgument(const Instruction& i) const;
+  bool isCallee(const Site& site) const;
   bool isShared(int32_t lane) const;
   void setPlain(int32_t operand);
 
   LoopGraph& graph_;
   State& state_;
   int32_t call_ = -1;
+  int32_t length_ = 1;
 };
 
 /// Whether there is native code of such an instruction for some kinds of its operands.

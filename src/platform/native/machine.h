@@ -6,8 +6,8 @@
 
 namespace kelo::platform::native {
 
-/// Limits one array to 3/4 of the machine's memory, asks for huge pages for large blocks, allows
-/// native code.
+/// Limits one array to 3/4 of the machine's memory, asks for huge pages for large blocks and for the
+/// first of the heap, allows native code. To be called before other threads begin.
 void adaptToMachine();
 
 /// The bytes of address space that the process may have; the greatest number when nobody limits

@@ -104,6 +104,7 @@ ExitStatus runBatch(const Options& options) {
   }
   if (!place->fileName.empty()) {
     session.writer.beginCommand("");
+    session.app.environment.isLastRun = true;
     session.run([&](AppController& app) { app.startFile(place->directory, place->fileName); });
     return endOf(session, options);
   }

@@ -1,6 +1,8 @@
 #include "shells/terminal/figure_commands.h"
 
+#include <cctype>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 
 #include "messages/alert.h"
@@ -28,6 +30,12 @@ std::string trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
 }
 
+/// "~" at the beginning stands for the home directory, as at a shell.
+std::string withHome(const std::string& path) {
+  const char* const home = std::getenv("HOME");
+  return home != nullptr && path.starts_with("~/") ? home + path.substr(1) : path;
+}
+
 }  // namespace
 
 pictures::PictureOptions pictureOptions(const Options& options) {
@@ -53,7 +61,7 @@ bool FigureCommands::run(const std::string& line) {
       if (word == ":figures") list();
       if (word == ":show") show(argument);
       if (word == ":export") exportTo(argument);
-      if (word == ":close") panel_.close();
+      if (word == ":close") close();
     } catch (const Alert& alert) {
       tell(alert.text.empty() ? alert.title : alert.title + ". " + alert.text);
     } catch (const Problem& problem) {
@@ -61,7 +69,9 @@ bool FigureCommands::run(const std::string& line) {
     }
     return true;
   }
-  return false;
+  const bool isMeantAsOne = word.size() > 1 && word[0] == ':' && std::isalpha(static_cast<unsigned char>(word[1]));
+  if (isMeantAsOne) tell("There is no command " + word + "; ? lists those that there are");
+  return isMeantAsOne;
 }
 
 void FigureCommands::save(const std::string& name) {
@@ -69,6 +79,7 @@ void FigureCommands::save(const std::string& name) {
   if (std::holds_alternative<std::monostate>(figure)) return tell("There is no figure to save");
   documents_.makeFolder();
   documents_.save(name, figure, pictures::thumbnail(figure, renderer_));
+  tell("Saved as " + name);
 }
 
 void FigureCommands::list() const {
@@ -91,8 +102,15 @@ void FigureCommands::show(const std::string& name) {
 
 void FigureCommands::exportTo(const std::string& path) {
   std::optional<std::string> fault = figureNameFault(path);
-  if (!fault) fault = FigureFiles(documents_, renderer_).write(path, panel_.figure(), pictureOptions(options_));
-  if (fault) tell(*fault);
+  if (!fault) {
+    fault = FigureFiles(documents_, renderer_).write(withHome(path), panel_.figure(), pictureOptions(options_));
+  }
+  tell(fault ? *fault : "Written to " + path);
+}
+
+void FigureCommands::close() {
+  if (std::holds_alternative<std::monostate>(panel_.figure())) return tell("There is no figure to close");
+  panel_.close();
 }
 
 }  // namespace kelo::terminal

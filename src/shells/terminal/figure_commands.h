@@ -17,8 +17,8 @@ class FigureCommands {
                  pictures::Renderer& renderer, FigureScreen& screen)
       : options_(options), panel_(panel), documents_(documents), renderer_(renderer), screen_(screen) {}
 
-  /// Runs a line that is such a command, prints the outcome and gives true; false for any other
-  /// line.
+  /// Runs a line that is such a command, or looks like one, prints the outcome and gives true; false
+  /// for any other line.
   bool run(const std::string& line);
 
  private:
@@ -26,6 +26,7 @@ class FigureCommands {
   void list() const;
   void show(const std::string& name);
   void exportTo(const std::string& path);
+  void close();
 
   const Options& options_;
   figures::FigurePanel& panel_;

@@ -13,7 +13,7 @@ const kClasses: Record<string, string> = {
 };
 export const kColorClasses = Object.values(kClasses);
 
-/// The class of a colour role: roles of comments and links are told by their first words.
+/// The class of a colour role: roles of comments and links are known by their first words.
 export function classOf(role: string): string | null {
   if (kClasses[role]) return kClasses[role]!;
   if (role.startsWith('tertiary')) return 'tok-comment';

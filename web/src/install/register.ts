@@ -1,5 +1,5 @@
 /// The service worker keeps the app's own files, so that it opens without a network. A new version
-/// is told of and taken when the person says so; the app works without a worker. It is looked for
+/// is announced, and taken when the person says so; the app works without a worker. It is looked for
 /// when the connection comes back, since the server may be another one then.
 
 import { effect } from '@preact/signals';

@@ -1,8 +1,6 @@
 #include "figures/pictures/native/cairo_library.h"
 
 #include <dlfcn.h>
-#include <ft2build.h>
-#include FT_FREETYPE_H
 
 #include "messages/catalogue/figures.h"
 #include "messages/message.h"
@@ -28,13 +26,13 @@ F find(void* library, const char* name) {
 
 /// The font's file is read directly: asking for it by name would read the catalogue of all fonts
 /// first.
-cairo_font_face_t* openFont(const CairoLibrary& cairo) {
+void openFont(CairoLibrary& cairo) {
   void* freetype = open("libfreetype.so.6");
   FT_Library library = nullptr;
-  FT_Face face = nullptr;
-  if (find<decltype(&::FT_Init_FreeType)>(freetype, "FT_Init_FreeType")(&library) != 0) return nullptr;
-  if (find<decltype(&::FT_New_Face)>(freetype, "FT_New_Face")(library, kFontFile, 0, &face) != 0) return nullptr;
-  return cairo.ft_font_face_create_for_ft_face(face, 0);
+  if (find<decltype(&::FT_Init_FreeType)>(freetype, "FT_Init_FreeType")(&library) != 0) return;
+  if (find<decltype(&::FT_New_Face)>(freetype, "FT_New_Face")(library, kFontFile, 0, &cairo.face) != 0) return;
+  cairo.glyphOf = find<decltype(cairo.glyphOf)>(freetype, "FT_Get_Char_Index");
+  cairo.font = cairo.ft_font_face_create_for_ft_face(cairo.face, 0);
 }
 
 CairoLibrary load() {
@@ -43,11 +41,19 @@ CairoLibrary load() {
 #define KELO_FIND(name) cairo.name = find<decltype(cairo.name)>(library, "cairo_" #name);
   KELO_CAIRO_FUNCTIONS(KELO_FIND)
 #undef KELO_FIND
-  cairo.font = openFont(cairo);
+  openFont(cairo);
   return cairo;
 }
 
 }  // namespace
+
+cairo_font_options_t* CairoLibrary::plainFontOptions() const {
+  cairo_font_options_t* options = font_options_create();
+  font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+  font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+  font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+  return options;
+}
 
 const CairoLibrary& CairoLibrary::loaded() {
   static const CairoLibrary library = load();

@@ -5,6 +5,8 @@
 #include <cairo-ft.h>
 #include <cairo-pdf.h>
 #include <cairo.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
 
 namespace kelo::pictures::native {
 
@@ -26,6 +28,13 @@ struct CairoLibrary {
 #undef KELO_FIELD
   /// The face of the figures' font; null when its file is not there.
   cairo_font_face_t* font = nullptr;
+  FT_Face face = nullptr;
+  decltype(&::FT_Get_Char_Index) glyphOf = nullptr;
+
+  /// Whether the figures' font has a character; true where that font is not known.
+  bool hasGlyph(char32_t c) const { return face == nullptr || glyphOf(face, c) != 0; }
+  /// Letters in grey, in their own shape and width at every size. To be destroyed by the caller.
+  cairo_font_options_t* plainFontOptions() const;
 
   /// throws Problem, when the library is not there
   static const CairoLibrary& loaded();

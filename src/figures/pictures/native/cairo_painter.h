@@ -32,6 +32,7 @@ class CairoPainter {
   void stampMarkers(const Item& item, const drawing::MarkerOutline& outline, const drawing::Paint& paint);
   void addMarker(const drawing::MarkerOutline& outline, double x, double y);
   void text(const Item& item);
+  void plainText(const drawing::Text& text, double share);
   void clip(const Item& item);
   void fillAndStroke(const drawing::Paint& paint);
   void source(drawing::Rgba color);

@@ -1,5 +1,5 @@
-/// The open files: their texts, what is unsaved, where errors stand, and the road of a save with
-/// its conflict. The text that is being typed stands in the view; `changed` brings it here.
+/// The open files: their texts, what is unsaved, where errors stand, and what a save does when
+/// there is a conflict. The text that is being typed stands in the view; `changed` brings it here.
 
 import { computed, signal } from '@preact/signals-core';
 import type { Clock, Store } from '../../engine/core/ports';

@@ -1,5 +1,5 @@
-/// Touches, wheel and drags become the gestures of the engine. Moves of fingers are told as points;
-/// what follows is the difference since the last call. Nothing here names an event of a page.
+/// Touches, wheel and drags become the gestures of the engine. Moves of fingers come in as points;
+/// what goes out is the difference since the last call. Nothing here names an event of a page.
 
 export type PendingGesture =
   | { kind: 'pan' | 'rotate'; dx: number; dy: number }

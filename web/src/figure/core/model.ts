@@ -1,4 +1,5 @@
-/// Readings of the coded figure model: what the settings panel and the table of values need. A number that is not finite stands as null.
+/// Readings of the coded figure model: what the settings panel and the table of values need. A number
+/// that is not finite stands as null.
 
 import type { FigureModel } from '../../engine/core/protocol';
 
