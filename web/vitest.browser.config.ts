@@ -7,7 +7,6 @@ export default defineConfig({
     testTimeout: 240_000, // a busy machine is no fault of the app
     expect: { poll: { timeout: 30_000 } },
     hookTimeout: 60_000,
-    retry: 1, // a race inside the browser counts when it is lost twice; the report names what was tried again
     fileParallelism: false,
   },
 });

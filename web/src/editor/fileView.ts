@@ -172,6 +172,7 @@ export function makeState(app: App, path: string, text: string, suggestions: Sug
     doc: text,
     extensions: [
       history(),
+      EditorState.phrases.of(t.editor.phrases),
       codeExtensions(app, {
         label: t.editor.program,
         ownKeyboard: ownKeyboardWanted(app),
