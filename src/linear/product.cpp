@@ -43,7 +43,7 @@ struct Side {
   CblasTranspose form() const { return isTransposed ? CblasTrans : CblasNoTrans; }
   int ld() const { return checkedInt32(stored.size().rows()); }
   lapack::Factor<double> factor() const { return {stored.data(), ld(), form()}; }
-  /// The product with a vector from the right, or of one from the left, which is the transposed one's.
+  /// The product with a vector from the right, or from the left, which is the transposed one's.
   void applyTo(const double* x, double* y, bool fromTheLeft) const {
     const int64_t m = stored.size().rows(), n = stored.size().columns();
     if (isTransposed != fromTheLeft)

@@ -1,6 +1,6 @@
-// The store of large blocks. The smallest have one of their own; those between go straight to the C
-// library, which is quick for them. A large request is rounded up so that neighbouring sizes share blocks, and is served by the best
-// fitting kept block that wastes less than a quarter.
+// The store of large blocks; the smallest have their own, those between the C library gives.
+// A large request is rounded up so that neighbouring sizes share blocks, and is served by the
+// best fitting kept block that wastes less than a quarter.
 #include "values/memory.h"
 
 #include <cstdlib>

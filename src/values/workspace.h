@@ -31,7 +31,7 @@ class Workspace {
   uint32_t& slotFor(Name name);
 
   std::vector<Entry> entries_;
-  // Once there are many names: where they are. Open addressing, at most half full; a place counts from 1.
+  // Once there are many names: their places, from 1. Open addressing, at most half full.
   std::vector<uint32_t> slots_;
 };
 

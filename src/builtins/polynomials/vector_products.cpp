@@ -42,7 +42,7 @@ KELO_VECTOR_CLONES double dotOf(const double* a, const double* b, int64_t n) {
   return sum;
 }
 
-/// Long vectors in pieces of one length, whatever the cores, whose products are added in their order.
+/// Long vectors in pieces of one length, whatever the cores; the sums are added in their order.
 template <class T>
 T dotInPieces(const T* a, const T* b, int64_t n) {
   constexpr int64_t kPiece = platform::kParallelThreshold / 2;

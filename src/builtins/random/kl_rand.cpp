@@ -177,8 +177,8 @@ class Remainder {
 
   uint64_t of(uint64_t x) const {
     const auto quotient = static_cast<uint64_t>(static_cast<Wide>(x) * reciprocal_ >> 64);
-    // OPTIMIZATION: the quotient may be one or two too small, which no branch could foresee; below the
-    // divisor the difference wraps around and is the greater one.
+    // OPTIMIZATION: the quotient may be one or two too small, which no branch could foresee. Below
+    // the divisor the difference wraps around and is the greater one.
     const uint64_t rest = x - quotient * divisor_, once = std::min(rest, rest - divisor_);
     return std::min(once, once - divisor_);
   }
