@@ -44,10 +44,6 @@ std::string lastResort(const Builtin& row) {
   return row.own.verb ? std::string(text::kUnexpectedError) + " while " + row.own.verb : text::kUnexpectedError;
 }
 
-}  // namespace
-
-namespace {
-
 // What the handler has thrown becomes a message.
 NodeValue failed(const Builtin& row, const CallSite& site, Environment& environment) {
   Message message = messageAt(site);

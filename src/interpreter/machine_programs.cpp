@@ -70,11 +70,7 @@ bool Machine::enterScript(KeloNode& program, bool mainFunctionRequired, int32_t 
   if (details.problem) return failIn(Name(), *details.problemNode, problem(*details.problem));
   const Code*& code = scripts_[&program];
   if (code == nullptr) {
-    const auto isArray = [this](Name name) {
-      const Storable* value = find(name);
-      return value && value->isArray();
-    };
-    texts_.push_back(Visitor::lowerStatements(details.statements, {}, {}, false, app_.builtins, isArray));
+    texts_.push_back(Visitor::lowerStatements(details.statements, {}, {}, false, app_.builtins));
     code = texts_.back().get();
   }
   if (!pushOverlay(*code, destination, outputs, place)) return false;

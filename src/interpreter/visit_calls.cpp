@@ -14,13 +14,13 @@
 
 namespace kelo {
 
-// A name that is not assigned here and is no array of the workspace is most likely a function, whose
-// arguments are best in a row.
+// A name that is known not to be assigned here is most likely a function, whose arguments are best
+// in a row. Where it turns out to be an array, the call becomes an index as it runs.
 int32_t Visitor::visitSubarray_or_func(KeloNode& node, int outputs, int32_t wish) {
   const Name name = node.cache.name;
   const int32_t slot = slotOf(name);
   const int32_t made = newSite(node, name, slot, static_cast<CallDetails&>(*node.cache.details).args, outputs);
-  if (assigned_.contains(name.id()) || (isArray_ && isArray_(name))) return lowerIndex(made, node, wish);
+  if (assigned_.contains(name.id())) return lowerIndex(made, node, wish);
   const int32_t mark = top_;
   argumentsInRow(made);
   const int32_t result = target(mark, wish);

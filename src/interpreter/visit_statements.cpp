@@ -9,10 +9,8 @@ namespace kelo {
 
 std::unique_ptr<Code> Visitor::lowerStatements(KeloNode* list, std::span<const Name> inputs,
                                                std::span<const Name> outputs, bool areGiven,
-                                               const BuiltinTable& builtins,
-                                               const std::function<bool(Name)>& isArray) {
+                                               const BuiltinTable& builtins) {
   Visitor visitor(builtins);
-  visitor.isArray_ = isArray;
   visitor.emit(Op::begin, nullptr);
   for (const Name name : inputs) visitor.assigned_[name.id()] = true;
   if (list) visitor.findAssigned(*list);

@@ -14,7 +14,6 @@
 // change one, a script or `clear`, has no value to go on with.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -48,11 +47,9 @@ class Visitor {
   ///
   /// inputs       take the first slots, `outputs` the next
   /// areGiven     whether a call gives all inputs
-  /// isArray      tells whether a name is an array now; a hint
   static std::unique_ptr<Code> lowerStatements(KeloNode* list, std::span<const Name> inputs,
                                                std::span<const Name> outputs, bool areGiven,
-                                               const BuiltinTable& builtins,
-                                               const std::function<bool(Name)>& isArray = {});
+                                               const BuiltinTable& builtins);
   /// The code of one expression, whose value is the result: of a handle, whose captured variables
   /// stand after its inputs, or of a text.
   static std::unique_ptr<Code> lowerExpression(KeloNode& expression, std::span<const Name> names, bool areGiven,
@@ -166,7 +163,6 @@ class Visitor {
   std::vector<bool> known_;
   std::vector<int32_t> knownTrail_;       // the known slots in the order in which they became so
   std::unordered_map<uint32_t, bool> assigned_;  // names that some statement of the unit assigns to
-  std::function<bool(Name)> isArray_;     // whether it is one as far as is known; may be empty
   bool isCautious_ = false;               // something in the unit may take variables away: none is known
   std::vector<Loop> loops_;
   std::vector<int32_t> returns_;

@@ -153,7 +153,8 @@ Target targetOf(const Context& context, const Code& code, const Instruction& i, 
 }
 
 FunctionRef functionFor(const Context& context, const Code& code, const Kinds& inputs) {
-  if (!std::ranges::all_of(inputs, [](const Type& type) { return isPassed(type); }) || inputs.size() > kMostInputs) return nullptr;
+  const bool arePassed = std::ranges::all_of(inputs, [](const Type& type) { return isPassed(type); });
+  if (!arePassed || inputs.size() > kMostInputs) return nullptr;
   UnitFunctions& unit = functionsOf(code);
   const auto found = std::ranges::find_if(
       unit.made, [&](const FunctionRef& each) { return each->isGoodIn(context) && each->inputs == inputs; });
