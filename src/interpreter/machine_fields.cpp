@@ -65,16 +65,6 @@ bool Machine::elementField(const Instruction& i) {
   const Site& site = siteAt(i.d);
   const Storable& subscript = at(i.c);
   const Storable& variable = reg(i.b);
-  double number;
-  if (variable.isStructure() && subscriptNumber(subscript, &number)) {
-    const StructArray& array = *variable.structure();
-    const int64_t position = plainPosition(number, array.numElements());
-    const int64_t field = position < 0 ? -1 : fieldIndex(array, nameAt(i.e), i);
-    if (field >= 0) {
-      reg(i.a) = array.value(position, field);
-      return true;
-    }
-  }
   if (structureIn(i.b, placeOf(i)) == nullptr) return false;
   const Storable* arguments[] = {&subscript};
   Storable selected;

@@ -271,6 +271,15 @@ inline StructArray::Body& StructArray::ownBody() {
   if (body_->isShared()) takeOwnBody();
   return *body_;
 }
+inline bool StructArray::addNext(Name field, const Storable& value) {
+  Body& body = *body_;
+  if (body.isShared() || !body.size.isScalar() || body.values.size() == body.values.capacity()) return false;
+  const Ref<FieldNames>* next = body.fields->next(field);
+  if (next == nullptr) return false;
+  body.values.push_back(value);
+  body.fields = Ref<FieldNames>(*next);
+  return true;
+}
 inline Storable& StructArray::writableValue(int64_t element, int64_t field) {
   Body& body = ownBody();
   return body.values[body.at(element, field)];
