@@ -67,6 +67,8 @@ enum class Op : uint16_t {
   erase,          // slot a (subscripts from b on) = []; site d
 
   index,          // a = register b (arguments of site d), or a call of it
+  // Of these two and fieldOfName: an element or field that is there goes at once to the slot that the
+  // next instruction would assign it to. flag, d of fieldOfName: 1 more than the slot; 0: none.
   index1,         // a = register b (c), likewise
   index2,         // a = register b (c, e)
   call,           // a = call of the name in slot b, which seems to be no variable; site d

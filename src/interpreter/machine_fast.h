@@ -16,6 +16,16 @@ inline const Storable& operand(const Storable* registers, const Storable* consta
   return r >= 0 ? registers[r] : constants[~r];
 }
 
+constexpr uint32_t kPlainCharacters = 0x80;  // beyond them a character may be several numbers, or equal another
+
+/// Whether two ASCII characters are the same one.
+inline bool comparePlainCharacters(const Storable& a, const Storable& b, bool* areSame) {
+  if (!a.isScalarOf(Kind::Char) || !b.isScalarOf(Kind::Char)) return false;
+  const uint32_t x = a.numeric()->asChar().scalar().word(), y = b.numeric()->asChar().scalar().word();
+  *areSame = x == y;
+  return x < kPlainCharacters && y < kPlainCharacters;
+}
+
 /// Two scalars of any kinds but characters beyond ASCII. Matrices of one element are no different.
 bool scalarBinary(BinaryOp op, const Storable& a, const Storable& b, Storable* result);
 
@@ -74,18 +84,10 @@ inline bool readScalar(const Storable& array, const Storable& row, const Storabl
   return true;
 }
 
-/// Writes a scalar of the array's own kind; an array that somebody else holds is copied first.
-/// REQUIRES: the position is there
-inline bool putElement(NumericArray& array, int64_t position, const Storable& value) {
+/// Writes a scalar of the array's own kind. REQUIRES: the position is there
+inline bool putScalar(NumericArray& array, int64_t position, const Storable& value) {
   if (!value.isScalarOf(array.kind())) return false;
-  const NumericArray& scalar = *value.numeric();
-  switch (array.kind()) {
-    case Kind::Double: array.as<double>().writable()[position] = scalar.asDouble().scalar(); break;
-    case Kind::Logical: array.as<bool>().writable()[position] = scalar.asLogical().scalar(); break;
-    case Kind::Char: array.as<Character>().writable()[position] = scalar.asChar().scalar(); break;
-    case Kind::Int: array.as<int64_t>().writable()[position] = scalar.asInt().scalar(); break;
-    case Kind::Complex: array.as<ComplexDouble>().writable()[position] = scalar.asComplex().scalar(); break;
-  }
+  putElement(array, position, *value.numeric());
   return true;
 }
 
@@ -95,7 +97,7 @@ inline bool storeScalar(Storable& target, const Storable& subscript, const Stora
   if (!target.isNumeric() || !subscriptNumber(subscript, &i)) return false;
   NumericArray& array = *target.numeric();
   const int64_t position = plainPosition(i, array.numElements());
-  if (position >= 0) return putElement(array, position, value);
+  if (position >= 0) return putScalar(array, position, value);
   return value.isDoubleScalar() && i == static_cast<double>(array.numElements()) + 1 &&
          appendScalar(array, value.doubleScalar());
 }
@@ -105,7 +107,7 @@ inline bool storeScalar(Storable& target, const Storable& row, const Storable& c
   if (!target.isNumeric() || !subscriptNumber(row, &i) || !subscriptNumber(column, &j)) return false;
   NumericArray& array = *target.numeric();
   const int64_t position = plainPosition(array.size(), i, j);
-  return position >= 0 && putElement(array, position, value);
+  return position >= 0 && putScalar(array, position, value);
 }
 
 /// An element of a structure array, or elements side by side of a vector or a matrix. A large piece
@@ -115,6 +117,13 @@ bool readPiece(const Storable& array, const Storable& subscript, Storable* resul
 /// Overwrites an element of a structure array with a structure of the same fields, or adds it at the
 /// end of a row.
 bool writePiece(Storable& array, const Storable& subscript, const Storable& value);
+
+/// Rows and columns of a matrix by two subscripts, each a number, a range or a colon. A large piece
+/// is left to the general operation.
+bool readPiece(const Storable& array, const Storable& row, const Storable& column, Storable* result);
+
+/// Overwrites such a piece with a number, or with a matrix of its size.
+bool writePiece(Storable& array, const Storable& row, const Storable& column, const Storable& value);
 
 /// Where a field stands; -1 where there is none. The instruction remembers it.
 inline int64_t fieldIndex(const StructArray& array, Name field, const Instruction& instruction) {

@@ -1,4 +1,6 @@
 // Fields: read, and written along chains.
+#include <array>
+
 #include <fmt/format.h>
 
 #include "grammar/kelo_node.h"
@@ -122,11 +124,13 @@ bool Machine::putField(const Instruction& i, const HeldName& name) {
   if (isNew || (variable.isStructure() && variable.size().isScalar())) {
     return guarded(placeOf(i), text::kStructureAssignmentFailed, [&] {
       Storable value = take(i.c);  // which may be the structure itself
-      StructArray made;
-      StructArray& array = isNew ? made : *variable.structure();
-      const int64_t field = array.ensureField(name);
-      array.writableValue(0, field) = std::move(value);
-      if (isNew) variable = std::move(made);
+      if (isNew) {
+        StructArray made;
+        made.put(name, std::move(value));
+        variable = std::move(made);
+      } else {
+        variable.structure()->put(name, std::move(value));
+      }
       return true;
     });
   }
@@ -227,6 +231,13 @@ bool Machine::chainIndices(const Instruction& i) {
   if (site.count == 0) return fail(place, text::kNoIndex);
   SizeVector size;
   if (!reachedSize(site.base, place, &size)) return false;
+  std::array<double, 2> numbers;
+  const auto count = static_cast<size_t>(site.count);
+  const auto isNumber = [&](size_t k) { return subscriptNumber(reg(i.b + static_cast<int32_t>(k)), &numbers[k]); };
+  if (count <= numbers.size() && isNumber(0) && (count == 1 || isNumber(1)) &&
+      chains_.back().addSubscripts(std::span(numbers).first(count))) {
+    return true;
+  }
   std::vector<const Storable*> arguments;
   for (int32_t k = 0; k < site.count; ++k) arguments.push_back(&reg(i.b + k));
   chains_.back().addIndices(indicesOf(size, arguments.data(), site.count));

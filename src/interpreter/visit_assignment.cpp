@@ -36,6 +36,15 @@ void Visitor::handOver(std::span<const int32_t> targets) {
   }
 }
 
+// What the instruction before reads where it is simple goes to the slot at once.
+void Visitor::emitAssign(KeloNode& assignment, int32_t slot, int32_t value) {
+  Instruction& last = code_->instructions.back();
+  const bool isElement = last.op == Op::index1 || last.op == Op::index2 || last.op == Op::call;
+  if (last.a == value && isElement && slot < UINT16_MAX) last.flag = static_cast<uint16_t>(slot + 1);
+  if (last.a == value && last.op == Op::fieldOfName) last.d = slot + 1;
+  emit(Op::assign, &assignment, slot, value);
+}
+
 void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   KeloNode& right = *assignment.cache.second;
   resolved(right);
@@ -45,7 +54,7 @@ void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   } else if (mayBeMany(right)) {
     const int32_t value = visit(right, 1);
     handOver({&slot, 1});
-    emit(Op::assign, &assignment, slot, value);
+    emitAssign(assignment, slot, value);
   } else if (!lowerAppend(right, slot)) {
     into(right, slot, 1);
   }

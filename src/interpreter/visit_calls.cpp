@@ -116,10 +116,13 @@ int32_t Visitor::visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish) {
     emit(Op::fail, &node, textIndex(details.isCommand ? text::kCommandSyntax : text::kUnexpectedError));
     return newTemporary();
   }
+  const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
+  if (const auto value = quickConstantOf(node.cache.name); value && isOne && details.args.empty()) {
+    return constant(*value);
+  }
   const int32_t made = newSite(node, node.cache.name, 0, details.args, outputs);
   site(made).row = details.builtin;
   const int32_t mark = top_;
-  const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
   const int32_t function = isOne ? quickCallOf(node.cache.name, site(made).count) : -1;
   if (function < 0) {
     argumentsInRow(made);

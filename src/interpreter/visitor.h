@@ -88,6 +88,7 @@ class Visitor {
   void lowerChainIndices(KeloNode& assignment, const Nodes& arguments);
   int32_t rightSide(KeloNode& assignment, const char* withoutValue);
   void handOver(std::span<const int32_t> targets);
+  void emitAssign(KeloNode& assignment, int32_t slot, int32_t value);
 
   // ---- visit_literals.cpp: every expression comes through `visit`
   int32_t visit(KeloNode& node, int outputs = kNoOutputs, int32_t wish = kNowhere);
@@ -148,6 +149,7 @@ class Visitor {
   void findAssigned(KeloNode& tree);
   bool isSimple(KeloNode& node);
   bool isLiteral(KeloNode& node);
+  bool isQuick(KeloNode& node);
   bool mayBeMany(KeloNode& node);
   void resolved(KeloNode& node);
 
