@@ -120,6 +120,78 @@ r = v(1);
 v(1) = v(h);
 v(h) = r;
 end
+function r = permuted(v, h, n)
+r = 0;
+if h >= n
+  r = v(1) + 2 * v(n);
+  return
+end
+for i = h:n
+  t = v(h);
+  v(h) = v(i);
+  v(i) = t;
+  r = r + permuted(v, h + 1, n) * i;
+end
+end
+function v = sorted(v, lo, hi)
+if lo < hi
+  i = lo;
+  for j = lo:hi - 1
+    if v(j) <= v(hi)
+      [v, t] = exchanged(v, i, j);
+      i = i + 1;
+    end
+  end
+  v = exchanged(v, i, hi);
+  v = sorted(v, lo, i - 1);
+  v = sorted(v, i + 1, hi);
+end
+end
+function [v, t] = exchanged(v, i, j)
+t = v(i);
+v(i) = v(j);
+v(j) = t;
+end
+function [r, w] = noted(v, n)
+w = v;
+w(1) = n;
+u = zeros(1, numel(v));
+for h = 1:numel(v)
+  u(h) = w(h) - v(h);
+end
+v = u;
+v(2) = n;
+r = v(1) + u(2) + w(end);
+if n > 1
+  [s, w] = noted(w, n - 1);
+  r = r + s + w(1);
+end
+end
+function [v, w, r] = traded(v, w, h)
+r = 0;
+if h > 0
+  [w, v, r] = traded(v, w, h - 1);
+  v(h) = w(1) + h;
+  w = marked(w, 1);
+  r = r + v(h);
+end
+end
+function r = letters(t, l, h)
+t(h) = 'q';
+l(h) = ~l(h);
+r = double(t(h)) + l(h);
+if h > 1
+  r = r + letters(t, l, h - 1);
+end
+end
+function m = lowered(m, h, n)
+m(h, n) = m(h, n) / 2;
+if h > 1
+  m = lowered(m, h - 1, n);
+elseif n > 1
+  m = lowered(m, size(m, 1), n - 1);
+end
+end
 """
 
 
@@ -176,7 +248,7 @@ class Maker:
         if self.chance(self.calls):
             return fill("root(#)", "both(#, #)", "steps(#)", "mixed(#)", "down(mod(#, 6))", "even(min(#, 9))", "f(#)", "f(#)", "h(#, #)",
                         "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)", "total(x)", "total(m)", "total(t)", "total(l)", "among(x, #, 1)", "corner(m)",
-                        "corner(e)", "called(f, 3)", "called(@root, 2)", "max(numel(x), #)", "size(m, 2)", "xor(p, #)", "double(t(1))",
+                        "corner(e)", "permuted(x, 1, 3)", "permuted(y, 1, 4)", "noted(x, 2)", "letters(t, l, 3)", "letters(t, l, k)", "sorted(y, 1, 4)", "called(f, 3)", "called(@root, 2)", "max(numel(x), #)", "size(m, 2)", "xor(p, #)", "double(t(1))",
                         "root(#, 1)" if self.chance(0.03) else "root(2)")
         kind = self.source.randrange(20)
         if kind < 9:
@@ -221,7 +293,9 @@ class Maker:
             return self.pick("[a, b] = parts(c, 3);", "[c, d, p] = parts(a, b);", "[a] = parts(d, 2);", "[a, b] = chain(mod(floor(c), 60), k);",
                              "[s1, a] = letter(t, k);", "[s1, a] = letter(x, k);", "x = marked(x, 2);", "y = marked(x, 1);", "[x, a] = shifted(x, 2);",
                              "[y, b] = swapped(x, 3);", "t(2) = char(96 + mod(floor(abs(a)), 20));", "a = called(@(v) v + total(x), 2);",
-                             "m = marked(m, 3);", "[q, a] = parts(b, c);")
+                             "m = marked(m, 3);", "[q, a] = parts(b, c);", "x = sorted(x, 1, min(numel(x), 6));", "y = sorted(y, 1, 4);",
+                             "[a, y] = noted(x, 3);", "[a, x] = noted(y, 2);", "[x, y, b] = traded(x, y, 2);", "[y, x, b] = traded(x, y, 3);",
+                             "m = lowered(m, 2, 2);", "e = sorted(e, 1, 3);", "[m, d] = exchanged(m, 2, k);")
         if kind < 36:
             return self.pick("x(end + 1) = a;", "x(end + 1) = k;", "y = [y, b];", "t = [t, 'z'];", "y(end + 1) = 2;", "x = [x, 1];")
         if kind < 38:

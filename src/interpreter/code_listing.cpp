@@ -12,7 +12,7 @@
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
-#include "interpreter/native/native_loops.h"
+#include "interpreter/native/native.h"
 #include "interpreter/node_details.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visitor.h"

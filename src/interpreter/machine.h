@@ -28,7 +28,7 @@
 
 #include "interpreter/code.h"
 #include "interpreter/frame.h"
-#include "interpreter/native/context.h"
+#include "interpreter/native/native.h"
 #include "interpreter/register_stack.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"

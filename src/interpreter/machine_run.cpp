@@ -11,7 +11,7 @@
 #include "interpreter/machine.h"
 #include "interpreter/machine_fast.h"
 #include "interpreter/machine_frames.h"
-#include "interpreter/native/native_loops.h"
+#include "interpreter/native/native.h"
 #include "interpreter/quick_calls.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
