@@ -43,6 +43,10 @@ class Storable {
  public:
   enum class Form : uint8_t { numeric, structure, funcHandle, localFunc, list, colon, positions, transposed, none };
 
+  /// Bytes in the cell: the scalar, and the kind with the form. In front of all lies the reference;
+  /// a double has none, and its kind and form are 0.
+  static constexpr size_t kScalarAt = offsetof(NumericArray, cell_.scalar_), kKindAt = offsetof(NumericArray, kind_);
+
   Storable() : numeric_() {}  ///< double 0 x 0
   Storable(NumericArray array) : numeric_(std::move(array)) {}
   template <class T> Storable(TypedArray<T> array) : numeric_(std::move(array)) {}
@@ -169,7 +173,6 @@ class Storable {
 
  private:
   static constexpr uint16_t kDouble = 0;  // kindAndForm() of a double
-  static constexpr size_t kScalarAt = offsetof(NumericArray, cell_.scalar_), kKindAt = offsetof(NumericArray, kind_);
   static_assert(static_cast<int>(Kind::Double) == 0);
 
   explicit Storable(Form form) : numeric_(0.0) { setForm(form); }
