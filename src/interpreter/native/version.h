@@ -5,6 +5,7 @@
 #include <span>
 
 #include "interpreter/native/code_block.h"
+#include "interpreter/native/fields.h"
 #include "interpreter/native/words.h"
 
 namespace kelo::native {
@@ -55,6 +56,7 @@ struct Version {
   };
   std::vector<Exit> exits;
   std::vector<int32_t> noArrays;  ///< registers
+  std::vector<Field> fields;      ///< the registers behind those of the frame
 
   // Of a unit
   Kinds inputs;  ///< what is captured included
