@@ -297,7 +297,7 @@ class Maker:
         if kind < 35 and self.chance(0.5):
             return self.pick("[a, b] = parts(c, 3);", "[c, d, p] = parts(a, b);", "[a] = parts(d, 2);", "[a, b] = chain(mod(floor(c), 60), k);",
                              "[s1, a] = letter(t, k);", "[s1, a] = letter(x, k);", "x = marked(x, 2);", "y = marked(x, 1);", "[x, a] = shifted(x, 2);",
-                             "[y, b] = swapped(x, 3);", "t(2) = char(96 + mod(floor(abs(a)), 20));", "a = called(@(v) v + total(x), 2);",
+                             "[y, b] = swapped(x, 3);", "t(2) = char(96 + mod(floor(abs(a)), 20));", "t(3) = upper(t(1));", "t = [t, lower(t(end))];", "s1 = upper(t(2));", "a = called(@(v) v + total(x), 2);",
                              "m = marked(m, 3);", "[q, a] = parts(b, c);", "x = sorted(x, 1, min(numel(x), 6));", "y = sorted(y, 1, 4);",
                              "[a, y] = noted(x, 3);", "[a, x] = noted(y, 2);", "[x, y, b] = traded(x, y, 2);", "[y, x, b] = traded(x, y, 3);",
                              "m = lowered(m, 2, 2);", "e = sorted(e, 1, 3);", "[m, d] = exchanged(m, 2, k);")

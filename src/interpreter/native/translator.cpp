@@ -6,6 +6,14 @@ namespace kelo::native {
 
 namespace x86 = asmjit::x86;
 
+namespace {
+
+bool quickCallIsTranslated(QuickCall f) {
+  return f < QuickCall::strcmp || f >= QuickCall::ones || f == QuickCall::lower || f == QuickCall::upper;
+}
+
+}  // namespace
+
 Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i) {
   if (i.op <= Op::or_) return &Translator::binary;
   switch (i.op) {
@@ -23,8 +31,7 @@ Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i
     case Op::endOf: case Op::checkExtent: return &Translator::endOf;
     case Op::checkArgument: return &Translator::checkArgument;
     case Op::quickCall:
-      return static_cast<QuickCall>(i.e) < QuickCall::strcmp || static_cast<QuickCall>(i.e) >= QuickCall::ones
-                 ? &Translator::quickCall : nullptr;
+      return quickCallIsTranslated(static_cast<QuickCall>(i.e)) ? &Translator::quickCall : nullptr;
     case Op::builtin:
       return intrinsicOf(code.sites[static_cast<size_t>(i.d)]) ? &Translator::builtin : nullptr;
     case Op::checkStructure: return &Translator::checkStructure;

@@ -124,6 +124,7 @@ class Translator : public Graph {
   bool sizeQuery(const Instruction& i, QuickCall function);
   bool filled(const Instruction& i, double value);
   void realFunction(const Instruction& i, QuickCall function);
+  void changeCase(const Instruction& i, bool toUpper);
   void lengthOf(int32_t array, QuickCall function, bool isRows, const Gp& length);
   void remainder(const Instruction& i, bool isMod);
   void routine(const Instruction& i, QuickCall function);
