@@ -179,4 +179,15 @@ inline bool readPath(const Storable& root, const std::vector<Name>& fields, Stor
   return true;
 }
 
+/// Writes what a row of fields leads to, which no other holder of the structures sees.
+inline bool writePath(Storable& root, const std::vector<Name>& fields, const Storable& value) {
+  Storable* at = &root;
+  for (const Name field : fields) {
+    at = writablePlainField(*at, field);
+    if (at == nullptr) return false;
+  }
+  *at = value;
+  return true;
+}
+
 }  // namespace kelo

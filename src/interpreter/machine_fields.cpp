@@ -133,12 +133,7 @@ bool Machine::putField(const Instruction& i, const HeldName& name) {
 bool Machine::setPath(const Instruction& i) {
   const Site& site = siteAt(i.d);
   Storable value = take(i.c);  // which may be the structure itself
-  Storable* target = &reg(i.a);
-  for (size_t k = 0; k < site.fields.size() && target; ++k) target = writablePlainField(*target, site.fields[k]);
-  if (target) {
-    *target = std::move(value);
-    return true;
-  }
+  if (writePath(reg(i.a), site.fields, value)) return true;
   FieldChain chain(site.name);
   for (const Name name : site.fields) chain.addField(name);
   return finishChain(chain, i.a, std::move(value), placeOf(i));

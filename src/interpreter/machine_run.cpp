@@ -280,7 +280,7 @@ resume:
         const Storable& value = operand(R, K, i.a);
         if (!i.c && value.isDoubleScalar()) break;
         const Site& site = sites[i.d];
-        if (value.isValue() && (site.row || (!site.isTarget && R[site.base].isNone()))) break;
+        if (value.isValue() && (site.row || (!site.isTarget && !R[site.base].isArray()))) break;
         KELO_GENERAL(checkArgument(i))
       }
       case Op::makeHandle: KELO_GENERAL(makeHandle(i))
@@ -319,7 +319,12 @@ resume:
         KELO_GENERAL(setField(i))
       }
       case Op::setNamedField: KELO_GENERAL(setNamedField(i))
-      case Op::setPath: KELO_GENERAL(setPath(i))
+      case Op::setPath: {
+        const Storable& value = operand(R, K, i.c);
+        frames_.back().pc = pc;  // a shared structure is copied
+        if (value.isPlainScalar() && writePath(R[i.a], sites[i.d].fields, value)) break;
+        KELO_GENERAL(setPath(i))
+      }
       case Op::setElementField: KELO_GENERAL(setElementField(i))
       case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
       case Op::chainBegin:
