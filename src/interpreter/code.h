@@ -91,7 +91,9 @@ enum class Op : uint16_t {
   setNamedField,  // field of slot a whose name is in b = c
   setPath,        // slot a, along the fields of site d, = c
   setElementField,  // field b of slot a (c) = e; site d
-  setFieldElement,  // field b of slot a, (c) = e; site d
+  setFieldElement,  // field b of slot a, (c) = e
+  setFieldElement2,  // field b of slot a, (c, d) = e
+  makeStructure,  // a = structure of the fields of site d with the values from b on
   // The general way; see Machine.
   chainBegin, checkChain, chainIndices, chainField, chainNamedField, chainAssign, chainErase,
 

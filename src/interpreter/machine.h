@@ -211,7 +211,8 @@ class Machine {
   bool putField(const Instruction& i, const HeldName& name);
   bool setPath(const Instruction& i);
   bool setElementField(const Instruction& i);
-  bool setFieldElement(const Instruction& i);
+  bool setFieldElement(const Instruction& i, std::span<const Storable> subscripts);
+  bool makeStructure(const Instruction& i);
   bool reachedSize(int32_t slot, KeloNode& place, SizeVector* size);
   bool chainIndices(const Instruction& i);
   bool chainNamedField(const Instruction& i);

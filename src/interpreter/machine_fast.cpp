@@ -137,6 +137,24 @@ bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result) 
 
 // ---- Pieces
 
+bool appendElement(NumericArray& array, const NumericArray& scalar) {
+  const SizeVector& size = array.size();
+  const int64_t count = size.numElements();
+  const bool isNothing = size.isMatrix() && size.rows() == 0 && size.columns() == 0;
+  if (!size.isVector() && !isNothing) return false;
+  if (count == 0) {
+    array = scalar;
+    return true;
+  }
+  const SizeVector longer = size.isRow() ? SizeVector(1, count + 1) : SizeVector(count + 1, 1);
+  scalar.visit([&](const auto& element) {
+    auto& vector = array.as<typename std::remove_cvref_t<decltype(element)>::Element>();
+    vector.resizeVector(longer);
+    vector.writable()[count] = element.scalar();
+  });
+  return true;
+}
+
 bool readPiece(const Storable& array, const Storable& subscript, Storable* result) {
   constexpr int64_t kMost = 512;  // elements
   if (const StructArray* structures = array.structure()) {

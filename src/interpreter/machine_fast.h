@@ -91,15 +91,18 @@ inline bool putScalar(NumericArray& array, int64_t position, const Storable& val
   return true;
 }
 
-/// A write just past the end of a vector of doubles appends.
+/// x(end + 1) = scalar, of the array's own kind, on a vector or nothing.
+bool appendElement(NumericArray& array, const NumericArray& scalar);
+
+/// A write just past the end of a vector appends.
 inline bool storeScalar(Storable& target, const Storable& subscript, const Storable& value) {
   double i;
   if (!target.isNumeric() || !subscriptNumber(subscript, &i)) return false;
   NumericArray& array = *target.numeric();
   const int64_t position = plainPosition(i, array.numElements());
   if (position >= 0) return putScalar(array, position, value);
-  return value.isDoubleScalar() && i == static_cast<double>(array.numElements()) + 1 &&
-         appendScalar(array, value.doubleScalar());
+  if (i != static_cast<double>(array.numElements()) + 1 || !value.isScalarOf(array.kind())) return false;
+  return (value.isDoubleScalar() && appendScalar(array, value.doubleScalar())) || appendElement(array, *value.numeric());
 }
 
 inline bool storeScalar(Storable& target, const Storable& row, const Storable& column, const Storable& value) {

@@ -172,29 +172,42 @@ bool Machine::setElementField(const Instruction& i) {
   return finishChain(chain, i.a, take(i.e), placeOf(i));
 }
 
-// NAME.FIELD(I) = value, with a subscript that is no colon
-bool Machine::setFieldElement(const Instruction& i) {
+// NAME.FIELD(I) = value or NAME.FIELD(I, J) = value, with subscripts that are no colons
+bool Machine::setFieldElement(const Instruction& i, std::span<const Storable> subscripts) {
   const Name name = nameAt(i.b);
   Storable& variable = reg(i.a);
   const Storable* found = plainFieldAt(variable, name, i);
+  const bool areTwo = subscripts.size() == 2;
   double number;
-  if (found && found->isNumeric() && subscriptNumber(at(i.c), &number)) {
-    if (storeScalar(*writableFieldAt(variable, name, i), at(i.c), at(i.e))) return true;
+  if (found && found->isNumeric() && subscriptNumber(subscripts[0], &number)) {
+    Storable& field = *writableFieldAt(variable, name, i);
+    if (areTwo ? storeScalar(field, subscripts[0], subscripts[1], at(i.e)) : storeScalar(field, subscripts[0], at(i.e))) {
+      return true;
+    }
   }
   FieldChain chain(frame().code->slots[static_cast<size_t>(i.a)]);
   chain.addField(name);
-  const Storable* arguments[] = {&at(i.c)};
+  const Storable* arguments[] = {&subscripts[0], &subscripts[subscripts.size() - 1]};
   if (!guarded(placeOf(i), text::kStructureAssignmentFailed, [&] {
         (void)chain.reached(variable.isNone() || variable.isLocalFunc() ? nullptr : &variable);
         return true;
       }) ||
       !guarded(placeOf(i), text::kIndexEvaluationFailed, [&] {
-        chain.addIndices(indicesOf(SizeVector(), arguments, 1));
+        chain.addIndices(indicesOf(SizeVector(), arguments, static_cast<int32_t>(subscripts.size())));
         return true;
       })) {
     return false;
   }
   return finishChain(chain, i.a, take(i.e), placeOf(i));
+}
+
+// struct('a', value, ...) whose names are written out
+bool Machine::makeStructure(const Instruction& i) {
+  StructArray made;
+  int32_t value = i.b;
+  for (const Name name : siteAt(i.d).fields) made.put(name, take(value++));
+  reg(i.a) = std::move(made);
+  return true;
 }
 
 // ---- Chains of any length, built link by link; a function that a subscript calls builds its own

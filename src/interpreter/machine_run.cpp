@@ -326,7 +326,12 @@ resume:
         KELO_GENERAL(setPath(i))
       }
       case Op::setElementField: KELO_GENERAL(setElementField(i))
-      case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
+      case Op::setFieldElement: KELO_GENERAL(setFieldElement(i, {&operand(R, K, i.c), 1}))
+      case Op::setFieldElement2: {
+        const Storable subscripts[] = {operand(R, K, i.c), operand(R, K, i.d)};
+        KELO_GENERAL(setFieldElement(i, subscripts))
+      }
+      case Op::makeStructure: KELO_GENERAL(makeStructure(i))
       case Op::chainBegin:
         chains_.emplace_back(frames_.back().code->slots[static_cast<size_t>(i.a)]);
         break;

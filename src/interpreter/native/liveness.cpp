@@ -16,7 +16,7 @@ const char* operandsOf(Op op) {
       return "a:b";
     case Op::elementField: return "a:c";
     case Op::setField: case Op::setPath: return ":c";
-    case Op::setElementField: case Op::setFieldElement: return ":ce";
+    case Op::setElementField: case Op::setFieldElement: case Op::setFieldElement2: return ":ce";
     case Op::range: case Op::joinRow: case Op::joinRows: case Op::appendRow: return "a:r";
     case Op::rangeArgument: return "a:ro";
     case Op::checkElement: case Op::checkRange: case Op::checkField: case Op::checkSwitch: case Op::jumpOnTruth: case Op::returnValue:

@@ -19,7 +19,7 @@ bool Translator::writeField(const Instruction& i) {
 
 bool Translator::writeFieldElement(const Instruction& i) {
   const int32_t field = fieldRegister(i);
-  return field >= 0 && store(field, {i.c}, i.e);
+  return field >= 0 && (i.op == Op::setFieldElement ? store(field, {i.c}, i.e) : store(field, {i.c, i.d}, i.e));
 }
 
 bool Translator::readElementField(const Instruction& i) {

@@ -37,7 +37,7 @@ Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i
     case Op::checkStructure: return &Translator::checkStructure;
     case Op::fieldOfName: case Op::fieldPath: return &Translator::readField;
     case Op::setField: case Op::setPath: return &Translator::writeField;
-    case Op::setFieldElement: return &Translator::writeFieldElement;
+    case Op::setFieldElement: case Op::setFieldElement2: return &Translator::writeFieldElement;
     case Op::elementField: return &Translator::readElementField;
     case Op::setElementField: return &Translator::writeElementField;
     case Op::jump: return &Translator::jump;
