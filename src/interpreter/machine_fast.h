@@ -150,6 +150,17 @@ inline Storable* writableFieldAt(Storable& value, Name field, const Instruction&
   return index < 0 ? nullptr : &value.structure()->writableValue(0, index);
 }
 
+/// The field of one element of a structure array; null where that takes a closer look.
+inline const Storable* plainElementField(const Storable& array, const Storable& subscript, Name field,
+                                         const Instruction& instruction) {
+  const StructArray* structures = array.structure();
+  double number;
+  if (structures == nullptr || !subscriptNumber(subscript, &number)) return nullptr;
+  const int64_t position = plainPosition(number, structures->numElements());
+  const int64_t index = position < 0 ? -1 : fieldIndex(*structures, field, instruction);
+  return index < 0 ? nullptr : &structures->value(position, index);
+}
+
 inline bool readPlainField(const Storable& value, Name field, const Instruction& instruction, Storable* result) {
   const Storable* found = plainFieldAt(value, field, instruction);
   if (found == nullptr) return false;
@@ -165,6 +176,17 @@ inline bool readPath(const Storable& root, const std::vector<Name>& fields, Stor
     if (at == nullptr) return false;
   }
   *result = *at;
+  return true;
+}
+
+/// Writes what a row of fields leads to, which no other holder of the structures sees.
+inline bool writePath(Storable& root, const std::vector<Name>& fields, const Storable& value) {
+  Storable* at = &root;
+  for (const Name field : fields) {
+    at = writablePlainField(*at, field);
+    if (at == nullptr) return false;
+  }
+  *at = value;
   return true;
 }
 

@@ -65,16 +65,6 @@ bool Machine::elementField(const Instruction& i) {
   const Site& site = siteAt(i.d);
   const Storable& subscript = at(i.c);
   const Storable& variable = reg(i.b);
-  double number;
-  if (variable.isStructure() && subscriptNumber(subscript, &number)) {
-    const StructArray& array = *variable.structure();
-    const int64_t position = plainPosition(number, array.numElements());
-    const int64_t field = position < 0 ? -1 : fieldIndex(array, nameAt(i.e), i);
-    if (field >= 0) {
-      reg(i.a) = array.value(position, field);
-      return true;
-    }
-  }
   if (structureIn(i.b, placeOf(i)) == nullptr) return false;
   const Storable* arguments[] = {&subscript};
   Storable selected;
@@ -143,12 +133,7 @@ bool Machine::putField(const Instruction& i, const HeldName& name) {
 bool Machine::setPath(const Instruction& i) {
   const Site& site = siteAt(i.d);
   Storable value = take(i.c);  // which may be the structure itself
-  Storable* target = &reg(i.a);
-  for (size_t k = 0; k < site.fields.size() && target; ++k) target = writablePlainField(*target, site.fields[k]);
-  if (target) {
-    *target = std::move(value);
-    return true;
-  }
+  if (writePath(reg(i.a), site.fields, value)) return true;
   FieldChain chain(site.name);
   for (const Name name : site.fields) chain.addField(name);
   return finishChain(chain, i.a, std::move(value), placeOf(i));

@@ -280,7 +280,7 @@ resume:
         const Storable& value = operand(R, K, i.a);
         if (!i.c && value.isDoubleScalar()) break;
         const Site& site = sites[i.d];
-        if (value.isValue() && (site.row || (!site.isTarget && R[site.base].isNone()))) break;
+        if (value.isValue() && (site.row || (!site.isTarget && !R[site.base].isArray()))) break;
         KELO_GENERAL(checkArgument(i))
       }
       case Op::makeHandle: KELO_GENERAL(makeHandle(i))
@@ -297,22 +297,34 @@ resume:
         pc = start + i.c;
         continue;
       case Op::field: KELO_GENERAL(field(i, nameAt(i.c), nameAt(i.d)))
-      case Op::elementField: KELO_GENERAL(elementField(i))
+      case Op::elementField:
+        if (const Storable* field = plainElementField(R[i.b], operand(R, K, i.c), names[i.e], i)) {
+          R[i.a] = *field;
+          break;
+        }
+        KELO_GENERAL(elementField(i))
       case Op::checkField:
         if (R[i.b].isValue()) break;
         KELO_GENERAL(fail(placeOf(i), text::kFieldOfMultipleOutputs))
       case Op::namedField: KELO_GENERAL(namedField(i))
       case Op::setField: {
         const Storable& value = operand(R, K, i.c);
+        if (!value.isPlainScalar()) KELO_GENERAL(setField(i))
         frames_.back().pc = pc;  // a shared structure is copied
-        Storable* field = nullptr;
-        if (value.isPlainScalar()) field = writableFieldAt(R[i.a], names[i.b], i);
-        if (field == nullptr) KELO_GENERAL(setField(i))
-        *field = value;
-        break;
+        if (Storable* field = writableFieldAt(R[i.a], names[i.b], i)) {
+          *field = value;
+          break;
+        }
+        if (StructArray* structure = R[i.a].structure(); structure && structure->addNext(names[i.b], value)) break;
+        KELO_GENERAL(setField(i))
       }
       case Op::setNamedField: KELO_GENERAL(setNamedField(i))
-      case Op::setPath: KELO_GENERAL(setPath(i))
+      case Op::setPath: {
+        const Storable& value = operand(R, K, i.c);
+        frames_.back().pc = pc;  // a shared structure is copied
+        if (value.isPlainScalar() && writePath(R[i.a], sites[i.d].fields, value)) break;
+        KELO_GENERAL(setPath(i))
+      }
       case Op::setElementField: KELO_GENERAL(setElementField(i))
       case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
       case Op::chainBegin:

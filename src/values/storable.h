@@ -43,6 +43,10 @@ class Storable {
  public:
   enum class Form : uint8_t { numeric, structure, funcHandle, localFunc, list, colon, positions, transposed, none };
 
+  /// Bytes in the cell: the scalar, and the kind with the form. In front of all lies the reference;
+  /// a double has none, and its kind and form are 0.
+  static constexpr size_t kScalarAt = offsetof(NumericArray, cell_.scalar_), kKindAt = offsetof(NumericArray, kind_);
+
   Storable() : numeric_() {}  ///< double 0 x 0
   Storable(NumericArray array) : numeric_(std::move(array)) {}
   template <class T> Storable(TypedArray<T> array) : numeric_(std::move(array)) {}
@@ -169,7 +173,6 @@ class Storable {
 
  private:
   static constexpr uint16_t kDouble = 0;  // kindAndForm() of a double
-  static constexpr size_t kScalarAt = offsetof(NumericArray, cell_.scalar_), kKindAt = offsetof(NumericArray, kind_);
   static_assert(static_cast<int>(Kind::Double) == 0);
 
   explicit Storable(Form form) : numeric_(0.0) { setForm(form); }
@@ -270,6 +273,15 @@ inline bool StructArray::isUnshared() const { return !body_->isShared(); }
 inline StructArray::Body& StructArray::ownBody() {
   if (body_->isShared()) takeOwnBody();
   return *body_;
+}
+inline bool StructArray::addNext(Name field, const Storable& value) {
+  Body& body = *body_;
+  if (body.isShared() || !body.size.isScalar() || body.values.size() == body.values.capacity()) return false;
+  const Ref<FieldNames>* next = body.fields->next(field);
+  if (next == nullptr) return false;
+  body.values.push_back(value);
+  body.fields = Ref<FieldNames>(*next);
+  return true;
 }
 inline Storable& StructArray::writableValue(int64_t element, int64_t field) {
   Body& body = ownBody();

@@ -52,6 +52,10 @@ class StructArray {
   int64_t ensureField(Name field);
   /// Writes a field of the one element; a new field stands behind the others. REQUIRES: 1 x 1
   void put(Name field, Storable value);
+  /// Adds a field with a value where that is quick: nobody else holds the structure, there is room,
+  /// and the last one that had the same fields before got this field next. Else does nothing, and
+  /// says false.
+  bool addNext(Name field, const Storable& value);
   void removeField(Name field);
 
   /// The elements at positions from 0, in the given shape; position -1 gives an element of empty
@@ -92,14 +96,17 @@ class FieldNames : public CountedObject {
   /// Makes it a list with one name more, in place where nobody else holds it. REQUIRES: it has not
   /// got the name
   static void add(Ref<FieldNames>& list, Name field) {
-    const FieldNames* next = list->successor_.get();
-    if (next && next->names_.back() == field) list = Ref<FieldNames>(list->successor_);
+    if (const Ref<FieldNames>* next = list->next(field)) list = Ref<FieldNames>(*next);
     else addAnew(list, field);
   }
   explicit FieldNames(std::vector<Name> names);
   ~FieldNames() override;
 
   const std::vector<Name>& names() const { return names_; }
+  /// The list that came of this one last, by adding this name; null when it was another.
+  const Ref<FieldNames>* next(Name field) const {
+    return successor_ && successor_->names_.back() == field ? &successor_ : nullptr;
+  }
   /// -1 when there is none.
   int64_t indexOf(Name field) const {
     if (!places_.empty()) return placeOf(field);

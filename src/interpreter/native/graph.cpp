@@ -23,16 +23,18 @@ bool meet(State& state, const State& other) {
 }  // namespace
 
 Graph::Graph(const Context& context, const Code& code, const Liveness& liveness, int32_t back,
-             const Storable* registers)
+             Storable* registers)
     : context_(context),
       code_(code),
       liveness_(liveness),
       values_(registers),
       begin_(jumpTarget(code.instructions[static_cast<size_t>(back)])),
       end_(back),
+      fields_(fieldsOf(code, begin_, back)),
       nodesAt_(code.instructions.size()),
-      isTouched_(static_cast<size_t>(code.registers)) {
+      isTouched_(static_cast<size_t>(registerCount())) {
   for (int32_t r = 0; r < code.registers; ++r) state_.push_back(typeOf(registers[r]));
+  for (const Field& field : fields_) state_.push_back(typeOf(field, placeOf(field, registers)));
 }
 
 Graph::Graph(const Context& context, const Code& code, const Liveness& liveness, const Kinds& inputs)
@@ -105,7 +107,7 @@ void Graph::visit(int32_t which) {
   if (awaitsResult_) return deferred_.push_back(which);
   const bool endsInExit = i.op == Op::arrayStep && !isUnit();  // the register code lets go of the array
   if (canDo && fallsThrough(i) && !endsInExit) next = nodeFor(pc + length_, state_);
-  if (canDo && jumpTarget(i) >= 0) {
+  if (canDo && jumpTarget(i) >= 0 && i.op != Op::fieldPath) {  // which always goes there
     canDo = takeJump(i);
     if (canDo) jump = nodeFor(jumpTarget(i), state_);
   }
@@ -146,9 +148,10 @@ int64_t Graph::aliasesOf(int32_t reg) const {
   return std::ranges::count_if(state_, [&](const Type& t) { return t.held == Held::alias && t.source == reg; });
 }
 
+// A structure may not change while its fields are registers.
 bool Graph::define(int32_t reg, Type type) {
   if (emits_) return true;
-  if (aliasesOf(reg) > 0) return false;
+  if (aliasesOf(reg) > 0 || std::ranges::find(fields_, reg, &Field::slot) != fields_.end()) return false;
   isTouched_[static_cast<size_t>(reg)] = true;  // it may come out as it went in
   type.isChanged = true;
   learn(reg, type);
@@ -157,6 +160,17 @@ bool Graph::define(int32_t reg, Type type) {
 
 void Graph::learn(int32_t reg, const Type& type) {
   if (!emits_) state_[static_cast<size_t>(reg)] = type;
+}
+
+bool Graph::hasFields(int32_t slot) const {
+  return std::ranges::any_of(fields_, [&](const Field& each) { return each.slot == slot; }) && values_[slot].isStructure();
+}
+
+int32_t Graph::fieldRegister(const Instruction& i) const {
+  if (fields_.empty()) return -1;
+  const std::optional<Field> named = fieldOf(code_, i);
+  const auto found = std::ranges::find_if(fields_, [&](const Field& each) { return named && each.isSame(*named); });
+  return found == fields_.end() ? -1 : code_.registers + static_cast<int32_t>(found - fields_.begin());
 }
 
 bool Graph::mustNotBeArray(int32_t slot) {

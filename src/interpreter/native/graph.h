@@ -36,7 +36,7 @@ class Graph {
  public:
   /// The loop that the jump backwards at `back` closes, its body about to begin, with what the
   /// registers hold.
-  Graph(const Context& context, const Code& code, const Liveness& liveness, int32_t back, const Storable* registers);
+  Graph(const Context& context, const Code& code, const Liveness& liveness, int32_t back, Storable* registers);
   /// A whole unit, its first slots being inputs of these kinds and the others nothing.
   Graph(const Context& context, const Code& code, const Liveness& liveness, const Kinds& inputs);
   virtual ~Graph() = default;
@@ -58,7 +58,10 @@ class Graph {
   /// Whether some node reads or writes a register.
   bool isTouched(int32_t reg) const { return isTouched_[static_cast<size_t>(reg)]; }
   /// Where captured values lie in the words.
-  int32_t firstCaptured() const { return Layout::of(code_.registers); }
+  int32_t firstCaptured() const { return Layout::of(registerCount()); }
+  /// The registers of the frame and the fields behind them.
+  int32_t registerCount() const { return code_.registers + static_cast<int32_t>(fields_.size()); }
+  const std::vector<Field>& fields() const { return fields_; }
 
  protected:
   /// From the state before the instruction to that behind it, where it does not jump. False where
@@ -67,7 +70,12 @@ class Graph {
   /// What a jump that is taken changes besides; only the steps of loops change something.
   virtual bool takeJump(const Instruction& i) = 0;
 
-  bool isTemporary(int32_t reg) const { return reg >= code_.slotCount(); }
+  bool isTemporary(int32_t reg) const { return reg >= code_.slotCount() && !isField(reg); }
+  bool isField(int32_t reg) const { return reg >= code_.registers; }
+  /// Whether fields of the structure in this slot are registers.
+  bool hasFields(int32_t slot) const;
+  /// The register of the field that the instruction names; -1: it has none.
+  int32_t fieldRegister(const Instruction& i) const;
   const Site& siteOf(const Instruction& i) const { return code_.sites[static_cast<size_t>(i.d)]; }
   const Storable& constantAt(int32_t operand) const { return code_.constants[static_cast<size_t>(~operand)]; }
   /// The constant number that an operand is.
@@ -107,6 +115,7 @@ class Graph {
   const Liveness& liveness_;
   const Storable* const values_;  // of the registers; null for a unit
   const int32_t begin_, end_;     // first and last instruction
+  const std::vector<Field> fields_;
   const Kinds inputs_;
   std::vector<Node> nodes_;
   std::vector<std::vector<int32_t>> nodesAt_;  // by instruction

@@ -12,11 +12,14 @@ const char* operandsOf(Op op) {
   if (op <= Op::or_) return "a:bc";
   switch (op) {
     case Op::unaryPlus: case Op::unaryMinus: case Op::not_: case Op::transpose: case Op::move: case Op::assign:
-    case Op::loadName: case Op::firstOf: case Op::fieldOfName: case Op::field:
+    case Op::loadName: case Op::firstOf: case Op::fieldOfName: case Op::fieldPath: case Op::field:
       return "a:b";
+    case Op::elementField: return "a:c";
+    case Op::setField: case Op::setPath: return ":c";
+    case Op::setElementField: case Op::setFieldElement: return ":ce";
     case Op::range: case Op::joinRow: case Op::joinRows: case Op::appendRow: return "a:r";
     case Op::rangeArgument: return "a:ro";
-    case Op::checkElement: case Op::checkRange: case Op::checkSwitch: case Op::jumpOnTruth: case Op::returnValue:
+    case Op::checkElement: case Op::checkRange: case Op::checkField: case Op::checkSwitch: case Op::jumpOnTruth: case Op::returnValue:
     case Op::assignList: case Op::answer: case Op::nameStatement:
       return ":b";
     case Op::store1: case Op::jumpOnEqual: case Op::jumpOnUnequal: case Op::jumpOnLe: case Op::jumpOnLt:

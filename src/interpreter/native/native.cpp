@@ -46,6 +46,7 @@ struct HotUnit {
   std::vector<Hot> loops;
   std::vector<Kinds> beingMade;
   std::vector<Word> words;
+  std::vector<Storable*> places;  // of the fields that a loop names
   bool isCounting = false;
 };
 
@@ -145,6 +146,7 @@ VersionRef translate(Translator& translator, int32_t pc) {
     made->isForUnits = writesInPlace || (givesArray && !translator.callsItself());
   } else {
     made->noArrays = translator.noArrays();
+    made->fields = translator.fields();
     takeExits(translator, *made);
   }
   logLine(code, pc, fmt::format("translated, {} bytes, {} nodes", holder.codeSize(), translator.nodes().size()));
@@ -160,9 +162,27 @@ void giveUp(const Code& code, int32_t pc, Version& version) {
 template <class ValueOf>
 bool read(const Version& version, const ValueOf& valueOf, Word* words) {
   for (const Place& place : version.entry) {
+    if (place.type.held == Held::elements) continue;
     const Storable& value = valueOf(place.reg);
     if (!isAsGood(value, place.type)) return false;
     pass(value, place.type, words + Layout::of(place.reg) / 8);
+  }
+  return true;
+}
+
+// The same of fields; `places` then tells where each lies.
+bool readFields(const Version& version, const Code& code, Storable* registers, std::vector<Storable*>& places,
+                Word* words) {
+  static Storable missing = Storable::none();
+  places.clear();
+  for (const Field& field : version.fields) {
+    Storable* const place = placeOf(field, registers);
+    if (field.isOfElements) {
+      const auto reg = code.registers + static_cast<int32_t>(places.size());
+      if (place == nullptr) return false;
+      describe(*registers[field.slot].structure(), place, words + Layout::of(reg) / 8);
+    }
+    places.push_back(place ? place : &missing);
   }
   return true;
 }
@@ -203,14 +223,19 @@ bool readCalls(const Version& version, const Context& context, const Code& code,
 // ---- Loops
 
 // The version for what the registers hold, which is then in the words; null: there is none.
-Version* find(const Context& context, const Code& code, const Hot& loop, const Storable* registers) {
+Version* find(const Context& context, const Code& code, const Hot& loop, Storable* registers) {
   std::vector<Word>& words = code.native->words;
+  std::vector<Storable*>& places = code.native->places;
+  const auto valueOf = [&](int32_t r) -> const Storable& {
+    return r < code.registers ? registers[r] : *places[static_cast<size_t>(r - code.registers)];
+  };
   for (const VersionRef& each : loop.versions) {
-    words.resize(static_cast<size_t>(Layout::of(code.registers)) / 8);
+    words.resize(static_cast<size_t>(Layout::of(code.registers + static_cast<int32_t>(each->fields.size()))) / 8);
     const bool isNoArray = std::ranges::none_of(each->noArrays, [&](int32_t r) { return registers[r].isArray(); });
     if (!each->isUsable() || !isNoArray) continue;
     if (!readCalls(*each, context, code, registers, words)) continue;
-    if (read(*each, [&](int32_t r) -> const Storable& { return registers[r]; }, words.data())) return each.get();
+    if (!readFields(*each, code, registers, places, words.data())) continue;
+    if (read(*each, valueOf, words.data())) return each.get();
   }
   return nullptr;
 }
@@ -222,9 +247,12 @@ const Instruction* runLoop(const Code& code, int32_t pc, Version& version, Stora
   words[Layout::kRegisters / 8].data = registers;
   const auto function = functionAt<int64_t(Word*)>(version.block.get());
   const Version::Exit& exit = version.exits[static_cast<size_t>(function(words.data()))];
+  const auto placeOf = [&](int32_t reg) {
+    return reg < code.registers ? registers + reg : code.native->places[static_cast<size_t>(reg - code.registers)];
+  };
   for (const auto& [reg, type] : exit.changed) {
-    if (type.held == Held::alias) registers[reg] = registers[type.source];
-    else if (type.held != Held::array) take(type, words.data() + Layout::of(reg) / 8, registers + reg);
+    if (type.held == Held::alias) registers[reg] = *placeOf(type.source);
+    else if (type.held != Held::array) take(type, words.data() + Layout::of(reg) / 8, placeOf(reg));
   }
   const int64_t left = words[Layout::kBudget / 8].whole;
   version.done += kBudget - left;

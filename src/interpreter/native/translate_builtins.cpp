@@ -97,6 +97,9 @@ bool Translator::quickCall(const Instruction& i) {
                cc_.jae(exit());
                cc_.mov(whole(i.a), code);
              });
+    case QuickCall::lower: case QuickCall::upper:
+      return x.held == Held::character && define(i.a, scalar(Held::character)) &&
+             make([&] { changeCase(i, function == QuickCall::upper); });
     case QuickCall::exclusiveOr:
       return x.isNumber() && y.isNumber() && define(i.a, scalar(Held::logical)) &&
              make([&] { onWholes(x86::Inst::kIdXor, i.a, asTruth(i.b), asTruth(i.c)); });
@@ -108,6 +111,19 @@ bool Translator::quickCall(const Instruction& i) {
   const bool areWhole = !isComplexAbs && x.isSurelyWhole() && y.isSurelyWhole();
   return define(i.a, native::real(isRounding(function) || (keepsWhole(function) && areWhole))) &&
          make([&] { realFunction(i, function); });
+}
+
+// Of an ASCII character.
+void Translator::changeCase(const Instruction& i, bool toUpper) {
+  const Gp character = newWhole(), letter = newWhole();
+  const Label isOther = cc_.newLabel();
+  cc_.mov(character, asWhole(i.b));
+  cc_.lea(letter, x86::ptr(character, toUpper ? -'a' : -'A'));
+  cc_.cmp(letter, 26);
+  cc_.jae(isOther);
+  cc_.xor_(character, 0x20);
+  cc_.bind(isOther);
+  cc_.mov(whole(i.a), character);
 }
 
 x86::Xmm Translator::magnitude(const Xmm& x) {

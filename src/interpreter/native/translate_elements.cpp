@@ -88,44 +88,47 @@ bool Translator::read(const Instruction& i, std::initializer_list<int32_t> subsc
          });
 }
 
-// A unit writes to an array of its own; that of a loop may grow by one, if it is a vector.
 bool Translator::store(const Instruction& i) {
-  const bool isVector = i.op == Op::store1;
-  const int32_t value = isVector ? i.c : i.e;
-  const Type type = of(i.a);
-  if (type.held != Held::array || of(value).held != heldOf(type.element) || aliasesOf(i.a) > 0) return false;
-  if (!(isVector ? areSubscripts({i.b}) : type.isMatrix && areSubscripts({i.b, i.c}))) return false;
+  return i.op == Op::store1 ? store(i.a, {i.b}, i.c) : store(i.a, {i.b, i.c}, i.e);
+}
+
+// A unit writes to an array of its own; that of a loop may grow by one, if it is a vector.
+bool Translator::store(int32_t array, std::initializer_list<int32_t> subscripts, int32_t value) {
+  const bool isVector = subscripts.size() == 1;
+  const Type type = of(array);
+  if (type.held != Held::array || of(value).held != heldOf(type.element) || aliasesOf(array) > 0) return false;
+  if (!areSubscripts(subscripts) || !(isVector || type.isMatrix)) return false;
   if (!type.isWritable) {
     if (!isUnit()) return false;
     makesArrays_ = true;
     Type own = type;
     own.isWritable = true;
-    learn(i.a, own);
+    learn(array, own);
   }
   return make([&] {
-    if (!type.isWritable) makeOwn(i.a);
-    const bool mayAppend = isVector && type.element == Kind::Double && !isUnit();
+    if (!type.isWritable) makeOwn(array);
+    const bool mayAppend = isVector && type.element == Kind::Double && !isUnit() && !isField(array);
     const Label missed = mayAppend ? cc_.newLabel() : exit(), done = cc_.newLabel();
-    Gp at = isVector ? position(i.a, {i.b}, missed) : position(i.a, {i.b, i.c}, missed);
+    Gp at = position(array, subscripts, missed);
     if (mayAppend) {
-      aside_.push_back([=, this, node = node_, state = state_, &i] {
+      aside_.push_back([=, this, node = node_, state = state_] {
         node_ = node;
         state_ = state;
         cc_.bind(missed);
-        cc_.cmp(at, arrayWord(i.a, Layout::kCount));
+        cc_.cmp(at, arrayWord(array, Layout::kCount));
         cc_.jne(exit());
-        appendScalar(i.a, value, false);
+        appendScalar(array, value, false);
         cc_.jmp(done);
       });
     }
-    write(i, value, at);
+    write(array, value, at);
     cc_.bind(done);
   });
 }
 
-void Translator::write(const Instruction& i, int32_t value, Gp& position) {
-  const Kind kind = of(i.a).element;
-  const Mem element = elementAt(i.a, kind, position);
+void Translator::write(int32_t array, int32_t value, Gp& position) {
+  const Kind kind = of(array).element;
+  const Mem element = elementAt(array, kind, position);
   switch (kind) {
     case Kind::Double: cc_.vmovsd(element, asReal(value)); return;
     case Kind::Int: cc_.mov(element, asWhole(value)); return;

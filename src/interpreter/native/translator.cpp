@@ -4,13 +4,22 @@ namespace kelo::native {
 
 namespace x86 = asmjit::x86;
 
+namespace {
+
+bool quickCallIsTranslated(QuickCall f) {
+  return f < QuickCall::strcmp || f == QuickCall::lower || f == QuickCall::upper;
+}
+
+}  // namespace
+
 Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i) {
   if (i.op <= Op::or_) return &Translator::binary;
   switch (i.op) {
     case Op::unaryPlus: case Op::unaryMinus: case Op::not_: return &Translator::unary;
     case Op::begin: case Op::poll: return &Translator::nothing;
     case Op::move: case Op::loadName: case Op::assign: return &Translator::copy;
-    case Op::firstOf: case Op::checkElement: case Op::checkRange: case Op::checkTarget: return &Translator::check;
+    case Op::firstOf: case Op::checkElement: case Op::checkRange: case Op::checkTarget: case Op::checkField:
+      return &Translator::check;
     case Op::checkSwitch: return &Translator::checkSwitch;
     case Op::index: case Op::call: return &Translator::callUnit;
     case Op::assignList: return i.flag == 0 ? &Translator::refuse : nullptr;  // done by a call before it
@@ -21,8 +30,14 @@ Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i
     case Op::checkArgument: return &Translator::checkArgument;
     case Op::quickCall:
       if (static_cast<QuickCall>(i.e) >= QuickCall::ones) return &Translator::filled;
-      return static_cast<QuickCall>(i.e) < QuickCall::strcmp ? &Translator::quickCall : nullptr;
+      return quickCallIsTranslated(static_cast<QuickCall>(i.e)) ? &Translator::quickCall : nullptr;
     case Op::builtin: return isIntrinsic(code.sites[static_cast<size_t>(i.d)]) ? &Translator::builtin : nullptr;
+    case Op::checkStructure: return &Translator::checkStructure;
+    case Op::fieldOfName: case Op::fieldPath: return &Translator::readField;
+    case Op::setField: case Op::setPath: return &Translator::writeField;
+    case Op::setFieldElement: return &Translator::writeFieldElement;
+    case Op::elementField: return &Translator::readElementField;
+    case Op::setElementField: return &Translator::writeElementField;
     case Op::jump: return &Translator::jump;
     case Op::jumpOnTruth: return &Translator::jumpOnTruth;
     case Op::jumpOnEqual: case Op::jumpOnUnequal: case Op::jumpOnLe: case Op::jumpOnLt: case Op::jumpOnGe:
@@ -50,7 +65,7 @@ bool Translator::emit(asmjit::CodeHolder& holder) {
   holder.attach(&cc_);
   emits_ = true;
   cells_ = cc_.newIntPtr("cells");
-  virtuals_.resize(static_cast<size_t>(code().registers));
+  virtuals_.resize(static_cast<size_t>(registerCount()));
   labels_.resize(nodes().size());
   exitLabels_.resize(nodes().size());
   for (Label& label : labels_) label = cc_.newLabel();
@@ -107,7 +122,7 @@ void Translator::enterLoop() {
   done_ = cc_.newLabel();
   cc_.mov(budget_, wordAt(Layout::kBudget));
   const State& state = nodes().front().state;
-  for (int32_t r = 0; r < code().registers; ++r) {
+  for (int32_t r = 0; r < registerCount(); ++r) {
     if (isTouched(r)) load(r, state[static_cast<size_t>(r)]);
   }
 }
@@ -130,7 +145,7 @@ void Translator::emitExits() {
     const auto which = static_cast<size_t>(exits_[k]);
     const State& state = nodes()[which].state;
     cc_.bind(exitLabels_[which]);
-    for (int32_t r = 0; r < code().registers; ++r) {
+    for (int32_t r = 0; r < registerCount(); ++r) {
       if (state[static_cast<size_t>(r)].isChanged) save(r, state[static_cast<size_t>(r)]);
     }
     cc_.mov(result_, static_cast<int64_t>(k));
@@ -146,7 +161,7 @@ void Translator::load(int32_t reg, const Type& type) {
   if (type.held == Held::real || type.held == Held::complex) cc_.vmovsd(real(reg), wordAt(at));
   else if (type.isScalar()) cc_.mov(whole(reg), wordAt(at));
   if (type.held == Held::complex) cc_.vmovsd(real(reg, true), wordAt(at + 8));
-  if (type.held == Held::array) cc_.mov(data(reg), arrayWord(reg, Layout::kData));
+  if (type.held == Held::array || type.held == Held::elements) cc_.mov(data(reg), arrayWord(reg, Layout::kData));
 }
 
 void Translator::save(int32_t reg, const Type& type) {

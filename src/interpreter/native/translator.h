@@ -139,6 +139,7 @@ class Translator : public Graph {
   bool sizeQuery(const Instruction& i, QuickCall function);
   bool filled(const Instruction& i);
   void realFunction(const Instruction& i, QuickCall function);
+  void changeCase(const Instruction& i, bool toUpper);
   void lengthOf(int32_t array, QuickCall function, bool isRows, const Gp& length);
   void remainder(const Instruction& i, bool isMod);
   void routine(const Instruction& i, QuickCall function);
@@ -148,6 +149,7 @@ class Translator : public Graph {
   bool index(const Instruction& i);
   bool read(const Instruction& i, std::initializer_list<int32_t> subscripts);
   bool store(const Instruction& i);
+  bool store(int32_t array, std::initializer_list<int32_t> subscripts, int32_t value);
   bool append(const Instruction& i);
   bool endOf(const Instruction& i);
   bool checkArgument(const Instruction& i);
@@ -159,8 +161,17 @@ class Translator : public Graph {
   Gp position(int32_t subscript, const Mem& extent, Label missed);
   Gp position(int32_t array, std::initializer_list<int32_t> subscripts, Label missed);
   Mem elementAt(int32_t array, Kind kind, Gp& position);
-  void write(const Instruction& i, int32_t value, Gp& position);
+  void write(int32_t array, int32_t value, Gp& position);
   void appendScalar(int32_t reg, int32_t value, bool isRow);
+
+  // ---- translate_fields.cpp
+  bool checkStructure(const Instruction& i) { return hasFields(i.b); }
+  bool readField(const Instruction& i);
+  bool writeField(const Instruction& i);
+  bool writeFieldElement(const Instruction& i);
+  bool readElementField(const Instruction& i);
+  bool writeElementField(const Instruction& i);
+  Mem numberOfElement(int32_t field, int32_t subscript);
 
   // ---- translate_calls.cpp: units, and calls of them
   bool callUnit(const Instruction& i);

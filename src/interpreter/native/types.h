@@ -13,6 +13,7 @@ enum class Held : uint8_t {
   real, integer, logical, character, complex,
   array,  ///< numeric, and not a scalar
   alias,  ///< the array of another register
+  elements,  ///< a field of all elements of a structure array
 };
 
 struct Type {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 
+#include "interpreter/native/fields.h"
 #include "interpreter/native/words.h"
 
 namespace kelo::native {
@@ -54,6 +55,7 @@ struct Version {
   };
   std::vector<Exit> exits;
   std::vector<int32_t> noArrays;  ///< registers
+  std::vector<Field> fields;      ///< the registers behind those of the frame
 
   // Of a unit
   Kinds inputs;  ///< what is captured included

@@ -28,6 +28,8 @@ struct Layout {
   static constexpr int32_t result(int32_t k) { return k == 0 ? of(0) : kMoreResults + 8 * (k - 1); }
   /// Words of an array.
   static constexpr int32_t kData = 0, kCount = 8, kRows = 16, kColumns = 24;
+  /// Besides data and count, of a field of all elements.
+  static constexpr int32_t kStride = 16;
 };
 
 /// The words of an array.
