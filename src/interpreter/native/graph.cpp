@@ -210,8 +210,8 @@ bool Graph::findCall(const Instruction& i, Kinds kinds) {
     ++call_;
   }
   KnownCall made{pc, target, argumentsOf(code_, i), std::move(kinds), nullptr, firstCaptured() + capturedWords_};
+  callsItself_ = callsItself_ || target.code == &code_;
   if (isUnit() && target.code == &code_ && target.functions == context_.functions && made.inputs == inputs_) {
-    callsItself_ = true;
     awaitsResult_ = results_.empty();
     if (awaitsResult_) return false;
   } else {

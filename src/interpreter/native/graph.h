@@ -52,7 +52,7 @@ class Graph {
   bool isUnit() const { return values_ == nullptr; }
   const Kinds& inputs() const { return inputs_; }   ///< of a unit
   const Kinds& results() const { return results_; }  ///< of a unit
-  bool callsItself() const { return callsItself_; }
+  bool callsItself() const { return callsItself_; }  ///< with inputs of whatever kinds
   const std::vector<KnownCall>& calls() const { return calls_; }
   const std::vector<int32_t>& noArrays() const { return noArrays_; }
   /// Whether some node reads or writes a register.

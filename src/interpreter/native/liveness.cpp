@@ -6,8 +6,8 @@ namespace kelo::native {
 namespace {
 
 // The operands that hold temporaries, those written before the colon. A letter is an operand; 2 and
-// 4: so many from a on; r: c from b on; s: the arguments of the site; o: the
-// bases of the site and of those around it, at which `end` looks. Null: unknown.
+// 4: so many from a on; r: c from b on; s: the arguments of the site; o: the bases of the site and of
+// those around it, at which `end` looks. Null: unknown.
 const char* operandsOf(Op op) {
   if (op <= Op::or_) return "a:bc";
   switch (op) {
@@ -52,7 +52,9 @@ bool fallsThrough(const Instruction& i) {
 uint64_t Liveness::bitsOf(const Code& code, const Instruction& i, const char* operands) const {
   uint64_t bits = 0;
   const auto add = [&](int32_t first, int32_t count = 1) {
-    for (int32_t r = first - slots_; r < first - slots_ + count; ++r) bits |= r < 0 || r >= kTracked ? 0 : uint64_t{1} << r;
+    for (int32_t r = first - slots_; r < first - slots_ + count; ++r) {
+      if (r >= 0 && r < kTracked) bits |= uint64_t{1} << r;
+    }
   };
   for (; *operands != 0 && *operands != ':'; ++operands) {
     switch (*operands) {

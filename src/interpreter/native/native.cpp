@@ -2,6 +2,7 @@
 #include "interpreter/native/native.h"
 
 #include <fmt/format.h>
+#include <x86intrin.h>
 
 #include <algorithm>
 #include <array>
@@ -25,6 +26,8 @@ constexpr int32_t kPause = 64;         // times kinds may miss; and times as lon
 constexpr int32_t kNever = INT32_MAX;
 constexpr int64_t kStack = 1 << 20;    // bytes that nested calls may take
 constexpr size_t kMemory = 1 << 24;    // bytes for arrays of units
+constexpr uint64_t kTicksPerElement = 8;  // of a call that has done more than to copy arrays
+constexpr uint64_t kElementsPerSurprise = 1024;  // copied for nothing
 
 /// A loop or a unit.
 struct Hot {
@@ -88,6 +91,33 @@ void takeExits(const Translator& translator, Version& version) {
   }
 }
 
+bool canRun() {
+  static const bool hasAvx = asmjit::CpuInfo::host().features().x86().hasAVX();
+  return platform::nativeCode.allocate != nullptr && hasAvx;
+}
+
+// Memory that can be run and not be written, with what an emitter has put into the holder; null
+// where there is none.
+std::shared_ptr<const std::byte> blockOf(asmjit::CodeHolder& holder) {
+  if (holder.flatten() != asmjit::kErrorOk || holder.resolveUnresolvedLinks() != asmjit::kErrorOk) return nullptr;
+  const size_t bytes = holder.codeSize();
+  std::byte* const block = platform::nativeCode.allocate(bytes);
+  if (block == nullptr) return nullptr;
+  const bool isReady = holder.relocateToBase(reinterpret_cast<uint64_t>(block)) == asmjit::kErrorOk &&
+                       holder.copyFlattenedData(block, bytes) == asmjit::kErrorOk &&
+                       platform::nativeCode.seal(block, bytes);
+  const auto release = [bytes](std::byte* memory) { platform::nativeCode.release(memory, bytes); };
+  if (isReady) return std::shared_ptr<std::byte>(block, release);
+  release(block);
+  platform::nativeCode.allocate = nullptr;  // this machine has none to give
+  return nullptr;
+}
+
+template <class Function>
+Function* functionAt(const std::byte* code) {
+  return reinterpret_cast<Function*>(reinterpret_cast<uintptr_t>(code));
+}
+
 // A version without a block where that cannot be.
 VersionRef translate(Translator& translator, int32_t pc) {
   const Code& code = translator.code();
@@ -98,7 +128,7 @@ VersionRef translate(Translator& translator, int32_t pc) {
   if (!isWorthwhile || translator.obstacle() >= 0) logObstacle(code, pc, translator);
   asmjit::CodeHolder holder;
   if (!isWorthwhile || holder.init(asmjit::Environment::host()) != asmjit::kErrorOk) return made;
-  if (translator.emit(holder)) made->block = CodeBlock::make(holder);
+  if (translator.emit(holder)) made->block = blockOf(holder);
   if (!made->block) return made;
   const State& state = translator.nodes().front().state;
   made->entry = placesOf(state, [&](int32_t r) {
@@ -112,13 +142,14 @@ VersionRef translate(Translator& translator, int32_t pc) {
     made->bodyOffset = holder.labelOffsetFromBase(translator.body());
     made->entryOffset = holder.labelOffsetFromBase(translator.entry());
     const bool givesArray = std::ranges::any_of(made->results, &Type::isArray);
-    made->isForUnits = std::ranges::any_of(made->inputs, &Type::isWritable) || (givesArray && !translator.callsItself());
+    const bool writesInPlace = std::ranges::any_of(made->inputs, &Type::isWritable);
+    made->isForUnits = writesInPlace || (givesArray && !translator.callsItself());
   } else {
     made->noArrays = translator.noArrays();
     made->fields = translator.fields();
     takeExits(translator, *made);
   }
-  logLine(code, pc, fmt::format("translated, {} bytes, {} nodes", made->block->bytes(), translator.nodes().size()));
+  logLine(code, pc, fmt::format("translated, {} bytes, {} nodes", holder.codeSize(), translator.nodes().size()));
   return made;
 }
 
@@ -200,7 +231,8 @@ Version* find(const Context& context, const Code& code, const Hot& loop, Storabl
   };
   for (const VersionRef& each : loop.versions) {
     words.resize(static_cast<size_t>(Layout::of(code.registers + static_cast<int32_t>(each->fields.size()))) / 8);
-    if (!each->isUsable() || std::ranges::any_of(each->noArrays, [&](int32_t r) { return registers[r].isArray(); })) continue;
+    const bool isNoArray = std::ranges::none_of(each->noArrays, [&](int32_t r) { return registers[r].isArray(); });
+    if (!each->isUsable() || !isNoArray) continue;
     if (!readCalls(*each, context, code, registers, words)) continue;
     if (!readFields(*each, code, registers, places, words.data())) continue;
     if (read(*each, valueOf, words.data())) return each.get();
@@ -213,7 +245,7 @@ const Instruction* runLoop(const Code& code, int32_t pc, Version& version, Stora
   std::vector<Word>& words = code.native->words;
   words[Layout::kBudget / 8].whole = kBudget;
   words[Layout::kRegisters / 8].data = registers;
-  const auto function = version.block->at<int64_t(Word*)>(0);
+  const auto function = functionAt<int64_t(Word*)>(version.block.get());
   const Version::Exit& exit = version.exits[static_cast<size_t>(function(words.data()))];
   const auto placeOf = [&](int32_t reg) {
     return reg < code.registers ? registers + reg : code.native->places[static_cast<size_t>(reg - code.registers)];
@@ -235,7 +267,7 @@ const Instruction* runLoop(const Code& code, int32_t pc, Version& version, Stora
 bool mayBeNative(const Code& code, int32_t back) {
   const auto begin = code.instructions.begin();
   return std::all_of(begin + jumpTarget(begin[back]), begin + back + 1,
-                     [&](const Instruction& i) { return Translator::handlerOf(code, i) != nullptr; });
+                     [&](const Instruction& i) { return Translator::mayBeNative(code, i); });
 }
 
 const Instruction* enterLoop(const Context& context, const Code& code, Instruction& back, Storable* registers) {
@@ -253,7 +285,8 @@ const Instruction* enterLoop(const Context& context, const Code& code, Instructi
   Hot& loop = unit.loops[static_cast<size_t>(back.e - 1)];
   back.d = 0;
   if (Version* found = find(context, code, loop, registers)) return runLoop(code, pc, *found, registers);
-  const bool isFull = loop.versions.size() == kMostVersions;
+  const auto givenUp = std::ranges::count_if(loop.versions, [](const VersionRef& each) { return each->isGivenUp; });
+  const bool isFull = loop.versions.size() + 2 * static_cast<size_t>(givenUp) >= kMostVersions;
   const bool hasOthers = std::ranges::any_of(loop.versions, [](const VersionRef& each) { return each->isUsable(); });
   if (isFull || (hasOthers && ++loop.misses < platform::nativeCode.rounds)) {
     if (isFull) back.d = hasOthers ? kPause : kNever;
@@ -298,7 +331,8 @@ VersionRef versionFor(const Context& context, const Code& code, const Kinds& inp
   HotUnit& unit = hotUnit(code);
   auto& versions = unit.calls.versions;
   for (const VersionRef& each : versions) {
-    if (each->isUsable() && each->isGoodIn(context) && each->inputs == inputs) return each;
+    const bool isMeant = each->block && each->isGoodIn(context) && each->inputs == inputs;
+    if (isMeant) return each->isGivenUp ? nullptr : each;
   }
   std::erase_if(versions, [&](const VersionRef& each) { return each->run != context.run; });
   const bool isBeingMade = std::ranges::find(unit.beingMade, inputs) != unit.beingMade.end();
@@ -308,6 +342,16 @@ VersionRef versionFor(const Context& context, const Code& code, const Kinds& inp
   versions.push_back(translate(translator, 1));
   unit.beingMade.pop_back();
   return versions.back()->isUsable() ? versions.back() : nullptr;
+}
+
+// Of the arrays that a call has given: what the register code would not have copied.
+uint64_t elementsOf(const Version& version, const Word* words) {
+  uint64_t count = 0;
+  for (size_t k = 0; k < version.results.size(); ++k) {
+    const Word& result = words[Layout::result(static_cast<int32_t>(k)) / 8];
+    if (version.results[k].isArray()) count += static_cast<uint64_t>(static_cast<const Word*>(result.data)[1].whole);
+  }
+  return count;
 }
 
 bool callFunction(const Context& context, const Code& code, std::span<const Storable> arguments,
@@ -337,13 +381,17 @@ bool callFunction(const Context& context, const Code& code, std::span<const Stor
   }
   code.callsLeft = 0;
   fillHeader(context, words);
-  version->block->at<void(Word*)>(version->entryOffset)(words);
+  const uint64_t begin = __rdtsc();
+  functionAt<void(Word*)>(version->block.get() + version->entryOffset)(words);
   ++version->done;
   const bool hasFailed = words[Layout::kFailed / 8].whole != 0;
+  const uint64_t ticks = __rdtsc() - begin, elements = hasFailed ? 0 : elementsOf(*version, words);
+  const bool hasCopied = ticks < kTicksPerElement * elements;
   for (size_t k = 0; !hasFailed && k < results.size(); ++k) {
     take(version->results[k], words + Layout::result(static_cast<int32_t>(k)) / 8, results[k]);
   }
   version->surprises += hasFailed;
+  if (hasCopied) version->surprises += 1 + static_cast<int64_t>(elements / kElementsPerSurprise);
   if (version->isWasteful()) giveUp(code, 1, *version);
   return !hasFailed;
 }

@@ -1,6 +1,9 @@
 // Built-in functions of scalars, as quick_calls.cpp and the rows of the built-ins compute them, and
 // questions about sizes.
-#include "interpreter/native/intrinsics.h"
+#include <limits>
+#include <numbers>
+#include <string_view>
+
 #include "interpreter/native/translator.h"
 #include "platform/vector_math.h"
 
@@ -16,28 +19,54 @@ constexpr double kBelowHalf = 0.49999999999999994;  // added before truncation, 
 
 enum Rounding { kFloor = 9, kCeil = 10, kFix = 11 };  // immediate operands of the instruction
 
-VectorFunction routineOf(QuickCall function) {
-  switch (function) {
-    case QuickCall::acos: return VectorFunction::acos;
-    case QuickCall::asin: return VectorFunction::asin;
-    case QuickCall::atan: return VectorFunction::atan;
-    case QuickCall::cos: return VectorFunction::cos;
-    case QuickCall::cosh: return VectorFunction::cosh;
-    case QuickCall::exp: return VectorFunction::exp;
-    case QuickCall::log: return VectorFunction::log;
-    case QuickCall::log10: return VectorFunction::log10;
-    case QuickCall::log2: return VectorFunction::log2;
-    case QuickCall::sin: return VectorFunction::sin;
-    case QuickCall::sinh: return VectorFunction::sinh;
-    case QuickCall::tan: return VectorFunction::tan;
-    default: return VectorFunction::tanh;
-  }
-}
+// In the order of QuickCall, from acos on.
+constexpr VectorFunction kRoutines[] = {
+    VectorFunction::acos,  VectorFunction::asin, VectorFunction::atan, VectorFunction::cos, VectorFunction::cosh,
+    VectorFunction::exp,   VectorFunction::log,  VectorFunction::log10, VectorFunction::log2, VectorFunction::sin,
+    VectorFunction::sinh,  VectorFunction::tan,  VectorFunction::tanh,
+};
+static_assert(static_cast<int>(QuickCall::tanh) - static_cast<int>(QuickCall::acos) + 1 == std::size(kRoutines));
 
 // As the built-in has it computed: by a routine for arrays.
 double byRoutine(platform::VectorRoutine routine, double x) noexcept {
   routine(&x, &x, 1);
   return x;
+}
+
+// Those that native code computes without a call of their row, for scalars, beside those of
+// quick_calls.h.
+enum class Form : uint8_t { constant, complex, realPart, imaginaryPart, isNaN };
+struct Intrinsic {
+  const char* name;
+  int32_t arguments;
+  Form form;
+  Held result;
+  double value = 0;
+};
+using Limits = std::numeric_limits<double>;
+
+constexpr Intrinsic kIntrinsics[] = {
+    {"true", 0, Form::constant, Held::logical, 1},
+    {"false", 0, Form::constant, Held::logical, 0},
+    {"pi", 0, Form::constant, Held::real, std::numbers::pi},
+    {"eps", 0, Form::constant, Held::real, Limits::epsilon()},
+    {"inf", 0, Form::constant, Held::real, Limits::infinity()},
+    {"Inf", 0, Form::constant, Held::real, Limits::infinity()},
+    {"nan", 0, Form::constant, Held::real, Limits::quiet_NaN()},
+    {"NaN", 0, Form::constant, Held::real, Limits::quiet_NaN()},
+    {"complex", 2, Form::complex, Held::complex},
+    {"real", 1, Form::realPart, Held::real},
+    {"imag", 1, Form::imaginaryPart, Held::real},
+    {"isnan", 1, Form::isNaN, Held::logical},
+};
+
+// Null: it is none.
+const Intrinsic* intrinsicOf(const Site& site) {
+  if (site.row == nullptr || site.outputs > 1) return nullptr;
+  for (const Intrinsic& each : kIntrinsics) {
+    if (each.arguments == site.count && std::string_view(each.name) == site.row->name) return &each;
+  }
+  return nullptr;
 }
 
 bool isRounding(QuickCall f) {
@@ -46,7 +75,7 @@ bool isRounding(QuickCall f) {
 
 // Whether it gives whole numbers for such.
 bool keepsWhole(QuickCall f) {
-  return f == QuickCall::abs || f == QuickCall::max || f == QuickCall::min || f == QuickCall::mod || f == QuickCall::rem;
+  return f == QuickCall::abs || (f >= QuickCall::max && f <= QuickCall::rem);
 }
 
 }  // namespace
@@ -57,7 +86,6 @@ bool Translator::quickCall(const Instruction& i) {
   switch (function) {
     case QuickCall::isempty: case QuickCall::numel: case QuickCall::length: case QuickCall::size:
       return sizeQuery(i, function);
-    case QuickCall::ones: case QuickCall::zeros: return filled(i, function == QuickCall::ones ? 1 : 0);
     case QuickCall::toDouble:
       return (x.isReal() || x.held == Held::integer) && define(i.a, native::real(x.isSurelyWhole())) &&
              make([&] { setReal(i.a, asReal(i.b)); });
@@ -178,7 +206,8 @@ void Translator::routine(const Instruction& i, QuickCall function) {
     cc_.ja(exit());
   }
   const Gp address = cc_.newIntPtr();
-  cc_.mov(address, reinterpret_cast<uint64_t>(platform::vectorRoutine(routineOf(function))));
+  const auto which = kRoutines[static_cast<int>(function) - static_cast<int>(QuickCall::acos)];
+  cc_.mov(address, reinterpret_cast<uint64_t>(platform::vectorRoutine(which)));
   callCpp(&byRoutine, result, address, x);
   setReal(i.a, result);
 }
@@ -225,12 +254,13 @@ void Translator::lengthOf(int32_t array, QuickCall function, bool isRows, const 
 }
 
 // zeros(m, n) or ones(m, n) in a unit.
-bool Translator::filled(const Instruction& i, double value) {
+bool Translator::filled(const Instruction& i) {
   if (!isUnit() || !of(i.b).isNumber() || !of(i.c).isNumber()) return false;
   makesArrays_ = true;
   return define(i.a, {.held = Held::array, .isMatrix = true, .isWritable = true}) && make([&] {
            const Gp made = cc_.newIntPtr();
-           callCpp(&makeArray, made, cells_, asReal(i.b), asReal(i.c), constant(value));
+           const bool areOnes = static_cast<QuickCall>(i.e) == QuickCall::ones;
+           callCpp(&makeArray, made, cells_, asReal(i.b), asReal(i.c), constant(areOnes ? 1 : 0));
            cc_.test(made, made);
            cc_.jz(exit());
            moveArray(i.a, made);
@@ -239,36 +269,38 @@ bool Translator::filled(const Instruction& i, double value) {
 
 // ---- Others
 
+bool Translator::isIntrinsic(const Site& site) { return intrinsicOf(site) != nullptr; }
+
 bool Translator::builtin(const Instruction& i) {
   const Site& site = siteOf(i);
   const Intrinsic& intrinsic = *intrinsicOf(site);
   const int32_t x = site.first;
   const Held held = site.count > 0 ? of(x).held : Held::other;
   switch (intrinsic.form) {
-    case Intrinsic::Form::constant: break;
-    case Intrinsic::Form::complex:
+    case Form::constant: break;
+    case Form::complex:
       if (!of(x).isNumber() || !of(x + 1).isNumber()) return false;
       break;
-    case Intrinsic::Form::realPart: case Intrinsic::Form::imaginaryPart:
+    case Form::realPart: case Form::imaginaryPart:
       if (held != Held::complex) return false;
       break;
-    case Intrinsic::Form::isNaN:
+    case Form::isNaN:
       if (held != Held::real) return false;
   }
   return define(i.a, scalar(intrinsic.result)) && make([&] {
            switch (intrinsic.form) {
-             case Intrinsic::Form::constant:
+             case Form::constant:
                if (intrinsic.result == Held::real) cc_.vmovsd(real(i.a), memory(intrinsic.value));
                else cc_.mov(whole(i.a), intrinsic.value != 0 ? 1 : 0);
                return;
-             case Intrinsic::Form::complex: {
+             case Form::complex: {
                const Xmm re = asReal(x), im = asReal(x + 1);
                cc_.vmovapd(real(i.a, true), im);
                return setReal(i.a, re);
              }
-             case Intrinsic::Form::realPart: return setReal(i.a, real(x));
-             case Intrinsic::Form::imaginaryPart: return setReal(i.a, real(x, true));
-             case Intrinsic::Form::isNaN: {
+             case Form::realPart: return setReal(i.a, real(x));
+             case Form::imaginaryPart: return setReal(i.a, real(x, true));
+             case Form::isNaN: {
                const Gp isNumber = isEqual(real(x), real(x));
                cc_.test(isNumber, isNumber);
                return setTruth(i.a, Condition::kZero);

@@ -71,7 +71,7 @@ BaseReg Translator::invoke(const Version* unit, const Kinds& inputs, const Kinds
   asmjit::InvokeNode* call;
   if (unit) {
     const Gp address = cc_.newIntPtr();
-    cc_.mov(address, reinterpret_cast<uint64_t>(unit->block->begin() + unit->bodyOffset));
+    cc_.mov(address, reinterpret_cast<uint64_t>(unit->block.get() + unit->bodyOffset));
     cc_.invoke(&call, address, signatureOf(inputs, results));
   } else {
     cc_.invoke(&call, body_, signatureOf(inputs, results));

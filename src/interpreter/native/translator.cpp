@@ -1,7 +1,5 @@
 #include "interpreter/native/translator.h"
 
-#include "interpreter/native/intrinsics.h"
-
 namespace kelo::native {
 
 namespace x86 = asmjit::x86;
@@ -9,7 +7,7 @@ namespace x86 = asmjit::x86;
 namespace {
 
 bool quickCallIsTranslated(QuickCall f) {
-  return f < QuickCall::strcmp || f >= QuickCall::ones || f == QuickCall::lower || f == QuickCall::upper;
+  return f < QuickCall::strcmp || f == QuickCall::lower || f == QuickCall::upper;
 }
 
 }  // namespace
@@ -31,9 +29,9 @@ Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i
     case Op::endOf: case Op::checkExtent: return &Translator::endOf;
     case Op::checkArgument: return &Translator::checkArgument;
     case Op::quickCall:
+      if (static_cast<QuickCall>(i.e) >= QuickCall::ones) return &Translator::filled;
       return quickCallIsTranslated(static_cast<QuickCall>(i.e)) ? &Translator::quickCall : nullptr;
-    case Op::builtin:
-      return intrinsicOf(code.sites[static_cast<size_t>(i.d)]) ? &Translator::builtin : nullptr;
+    case Op::builtin: return isIntrinsic(code.sites[static_cast<size_t>(i.d)]) ? &Translator::builtin : nullptr;
     case Op::checkStructure: return &Translator::checkStructure;
     case Op::fieldOfName: case Op::fieldPath: return &Translator::readField;
     case Op::setField: case Op::setPath: return &Translator::writeField;
@@ -53,6 +51,11 @@ Translator::Handler Translator::handlerOf(const Code& code, const Instruction& i
   }
 }
 
+bool Translator::mayBeNative(const Code& code, const Instruction& i) {
+  const Handler handler = handlerOf(code, i);
+  return handler != nullptr && handler != &Translator::filled;
+}
+
 bool Translator::step(const Instruction& i) {
   const Handler handler = handlerOf(code(), i);
   return handler && (this->*handler)(i);
@@ -62,7 +65,7 @@ bool Translator::emit(asmjit::CodeHolder& holder) {
   holder.attach(&cc_);
   emits_ = true;
   cells_ = cc_.newIntPtr("cells");
-  registers_.resize(static_cast<size_t>(registerCount()));
+  virtuals_.resize(static_cast<size_t>(registerCount()));
   labels_.resize(nodes().size());
   exitLabels_.resize(nodes().size());
   for (Label& label : labels_) label = cc_.newLabel();
@@ -197,31 +200,6 @@ void Translator::jumpOn(const Instruction& i, Condition condition) {
 }
 
 // ---- Values
-
-x86::Xmm Translator::real(int32_t reg, bool isImaginary) {
-  Registers& registers = registers_[static_cast<size_t>(reg)];
-  Xmm& x = isImaginary ? registers.imaginary : registers.real;
-  if (!x.isValid()) x = newReal();
-  return x;
-}
-
-x86::Gp Translator::whole(int32_t reg) {
-  Gp& whole = registers_[static_cast<size_t>(reg)].whole;
-  if (!whole.isValid()) whole = newWhole();
-  return whole;
-}
-
-x86::Gp Translator::data(int32_t reg) {
-  Gp& data = registers_[static_cast<size_t>(reg)].data;
-  if (!data.isValid()) data = cc_.newIntPtr();
-  return data;
-}
-
-x86::Gp Translator::words(int32_t reg) {
-  Gp& words = registers_[static_cast<size_t>(reg)].words;
-  if (!words.isValid()) words = cc_.newIntPtr();
-  return words;
-}
 
 x86::Mem Translator::arrayWord(int32_t reg, int32_t word) {
   return isUnit() ? x86::ptr_64(words(reg), word) : wordAt(Layout::of(reg) + word);

@@ -35,9 +35,8 @@ class Translator : public Graph {
  public:
   using Graph::Graph;
 
-  using Handler = bool (Translator::*)(const Instruction& i);
-  /// What does an instruction of some kinds; null: nothing.
-  static Handler handlerOf(const Code& code, const Instruction& i);
+  /// Whether there is native code of an instruction in a loop, for some kinds of its operands.
+  static bool mayBeNative(const Code& code, const Instruction& i);
 
   /// Makes the code of all nodes. False when the library refuses.
   bool emit(asmjit::CodeHolder& holder);
@@ -57,6 +56,14 @@ class Translator : public Graph {
   using Extent = std::optional<int32_t>;  ///< that `end` stands for: a word of an array, or kOne
   static constexpr int32_t kOne = -1;
 
+  struct Virtuals {  // of a register
+    Xmm real, imaginary;
+    Gp whole, data, words;
+  };
+
+  using Handler = bool (Translator::*)(const Instruction& i);
+  static Handler handlerOf(const Code& code, const Instruction& i);  // null: there is none
+  static bool isIntrinsic(const Site& site);
   bool step(const Instruction& i) override;
   bool takeJump(const Instruction& i) override;
   template <class Code>
@@ -77,10 +84,18 @@ class Translator : public Graph {
   void jumpOn(const Instruction& i, Condition condition);
   void load(int32_t reg, const Type& type);
   void save(int32_t reg, const Type& type);
-  Xmm real(int32_t reg, bool isImaginary = false);
-  Gp whole(int32_t reg);  // all other scalars
-  Gp data(int32_t reg);   // of an array's elements
-  Gp words(int32_t reg);  // of a unit's array
+  template <class Register>
+  Register& made(Register& value, asmjit::TypeId type) {
+    if (!value.isValid()) cc_._newReg(&value, type);
+    return value;
+  }
+  Virtuals& virtualsOf(int32_t reg) { return virtuals_[static_cast<size_t>(reg)]; }
+  Xmm real(int32_t reg, bool isImaginary = false) {
+    return made(isImaginary ? virtualsOf(reg).imaginary : virtualsOf(reg).real, asmjit::TypeId::kFloat64x1);
+  }
+  Gp whole(int32_t reg) { return made(virtualsOf(reg).whole, asmjit::TypeId::kInt64); }    // all other scalars
+  Gp data(int32_t reg) { return made(virtualsOf(reg).data, asmjit::TypeId::kUIntPtr); }    // of an array's elements
+  Gp words(int32_t reg) { return made(virtualsOf(reg).words, asmjit::TypeId::kUIntPtr); }  // of a unit's array
   Mem wordAt(int32_t offset) const { return asmjit::x86::ptr_64(cells_, offset); }
   Mem arrayWord(int32_t reg, int32_t word);
   Xmm newReal() { return cc_.newXmmSd(); }
@@ -122,7 +137,7 @@ class Translator : public Graph {
   bool quickCall(const Instruction& i);
   bool builtin(const Instruction& i);
   bool sizeQuery(const Instruction& i, QuickCall function);
-  bool filled(const Instruction& i, double value);
+  bool filled(const Instruction& i);
   void realFunction(const Instruction& i, QuickCall function);
   void changeCase(const Instruction& i, bool toUpper);
   void lengthOf(int32_t array, QuickCall function, bool isRows, const Gp& length);
@@ -188,15 +203,10 @@ class Translator : public Graph {
     call->setRet(0, result);
   }
 
-  struct Registers {
-    Xmm real, imaginary;
-    Gp whole, data, words;
-  };
-
   asmjit::x86::Compiler cc_;
   Gp cells_, budget_, result_, memoryBefore_;
   Label done_, body_, entry_, failure_;
-  std::vector<Registers> registers_;
+  std::vector<Virtuals> virtuals_;
   std::vector<int32_t> order_;
   std::vector<Label> labels_, exitLabels_;
   std::vector<int32_t> exits_;

@@ -4,7 +4,6 @@
 #include <memory>
 #include <span>
 
-#include "interpreter/native/code_block.h"
 #include "interpreter/native/fields.h"
 #include "interpreter/native/words.h"
 
@@ -42,7 +41,7 @@ struct Place {
 struct Version {
   uint64_t run = 0;
   const LocalFunctionFile* functions = nullptr;
-  std::unique_ptr<CodeBlock> block;  ///< null: there can be none
+  std::shared_ptr<const std::byte> block;  ///< executable; null: there can be none
   bool isGivenUp = false;            ///< though others may still call it
   std::vector<Place> entry;          ///< what must be there; of a unit its inputs
   std::vector<KnownCall> calls;
