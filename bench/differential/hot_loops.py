@@ -184,6 +184,16 @@ if h > 1
   r = r + letters(t, l, h - 1);
 end
 end
+function r = table(h)
+t = [3 -1 4 1 5];
+u = [1 2; 3 4];
+r = t(mod(h, 5) + 1) + u(2, 1);
+t(2) = h;
+r = r + t(2) + t(end);
+if h > 2
+  r = r + table(h - 1) + total(u) + corner([1 2 3]);
+end
+end
 function m = lowered(m, h, n)
 m(h, n) = m(h, n) / 2;
 if h > 1
@@ -250,7 +260,7 @@ class Maker:
         fill = lambda *templates: self.filled(lambda: self.number(depth - 1), *templates)
         if self.chance(self.calls):
             return fill("root(#)", "both(#, #)", "steps(#)", "mixed(#)", "down(mod(#, 6))", "even(min(#, 9))", "f(#)", "f(#)", "h(#, #)",
-                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)", "total(x)", "total(m)", "total(t)", "total(l)", "among(x, #, 1)", "corner(m)",
+                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "table(k)", "table(numel(x))", "table(mod(round(#), 7))", "work(3, x)", "some(abs(#) + 2.5)", "total(x)", "total(m)", "total(t)", "total(l)", "among(x, #, 1)", "corner(m)",
                         "corner(e)", "permuted(x, 1, 3)", "permuted(y, 1, 4)", "noted(x, 2)", "letters(t, l, 3)", "letters(t, l, k)", "sorted(y, 1, 4)", "called(f, 3)", "called(@root, 2)", "max(numel(x), #)", "size(m, 2)", "xor(p, #)", "double(t(1))",
                         "root(#, 1)" if self.chance(0.03) else "root(2)")
         kind = self.source.randrange(20)

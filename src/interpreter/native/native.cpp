@@ -139,6 +139,7 @@ VersionRef translate(Translator& translator, int32_t pc) {
   made->inputs = translator.inputs();
   made->results = translator.results();
   if (translator.isUnit()) {
+    made->constants = translator.takeConstants();
     made->bodyOffset = holder.labelOffsetFromBase(translator.body());
     made->entryOffset = holder.labelOffsetFromBase(translator.entry());
     const bool givesArray = std::ranges::any_of(made->results, &Type::isArray);

@@ -119,6 +119,7 @@ x86::Gp Translator::asTruth(int32_t operand) {
 bool Translator::copy(int32_t to, int32_t from) {
   Type type = of(from);
   if (type.isScalar()) return define(to, type) && make([&] { move(to, from); });
+  if (from < 0) return copyConstant(to, constantAt(from));
   if (!type.isArray()) return false;
   const int32_t array = arrayAt(from);
   type = of(array);
@@ -133,6 +134,19 @@ bool Translator::copy(int32_t to, int32_t from) {
     learn(array, type);
   }
   return define(to, type) && make([&] { moveArray(to, words(array)); });
+}
+
+// A unit looks at an array that is written in its text where it lies.
+bool Translator::copyConstant(int32_t to, const Storable& array) {
+  Type type = typeOf(array);
+  type.isWritable = false;
+  return isUnit() && type.isArray() && define(to, type) && make([&] {
+           Word* const words = constants_.emplace_back(std::make_unique<Word[]>(Layout::kWords)).get();
+           describe(*array.numeric(), words);
+           const Gp place = cc_.newIntPtr();
+           cc_.mov(place, reinterpret_cast<uint64_t>(words));
+           moveArray(to, place);
+         });
 }
 
 void Translator::move(int32_t to, int32_t from) {

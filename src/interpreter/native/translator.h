@@ -42,6 +42,8 @@ class Translator : public Graph {
   bool emit(asmjit::CodeHolder& holder);
   /// The nodes that are exits; the function gives an index into them.
   const std::vector<int32_t>& exits() const { return exits_; }
+  /// The words of arrays at which the code looks.
+  Constants takeConstants() { return std::move(constants_); }
   /// Of a unit: where its code begins, and where code that calls it with all in the words.
   asmjit::Label body() const { return body_; }
   asmjit::Label entry() const { return entry_; }
@@ -108,6 +110,7 @@ class Translator : public Graph {
   bool unary(const Instruction& i);
   bool copy(const Instruction& i) { return copy(i.a, i.b); }
   bool copy(int32_t to, int32_t from);
+  bool copyConstant(int32_t to, const Storable& array);
   bool check(const Instruction& i) { return of(i.op == Op::checkTarget ? i.a : i.b).held != Held::other; }
   bool checkSwitch(const Instruction& i) { return of(i.b).isScalar(); }
   bool jump(const Instruction& i);
@@ -207,6 +210,7 @@ class Translator : public Graph {
   Gp cells_, budget_, result_, memoryBefore_;
   Label done_, body_, entry_, failure_;
   std::vector<Virtuals> virtuals_;
+  Constants constants_;
   std::vector<int32_t> order_;
   std::vector<Label> labels_, exitLabels_;
   std::vector<int32_t> exits_;

@@ -58,6 +58,7 @@ struct Version {
   std::vector<Field> fields;      ///< the registers behind those of the frame
 
   // Of a unit
+  Constants constants;
   Kinds inputs;  ///< what is captured included
   Kinds results;
   uint64_t bodyOffset = 0;   ///< of a function of the words and the inputs

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 #include "interpreter/native/native.h"
 #include "interpreter/native/types.h"
@@ -31,6 +33,9 @@ struct Layout {
   /// Besides data and count, of a field of all elements.
   static constexpr int32_t kStride = 16;
 };
+
+/// The words of arrays that lie somewhere for ever.
+using Constants = std::vector<std::unique_ptr<Word[]>>;
 
 /// The words of an array.
 inline void describe(const NumericArray& array, Word* words) {
