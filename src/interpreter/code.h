@@ -115,6 +115,19 @@ enum class Op : uint16_t {
   returnFunction, // the end of a function or a script
   returnValue,    // b is the result of a handle
 };
+/// All operations, in the order of Op.
+#define KELO_OPERATIONS(X) \
+  X(plus) X(minus) X(dmult) X(mult) X(eqeq) X(neq) X(le) X(lt) X(ge) X(gt) X(dpower) X(power) X(ldivide) \
+  X(mldivide) X(mrdivide) X(rdivide) X(and_) X(or_) X(unaryPlus) X(unaryMinus) X(not_) X(transpose) X(range) \
+  X(rangeArgument) X(joinRow) X(appendRow) X(appendText) X(joinRows) X(checkElement) X(checkRange) X(begin) X(move) \
+  X(loadName) X(assign) X(assignList) X(firstOf) X(store) X(store1) X(store2) X(checkTarget) X(erase) X(index) \
+  X(index1) X(index2) X(call) X(builtin) X(quickCall) X(endOf) X(colon) X(checkExtent) X(checkArgument) \
+  X(makeHandle) X(checkStructure) X(fieldOfName) X(fieldPath) X(field) X(elementField) X(checkField) X(namedField) \
+  X(setField) X(setNamedField) X(setPath) X(setElementField) X(setFieldElement) X(setFieldElement2) \
+  X(makeStructure) X(chainBegin) X(checkChain) X(chainIndices) X(chainField) X(chainNamedField) X(chainAssign) \
+  X(chainErase) X(jump) X(jumpOnTruth) X(jumpOnEqual) X(jumpOnUnequal) X(jumpOnLe) X(jumpOnLt) X(jumpOnGe) \
+  X(jumpOnGt) X(forRange) X(rangeStep) X(forArray) X(arrayStep) X(checkSwitch) X(caseJump) X(answer) \
+  X(nameStatement) X(showName) X(poll) X(fail) X(returnFunction) X(returnValue)
 inline constexpr Op operator+(Op op, int n) { return static_cast<Op>(static_cast<int>(op) + n); }
 
 struct Instruction {

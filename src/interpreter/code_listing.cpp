@@ -4,6 +4,7 @@
 // of which native code may be made stands "~".
 #include "interpreter/code_listing.h"
 
+#include <algorithm>
 #include <iterator>
 #include <vector>
 
@@ -20,20 +21,14 @@
 namespace kelo {
 namespace {
 
-// In the order of Op.
-constexpr const char* kNames[] = {
-    "plus", "minus", "dmult", "mult", "eqeq", "neq", "le", "lt", "ge", "gt", "dpower", "power", "ldivide", "mldivide",
-    "mrdivide", "rdivide", "and", "or", "unaryPlus", "unaryMinus", "not", "transpose", "range", "rangeArgument",
-    "joinRow", "appendRow", "appendText", "joinRows", "checkElement", "checkRange", "begin", "move", "loadName",
-    "assign", "assignList", "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2",
-    "call", "builtin", "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure",
-    "fieldOfName", "fieldPath", "field", "elementField", "checkField", "namedField", "setField", "setNamedField",
-    "setPath", "setElementField", "setFieldElement", "setFieldElement2", "makeStructure", "chainBegin", "checkChain", "chainIndices", "chainField",
-    "chainNamedField", "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual", "jumpOnUnequal", "jumpOnLe",
-    "jumpOnLt", "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep", "checkSwitch", "caseJump",
-    "answer", "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
-};
-static_assert(std::size(kNames) == static_cast<size_t>(Op::returnValue) + 1);
+#define KELO_NAME(name) #name,
+constexpr std::string_view kNames[] = {KELO_OPERATIONS(KELO_NAME)};
+#undef KELO_NAME
+#define KELO_OPERATION(name) Op::name,
+constexpr Op kOperations[] = {KELO_OPERATIONS(KELO_OPERATION)};
+#undef KELO_OPERATION
+static_assert(std::ranges::is_sorted(kOperations) && kOperations[0] == Op() &&
+              std::size(kOperations) == static_cast<size_t>(Op::returnValue) + 1);
 
 std::string operandText(const Code& code, int32_t operand) {
   if (operand >= code.slotCount()) return fmt::format("t{}", operand - code.slotCount());
@@ -133,7 +128,10 @@ void append(std::string& out, const Code& code, const std::vector<std::string_vi
 
 }  // namespace
 
-const char* operationName(Op op) { return kNames[static_cast<size_t>(op)]; }
+std::string_view operationName(Op op) {
+  const std::string_view name = kNames[static_cast<size_t>(op)];
+  return name.substr(0, name.find('_'));  // of and_, or_ and not_
+}
 
 std::string listing(KeloNode& program, std::string_view source, const BuiltinTable& builtins) {
   std::string out;

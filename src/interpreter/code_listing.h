@@ -17,6 +17,6 @@ class KeloNode;
 std::string listing(KeloNode& program, std::string_view source, const BuiltinTable& builtins);
 
 /// "plus", "rangeStep".
-const char* operationName(Op op);
+std::string_view operationName(Op op);
 
 }  // namespace kelo

@@ -223,7 +223,8 @@ bool spanOf(const Storable& subscript, int64_t extent, Block::Span* span) {
 bool blockOf(const Storable& array, const Storable& row, const Storable& column, Block* block) {
   if (!array.isNumeric() || !array.size().isMatrix()) return false;
   block->stride = array.size().rows();
-  if (!spanOf(row, block->stride, &block->rows) || !spanOf(column, array.size().columns(), &block->columns)) return false;
+  if (!spanOf(row, block->stride, &block->rows)) return false;
+  if (!spanOf(column, array.size().columns(), &block->columns)) return false;
   return block->rows.count <= kMostOfMatrix && block->columns.count <= kMostOfMatrix && block->count() > 1 &&
          block->count() <= kMostOfMatrix;
 }

@@ -102,7 +102,8 @@ inline bool storeScalar(Storable& target, const Storable& subscript, const Stora
   const int64_t position = plainPosition(i, array.numElements());
   if (position >= 0) return putScalar(array, position, value);
   if (i != static_cast<double>(array.numElements()) + 1 || !value.isScalarOf(array.kind())) return false;
-  return (value.isDoubleScalar() && appendScalar(array, value.doubleScalar())) || appendElement(array, *value.numeric());
+  if (value.isDoubleScalar() && appendScalar(array, value.doubleScalar())) return true;
+  return appendElement(array, *value.numeric());
 }
 
 inline bool storeScalar(Storable& target, const Storable& row, const Storable& column, const Storable& value) {

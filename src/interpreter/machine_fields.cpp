@@ -181,7 +181,8 @@ bool Machine::setFieldElement(const Instruction& i, std::span<const Storable> su
   double number;
   if (found && found->isNumeric() && subscriptNumber(subscripts[0], &number)) {
     Storable& field = *writableFieldAt(variable, name, i);
-    if (areTwo ? storeScalar(field, subscripts[0], subscripts[1], at(i.e)) : storeScalar(field, subscripts[0], at(i.e))) {
+    const Storable& value = at(i.e);
+    if (areTwo ? storeScalar(field, subscripts[0], subscripts[1], value) : storeScalar(field, subscripts[0], value)) {
       return true;
     }
   }

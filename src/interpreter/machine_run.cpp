@@ -67,31 +67,35 @@ void Machine::unwind() {
   }
 }
 
-#define KELO_GENERAL(done)           \
-  {                                  \
-    frames_.back().pc = pc;          \
+#define KELO_GENERAL(done)               \
+  {                                      \
+    frames_.back().pc = pc;              \
     if (!(done)) return Outcome::failed; \
-    ++pc;                            \
-    continue;                        \
+    ++pc;                                \
+    continue;                            \
   }
-#define KELO_CALL(done)              \
-  {                                  \
-    frames_.back().pc = pc;          \
+#define KELO_CALL(done)                  \
+  {                                      \
+    frames_.back().pc = pc;              \
     if (!(done)) return Outcome::failed; \
-    goto resume;                     \
+    goto resume;                         \
   }
 
 // Goes on at instruction `to`. Each jump backwards ends a round of a loop, which may have become
 // native code.
-#define KELO_GO(to)                                                                          \
-  {                                                                                          \
-    const Instruction* const from = pc;                                                      \
-    pc = start + (to);                                                                       \
-    if (pc < from && --const_cast<Instruction&>(i).d < 0) [[unlikely]]                       \
-      pc = native::enterLoop(nativeContext(frames_.back().functions), *frames_.back().code,  \
-                             const_cast<Instruction&>(i), R);                                \
-    continue;                                                                                \
+#define KELO_GO(to)                                                                                   \
+  {                                                                                                   \
+    auto& jump = const_cast<Instruction&>(*pc);                                                       \
+    pc = start + (to);                                                                                \
+    if (pc < &jump && --jump.d < 0) [[unlikely]]                                                      \
+      pc = native::enterLoop(nativeContext(frames_.back().functions), *frames_.back().code, jump, R); \
+    continue;                                                                                         \
   }
+
+// OPTIMIZATION: from its end each operation jumps to the next by itself, which processors foresee
+// better than one jump that all share; the compiler makes the copies.
+#define KELO_LABEL(name) &&op_##name,
+#pragma GCC diagnostic ignored "-Wpedantic"  // of labels as values, which standard C++ has not
 
 // Runs until the entry frame ends or something fails; frame().pc then stands at the failed
 // instruction.
@@ -102,6 +106,7 @@ Machine::Outcome Machine::execute() {
   const Site* sites;
   const Name* names;   // of fields
   Storable scratch(0.0);
+  static const void* const kLabels[] = {KELO_OPERATIONS(KELO_LABEL)};
 
 resume:
   {
@@ -114,344 +119,343 @@ resume:
     names = top.code->names.data();
   }
   while (true) {
-    const Instruction& i = *pc;
-    switch (i.op) {
-#define KELO_BINARY(name, store)                                      \
-  case Op::name: {                                                    \
-    const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    if (Storable::areDoubleScalars(left, right)) [[likely]] {         \
-      const double x = left.doubleScalar(), y = right.doubleScalar(); \
-      R[i.a].store;                                                   \
-      ++pc;                                                           \
-      continue;                                                       \
-    }                                                                 \
-    if (scalarBinary(BinaryOp::name, left, right, &R[i.a])) {         \
-      ++pc;                                                           \
-      continue;                                                       \
-    }                                                                 \
-    KELO_GENERAL(binary(i, BinaryOp::name, &R[i.a]))                  \
+    goto* kLabels[static_cast<size_t>(pc->op)];
+#define KELO_BINARY(name, store)                                                \
+  op_##name: {                                                                  \
+    const Storable &left = operand(R, K, pc->b), &right = operand(R, K, pc->c); \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] {                   \
+      const double x = left.doubleScalar(), y = right.doubleScalar();           \
+      R[pc->a].store;                                                           \
+      ++pc;                                                                     \
+      continue;                                                                 \
+    }                                                                           \
+    if (scalarBinary(BinaryOp::name, left, right, &R[pc->a])) {                 \
+      ++pc;                                                                     \
+      continue;                                                                 \
+    }                                                                           \
+    KELO_GENERAL(binary(*pc, BinaryOp::name, &R[pc->a]))                        \
   }
-      KELO_BINARY(plus, setNumber(x + y))
-      KELO_BINARY(minus, setNumber(x - y))
-      KELO_BINARY(dmult, setNumber(x * y))
-      KELO_BINARY(mult, setNumber(x * y))
-      KELO_BINARY(mrdivide, setNumber(x / y))
-      KELO_BINARY(rdivide, setNumber(x / y))
-      KELO_BINARY(eqeq, setLogical(x == y))
-      KELO_BINARY(neq, setLogical(x != y))
-      KELO_BINARY(le, setLogical(x <= y))
-      KELO_BINARY(lt, setLogical(x < y))
-      KELO_BINARY(ge, setLogical(x >= y))
-      KELO_BINARY(gt, setLogical(x > y))
+    KELO_BINARY(plus, setNumber(x + y))
+    KELO_BINARY(minus, setNumber(x - y))
+    KELO_BINARY(dmult, setNumber(x * y))
+    KELO_BINARY(mult, setNumber(x * y))
+    KELO_BINARY(mrdivide, setNumber(x / y))
+    KELO_BINARY(rdivide, setNumber(x / y))
+    KELO_BINARY(eqeq, setLogical(x == y))
+    KELO_BINARY(neq, setLogical(x != y))
+    KELO_BINARY(le, setLogical(x <= y))
+    KELO_BINARY(lt, setLogical(x < y))
+    KELO_BINARY(ge, setLogical(x >= y))
+    KELO_BINARY(gt, setLogical(x > y))
 #undef KELO_BINARY
-      case Op::and_: case Op::or_: {
-        const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c);
-        if (left.isScalarOf(Kind::Logical) && right.isScalarOf(Kind::Logical)) {
-          const bool x = left.numeric()->asLogical().scalar(), y = right.numeric()->asLogical().scalar();
-          R[i.a].setLogical(i.op == Op::and_ ? x && y : x || y);
-          break;
-        }
-        [[fallthrough]];
+    op_and_: op_or_: {
+      const Storable &left = operand(R, K, pc->b), &right = operand(R, K, pc->c);
+      if (left.isScalarOf(Kind::Logical) && right.isScalarOf(Kind::Logical)) {
+        const bool x = left.numeric()->asLogical().scalar(), y = right.numeric()->asLogical().scalar();
+        R[pc->a].setLogical(pc->op == Op::and_ ? x && y : x || y);
+        goto next;
       }
-      case Op::dpower: case Op::power: case Op::ldivide: case Op::mldivide: {
-        const auto op = static_cast<BinaryOp>(i.op);
-        if (scalarBinary(op, operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
-        KELO_GENERAL(binary(i, op, &R[i.a]))
-      }
-      case Op::unaryPlus: KELO_GENERAL(unary(i, UnaryOp::plus))
-      case Op::unaryMinus: {
-        const Storable& x = operand(R, K, i.b);
-        if (!x.isDoubleScalar()) KELO_GENERAL(unary(i, UnaryOp::minus))
-        R[i.a].setNumber(-x.doubleScalar());
-        break;
-      }
-      case Op::not_: {
-        const Storable& x = operand(R, K, i.b);
-        if (!x.isScalarOf(Kind::Logical)) KELO_GENERAL(unary(i, UnaryOp::not_))
-        R[i.a].setLogical(!x.numeric()->asLogical().scalar());
-        break;
-      }
-      case Op::transpose: KELO_GENERAL(transpose(i))
-      case Op::range: KELO_GENERAL(range(i))
-      case Op::rangeArgument: KELO_GENERAL(rangeArgument(i))
-      case Op::joinRow: KELO_GENERAL(joinRow(i))
-      case Op::appendRow: KELO_GENERAL(appendRow(i))
-      case Op::appendText: KELO_GENERAL(appendText(i))
-      case Op::joinRows: KELO_GENERAL(joinRows(i))
-      case Op::checkElement: KELO_GENERAL(checkElement(R[i.b], placeOf(i)))
-      case Op::checkRange:
-        if (R[i.b].isNumeric()) break;
-        KELO_GENERAL(checkRange(i))
-
-      case Op::begin: break;
-      case Op::move: {
-        const Storable& from = operand(R, K, i.b);
-        if (from.isPlainScalar()) R[i.a] = from;
-        else R[i.a] = take(i.b);
-        break;
-      }
-      case Op::assign: {
-        const Storable& from = operand(R, K, i.b);
-        if (from.isPlainScalar()) {
-          R[i.a] = from;
-          break;
-        }
-        if (from.isValue()) {
-          R[i.a] = take(i.b);
-          break;
-        }
-        KELO_GENERAL(assign(R[i.a], i.b, text::kNoValueToAssign, placeOf(i)))
-      }
-      case Op::firstOf: {
-        if (R[i.b].isValue()) break;
-        KELO_GENERAL(assign(R[i.a], i.b, textAt(i.c), placeOf(i)))
-      }
-      case Op::assignList: KELO_GENERAL(assignList(i))
-      case Op::store1: {
-        const Storable &subscript = operand(R, K, i.b), &value = operand(R, K, i.c);
-        frames_.back().pc = pc;  // a shared array is copied, and appending may find no memory
-        if (storeScalar(R[i.a], subscript, value)) [[likely]] break;
-        const Storable* arguments[] = {&subscript};
-        KELO_GENERAL(store(i, arguments, 1, &value))
-      }
-      case Op::store2: {
-        const Storable &row = operand(R, K, i.b), &column = operand(R, K, i.c), &value = operand(R, K, i.e);
-        frames_.back().pc = pc;  // a shared array is copied
-        if (storeScalar(R[i.a], row, column, value)) [[likely]] break;
-        const Storable* arguments[] = {&row, &column};
-        KELO_GENERAL(store(i, arguments, 2, &value))
-      }
-      case Op::store: case Op::erase: KELO_GENERAL(storeRow(i))
-      case Op::checkTarget:
-        if (R[i.a].isArray() || R[i.a].isNone() || R[i.a].isLocalFunc()) break;
-        KELO_GENERAL(fail(placeOf(i), text::kAssignmentTargetNotArray))
-
-      case Op::loadName: {
-        const Storable& value = R[i.b];
-        if (value.isArray() || value.isFuncHandle()) {
-          R[i.a] = value;
-          break;
-        }
-        KELO_CALL(loadName(i))
-      }
-      case Op::index1: {
-        if (readScalar(R[i.b], operand(R, K, i.c), &R[i.flag ? i.flag - 1 : i.a])) [[likely]] {
-          pc += i.flag ? 2 : 1;
-          continue;
-        }
-        if (R[i.b].isFuncHandle() && operand(R, K, i.c).isPlainScalar()) {
-          Storable* const arguments = R + sites[i.d].first;
-          *arguments = operand(R, K, i.c);
-          KELO_CALL(call(i, arguments))
-        }
-        KELO_CALL(indexOrCall(i))
-      }
-      case Op::index2: {
-        if (readScalar(R[i.b], operand(R, K, i.c), operand(R, K, i.e), &R[i.flag ? i.flag - 1 : i.a])) [[likely]] {
-          pc += i.flag ? 2 : 1;
-          continue;
-        }
-        KELO_CALL(indexOrCall(i))
-      }
-      case Op::index: KELO_CALL(indexOrCall(i))
-      case Op::call: {
-        const Site& site = sites[i.d];
-        frames_.back().pc = pc;
-        if (meansTheSame(R[i.b], site) && callAgain(site, R + site.first, i.a)) [[likely]] goto resume;
-        KELO_CALL(call(i, R + site.first))
-      }
-      case Op::builtin: KELO_GENERAL(callRow(siteAt(i.d), i.a))
-      case Op::quickCall: {
-        const Storable &x = operand(R, K, i.b), &y = operand(R, K, i.c);
-        const auto function = static_cast<QuickCall>(i.e);
-        double number;
-        if (Storable::areDoubleScalars(x, y) && quickCall(function, x.doubleScalar(), y.doubleScalar(), &number)) {
-          R[i.a].setNumber(number);
-          break;
-        }
-        frames_.back().pc = pc;  // a text may find no memory
-        if (quickCall(function, x, y, &R[i.a])) break;
-        KELO_GENERAL(callQuickRow(i))
-      }
-      case Op::endOf: KELO_GENERAL(endOf(i))
-      case Op::colon: KELO_GENERAL(colon(i))
-      case Op::checkExtent: KELO_GENERAL(checkExtent(i))
-      case Op::checkArgument: {
-        const Storable& value = operand(R, K, i.a);
-        if (!i.c && value.isDoubleScalar()) break;
-        const Site& site = sites[i.d];
-        if (value.isValue() && (site.row || (!site.isTarget && !R[site.base].isArray()))) break;
-        KELO_GENERAL(checkArgument(i))
-      }
-      case Op::makeHandle: KELO_GENERAL(makeHandle(i))
-
-      case Op::checkStructure: KELO_GENERAL(structureIn(i.b, placeOf(i)) != nullptr)
-      case Op::fieldOfName:
-        if (readPlainField(R[i.b], names[i.c], i, &R[i.d ? i.d - 1 : i.a])) {
-          pc += i.d ? 2 : 1;
-          continue;
-        }
-        KELO_GENERAL(fieldOfName(i))
-      case Op::fieldPath:
-        if (!readPath(R[i.b], sites[i.d].fields, &R[i.a])) break;
-        pc = start + i.c;
-        continue;
-      case Op::field: KELO_GENERAL(field(i, nameAt(i.c), nameAt(i.d)))
-      case Op::elementField:
-        if (const Storable* field = plainElementField(R[i.b], operand(R, K, i.c), names[i.e], i)) {
-          R[i.a] = *field;
-          break;
-        }
-        KELO_GENERAL(elementField(i))
-      case Op::checkField:
-        if (R[i.b].isValue()) break;
-        KELO_GENERAL(fail(placeOf(i), text::kFieldOfMultipleOutputs))
-      case Op::namedField: KELO_GENERAL(namedField(i))
-      case Op::setField: {
-        const Storable& value = operand(R, K, i.c);
-        if (!value.isPlainScalar()) KELO_GENERAL(setField(i))
-        frames_.back().pc = pc;  // a shared structure is copied
-        if (Storable* field = writableFieldAt(R[i.a], names[i.b], i)) {
-          *field = value;
-          break;
-        }
-        if (StructArray* structure = R[i.a].structure(); structure && structure->addNext(names[i.b], value)) break;
-        KELO_GENERAL(setField(i))
-      }
-      case Op::setNamedField: KELO_GENERAL(setNamedField(i))
-      case Op::setPath: {
-        const Storable& value = operand(R, K, i.c);
-        frames_.back().pc = pc;  // a shared structure is copied
-        if (value.isPlainScalar() && writePath(R[i.a], sites[i.d].fields, value)) break;
-        KELO_GENERAL(setPath(i))
-      }
-      case Op::setElementField: KELO_GENERAL(setElementField(i))
-      case Op::setFieldElement: KELO_GENERAL(setFieldElement(i, {&operand(R, K, i.c), 1}))
-      case Op::setFieldElement2: {
-        const Storable subscripts[] = {operand(R, K, i.c), operand(R, K, i.d)};
-        KELO_GENERAL(setFieldElement(i, subscripts))
-      }
-      case Op::makeStructure: KELO_GENERAL(makeStructure(i))
-      case Op::chainBegin:
-        chains_.emplace_back(frames_.back().code->slots[static_cast<size_t>(i.a)]);
-        break;
-      case Op::checkChain: KELO_GENERAL(reachedSize(i.a, placeOf(i), nullptr))
-      case Op::chainIndices: KELO_GENERAL(chainIndices(i))
-      case Op::chainField: chains_.back().addField(nameAt(i.b)); break;
-      case Op::chainNamedField: KELO_GENERAL(chainNamedField(i))
-      case Op::chainAssign: KELO_GENERAL(chainEnd(i, false))
-      case Op::chainErase: KELO_GENERAL(chainEnd(i, true))
-
-      case Op::jump: pc = start + i.a; continue;
-      case Op::jumpOnTruth: {
-        const Storable& x = operand(R, K, i.b);
-        bool answer;
-        if (x.isScalarOf(Kind::Logical)) [[likely]] {
-          answer = x.numeric()->asLogical().scalar();
-        } else {
-          frames_.back().pc = pc;
-          if (!truth(i, &answer)) return Outcome::failed;
-        }
-        if (answer == static_cast<bool>(i.flag)) KELO_GO(i.a)
-        break;
-      }
-#define KELO_JUMP(name, op, sign)                                       \
-  case Op::name: {                                                      \
-    const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c); \
-    bool answer;                                                        \
-    if (Storable::areDoubleScalars(left, right)) [[likely]] {   \
-      answer = left.doubleScalar() sign right.doubleScalar();           \
-    } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {     \
-      answer = scratch.numeric()->asLogical().scalar();                 \
-    } else {                                                            \
-      frames_.back().pc = pc;                                           \
-      if (!compare(i, BinaryOp::op, &answer)) return Outcome::failed;   \
-    }                                                                   \
-    if (answer == static_cast<bool>(i.flag)) KELO_GO(i.a)               \
-    break;                                                              \
-  }
-      KELO_JUMP(jumpOnEqual, eqeq, ==)
-      KELO_JUMP(jumpOnUnequal, neq, !=)
-      KELO_JUMP(jumpOnLe, le, <=)
-      KELO_JUMP(jumpOnLt, lt, <)
-      KELO_JUMP(jumpOnGe, ge, >=)
-      KELO_JUMP(jumpOnGt, gt, >)
-#undef KELO_JUMP
-      case Op::forRange: {
-        double first, count;
-        if (i.c != 2 || !plainRange(R[i.b], R[i.b + 1], &first, &count)) KELO_GENERAL(forRange(i))
-        R[i.a].setNumber(first);
-        R[i.a + 1].setNumber(1);
-        R[i.a + 2].setNumber(count);
-        R[i.a + 3].setNumber(0);
-        break;
-      }
-      case Op::rangeStep: {
-        Storable* state = R + i.a;
-        const double k = state[3].doubleScalar();
-        if (!(k < state[2].doubleScalar())) break;
-        R[i.b].setNumber(k * state[1].doubleScalar() + state[0].doubleScalar());
-        state[3].setNumber(k + 1);
-        KELO_GO(i.c)
-      }
-      case Op::forArray: KELO_GENERAL(forArray(i))
-      case Op::arrayStep:
-        if (!arrayStep(i)) break;
-        KELO_GO(i.c)
-      case Op::checkSwitch:
-        if (operand(R, K, i.b).isPlainScalar()) break;
-        KELO_GENERAL(checkSwitch(i))
-      case Op::caseJump: {
-        const Storable &value = operand(R, K, i.b), &candidate = operand(R, K, i.c);
-        bool matches;
-        if (Storable::areDoubleScalars(value, candidate)) {
-          matches = value.doubleScalar() == candidate.doubleScalar();
-        } else if (!comparePlainCharacters(value, candidate, &matches)) {
-          frames_.back().pc = pc;
-          if (!caseMatches(i, &matches)) return Outcome::failed;
-        }
-        if (matches) break;
-        pc = start + i.a;
-        continue;
-      }
-
-      case Op::answer: KELO_GENERAL(answer(i.a, i.b, i.flag))
-      case Op::nameStatement: KELO_GENERAL(nameStatement(i))
-      case Op::showName:
-        frames_.back().pc = pc;
-        showValue(frames_.back().code->slots[static_cast<size_t>(i.a)], R[i.a]);
-        break;
-      case Op::poll:
-        if (app_.takeStopRequest()) [[unlikely]] {
-          frames_.back().pc = pc;
-          fail(placeOf(i), text::kTerminatedByUser);
-          return Outcome::failed;
-        }
-        break;
-      case Op::fail:
-        frames_.back().pc = pc;
-        if (i.flag) failTooDeep(placeOf(i));
-        else fail(placeOf(i), textAt(i.a));
-        return Outcome::failed;
-      case Op::returnFunction: {
-        frames_.back().pc = pc;
-        if (returnPlainly()) [[likely]] goto resume;
-        const Outcome outcome = returnFunction();
-        if (outcome != Outcome::goesOn) return outcome;
-        goto resume;
-      }
-      case Op::returnValue: {
-        frames_.back().pc = pc;
-        if (operand(R, K, i.b).isValue() && !frames_.back().isEntry) [[likely]] {
-          returnPlainly(operand(R, K, i.b));
-          goto resume;
-        }
-        const Outcome outcome = returnValue(take(i.b));
-        if (outcome != Outcome::goesOn) return outcome;
-        goto resume;
-      }
-      default: __builtin_unreachable();
     }
+    op_dpower: op_power: op_ldivide: op_mldivide: {
+      const auto op = static_cast<BinaryOp>(pc->op);
+      if (scalarBinary(op, operand(R, K, pc->b), operand(R, K, pc->c), &R[pc->a])) goto next;
+      KELO_GENERAL(binary(*pc, op, &R[pc->a]))
+    }
+    op_unaryPlus: KELO_GENERAL(unary(*pc, UnaryOp::plus))
+    op_unaryMinus: {
+      const Storable& x = operand(R, K, pc->b);
+      if (!x.isDoubleScalar()) KELO_GENERAL(unary(*pc, UnaryOp::minus))
+      R[pc->a].setNumber(-x.doubleScalar());
+      goto next;
+    }
+    op_not_: {
+      const Storable& x = operand(R, K, pc->b);
+      if (!x.isScalarOf(Kind::Logical)) KELO_GENERAL(unary(*pc, UnaryOp::not_))
+      R[pc->a].setLogical(!x.numeric()->asLogical().scalar());
+      goto next;
+    }
+    op_transpose: KELO_GENERAL(transpose(*pc))
+    op_range: KELO_GENERAL(range(*pc))
+    op_rangeArgument: KELO_GENERAL(rangeArgument(*pc))
+    op_joinRow: KELO_GENERAL(joinRow(*pc))
+    op_appendRow: KELO_GENERAL(appendRow(*pc))
+    op_appendText: KELO_GENERAL(appendText(*pc))
+    op_joinRows: KELO_GENERAL(joinRows(*pc))
+    op_checkElement: KELO_GENERAL(checkElement(R[pc->b], placeOf(*pc)))
+    op_checkRange:
+      if (R[pc->b].isNumeric()) goto next;
+      KELO_GENERAL(checkRange(*pc))
+
+    op_begin: goto next;
+    op_move: {
+      const Storable& from = operand(R, K, pc->b);
+      if (from.isPlainScalar()) R[pc->a] = from;
+      else R[pc->a] = take(pc->b);
+      goto next;
+    }
+    op_assign: {
+      const Storable& from = operand(R, K, pc->b);
+      if (from.isPlainScalar()) {
+        R[pc->a] = from;
+        goto next;
+      }
+      if (from.isValue()) {
+        R[pc->a] = take(pc->b);
+        goto next;
+      }
+      KELO_GENERAL(assign(R[pc->a], pc->b, text::kNoValueToAssign, placeOf(*pc)))
+    }
+    op_firstOf: {
+      if (R[pc->b].isValue()) goto next;
+      KELO_GENERAL(assign(R[pc->a], pc->b, textAt(pc->c), placeOf(*pc)))
+    }
+    op_assignList: KELO_GENERAL(assignList(*pc))
+    op_store1: {
+      const Storable &subscript = operand(R, K, pc->b), &value = operand(R, K, pc->c);
+      frames_.back().pc = pc;  // a shared array is copied, and appending may find no memory
+      if (storeScalar(R[pc->a], subscript, value)) [[likely]] goto next;
+      const Storable* arguments[] = {&subscript};
+      KELO_GENERAL(store(*pc, arguments, 1, &value))
+    }
+    op_store2: {
+      const Storable &row = operand(R, K, pc->b), &column = operand(R, K, pc->c), &value = operand(R, K, pc->e);
+      frames_.back().pc = pc;  // a shared array is copied
+      if (storeScalar(R[pc->a], row, column, value)) [[likely]] goto next;
+      const Storable* arguments[] = {&row, &column};
+      KELO_GENERAL(store(*pc, arguments, 2, &value))
+    }
+    op_store: op_erase: KELO_GENERAL(storeRow(*pc))
+    op_checkTarget:
+      if (R[pc->a].isArray() || R[pc->a].isNone() || R[pc->a].isLocalFunc()) goto next;
+      KELO_GENERAL(fail(placeOf(*pc), text::kAssignmentTargetNotArray))
+
+    op_loadName: {
+      const Storable& value = R[pc->b];
+      if (value.isArray() || value.isFuncHandle()) {
+        R[pc->a] = value;
+        goto next;
+      }
+      KELO_CALL(loadName(*pc))
+    }
+    op_index1: {
+      if (readScalar(R[pc->b], operand(R, K, pc->c), &R[pc->flag ? pc->flag - 1 : pc->a])) [[likely]] {
+        pc += pc->flag ? 2 : 1;
+        continue;
+      }
+      if (R[pc->b].isFuncHandle() && operand(R, K, pc->c).isPlainScalar()) {
+        Storable* const arguments = R + sites[pc->d].first;
+        *arguments = operand(R, K, pc->c);
+        KELO_CALL(call(*pc, arguments))
+      }
+      KELO_CALL(indexOrCall(*pc))
+    }
+    op_index2: {
+      Storable& result = R[pc->flag ? pc->flag - 1 : pc->a];
+      if (readScalar(R[pc->b], operand(R, K, pc->c), operand(R, K, pc->e), &result)) [[likely]] {
+        pc += pc->flag ? 2 : 1;
+        continue;
+      }
+      KELO_CALL(indexOrCall(*pc))
+    }
+    op_index: KELO_CALL(indexOrCall(*pc))
+    op_call: {
+      const Site& site = sites[pc->d];
+      frames_.back().pc = pc;
+      if (meansTheSame(R[pc->b], site) && callAgain(site, R + site.first, pc->a)) [[likely]] goto resume;
+      KELO_CALL(call(*pc, R + site.first))
+    }
+    op_builtin: KELO_GENERAL(callRow(siteAt(pc->d), pc->a))
+    op_quickCall: {
+      const Storable &x = operand(R, K, pc->b), &y = operand(R, K, pc->c);
+      const auto function = static_cast<QuickCall>(pc->e);
+      double number;
+      if (Storable::areDoubleScalars(x, y) && quickCall(function, x.doubleScalar(), y.doubleScalar(), &number)) {
+        R[pc->a].setNumber(number);
+        goto next;
+      }
+      frames_.back().pc = pc;  // a text may find no memory
+      if (quickCall(function, x, y, &R[pc->a])) goto next;
+      KELO_GENERAL(callQuickRow(*pc))
+    }
+    op_endOf: KELO_GENERAL(endOf(*pc))
+    op_colon: KELO_GENERAL(colon(*pc))
+    op_checkExtent: KELO_GENERAL(checkExtent(*pc))
+    op_checkArgument: {
+      const Storable& value = operand(R, K, pc->a);
+      if (!pc->c && value.isDoubleScalar()) goto next;
+      const Site& site = sites[pc->d];
+      if (value.isValue() && (site.row || (!site.isTarget && !R[site.base].isArray()))) goto next;
+      KELO_GENERAL(checkArgument(*pc))
+    }
+    op_makeHandle: KELO_GENERAL(makeHandle(*pc))
+
+    op_checkStructure: KELO_GENERAL(structureIn(pc->b, placeOf(*pc)) != nullptr)
+    op_fieldOfName:
+      if (readPlainField(R[pc->b], names[pc->c], *pc, &R[pc->d ? pc->d - 1 : pc->a])) {
+        pc += pc->d ? 2 : 1;
+        continue;
+      }
+      KELO_GENERAL(fieldOfName(*pc))
+    op_fieldPath:
+      if (!readPath(R[pc->b], sites[pc->d].fields, &R[pc->a])) goto next;
+      pc = start + pc->c;
+      continue;
+    op_field: KELO_GENERAL(field(*pc, nameAt(pc->c), nameAt(pc->d)))
+    op_elementField:
+      if (const Storable* field = plainElementField(R[pc->b], operand(R, K, pc->c), names[pc->e], *pc)) {
+        R[pc->a] = *field;
+        goto next;
+      }
+      KELO_GENERAL(elementField(*pc))
+    op_checkField:
+      if (R[pc->b].isValue()) goto next;
+      KELO_GENERAL(fail(placeOf(*pc), text::kFieldOfMultipleOutputs))
+    op_namedField: KELO_GENERAL(namedField(*pc))
+    op_setField: {
+      const Storable& value = operand(R, K, pc->c);
+      if (!value.isPlainScalar()) KELO_GENERAL(setField(*pc))
+      frames_.back().pc = pc;  // a shared structure is copied
+      if (Storable* field = writableFieldAt(R[pc->a], names[pc->b], *pc)) {
+        *field = value;
+        goto next;
+      }
+      StructArray* const structure = R[pc->a].structure();
+      if (structure && structure->addNext(names[pc->b], value)) goto next;
+      KELO_GENERAL(setField(*pc))
+    }
+    op_setNamedField: KELO_GENERAL(setNamedField(*pc))
+    op_setPath: {
+      const Storable& value = operand(R, K, pc->c);
+      frames_.back().pc = pc;  // a shared structure is copied
+      if (value.isPlainScalar() && writePath(R[pc->a], sites[pc->d].fields, value)) goto next;
+      KELO_GENERAL(setPath(*pc))
+    }
+    op_setElementField: KELO_GENERAL(setElementField(*pc))
+    op_setFieldElement: KELO_GENERAL(setFieldElement(*pc, {&operand(R, K, pc->c), 1}))
+    op_setFieldElement2: {
+      const Storable subscripts[] = {operand(R, K, pc->c), operand(R, K, pc->d)};
+      KELO_GENERAL(setFieldElement(*pc, subscripts))
+    }
+    op_makeStructure: KELO_GENERAL(makeStructure(*pc))
+    op_chainBegin:
+      chains_.emplace_back(frames_.back().code->slots[static_cast<size_t>(pc->a)]);
+      goto next;
+    op_checkChain: KELO_GENERAL(reachedSize(pc->a, placeOf(*pc), nullptr))
+    op_chainIndices: KELO_GENERAL(chainIndices(*pc))
+    op_chainField: chains_.back().addField(nameAt(pc->b)); goto next;
+    op_chainNamedField: KELO_GENERAL(chainNamedField(*pc))
+    op_chainAssign: KELO_GENERAL(chainEnd(*pc, false))
+    op_chainErase: KELO_GENERAL(chainEnd(*pc, true))
+
+    op_jump: pc = start + pc->a; continue;
+    op_jumpOnTruth: {
+      const Storable& x = operand(R, K, pc->b);
+      bool answer;
+      if (x.isScalarOf(Kind::Logical)) [[likely]] {
+        answer = x.numeric()->asLogical().scalar();
+      } else {
+        frames_.back().pc = pc;
+        if (!truth(*pc, &answer)) return Outcome::failed;
+      }
+      if (answer == static_cast<bool>(pc->flag)) KELO_GO(pc->a)
+      goto next;
+    }
+#define KELO_JUMP(name, op, sign)                                               \
+  op_##name: {                                                                  \
+    const Storable &left = operand(R, K, pc->b), &right = operand(R, K, pc->c); \
+    bool answer;                                                                \
+    if (Storable::areDoubleScalars(left, right)) [[likely]] {                   \
+      answer = left.doubleScalar() sign right.doubleScalar();                   \
+    } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {             \
+      answer = scratch.numeric()->asLogical().scalar();                         \
+    } else {                                                                    \
+      frames_.back().pc = pc;                                                   \
+      if (!compare(*pc, BinaryOp::op, &answer)) return Outcome::failed;         \
+    }                                                                           \
+    if (answer == static_cast<bool>(pc->flag)) KELO_GO(pc->a)                   \
+    goto next;                                                                  \
+  }
+    KELO_JUMP(jumpOnEqual, eqeq, ==)
+    KELO_JUMP(jumpOnUnequal, neq, !=)
+    KELO_JUMP(jumpOnLe, le, <=)
+    KELO_JUMP(jumpOnLt, lt, <)
+    KELO_JUMP(jumpOnGe, ge, >=)
+    KELO_JUMP(jumpOnGt, gt, >)
+#undef KELO_JUMP
+    op_forRange: {
+      double first, count;
+      if (pc->c != 2 || !plainRange(R[pc->b], R[pc->b + 1], &first, &count)) KELO_GENERAL(forRange(*pc))
+      R[pc->a].setNumber(first);
+      R[pc->a + 1].setNumber(1);
+      R[pc->a + 2].setNumber(count);
+      R[pc->a + 3].setNumber(0);
+      goto next;
+    }
+    op_rangeStep: {
+      Storable* state = R + pc->a;
+      const double k = state[3].doubleScalar();
+      if (!(k < state[2].doubleScalar())) goto next;
+      R[pc->b].setNumber(k * state[1].doubleScalar() + state[0].doubleScalar());
+      state[3].setNumber(k + 1);
+      KELO_GO(pc->c)
+    }
+    op_forArray: KELO_GENERAL(forArray(*pc))
+    op_arrayStep:
+      if (!arrayStep(*pc)) goto next;
+      KELO_GO(pc->c)
+    op_checkSwitch:
+      if (operand(R, K, pc->b).isPlainScalar()) goto next;
+      KELO_GENERAL(checkSwitch(*pc))
+    op_caseJump: {
+      const Storable &value = operand(R, K, pc->b), &candidate = operand(R, K, pc->c);
+      bool matches;
+      if (Storable::areDoubleScalars(value, candidate)) {
+        matches = value.doubleScalar() == candidate.doubleScalar();
+      } else if (!comparePlainCharacters(value, candidate, &matches)) {
+        frames_.back().pc = pc;
+        if (!caseMatches(*pc, &matches)) return Outcome::failed;
+      }
+      if (matches) goto next;
+      pc = start + pc->a;
+      continue;
+    }
+
+    op_answer: KELO_GENERAL(answer(pc->a, pc->b, pc->flag))
+    op_nameStatement: KELO_GENERAL(nameStatement(*pc))
+    op_showName:
+      frames_.back().pc = pc;
+      showValue(frames_.back().code->slots[static_cast<size_t>(pc->a)], R[pc->a]);
+      goto next;
+    op_poll:
+      if (app_.takeStopRequest()) [[unlikely]] {
+        frames_.back().pc = pc;
+        fail(placeOf(*pc), text::kTerminatedByUser);
+        return Outcome::failed;
+      }
+      goto next;
+    op_fail:
+      frames_.back().pc = pc;
+      if (pc->flag) failTooDeep(placeOf(*pc));
+      else fail(placeOf(*pc), textAt(pc->a));
+      return Outcome::failed;
+    op_returnFunction: {
+      frames_.back().pc = pc;
+      if (returnPlainly()) [[likely]] goto resume;
+      const Outcome outcome = returnFunction();
+      if (outcome != Outcome::goesOn) return outcome;
+      goto resume;
+    }
+    op_returnValue: {
+      frames_.back().pc = pc;
+      if (operand(R, K, pc->b).isValue() && !frames_.back().isEntry) [[likely]] {
+        returnPlainly(operand(R, K, pc->b));
+        goto resume;
+      }
+      const Outcome outcome = returnValue(take(pc->b));
+      if (outcome != Outcome::goesOn) return outcome;
+      goto resume;
+    }
+  next:
     ++pc;
   }
 }

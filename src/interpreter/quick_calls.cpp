@@ -160,7 +160,8 @@ bool kindChanged(const Storable& x, bool toChar, Storable* result) {
     return true;
   }
   if (scalar.is(Kind::Double)) *result = x;
-  else if (scalar.is(Kind::Char) && isPlain(scalar.asChar().scalar())) result->setNumber(scalar.asChar().scalar().word());
+  else if (scalar.is(Kind::Char) && isPlain(scalar.asChar().scalar()))
+    result->setNumber(scalar.asChar().scalar().word());
   else if (scalar.is(Kind::Logical)) result->setNumber(scalar.asLogical().scalar() ? 1 : 0);
   else return false;
   return true;

@@ -105,7 +105,8 @@ bool Visitor::lowerAppend(KeloNode& node, int32_t slot) {
 std::optional<double> Visitor::writtenNumber(KeloNode& node) {
   resolved(node);
   if (node.cache.kind == NodeKind::number && node.cache.isValid) return node.cache.number;
-  if (node.cache.kind != NodeKind::unaryOps || static_cast<UnaryOp>(node.cache.op) != UnaryOp::minus) return std::nullopt;
+  const bool isUnary = node.cache.kind == NodeKind::unaryOps;
+  if (!isUnary || static_cast<UnaryOp>(node.cache.op) != UnaryOp::minus) return std::nullopt;
   resolved(*node.cache.first);
   const NodeCache& number = node.cache.first->cache;
   return number.kind == NodeKind::number && number.isValid ? std::optional(-number.number) : std::nullopt;

@@ -163,7 +163,7 @@ void Graph::learn(int32_t reg, const Type& type) {
 }
 
 bool Graph::hasFields(int32_t slot) const {
-  return std::ranges::any_of(fields_, [&](const Field& each) { return each.slot == slot; }) && values_[slot].isStructure();
+  return std::ranges::find(fields_, slot, &Field::slot) != fields_.end() && values_[slot].isStructure();
 }
 
 int32_t Graph::fieldRegister(const Instruction& i) const {
