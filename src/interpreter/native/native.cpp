@@ -118,6 +118,15 @@ Function* functionAt(const std::byte* code) {
   return reinterpret_cast<Function*>(reinterpret_cast<uintptr_t>(code));
 }
 
+// No loop and no call: the register code is as fast as the way in.
+bool isShort(const Graph& graph) {
+  constexpr size_t kNodes = 16;
+  const auto isRound = [&](const Node& node) {
+    return node.jump >= 0 && graph.nodes()[static_cast<size_t>(node.jump)].pc <= node.pc;
+  };
+  return graph.nodes().size() <= kNodes && graph.calls().empty() && std::ranges::none_of(graph.nodes(), isRound);
+}
+
 // A version without a block where that cannot be.
 VersionRef translate(Translator& translator, int32_t pc) {
   const Code& code = translator.code();
@@ -144,7 +153,7 @@ VersionRef translate(Translator& translator, int32_t pc) {
     made->entryOffset = holder.labelOffsetFromBase(translator.entry());
     const bool givesArray = std::ranges::any_of(made->results, &Type::isArray);
     const bool writesInPlace = std::ranges::any_of(made->inputs, &Type::isWritable);
-    made->isForUnits = writesInPlace || (givesArray && !translator.callsItself());
+    made->isForUnits = writesInPlace || (givesArray && !translator.callsItself()) || isShort(translator);
   } else {
     made->noArrays = translator.noArrays();
     made->fields = translator.fields();
