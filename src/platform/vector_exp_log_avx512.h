@@ -43,23 +43,36 @@ constexpr double kRootLow[16] = {0x0p+0,     0x1.8a8p-54, -0x1.19p-55, 0x1.9bp-5
                                  0x1.d4p-56, 0x1.63p-54,  -0x1.bep-54, -0x1.42p-55, 0x1.6e8p-54, 0x1.c8p-56,
                                  0x1.7ap-54, 0x1.11p-55,  0x1.2fp-55,  -0x1.eap-54};
 
-/// exp(x) = 2^(k / 16) * exp(r), k whole and |r| up to log(2) / 32.
-inline __m512d exponential(__m512d x) {
+/// x = k * log(2) / 16 + r, k whole and |r| up to log(2) / 32; `index` is k modulo 16.
+struct Reduced {
+  __m512d k, r;
+  __m512i index;
+};
+
+inline Reduced reduced(__m512d x) {
   constexpr double kShift = 0x1.8p52;  // leaves the whole part of a sum in its low bits
   constexpr double kStepHigh = 0x1.62e42fefa39efp-5, kStepLow = 0x1.abc9e3b39803fp-60;
   const __m512d shifted = _mm512_fmadd_pd(x, all(0x1.71547652b82fep+4), all(kShift));
   const __m512d k = _mm512_sub_pd(shifted, all(kShift));
-  const __m512i index = _mm512_castpd_si512(shifted);
   const __m512d r = _mm512_fnmadd_pd(k, all(kStepLow), _mm512_fnmadd_pd(k, all(kStepHigh), x));
-  const __m512d r2 = _mm512_mul_pd(r, r);
+  return {k, r, _mm512_castpd_si512(shifted)};
+}
+
+/// exp(x) = 2^(k / 16) * exp(r).
+inline __m512d exponentialOf(const Reduced& x) {
+  const __m512d r = x.r, r2 = _mm512_mul_pd(r, r);
   const __m512d low = _mm512_fmadd_pd(r, all(1.0 / 6), all(1.0 / 2));
   const __m512d middle = _mm512_fmadd_pd(r, all(1.0 / 120), all(1.0 / 24));
   const __m512d high = _mm512_fmadd_pd(r, all(1.0 / 5040), all(1.0 / 720));
   const __m512d sum = _mm512_fmadd_pd(r2, _mm512_fmadd_pd(r2, high, middle), low);
   const __m512d less1 = _mm512_fmadd_pd(r2, sum, r);  // exp(r) - 1
-  const __m512d root = entry(kRootHigh, index);
-  const __m512d power = _mm512_add_pd(root, _mm512_fmadd_pd(root, less1, entry(kRootLow, index)));
-  const __m512d result = _mm512_scalef_pd(power, _mm512_mul_pd(k, all(1.0 / 16)));
+  const __m512d root = entry(kRootHigh, x.index);
+  const __m512d power = _mm512_add_pd(root, _mm512_fmadd_pd(root, less1, entry(kRootLow, x.index)));
+  return _mm512_scalef_pd(power, _mm512_mul_pd(x.k, all(1.0 / 16)));
+}
+
+inline __m512d exponential(__m512d x) {
+  const __m512d result = exponentialOf(reduced(x));
   const __mmask8 outside = _mm512_cmp_pd_mask(_mm512_abs_pd(x), all(708), _CMP_NLE_UQ);
   return outside == 0 ? result : _mm512_mask_mov_pd(result, outside, Sleef_finz_expd8_u10avx512f(x));
 }

@@ -96,13 +96,36 @@ bool allPowersReal(const DoubleArray& a, const DoubleArray& b) {
   return std::find(real.values().begin(), real.values().end(), false) == real.values().end();
 }
 
-// The usual exponents are loops that the compiler vectorises.
+// Where the result of two operands goes: in the place of one that nobody else holds, or in a new
+// array.
+template <class T>
+TypedArray<T> placeFor(const TypedArray<T>& a, const TypedArray<T>& b) {
+  if (!a.isScalar() && a.isUnshared()) return a;
+  if (!b.isScalar() && b.isUnshared()) return b;
+  return TypedArray<T>::uninitialized(a.isScalar() ? b.size() : a.size());
+}
+
+// The elements of the place without a copy, whoever holds it beside.
+template <class T>
+T* elementsOf(const TypedArray<T>& place) {
+  return const_cast<T*>(place.data());
+}
+
+// Small whole exponents are products, and the other usual ones loops that the compiler vectorises.
 std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
+  static const platform::WholePowerRoutine routine = platform::wholePowerRoutine();
   const auto each = [&](auto power) { return unaryLoop(std::move(bases), power); };
   if (exponent == 2) return each([](double x) noexcept { return realPower(x, 2); });
   if (exponent == 0.5) return each([](double x) noexcept { return realPower(x, 0.5); });
   if (exponent == -1) return each([](double x) noexcept { return realPower(x, -1); });
-  return std::nullopt;
+  const bool isSmall = exponent == std::floor(exponent) && std::fabs(exponent) <= platform::kMostWholePower;
+  if (routine == nullptr || bases.isScalar() || !isSmall || exponent == 0) return std::nullopt;
+  DoubleArray result = placeFor(bases, DoubleArray(exponent));
+  double* out = elementsOf(result);
+  platform::parallelFor(result.numElements(), [=, x = bases.data()](int64_t begin, int64_t end) {
+    routine(out + begin, x + begin, static_cast<int>(exponent), end - begin);
+  });
+  return result;
 }
 
 // Block by block; a scalar operand is written out for one block. REQUIRES: one size, or a scalar
@@ -110,8 +133,8 @@ std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
 DoubleArray powersOf(const DoubleArray& a, const DoubleArray& b) {
   constexpr int64_t kBlock = 512;
   static const platform::PowerRoutine routine = platform::powerRoutine();
-  auto result = DoubleArray::uninitialized(a.isScalar() ? b.size() : a.size());
-  double* out = result.writable();
+  DoubleArray result = placeFor(a, b);
+  double* out = elementsOf(result);
   double scalar[kBlock];
   if (a.isScalar() || b.isScalar()) std::fill_n(scalar, kBlock, a.isScalar() ? a.scalar() : b.scalar());
   platform::parallelFor(result.numElements(), [&, x = a.data(), y = b.data()](int64_t begin, int64_t end) {
@@ -193,21 +216,6 @@ std::optional<PlainOp> plainOpOf(BinaryOp op) {
     case BinaryOp::mrdivide: return PlainOp::divide;
     default: return std::nullopt;
   }
-}
-
-// Where the result of two operands goes: in the place of one that nobody else holds, or in a new
-// array.
-template <class T>
-TypedArray<T> placeFor(const TypedArray<T>& a, const TypedArray<T>& b) {
-  if (!a.isScalar() && a.isUnshared()) return a;
-  if (!b.isScalar() && b.isUnshared()) return b;
-  return TypedArray<T>::uninitialized(a.isScalar() ? b.size() : a.size());
-}
-
-// The elements of the place without a copy, whoever holds it beside.
-template <class T>
-T* elementsOf(const TypedArray<T>& place) {
-  return const_cast<T*>(place.data());
 }
 
 NumericArray plainly(PlainOp op, DoubleArray a, DoubleArray b) {
