@@ -225,7 +225,8 @@ TEST(Arrays, FindsAllHitsOfLargeArrays) {
     EXPECT_EQ(describe(called("find", {array})), describe(DoubleArray::column(expected)));
     for (const size_t most : {size_t{1}, size_t{11'000}, size_t{25'000}, expected.size(), expected.size() + 9}) {
       const std::vector<double> first(expected.begin(), expected.begin() + std::min(most, expected.size()));
-      EXPECT_EQ(describe(called("find", {array, num(static_cast<double>(most))})), describe(DoubleArray::column(first)));
+      const NumericArray found = called("find", {array, num(static_cast<double>(most))});
+      EXPECT_EQ(describe(found), describe(DoubleArray::column(first)));
     }
   }
 }
