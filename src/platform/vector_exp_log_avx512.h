@@ -100,6 +100,19 @@ constexpr double kLogLow[16] = {0x0p+0,         0x1.d599e8p-45,  0x1.a342c4p-45,
                                 0x0p+0,         0x0p+0,          0x0p+0,         0x1.46fb78p-44,
                                 -0x1.1b61fp-44, -0x1.87243p-45,  0x1.1ef79p-45,  -0x1.7e5dd8p-46};
 
+/// x = 2^e * m, m from 3/4 to 3/2.
+struct Scaled {
+  __m512d e, m;
+};
+
+inline Scaled scaled(__m512d x) {
+  const __m512d fraction = _mm512_getmant_pd(x, _MM_MANT_NORM_1_2, _MM_MANT_SIGN_zero);
+  const __mmask8 isLarge = _mm512_cmp_pd_mask(fraction, all(1.5), _CMP_GE_OQ);
+  const __m512d exponent = _mm512_getexp_pd(x);
+  return {_mm512_mask_add_pd(exponent, isLarge, exponent, all(1)),
+          _mm512_mask_mul_pd(fraction, isLarge, fraction, all(0.5))};
+}
+
 /// log(1 + r) - r for |r| < 0.0456.
 inline __m512d logarithmLessArgument(__m512d r) {
   const __m512d r2 = _mm512_mul_pd(r, r), r4 = _mm512_mul_pd(r2, r2);
@@ -113,14 +126,10 @@ inline __m512d logarithmLessArgument(__m512d r) {
   return _mm512_fmadd_pd(_mm512_mul_pd(r, r2), sum, _mm512_mul_pd(all(-0.5), r2));
 }
 
-/// log(x) = e * log(2) - log(c / 16) + log(1 + r), where x = 2^e * m, m from 3/4 to 3/2, and r is
+/// log(x) = e * log(2) - log(c / 16) + log(1 + r), where x = 2^e * m, and r is
 /// m * c / 16 - 1 exactly. Near 1 the first two are 0.
 inline __m512d logarithm(__m512d x) {
-  const __m512d fraction = _mm512_getmant_pd(x, _MM_MANT_NORM_1_2, _MM_MANT_SIGN_zero);
-  const __mmask8 isLarge = _mm512_cmp_pd_mask(fraction, all(1.5), _CMP_GE_OQ);
-  const __m512d exponent = _mm512_getexp_pd(x);
-  const __m512d e = _mm512_mask_add_pd(exponent, isLarge, exponent, all(1));
-  const __m512d m = _mm512_mask_mul_pd(fraction, isLarge, fraction, all(0.5));
+  const auto [e, m] = scaled(x);
   const __m512d c = _mm512_roundscale_pd(_mm512_rcp14_pd(m), 4 << 4);  // in sixteenths
   const __m512d r = _mm512_fmsub_pd(m, c, all(1));
   const __m512i index = _mm512_castpd_si512(_mm512_fmadd_pd(c, all(16), all(0x1p52)));

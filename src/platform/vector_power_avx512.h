@@ -77,14 +77,10 @@ inline __m512d logarithmBehindSquare(__m512d r) {
   return _mm512_fmadd_pd(r2, high, p3);
 }
 
-/// log(x) = e * log(2) - log(c / 128) + log(1 + r), where x = 2^e * m, m from 3/4 to 3/2, and r is
+/// log(x) = e * log(2) - log(c / 128) + log(1 + r), where x = 2^e * m, and r is
 /// m * c / 128 - 1 exactly. Near 1 the first two are 0. REQUIRES: x is positive, finite and normal
 inline TwoParts logarithmInTwoParts(__m512d x) {
-  const __m512d fraction = _mm512_getmant_pd(x, _MM_MANT_NORM_1_2, _MM_MANT_SIGN_zero);
-  const __mmask8 isLarge = _mm512_cmp_pd_mask(fraction, all(1.5), _CMP_GE_OQ);
-  const __m512d exponent = _mm512_getexp_pd(x);
-  const __m512d e = _mm512_mask_add_pd(exponent, isLarge, exponent, all(1));
-  const __m512d m = _mm512_mask_mul_pd(fraction, isLarge, fraction, all(0.5));
+  const auto [e, m] = scaled(x);
   const __m512d c = _mm512_roundscale_pd(_mm512_rcp14_pd(m), 7 << 4);  // in parts of 128
   const __m512d r = _mm512_fmsub_pd(m, c, all(1));
   const __m512i place = _mm512_castpd_si512(_mm512_fmadd_pd(c, all(128), all(0x1p52 - kFirstOfLogs)));

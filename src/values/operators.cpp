@@ -131,7 +131,8 @@ ComplexDoubleArray squares(ComplexDoubleArray z) {
 std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
   static const platform::WholePowerRoutine routine = platform::wholePowerRoutine();
   const auto each = [&](auto power) { return unaryLoop(std::move(bases), power); };
-  if (exponent == 2) return bases.isScalar() ? each([](double x) noexcept { return x * x; }) : squares(std::move(bases));
+  if (exponent == 2 && !bases.isScalar()) return squares(std::move(bases));
+  if (exponent == 2) return each([](double x) noexcept { return realPower(x, 2); });
   if (exponent == 0.5) return each([](double x) noexcept { return realPower(x, 0.5); });
   if (exponent == -1) return each([](double x) noexcept { return realPower(x, -1); });
   const bool isSmall = exponent == std::floor(exponent) && std::fabs(exponent) <= platform::kMostWholePower;
