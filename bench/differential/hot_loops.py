@@ -120,6 +120,88 @@ r = v(1);
 v(1) = v(h);
 v(h) = r;
 end
+function r = permuted(v, h, n)
+r = 0;
+if h >= n
+  r = v(1) + 2 * v(n);
+  return
+end
+for i = h:n
+  t = v(h);
+  v(h) = v(i);
+  v(i) = t;
+  r = r + permuted(v, h + 1, n) * i;
+end
+end
+function v = sorted(v, lo, hi)
+if lo < hi
+  i = lo;
+  for j = lo:hi - 1
+    if v(j) <= v(hi)
+      [v, t] = exchanged(v, i, j);
+      i = i + 1;
+    end
+  end
+  v = exchanged(v, i, hi);
+  v = sorted(v, lo, i - 1);
+  v = sorted(v, i + 1, hi);
+end
+end
+function [v, t] = exchanged(v, i, j)
+t = v(i);
+v(i) = v(j);
+v(j) = t;
+end
+function [r, w] = noted(v, n)
+w = v;
+w(1) = n;
+u = zeros(1, numel(v));
+for h = 1:numel(v)
+  u(h) = w(h) - v(h);
+end
+v = u;
+v(2) = n;
+r = v(1) + u(2) + w(end);
+if n > 1
+  [s, w] = noted(w, n - 1);
+  r = r + s + w(1);
+end
+end
+function [v, w, r] = traded(v, w, h)
+r = 0;
+if h > 0
+  [w, v, r] = traded(v, w, h - 1);
+  v(h) = w(1) + h;
+  w = marked(w, 1);
+  r = r + v(h);
+end
+end
+function r = letters(t, l, h)
+t(h) = 'q';
+l(h) = ~l(h);
+r = double(t(h)) + l(h);
+if h > 1
+  r = r + letters(t, l, h - 1);
+end
+end
+function r = table(h)
+t = [3 -1 4 1 5];
+u = [1 2; 3 4];
+r = t(mod(h, 5) + 1) + u(2, 1);
+t(2) = h;
+r = r + t(2) + t(end);
+if h > 2
+  r = r + table(h - 1) + total(u) + corner([1 2 3]);
+end
+end
+function m = lowered(m, h, n)
+m(h, n) = m(h, n) / 2;
+if h > 1
+  m = lowered(m, h - 1, n);
+elseif n > 1
+  m = lowered(m, size(m, 1), n - 1);
+end
+end
 """
 
 
@@ -155,7 +237,10 @@ class Maker:
     def element(self):
         return self.pick(f"x({self.subscript()})", f"x({self.subscript()})", f"y({self.subscript()})", f"m({self.subscript()}, {self.subscript()})",
                          f"m({self.subscript()}, {self.subscript()})", f"l({self.subscript()})", f"t({self.subscript()})", f"g({self.subscript()})",
-                         f"m({self.subscript()})", f"e({self.subscript()}, 1)")
+                         f"m({self.subscript()})", f"e({self.subscript()}, 1)", *self.fields(self.subscript))
+
+    def fields(self, subscript):
+        return ["s.u", "s.v", "s.o.w", "s.o.w", f"s.r({subscript()})", f"qs(mod({self.index()}, 3) + 1).u", f"qs({subscript()}).w"]
 
     def leaf(self):
         return self.pick(self.constant(), self.constant(), self.source.choice(NUMBERS), self.source.choice(NUMBERS),
@@ -175,8 +260,8 @@ class Maker:
         fill = lambda *templates: self.filled(lambda: self.number(depth - 1), *templates)
         if self.chance(self.calls):
             return fill("root(#)", "both(#, #)", "steps(#)", "mixed(#)", "down(mod(#, 6))", "even(min(#, 9))", "f(#)", "f(#)", "h(#, #)",
-                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "work(3, x)", "some(abs(#) + 2.5)", "total(x)", "total(m)", "total(t)", "total(l)", "among(x, #, 1)", "corner(m)",
-                        "corner(e)", "called(f, 3)", "called(@root, 2)", "max(numel(x), #)", "size(m, 2)", "xor(p, #)", "double(t(1))",
+                        "f(k)", "h(n, k)", "root(k)", "mixed(k - 3)", "steps(n)", "table(k)", "table(numel(x))", "table(mod(round(#), 7))", "work(3, x)", "some(abs(#) + 2.5)", "total(x)", "total(m)", "total(t)", "total(l)", "among(x, #, 1)", "corner(m)",
+                        "corner(e)", "permuted(x, 1, 3)", "permuted(y, 1, 4)", "noted(x, 2)", "letters(t, l, 3)", "letters(t, l, k)", "sorted(y, 1, 4)", "called(f, 3)", "called(@root, 2)", "max(numel(x), #)", "size(m, 2)", "xor(p, #)", "double(t(1))",
                         "root(#, 1)" if self.chance(0.03) else "root(2)")
         kind = self.source.randrange(20)
         if kind < 9:
@@ -209,8 +294,10 @@ class Maker:
             return f"{self.source.choice(NUMBERS)} = {self.number(depth)};"
         if kind < 20:
             return f"{self.source.choice(FLAGS)} = {self.truth(depth)};"
-        if kind < 27:
+        if kind < 24:
             return f"{self.pick('x', 'x', 'y', 'm', 'g')}({self.target()}) = {self.number(depth)};"
+        if kind < 27:
+            return f"{self.pick(*self.fields(self.target))} = {self.number(depth)};"
         if kind < 30:
             return f"m({self.target()}, {self.target()}) = {self.number(depth)};"
         if kind < 32:
@@ -220,8 +307,14 @@ class Maker:
         if kind < 35 and self.chance(0.5):
             return self.pick("[a, b] = parts(c, 3);", "[c, d, p] = parts(a, b);", "[a] = parts(d, 2);", "[a, b] = chain(mod(floor(c), 60), k);",
                              "[s1, a] = letter(t, k);", "[s1, a] = letter(x, k);", "x = marked(x, 2);", "y = marked(x, 1);", "[x, a] = shifted(x, 2);",
-                             "[y, b] = swapped(x, 3);", "t(2) = char(96 + mod(floor(abs(a)), 20));", "a = called(@(v) v + total(x), 2);",
-                             "m = marked(m, 3);", "[q, a] = parts(b, c);")
+                             "[y, b] = swapped(x, 3);", "t(2) = char(96 + mod(floor(abs(a)), 20));", "t(3) = upper(t(1));", "t = [t, lower(t(end))];", "s1 = upper(t(2));", "a = called(@(v) v + total(x), 2);",
+                             "m = marked(m, 3);", "[q, a] = parts(b, c);", "x = sorted(x, 1, min(numel(x), 6));", "y = sorted(y, 1, 4);",
+                             "[a, y] = noted(x, 3);", "[a, x] = noted(y, 2);", "[x, y, b] = traded(x, y, 2);", "[y, x, b] = traded(x, y, 3);",
+                             "m = lowered(m, 2, 2);", "e = sorted(e, 1, 3);", "[m, d] = exchanged(m, 2, k);")
+        if kind < 36 and self.chance(0.5):
+            return self.pick("s2 = s;", "s = s2;", "s.u = true;", "s.u = 'c';", "s.v = s.u;", "s.o = s2.o;", "s.r = x;", "x = s.r;", "s.r = [1 2 3];",
+                             "s.n = k;", "qs(end + 1).u = b;", "qs(2) = qs(1);", "q2 = qs;", "qs = q2(1:3);", "qs(1).w = [1 2];",
+                             "qs(2).w = 3;", "s.o.w = x;", "s.o.w = 2;", "s.u = s.u + s.o.w;", "s.r(end + 1) = 7;", "a = 3;")
         if kind < 36:
             return self.pick("x(end + 1) = a;", "x(end + 1) = k;", "y = [y, b];", "t = [t, 'z'];", "y(end + 1) = 2;", "x = [x, 1];")
         if kind < 38:
@@ -283,7 +376,9 @@ def program(source):
     maker = Maker(source)
     start = ("a = 2; b = 0.5; c = -3; d = 10; k = 1; p = true; q = false; x = [3 1 4 1 5 9]; y = [2 7 1 8]; n = length(x);\n"
              "m = [1 2 3; 4 5 6; 7 8 10]; l = [true false true false]; t = 'some text'; z = 1 + 2i; w = 0.5 - 0.25i; g = [1+i 2 3i];\n"
-             "e = [1; 2; 3]; f = @(v) v * a + 1; h = @(v, w) down(mod(v, 4)) + w;\n")
+             "s.u = 1; s.v = -0.5; s.r = [4 5 6 7 8 9]; s.o.w = 3; s2 = s; qs(3).u = 7; qs(1).u = 2; qs(2).u = 5; qs(1).w = 1;\n"
+             "qs(2).w = 2; qs(3).w = 0.5; q2 = qs; e = [1; 2; 3]; f = @(v) v * a + 1; h = @(v, w) down(mod(v, 4)) + w;\n")
     body = "".join(maker.loop(3, 0) for _ in range(source.choice([1, 1, 2])))
-    shown = "".join(f"{name}\n" for name in ["a", "b", "c", "d", "k", "p", "q", "x", "y", "m", "l", "t", "z", "w", "g", "n"])
+    shown = "".join(f"{name}\n" for name in ["a", "b", "c", "d", "k", "p", "q", "x", "y", "m", "l", "t", "z", "w", "g", "n", "s", "s2"])
+    shown += "for k = 1:numel(qs)\nqs(k)\nend\nq2(2)\n"
     return start + body + shown + FUNCTIONS

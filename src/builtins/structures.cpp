@@ -5,7 +5,7 @@
 #include "interpreter/reader.h"
 #include "messages/catalogue/text_functions.h"
 #include "messages/catalogue/values.h"
-#include "values/held_name.h"
+#include "values/chains.h"
 
 namespace kelo::builtins {
 namespace {
@@ -13,21 +13,22 @@ namespace {
 constexpr Wording kStructure{"S, field", "S", text::kStructureArray};
 constexpr Wording kField{"S, field", "field", predicate::kCharacterVector};
 
-std::string fieldNameAt(const Call& call, int position) {
+HeldName fieldNameAt(const Call& call, int position) {
   const Storable& value = call.arg(position);
-  const std::string name = read::isText(value) ? toUtf8(value.numeric()->asChar()) : "";
-  if (!followsNameRule(name)) throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
-  return name;
+  if (read::isText(value) && value.size().isRow()) {
+    HeldName name = fieldNameOf(value);
+    if (followsNameRule(name.text())) return name;
+  }
+  throw expectation(fmt::format(text::kFieldNameExpected, text::ordinal(position + 1)));
 }
 
 NodeValue structOf(Call& call) {
   StructArray result;
   for (int k = 0; k < call.count(); k += 2) {
-    const std::string name = fieldNameAt(call, k);
-    if (k + 1 == call.count()) throw expectation(fmt::format(text::kFieldWithoutValue, name));
-    const HeldName field = HeldName::of(name);
-    if (result.hasField(field)) throw expectation(fmt::format(text::kDuplicatedField, name));
-    result.writableValue(0, result.ensureField(field)) = std::move(call.arg(k + 1));
+    const HeldName name = fieldNameAt(call, k);
+    if (k + 1 == call.count()) throw expectation(fmt::format(text::kFieldWithoutValue, name.text()));
+    if (result.hasField(name)) throw expectation(fmt::format(text::kDuplicatedField, name.text()));
+    result.put(name, std::move(call.arg(k + 1)));
   }
   return NodeValue(std::move(result));
 }

@@ -24,4 +24,10 @@ int32_t jumpTarget(const Instruction& i) {
   return target ? *target : -1;
 }
 
+const std::vector<int32_t>* slotsBehind(const Code& code, const Instruction& call, int32_t result) {
+  const Instruction& next = (&call)[1];
+  const bool assigns = next.op == Op::assignList && next.b == result && next.flag == 0;
+  return assigns ? &code.sites[static_cast<size_t>(next.d)].slots : nullptr;
+}
+
 }  // namespace kelo

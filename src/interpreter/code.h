@@ -35,8 +35,7 @@ struct Code;
 struct FunctionUnit;
 
 namespace native {
-struct UnitFunctions;
-struct UnitLoops;
+struct HotUnit;
 }
 
 /// a, b, ... are the operands of an instruction.
@@ -68,6 +67,8 @@ enum class Op : uint16_t {
   erase,          // slot a (subscripts from b on) = []; site d
 
   index,          // a = register b (arguments of site d), or a call of it
+  // Of these two and fieldOfName: an element or field that is there goes at once to the slot that the
+  // next instruction would assign it to. flag, d of fieldOfName: 1 more than the slot; 0: none.
   index1,         // a = register b (c), likewise
   index2,         // a = register b (c, e)
   call,           // a = call of the name in slot b, which seems to be no variable; site d
@@ -90,7 +91,9 @@ enum class Op : uint16_t {
   setNamedField,  // field of slot a whose name is in b = c
   setPath,        // slot a, along the fields of site d, = c
   setElementField,  // field b of slot a (c) = e; site d
-  setFieldElement,  // field b of slot a, (c) = e; site d
+  setFieldElement,  // field b of slot a, (c) = e
+  setFieldElement2,  // field b of slot a, (c, d) = e
+  makeStructure,  // a = structure of the fields of site d with the values from b on
   // The general way; see Machine.
   chainBegin, checkChain, chainIndices, chainField, chainNamedField, chainAssign, chainErase,
 
@@ -118,7 +121,7 @@ struct Instruction {
   Op op;
   uint16_t flag = 0;  ///< what the operation says; of the field operations: where the field stood
   /// Of a jump backwards d is how many rounds are left until the loop is looked at, e its number
-  /// (native_loops.h).
+  /// (native.h).
   int32_t a = 0, b = 0, c = 0, d = 0, e = 0;
 };
 
@@ -186,13 +189,16 @@ struct Code {
   int32_t registers = 0;              ///< slots and temporaries
   std::vector<int32_t> outputs;       ///< slots of a function's outputs
   int32_t onlyOutput = -1;            ///< the slot, where there is one output
-  mutable std::shared_ptr<native::UnitLoops> native;  ///< loops that are hot
-  mutable std::shared_ptr<native::UnitFunctions> nativeFunctions;  ///< the unit itself, where its calls are hot
-  mutable int32_t callsLeft = 0;      ///< until native code is asked (native_functions.h)
+  mutable std::shared_ptr<native::HotUnit> native;  ///< what has become of its loops and calls
+  mutable int32_t callsLeft = 0;      ///< until native code is asked (native.h)
 
   int32_t slotCount() const { return static_cast<int32_t>(slots.size()); }
   /// The slot of a name; -1 when it has none.
   int32_t slotOf(Name name) const;
 };
+
+/// The slots to which the instruction behind a call assigns what the call leaves in `result`,
+/// showing none; null: it does something else.
+const std::vector<int32_t>* slotsBehind(const Code& code, const Instruction& call, int32_t result);
 
 }  // namespace kelo

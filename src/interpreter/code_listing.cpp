@@ -12,7 +12,7 @@
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
-#include "interpreter/native/native_loops.h"
+#include "interpreter/native/native.h"
 #include "interpreter/node_details.h"
 #include "interpreter/resolve.h"
 #include "interpreter/visitor.h"
@@ -28,7 +28,7 @@ constexpr const char* kNames[] = {
     "assign", "assignList", "firstOf", "store", "store1", "store2", "checkTarget", "erase", "index", "index1", "index2",
     "call", "builtin", "quickCall", "endOf", "colon", "checkExtent", "checkArgument", "makeHandle", "checkStructure",
     "fieldOfName", "fieldPath", "field", "elementField", "checkField", "namedField", "setField", "setNamedField",
-    "setPath", "setElementField", "setFieldElement", "chainBegin", "checkChain", "chainIndices", "chainField",
+    "setPath", "setElementField", "setFieldElement", "setFieldElement2", "makeStructure", "chainBegin", "checkChain", "chainIndices", "chainField",
     "chainNamedField", "chainAssign", "chainErase", "jump", "jumpOnTruth", "jumpOnEqual", "jumpOnUnequal", "jumpOnLe",
     "jumpOnLt", "jumpOnGe", "jumpOnGt", "forRange", "rangeStep", "forArray", "arrayStep", "checkSwitch", "caseJump",
     "answer", "nameStatement", "showName", "poll", "fail", "returnFunction", "returnValue",
@@ -70,6 +70,8 @@ const char* formOf(Op op) {
     case Op::setField: return "rfr--";
     case Op::setPath: return "r-r--";
     case Op::setElementField: case Op::setFieldElement: return "rfr-r";
+    case Op::setFieldElement2: return "rfrrr";
+    case Op::makeStructure: return "rr---";
     case Op::endOf: case Op::makeHandle: return "r----";
     case Op::fieldPath: case Op::rangeStep: case Op::arrayStep: return "rrj--";
     case Op::forArray: return "rr---";

@@ -28,7 +28,7 @@
 
 #include "interpreter/code.h"
 #include "interpreter/frame.h"
-#include "interpreter/native/context.h"
+#include "interpreter/native/native.h"
 #include "interpreter/register_stack.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
@@ -211,7 +211,8 @@ class Machine {
   bool putField(const Instruction& i, const HeldName& name);
   bool setPath(const Instruction& i);
   bool setElementField(const Instruction& i);
-  bool setFieldElement(const Instruction& i);
+  bool setFieldElement(const Instruction& i, std::span<const Storable> subscripts);
+  bool makeStructure(const Instruction& i);
   bool reachedSize(int32_t slot, KeloNode& place, SizeVector* size);
   bool chainIndices(const Instruction& i);
   bool chainNamedField(const Instruction& i);

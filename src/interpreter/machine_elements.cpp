@@ -62,6 +62,7 @@ bool Machine::indexOrCall(const Instruction& i) {
   const Storable& base = reg(i.b);
   if (base.isArray()) {
     if (count == 1 && readPiece(base, areScattered ? at(i.c) : *arguments, &reg(i.a))) return true;
+    if (areScattered && count == 2 && readPiece(base, at(i.c), at(i.e), &reg(i.a))) return true;
     std::vector<const Storable*> list;
     for (int32_t k = 0; k < count; ++k) {
       list.push_back(!areScattered ? arguments + k : k == 0 ? &at(i.c) : &at(i.e));
@@ -98,6 +99,7 @@ bool Machine::store(const Instruction& i, const Storable* const* arguments, int3
   KeloNode& place = placeOf(i);
   Storable& variable = reg(i.a);
   if (count == 1 && value && writePiece(variable, *arguments[0], *value)) return true;
+  if (count == 2 && value && writePiece(variable, *arguments[0], *arguments[1], *value)) return true;
   const bool isNew = variable.isNone() || variable.isLocalFunc();
   if (!isNew && !variable.isArray()) return fail(place, text::kAssignmentTargetNotArray);
   std::vector<Index> indices;

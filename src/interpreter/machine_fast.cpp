@@ -6,8 +6,6 @@
 namespace kelo {
 namespace {
 
-constexpr char32_t kPlainCharacters = 0x80;  // beyond them a character may be several numbers, or equal another
-
 // A scalar as a double, where that says all of it.
 bool realOf(const NumericArray& scalar, double* x) {
   switch (scalar.kind()) {
@@ -79,6 +77,11 @@ bool reals(BinaryOp op, double x, double y, Storable* result) {
 bool scalarBinary(BinaryOp op, const Storable& left, const Storable& right, Storable* result) {
   if (!left.isPlainScalar() || !right.isPlainScalar()) return false;
   const NumericArray &a = *left.numeric(), &b = *right.numeric();
+  bool areSame;
+  if ((op == BinaryOp::eqeq || op == BinaryOp::neq) && comparePlainCharacters(left, right, &areSame)) {
+    result->setLogical(areSame == (op == BinaryOp::eqeq));
+    return true;
+  }
   double x, y;
   if (realOf(a, &x) && realOf(b, &y)) return reals(op, x, y, result);
   if (a.is(Kind::Int) && b.is(Kind::Int)) return integers(op, a.asInt().scalar(), b.asInt().scalar(), result);
@@ -134,6 +137,24 @@ bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result) 
 
 // ---- Pieces
 
+bool appendElement(NumericArray& array, const NumericArray& scalar) {
+  const SizeVector& size = array.size();
+  const int64_t count = size.numElements();
+  const bool isNothing = size.isMatrix() && size.rows() == 0 && size.columns() == 0;
+  if (!size.isVector() && !isNothing) return false;
+  if (count == 0) {
+    array = scalar;
+    return true;
+  }
+  const SizeVector longer = size.isRow() ? SizeVector(1, count + 1) : SizeVector(count + 1, 1);
+  scalar.visit([&](const auto& element) {
+    auto& vector = array.as<typename std::remove_cvref_t<decltype(element)>::Element>();
+    vector.resizeVector(longer);
+    vector.writable()[count] = element.scalar();
+  });
+  return true;
+}
+
 bool readPiece(const Storable& array, const Storable& subscript, Storable* result) {
   constexpr int64_t kMost = 512;  // elements
   if (const StructArray* structures = array.structure()) {
@@ -154,6 +175,87 @@ bool readPiece(const Storable& array, const Storable& subscript, Storable* resul
     auto piece = Record::uninitialized(isColumn ? SizeVector(count, 1) : SizeVector(1, count));
     std::copy_n(record.data() + positions.first, count, piece.writable());
     return Storable(std::move(piece));
+  });
+  return true;
+}
+
+namespace {
+
+constexpr int64_t kMostOfMatrix = 512;  // elements of a piece
+
+// A piece of a matrix, in positions from 0.
+struct Block {
+  struct Span {
+    int64_t first = 0, step = 1, count = 0;
+  };
+  Span rows, columns;
+  int64_t stride;  // rows of the matrix
+
+  int64_t count() const { return rows.count * columns.count; }
+  SizeVector size() const { return {rows.count, columns.count}; }
+  template <class F>
+  void forEach(F&& at) const {
+    int64_t k = 0;
+    for (int64_t c = 0; c < columns.count; ++c) {
+      int64_t position = (columns.first + c * columns.step) * stride + rows.first;
+      for (int64_t r = 0; r < rows.count; ++r, position += rows.step) at(position, k++);
+    }
+  }
+};
+
+bool spanOf(const Storable& subscript, int64_t extent, Block::Span* span) {
+  double number;
+  if (subscript.isColon()) {
+    span->count = extent;
+    return true;
+  }
+  if (subscript.isPositions()) {
+    const EvenPositions positions = subscript.positions();
+    *span = {positions.first, positions.step, positions.count};
+    return positions.first < extent && positions.first + (span->count - 1) * span->step < extent;
+  }
+  if (!subscriptNumber(subscript, &number)) return false;
+  *span = {plainPosition(number, extent), 1, 1};
+  return span->first >= 0;
+}
+
+// Of two elements or more, but not many.
+bool blockOf(const Storable& array, const Storable& row, const Storable& column, Block* block) {
+  if (!array.isNumeric() || !array.size().isMatrix()) return false;
+  block->stride = array.size().rows();
+  if (!spanOf(row, block->stride, &block->rows) || !spanOf(column, array.size().columns(), &block->columns)) return false;
+  return block->rows.count <= kMostOfMatrix && block->columns.count <= kMostOfMatrix && block->count() > 1 &&
+         block->count() <= kMostOfMatrix;
+}
+
+}  // namespace
+
+bool readPiece(const Storable& array, const Storable& row, const Storable& column, Storable* result) {
+  Block block;
+  if (!blockOf(array, row, column, &block)) return false;
+  *result = array.numeric()->visit([&](const auto& record) {
+    auto piece = std::remove_cvref_t<decltype(record)>::uninitialized(block.size());
+    const auto* from = record.data();
+    auto* to = piece.writable();
+    block.forEach([&](int64_t position, int64_t k) { to[k] = from[position]; });
+    return Storable(std::move(piece));
+  });
+  return true;
+}
+
+bool writePiece(Storable& array, const Storable& row, const Storable& column, const Storable& value) {
+  Block block;
+  if (!value.isNumeric() || !blockOf(array, row, column, &block)) return false;
+  NumericArray& target = *array.numeric();
+  const NumericArray& given = *value.numeric();
+  if (given.kind() != target.kind() || given.identity() == target.identity()) return false;
+  if (!given.isScalar() && given.size() != block.size()) return false;
+  given.visit([&](const auto& record) {
+    using Element = typename std::remove_cvref_t<decltype(record)>::Element;
+    Element* const to = target.as<Element>().writable();
+    const Element* const from = record.data();
+    const int64_t step = record.isScalar() ? 0 : 1;
+    block.forEach([&](int64_t position, int64_t k) { to[position] = from[k * step]; });
   });
   return true;
 }

@@ -16,6 +16,16 @@ inline const Storable& operand(const Storable* registers, const Storable* consta
   return r >= 0 ? registers[r] : constants[~r];
 }
 
+constexpr uint32_t kPlainCharacters = 0x80;  // beyond them a character may be several numbers, or equal another
+
+/// Whether two ASCII characters are the same one.
+inline bool comparePlainCharacters(const Storable& a, const Storable& b, bool* areSame) {
+  if (!a.isScalarOf(Kind::Char) || !b.isScalarOf(Kind::Char)) return false;
+  const uint32_t x = a.numeric()->asChar().scalar().word(), y = b.numeric()->asChar().scalar().word();
+  *areSame = x == y;
+  return x < kPlainCharacters && y < kPlainCharacters;
+}
+
 /// Two scalars of any kinds but characters beyond ASCII. Matrices of one element are no different.
 bool scalarBinary(BinaryOp op, const Storable& a, const Storable& b, Storable* result);
 
@@ -74,30 +84,25 @@ inline bool readScalar(const Storable& array, const Storable& row, const Storabl
   return true;
 }
 
-/// Writes a scalar of the array's own kind; an array that somebody else holds is copied first.
-/// REQUIRES: the position is there
-inline bool putElement(NumericArray& array, int64_t position, const Storable& value) {
+/// Writes a scalar of the array's own kind. REQUIRES: the position is there
+inline bool putScalar(NumericArray& array, int64_t position, const Storable& value) {
   if (!value.isScalarOf(array.kind())) return false;
-  const NumericArray& scalar = *value.numeric();
-  switch (array.kind()) {
-    case Kind::Double: array.as<double>().writable()[position] = scalar.asDouble().scalar(); break;
-    case Kind::Logical: array.as<bool>().writable()[position] = scalar.asLogical().scalar(); break;
-    case Kind::Char: array.as<Character>().writable()[position] = scalar.asChar().scalar(); break;
-    case Kind::Int: array.as<int64_t>().writable()[position] = scalar.asInt().scalar(); break;
-    case Kind::Complex: array.as<ComplexDouble>().writable()[position] = scalar.asComplex().scalar(); break;
-  }
+  putElement(array, position, *value.numeric());
   return true;
 }
 
-/// A write just past the end of a vector of doubles appends.
+/// x(end + 1) = scalar, of the array's own kind, on a vector or nothing.
+bool appendElement(NumericArray& array, const NumericArray& scalar);
+
+/// A write just past the end of a vector appends.
 inline bool storeScalar(Storable& target, const Storable& subscript, const Storable& value) {
   double i;
   if (!target.isNumeric() || !subscriptNumber(subscript, &i)) return false;
   NumericArray& array = *target.numeric();
   const int64_t position = plainPosition(i, array.numElements());
-  if (position >= 0) return putElement(array, position, value);
-  return value.isDoubleScalar() && i == static_cast<double>(array.numElements()) + 1 &&
-         appendScalar(array, value.doubleScalar());
+  if (position >= 0) return putScalar(array, position, value);
+  if (i != static_cast<double>(array.numElements()) + 1 || !value.isScalarOf(array.kind())) return false;
+  return (value.isDoubleScalar() && appendScalar(array, value.doubleScalar())) || appendElement(array, *value.numeric());
 }
 
 inline bool storeScalar(Storable& target, const Storable& row, const Storable& column, const Storable& value) {
@@ -105,7 +110,7 @@ inline bool storeScalar(Storable& target, const Storable& row, const Storable& c
   if (!target.isNumeric() || !subscriptNumber(row, &i) || !subscriptNumber(column, &j)) return false;
   NumericArray& array = *target.numeric();
   const int64_t position = plainPosition(array.size(), i, j);
-  return position >= 0 && putElement(array, position, value);
+  return position >= 0 && putScalar(array, position, value);
 }
 
 /// An element of a structure array, or elements side by side of a vector or a matrix. A large piece
@@ -115,6 +120,13 @@ bool readPiece(const Storable& array, const Storable& subscript, Storable* resul
 /// Overwrites an element of a structure array with a structure of the same fields, or adds it at the
 /// end of a row.
 bool writePiece(Storable& array, const Storable& subscript, const Storable& value);
+
+/// Rows and columns of a matrix by two subscripts, each a number, a range or a colon. A large piece
+/// is left to the general operation.
+bool readPiece(const Storable& array, const Storable& row, const Storable& column, Storable* result);
+
+/// Overwrites such a piece with a number, or with a matrix of its size.
+bool writePiece(Storable& array, const Storable& row, const Storable& column, const Storable& value);
 
 /// Where a field stands; -1 where there is none. The instruction remembers it.
 inline int64_t fieldIndex(const StructArray& array, Name field, const Instruction& instruction) {
@@ -141,6 +153,17 @@ inline Storable* writableFieldAt(Storable& value, Name field, const Instruction&
   return index < 0 ? nullptr : &value.structure()->writableValue(0, index);
 }
 
+/// The field of one element of a structure array; null where that takes a closer look.
+inline const Storable* plainElementField(const Storable& array, const Storable& subscript, Name field,
+                                         const Instruction& instruction) {
+  const StructArray* structures = array.structure();
+  double number;
+  if (structures == nullptr || !subscriptNumber(subscript, &number)) return nullptr;
+  const int64_t position = plainPosition(number, structures->numElements());
+  const int64_t index = position < 0 ? -1 : fieldIndex(*structures, field, instruction);
+  return index < 0 ? nullptr : &structures->value(position, index);
+}
+
 inline bool readPlainField(const Storable& value, Name field, const Instruction& instruction, Storable* result) {
   const Storable* found = plainFieldAt(value, field, instruction);
   if (found == nullptr) return false;
@@ -156,6 +179,17 @@ inline bool readPath(const Storable& root, const std::vector<Name>& fields, Stor
     if (at == nullptr) return false;
   }
   *result = *at;
+  return true;
+}
+
+/// Writes what a row of fields leads to, which no other holder of the structures sees.
+inline bool writePath(Storable& root, const std::vector<Name>& fields, const Storable& value) {
+  Storable* at = &root;
+  for (const Name field : fields) {
+    at = writablePlainField(*at, field);
+    if (at == nullptr) return false;
+  }
+  *at = value;
   return true;
 }
 

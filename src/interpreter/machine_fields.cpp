@@ -1,4 +1,6 @@
 // Fields: read, and written along chains.
+#include <array>
+
 #include <fmt/format.h>
 
 #include "grammar/kelo_node.h"
@@ -63,16 +65,6 @@ bool Machine::elementField(const Instruction& i) {
   const Site& site = siteAt(i.d);
   const Storable& subscript = at(i.c);
   const Storable& variable = reg(i.b);
-  double number;
-  if (variable.isStructure() && subscriptNumber(subscript, &number)) {
-    const StructArray& array = *variable.structure();
-    const int64_t position = plainPosition(number, array.numElements());
-    const int64_t field = position < 0 ? -1 : fieldIndex(array, nameAt(i.e), i);
-    if (field >= 0) {
-      reg(i.a) = array.value(position, field);
-      return true;
-    }
-  }
   if (structureIn(i.b, placeOf(i)) == nullptr) return false;
   const Storable* arguments[] = {&subscript};
   Storable selected;
@@ -122,11 +114,13 @@ bool Machine::putField(const Instruction& i, const HeldName& name) {
   if (isNew || (variable.isStructure() && variable.size().isScalar())) {
     return guarded(placeOf(i), text::kStructureAssignmentFailed, [&] {
       Storable value = take(i.c);  // which may be the structure itself
-      StructArray made;
-      StructArray& array = isNew ? made : *variable.structure();
-      const int64_t field = array.ensureField(name);
-      array.writableValue(0, field) = std::move(value);
-      if (isNew) variable = std::move(made);
+      if (isNew) {
+        StructArray made;
+        made.put(name, std::move(value));
+        variable = std::move(made);
+      } else {
+        variable.structure()->put(name, std::move(value));
+      }
       return true;
     });
   }
@@ -139,12 +133,7 @@ bool Machine::putField(const Instruction& i, const HeldName& name) {
 bool Machine::setPath(const Instruction& i) {
   const Site& site = siteAt(i.d);
   Storable value = take(i.c);  // which may be the structure itself
-  Storable* target = &reg(i.a);
-  for (size_t k = 0; k < site.fields.size() && target; ++k) target = writablePlainField(*target, site.fields[k]);
-  if (target) {
-    *target = std::move(value);
-    return true;
-  }
+  if (writePath(reg(i.a), site.fields, value)) return true;
   FieldChain chain(site.name);
   for (const Name name : site.fields) chain.addField(name);
   return finishChain(chain, i.a, std::move(value), placeOf(i));
@@ -183,29 +172,42 @@ bool Machine::setElementField(const Instruction& i) {
   return finishChain(chain, i.a, take(i.e), placeOf(i));
 }
 
-// NAME.FIELD(I) = value, with a subscript that is no colon
-bool Machine::setFieldElement(const Instruction& i) {
+// NAME.FIELD(I) = value or NAME.FIELD(I, J) = value, with subscripts that are no colons
+bool Machine::setFieldElement(const Instruction& i, std::span<const Storable> subscripts) {
   const Name name = nameAt(i.b);
   Storable& variable = reg(i.a);
   const Storable* found = plainFieldAt(variable, name, i);
+  const bool areTwo = subscripts.size() == 2;
   double number;
-  if (found && found->isNumeric() && subscriptNumber(at(i.c), &number)) {
-    if (storeScalar(*writableFieldAt(variable, name, i), at(i.c), at(i.e))) return true;
+  if (found && found->isNumeric() && subscriptNumber(subscripts[0], &number)) {
+    Storable& field = *writableFieldAt(variable, name, i);
+    if (areTwo ? storeScalar(field, subscripts[0], subscripts[1], at(i.e)) : storeScalar(field, subscripts[0], at(i.e))) {
+      return true;
+    }
   }
   FieldChain chain(frame().code->slots[static_cast<size_t>(i.a)]);
   chain.addField(name);
-  const Storable* arguments[] = {&at(i.c)};
+  const Storable* arguments[] = {&subscripts[0], &subscripts[subscripts.size() - 1]};
   if (!guarded(placeOf(i), text::kStructureAssignmentFailed, [&] {
         (void)chain.reached(variable.isNone() || variable.isLocalFunc() ? nullptr : &variable);
         return true;
       }) ||
       !guarded(placeOf(i), text::kIndexEvaluationFailed, [&] {
-        chain.addIndices(indicesOf(SizeVector(), arguments, 1));
+        chain.addIndices(indicesOf(SizeVector(), arguments, static_cast<int32_t>(subscripts.size())));
         return true;
       })) {
     return false;
   }
   return finishChain(chain, i.a, take(i.e), placeOf(i));
+}
+
+// struct('a', value, ...) whose names are written out
+bool Machine::makeStructure(const Instruction& i) {
+  StructArray made;
+  int32_t value = i.b;
+  for (const Name name : siteAt(i.d).fields) made.put(name, take(value++));
+  reg(i.a) = std::move(made);
+  return true;
 }
 
 // ---- Chains of any length, built link by link; a function that a subscript calls builds its own
@@ -227,6 +229,13 @@ bool Machine::chainIndices(const Instruction& i) {
   if (site.count == 0) return fail(place, text::kNoIndex);
   SizeVector size;
   if (!reachedSize(site.base, place, &size)) return false;
+  std::array<double, 2> numbers;
+  const auto count = static_cast<size_t>(site.count);
+  const auto isNumber = [&](size_t k) { return subscriptNumber(reg(i.b + static_cast<int32_t>(k)), &numbers[k]); };
+  if (count <= numbers.size() && isNumber(0) && (count == 1 || isNumber(1)) &&
+      chains_.back().addSubscripts(std::span(numbers).first(count))) {
+    return true;
+  }
   std::vector<const Storable*> arguments;
   for (int32_t k = 0; k < site.count; ++k) arguments.push_back(&reg(i.b + k));
   chains_.back().addIndices(indicesOf(size, arguments.data(), site.count));

@@ -9,7 +9,7 @@
 #include "interpreter/function_unit.h"
 #include "interpreter/machine.h"
 #include "interpreter/machine_frames.h"
-#include "interpreter/native/native_functions.h"
+#include "interpreter/native/native.h"
 #include "messages/catalogue/interpreter.h"
 
 namespace kelo {
@@ -27,19 +27,6 @@ bool Machine::push(const Code& code, Storable* arguments, int32_t count, int32_t
   return true;
 }
 
-namespace {
-
-// The slots to which the instruction behind a call assigns its outputs, showing none; null: it does
-// something else.
-const std::vector<int32_t>* namesBehind(const Frame& caller, int32_t destination, size_t outputs) {
-  const Instruction& next = caller.pc[1];
-  if (next.op != Op::assignList || next.b != destination || next.flag) return nullptr;
-  const std::vector<int32_t>& targets = caller.code->sites[static_cast<size_t>(next.d)].slots;
-  return targets.size() > outputs ? nullptr : &targets;
-}
-
-}  // namespace
-
 // ---- Native code
 
 native::Context Machine::nativeContext(const LocalFunctionFile* functions) const {
@@ -54,8 +41,8 @@ bool Machine::callNatively(const Code& code, const LocalFunctionFile* functions,
   size_t count = 1;
   const bool areSeveral = code.outputs.size() > 1;
   if (areSeveral) {
-    const std::vector<int32_t>* targets = namesBehind(frame(), destination, code.outputs.size());
-    if (targets == nullptr || targets->size() > results.size()) return false;
+    const std::vector<int32_t>* targets = slotsBehind(*frame().code, *frame().pc, destination);
+    if (targets == nullptr || targets->size() > std::min(code.outputs.size(), results.size())) return false;
     count = targets->size();
     for (size_t k = 0; k < count; ++k) results[k] = &reg((*targets)[k]);
   }
@@ -109,8 +96,8 @@ bool Machine::returnSeveral() {
     if (top.base[slot].form() >= Storable::Form::localFunc) return false;
   }
   Frame& caller = frames_.caller();
-  const std::vector<int32_t>* targets = namesBehind(caller, top.destination, outputs.size());
-  if (targets == nullptr) return false;
+  const std::vector<int32_t>* targets = slotsBehind(*caller.code, *caller.pc, top.destination);
+  if (targets == nullptr || targets->size() > outputs.size()) return false;
   for (size_t k = 0; k < targets->size(); ++k) caller.base[(*targets)[k]] = top.base[outputs[k]];
   popPlain();
   ++frame().pc;  // the assignment is done

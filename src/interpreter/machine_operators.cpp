@@ -312,12 +312,9 @@ bool Machine::checkSwitch(const Instruction& i) {
   return (array && (array->is(Kind::Char) || array->isScalar())) || fail(placeOf(i), textAt(i.c));
 }
 
+// Of others than two numbers or two plain characters.
 bool Machine::caseMatches(const Instruction& i, bool* matches) {
   const Storable &value = at(i.b), &candidate = at(i.c);
-  if (value.isDoubleScalar() && candidate.isDoubleScalar()) {
-    *matches = value.doubleScalar() == candidate.doubleScalar();
-    return true;
-  }
   const NumericArray &a = *value.numeric(), &b = *candidate.numeric();
   if (a.is(Kind::Char) && b.is(Kind::Char)) {
     *matches = sameText(a.asChar(), b.asChar());

@@ -11,7 +11,7 @@
 #include "interpreter/machine.h"
 #include "interpreter/machine_fast.h"
 #include "interpreter/machine_frames.h"
-#include "interpreter/native/native_loops.h"
+#include "interpreter/native/native.h"
 #include "interpreter/quick_calls.h"
 #include "messages/catalogue/indexing.h"
 #include "messages/catalogue/interpreter.h"
@@ -99,6 +99,8 @@ Machine::Outcome Machine::execute() {
   const Instruction *pc, *start;
   Storable* R;         // registers of the frame
   const Storable* K;   // constant ~k
+  const Site* sites;
+  const Name* names;   // of fields
   Storable scratch(0.0);
 
 resume:
@@ -108,6 +110,8 @@ resume:
     start = top.code->instructions.data();
     R = top.base;
     K = top.code->constants.data();
+    sites = top.code->sites.data();
+    names = top.code->names.data();
   }
   while (true) {
     const Instruction& i = *pc;
@@ -140,7 +144,16 @@ resume:
       KELO_BINARY(ge, setLogical(x >= y))
       KELO_BINARY(gt, setLogical(x > y))
 #undef KELO_BINARY
-      case Op::dpower: case Op::power: case Op::ldivide: case Op::mldivide: case Op::and_: case Op::or_: {
+      case Op::and_: case Op::or_: {
+        const Storable &left = operand(R, K, i.b), &right = operand(R, K, i.c);
+        if (left.isScalarOf(Kind::Logical) && right.isScalarOf(Kind::Logical)) {
+          const bool x = left.numeric()->asLogical().scalar(), y = right.numeric()->asLogical().scalar();
+          R[i.a].setLogical(i.op == Op::and_ ? x && y : x || y);
+          break;
+        }
+        [[fallthrough]];
+      }
+      case Op::dpower: case Op::power: case Op::ldivide: case Op::mldivide: {
         const auto op = static_cast<BinaryOp>(i.op);
         if (scalarBinary(op, operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
         KELO_GENERAL(binary(i, op, &R[i.a]))
@@ -183,6 +196,10 @@ resume:
           R[i.a] = from;
           break;
         }
+        if (from.isValue()) {
+          R[i.a] = take(i.b);
+          break;
+        }
         KELO_GENERAL(assign(R[i.a], i.b, text::kNoValueToAssign, placeOf(i)))
       }
       case Op::firstOf: {
@@ -218,69 +235,103 @@ resume:
         KELO_CALL(loadName(i))
       }
       case Op::index1: {
-        if (readScalar(R[i.b], operand(R, K, i.c), &R[i.a])) [[likely]] break;
+        if (readScalar(R[i.b], operand(R, K, i.c), &R[i.flag ? i.flag - 1 : i.a])) [[likely]] {
+          pc += i.flag ? 2 : 1;
+          continue;
+        }
         if (R[i.b].isFuncHandle() && operand(R, K, i.c).isPlainScalar()) {
-          Storable* const arguments = R + frames_.back().code->sites[static_cast<size_t>(i.d)].first;
+          Storable* const arguments = R + sites[i.d].first;
           *arguments = operand(R, K, i.c);
           KELO_CALL(call(i, arguments))
         }
         KELO_CALL(indexOrCall(i))
       }
       case Op::index2: {
-        if (readScalar(R[i.b], operand(R, K, i.c), operand(R, K, i.e), &R[i.a])) [[likely]] break;
+        if (readScalar(R[i.b], operand(R, K, i.c), operand(R, K, i.e), &R[i.flag ? i.flag - 1 : i.a])) [[likely]] {
+          pc += i.flag ? 2 : 1;
+          continue;
+        }
         KELO_CALL(indexOrCall(i))
       }
       case Op::index: KELO_CALL(indexOrCall(i))
       case Op::call: {
-        const Site& site = frames_.back().code->sites[static_cast<size_t>(i.d)];
+        const Site& site = sites[i.d];
         frames_.back().pc = pc;
         if (meansTheSame(R[i.b], site) && callAgain(site, R + site.first, i.a)) [[likely]] goto resume;
         KELO_CALL(call(i, R + site.first))
       }
       case Op::builtin: KELO_GENERAL(callRow(siteAt(i.d), i.a))
-      case Op::quickCall:
+      case Op::quickCall: {
+        const Storable &x = operand(R, K, i.b), &y = operand(R, K, i.c);
+        const auto function = static_cast<QuickCall>(i.e);
+        double number;
+        if (Storable::areDoubleScalars(x, y) && quickCall(function, x.doubleScalar(), y.doubleScalar(), &number)) {
+          R[i.a].setNumber(number);
+          break;
+        }
         frames_.back().pc = pc;  // a text may find no memory
-        if (quickCall(static_cast<QuickCall>(i.e), operand(R, K, i.b), operand(R, K, i.c), &R[i.a])) break;
+        if (quickCall(function, x, y, &R[i.a])) break;
         KELO_GENERAL(callQuickRow(i))
+      }
       case Op::endOf: KELO_GENERAL(endOf(i))
       case Op::colon: KELO_GENERAL(colon(i))
       case Op::checkExtent: KELO_GENERAL(checkExtent(i))
       case Op::checkArgument: {
         const Storable& value = operand(R, K, i.a);
         if (!i.c && value.isDoubleScalar()) break;
-        const Site& site = frames_.back().code->sites[static_cast<size_t>(i.d)];
-        if (value.isValue() && (site.row || (!site.isTarget && R[site.base].isNone()))) break;
+        const Site& site = sites[i.d];
+        if (value.isValue() && (site.row || (!site.isTarget && !R[site.base].isArray()))) break;
         KELO_GENERAL(checkArgument(i))
       }
       case Op::makeHandle: KELO_GENERAL(makeHandle(i))
 
       case Op::checkStructure: KELO_GENERAL(structureIn(i.b, placeOf(i)) != nullptr)
       case Op::fieldOfName:
-        if (readPlainField(R[i.b], frames_.back().code->names[static_cast<size_t>(i.c)], i, &R[i.a])) break;
+        if (readPlainField(R[i.b], names[i.c], i, &R[i.d ? i.d - 1 : i.a])) {
+          pc += i.d ? 2 : 1;
+          continue;
+        }
         KELO_GENERAL(fieldOfName(i))
       case Op::fieldPath:
-        if (!readPath(R[i.b], frames_.back().code->sites[static_cast<size_t>(i.d)].fields, &R[i.a])) break;
+        if (!readPath(R[i.b], sites[i.d].fields, &R[i.a])) break;
         pc = start + i.c;
         continue;
       case Op::field: KELO_GENERAL(field(i, nameAt(i.c), nameAt(i.d)))
-      case Op::elementField: KELO_GENERAL(elementField(i))
+      case Op::elementField:
+        if (const Storable* field = plainElementField(R[i.b], operand(R, K, i.c), names[i.e], i)) {
+          R[i.a] = *field;
+          break;
+        }
+        KELO_GENERAL(elementField(i))
       case Op::checkField:
         if (R[i.b].isValue()) break;
         KELO_GENERAL(fail(placeOf(i), text::kFieldOfMultipleOutputs))
       case Op::namedField: KELO_GENERAL(namedField(i))
       case Op::setField: {
         const Storable& value = operand(R, K, i.c);
+        if (!value.isPlainScalar()) KELO_GENERAL(setField(i))
         frames_.back().pc = pc;  // a shared structure is copied
-        Storable* field = nullptr;
-        if (value.isPlainScalar()) field = writableFieldAt(R[i.a], frames_.back().code->names[size_t(i.b)], i);
-        if (field == nullptr) KELO_GENERAL(setField(i))
-        *field = value;
-        break;
+        if (Storable* field = writableFieldAt(R[i.a], names[i.b], i)) {
+          *field = value;
+          break;
+        }
+        if (StructArray* structure = R[i.a].structure(); structure && structure->addNext(names[i.b], value)) break;
+        KELO_GENERAL(setField(i))
       }
       case Op::setNamedField: KELO_GENERAL(setNamedField(i))
-      case Op::setPath: KELO_GENERAL(setPath(i))
+      case Op::setPath: {
+        const Storable& value = operand(R, K, i.c);
+        frames_.back().pc = pc;  // a shared structure is copied
+        if (value.isPlainScalar() && writePath(R[i.a], sites[i.d].fields, value)) break;
+        KELO_GENERAL(setPath(i))
+      }
       case Op::setElementField: KELO_GENERAL(setElementField(i))
-      case Op::setFieldElement: KELO_GENERAL(setFieldElement(i))
+      case Op::setFieldElement: KELO_GENERAL(setFieldElement(i, {&operand(R, K, i.c), 1}))
+      case Op::setFieldElement2: {
+        const Storable subscripts[] = {operand(R, K, i.c), operand(R, K, i.d)};
+        KELO_GENERAL(setFieldElement(i, subscripts))
+      }
+      case Op::makeStructure: KELO_GENERAL(makeStructure(i))
       case Op::chainBegin:
         chains_.emplace_back(frames_.back().code->slots[static_cast<size_t>(i.a)]);
         break;
@@ -351,9 +402,14 @@ resume:
         if (operand(R, K, i.b).isPlainScalar()) break;
         KELO_GENERAL(checkSwitch(i))
       case Op::caseJump: {
+        const Storable &value = operand(R, K, i.b), &candidate = operand(R, K, i.c);
         bool matches;
-        frames_.back().pc = pc;
-        if (!caseMatches(i, &matches)) return Outcome::failed;
+        if (Storable::areDoubleScalars(value, candidate)) {
+          matches = value.doubleScalar() == candidate.doubleScalar();
+        } else if (!comparePlainCharacters(value, candidate, &matches)) {
+          frames_.back().pc = pc;
+          if (!caseMatches(i, &matches)) return Outcome::failed;
+        }
         if (matches) break;
         pc = start + i.a;
         continue;

@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
+#include <numbers>
 #include <string_view>
+#include <utility>
 
 #include "interpreter/machine_fast.h"
 #include "platform/vector_math.h"
@@ -189,7 +192,8 @@ int64_t longest(const SizeVector& size) { return size.hasZeroLength() ? 0 : std:
 // Characters may be equal without being the same word.
 bool sameText(const CharArray& a, const CharArray& b) {
   const int64_t count = a.numElements();
-  if (count != b.numElements() || a.size() != b.size()) return false;
+  if (count != b.numElements()) return false;
+  if (!(a.size().isRow() && b.size().isRow()) && a.size() != b.size()) return false;
   const Character *x = a.data(), *y = b.data(), *const end = x + count;
   for (; x != end; ++x, ++y) {
     if (x->word() != y->word()) return std::equal(x, end, y);
@@ -202,6 +206,19 @@ int32_t quickCallOf(Name name, int32_t count) {
     if (row.count == count && row.name == name.text()) return static_cast<int32_t>(row.function);
   }
   return -1;
+}
+
+std::optional<Storable> quickConstantOf(Name name) {
+  constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
+  constexpr std::pair<std::string_view, double> kNumbers[] = {
+      {"pi", std::numbers::pi}, {"eps", std::numeric_limits<double>::epsilon()}, {"inf", kInf}, {"Inf", kInf},
+      {"nan", kNaN}, {"NaN", kNaN},
+  };
+  for (const auto& [word, value] : kNumbers) {
+    if (word == name.text()) return Storable(value);
+  }
+  if (name.text() == "true" || name.text() == "false") return Storable(LogicalArray(name.text() == "true"));
+  return std::nullopt;
 }
 
 bool quickCall(QuickCall function, double x, double y, double* result) {

@@ -3,6 +3,7 @@
 // numbers. Each gives what the built-in gives, or says false.
 #pragma once
 
+#include <optional>
 #include <span>
 
 #include "values/name.h"
@@ -21,6 +22,9 @@ enum class QuickCall : int32_t {
 
 /// Which one a name with so many arguments is; -1 for any other built-in.
 int32_t quickCallOf(Name name, int32_t count);
+
+/// The value of a name such as "pi" or "true" alone; absent for any other.
+std::optional<Storable> quickConstantOf(Name name);
 
 /// y is x again for those of one argument. `result` may be one of them.
 bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storable* result);

@@ -36,6 +36,15 @@ void Visitor::handOver(std::span<const int32_t> targets) {
   }
 }
 
+// What the instruction before reads where it is simple goes to the slot at once.
+void Visitor::emitAssign(KeloNode& assignment, int32_t slot, int32_t value) {
+  Instruction& last = code_->instructions.back();
+  const bool isElement = last.op == Op::index1 || last.op == Op::index2 || last.op == Op::call;
+  if (last.a == value && isElement && slot < UINT16_MAX) last.flag = static_cast<uint16_t>(slot + 1);
+  if (last.a == value && last.op == Op::fieldOfName) last.d = slot + 1;
+  emit(Op::assign, &assignment, slot, value);
+}
+
 void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   KeloNode& right = *assignment.cache.second;
   resolved(right);
@@ -45,7 +54,7 @@ void Visitor::visitVar_assignment(KeloNode& assignment, bool shows) {
   } else if (mayBeMany(right)) {
     const int32_t value = visit(right, 1);
     handOver({&slot, 1});
-    emit(Op::assign, &assignment, slot, value);
+    emitAssign(assignment, slot, value);
   } else if (!lowerAppend(right, slot)) {
     into(right, slot, 1);
   }
@@ -122,10 +131,11 @@ void Visitor::visitStructure_assignment2(KeloNode& assignment, bool shows) {
       site(made).isTarget = true;
       const int32_t i = argument(made, 0, kNowhere);
       emit(Op::setElementField, &assignment, slot, name, i, made, value);
-    } else if (isShort && !chain.hasArgs && first.args.size() == 1 && isSimple(*first.args[0]) &&
-               first.args[0]->cache.kind != NodeKind::colonExpr) {
-      const int32_t made = newSite(assignment, assignment.cache.name, slot, first.args, kNoOutputs);
-      emit(Op::setFieldElement, &assignment, slot, name, visit(*first.args[0]), made, value);
+    } else if (isShort && !chain.hasArgs && first.args.size() == 1 && arePlain(first.args)) {
+      emit(Op::setFieldElement, &assignment, slot, name, visit(*first.args[0]), 0, value);
+    } else if (isShort && !chain.hasArgs && first.args.size() == 2 && arePlain(first.args)) {
+      const int32_t row = visit(*first.args[0]);
+      emit(Op::setFieldElement2, &assignment, slot, name, row, visit(*first.args[1]), value);
     } else {
       lowerChain(assignment, chain, value);
     }
@@ -154,12 +164,18 @@ void Visitor::lowerChain(KeloNode& assignment, const ChainDetails& chain, int32_
   else emit(Op::chainAssign, &assignment, slot, value);
 }
 
+// Whether evaluating the subscripts can neither fail nor do anything, and none is a colon.
+bool Visitor::arePlain(const Nodes& arguments) {
+  return std::ranges::all_of(arguments, [&](KeloNode* each) {
+    return isSimple(*each) && each->cache.kind != NodeKind::colonExpr;
+  });
+}
+
 void Visitor::lowerChainIndices(KeloNode& assignment, const Nodes& arguments) {
   const int32_t mark = top_;
   const int32_t made = newSite(assignment, assignment.cache.name, slotOf(assignment.cache.name), arguments, kNoOutputs);
   site(made).isTarget = site(made).isChain = true;
-  const auto isPlain = [&](KeloNode* each) { return isSimple(*each) && each->cache.kind != NodeKind::colonExpr; };
-  if (!std::all_of(arguments.begin(), arguments.end(), isPlain)) {
+  if (!arePlain(arguments)) {
     emit(Op::checkChain, &assignment, slotOf(assignment.cache.name));
   }
   argumentsInRow(made);

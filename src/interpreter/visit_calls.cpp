@@ -4,6 +4,8 @@
 // What NAME(ARGS) is, an index or a call, is only known when it runs, but the arguments are lowered
 // once. What differs is asked where it matters: what `end` and ":" mean, and what is said when an
 // argument fails.
+#include <algorithm>
+
 #include "frontend/node_text.h"
 #include "grammar/kelo_node.h"
 #include "interpreter/function_unit.h"
@@ -110,16 +112,54 @@ int32_t Visitor::visitId(KeloNode& node, int outputs, int32_t wish) {
   return result;
 }
 
+// struct('a', x, 'b', y): the names of its fields; none where more than the values must be known.
+std::vector<Name> Visitor::writtenFields(KeloNode& node) {
+  const auto& arguments = static_cast<CallDetails&>(*node.cache.details).args;
+  if (node.cache.name.text() != "struct" || arguments.size() % 2 != 0) return {};
+  std::vector<Name> fields;
+  for (size_t k = 0; k < arguments.size(); k += 2) {
+    KeloNode &name = *arguments[k], &value = *arguments[k + 1];
+    resolved(name);
+    if (name.cache.kind != NodeKind::charText || mayBeMany(value)) return {};
+    if (value.cache.kind == NodeKind::colonExpr || value.cache.containsEnd) return {};
+    const std::string text = toUtf8(static_cast<LiteralDetails&>(*name.cache.details).value.numeric()->asChar());
+    if (!followsNameRule(text) || std::ranges::find(fields, Name::intern(text)) != fields.end()) return {};
+    fields.push_back(Name::intern(text));
+  }
+  return fields;
+}
+
+int32_t Visitor::lowerStructure(KeloNode& node, std::vector<Name> fields, int32_t wish) {
+  const auto& arguments = static_cast<CallDetails&>(*node.cache.details).args;
+  const int32_t mark = top_;
+  const int32_t first = newTemporary();
+  top_ = mark;
+  for (size_t k = 1; k < arguments.size(); k += 2) {
+    const int32_t value = newTemporary();
+    into(*arguments[k], value);
+    top_ = value - kTemporaries + 1;
+  }
+  const int32_t made = newSite(node, node.cache.name, 0, {}, 1);
+  site(made).fields = std::move(fields);
+  const int32_t result = target(mark, wish);
+  emit(Op::makeStructure, &node, result, first, 0, made);
+  return result;
+}
+
 int32_t Visitor::visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish) {
   const auto& details = static_cast<CallDetails&>(*node.cache.details);
   if (details.isCommand || details.builtin == nullptr) {
     emit(Op::fail, &node, textIndex(details.isCommand ? text::kCommandSyntax : text::kUnexpectedError));
     return newTemporary();
   }
+  const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
+  if (const auto value = quickConstantOf(node.cache.name); value && isOne && details.args.empty()) {
+    return constant(*value);
+  }
+  if (auto fields = writtenFields(node); !fields.empty() && isOne) return lowerStructure(node, std::move(fields), wish);
   const int32_t made = newSite(node, node.cache.name, 0, details.args, outputs);
   site(made).row = details.builtin;
   const int32_t mark = top_;
-  const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
   const int32_t function = isOne ? quickCallOf(node.cache.name, site(made).count) : -1;
   if (function < 0) {
     argumentsInRow(made);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "interpreter/builtin_table.h"
+#include "interpreter/quick_calls.h"
 #include "interpreter/resolve.h"
 #include "interpreter/tree_classes.h"
 #include "interpreter/visitor.h"
@@ -201,12 +202,20 @@ bool Visitor::isLiteral(KeloNode& node) {
   return kind == NodeKind::number || kind == NodeKind::charText || kind == NodeKind::emptyMat;
 }
 
+/// Whether it is a built-in that gives one value and is computed without a call where it can be.
+bool Visitor::isQuick(KeloNode& node) {
+  const auto& details = static_cast<const CallDetails&>(*node.cache.details);
+  if (details.isCommand || details.builtin == nullptr) return false;
+  const auto count = static_cast<int32_t>(details.args.size());
+  return (count == 0 && quickConstantOf(node.cache.name)) || quickCallOf(node.cache.name, count) >= 0;
+}
+
 /// Whether it may give nothing or several values.
 bool Visitor::mayBeMany(KeloNode& node) {
   resolved(node);
   switch (node.cache.kind) {
-    case NodeKind::subarrayOrFunc: case NodeKind::builtInFunc: case NodeKind::structure2: case NodeKind::parenthesis:
-      return true;
+    case NodeKind::subarrayOrFunc: case NodeKind::structure2: case NodeKind::parenthesis: return true;
+    case NodeKind::builtInFunc: return !isQuick(node);
     case NodeKind::matrixCat: return static_cast<CatDetails&>(*node.cache.details).elements.size() == 1;
     case NodeKind::id: return !isKnown(slotOf(node.cache.name));
     default: return false;

@@ -101,10 +101,41 @@ bool Visitor::lowerAppend(KeloNode& node, int32_t slot) {
   return true;
 }
 
+// A number as it is written, with a minus before it or none.
+std::optional<double> Visitor::writtenNumber(KeloNode& node) {
+  resolved(node);
+  if (node.cache.kind == NodeKind::number && node.cache.isValid) return node.cache.number;
+  if (node.cache.kind != NodeKind::unaryOps || static_cast<UnaryOp>(node.cache.op) != UnaryOp::minus) return std::nullopt;
+  resolved(*node.cache.first);
+  const NodeCache& number = node.cache.first->cache;
+  return number.kind == NodeKind::number && number.isValid ? std::optional(-number.number) : std::nullopt;
+}
+
+// A matrix of such numbers, which need be made but once; absent for any other.
+std::optional<Storable> Visitor::writtenMatrix(const CatDetails& matrix) {
+  std::vector<std::vector<double>> rows(1);
+  for (const auto& element : matrix.elements) {
+    const auto number = writtenNumber(*element.node);
+    if (!number) return std::nullopt;
+    if (element.startsRow && !rows.back().empty()) rows.emplace_back();
+    rows.back().push_back(*number);
+  }
+  const auto isOther = [&](const std::vector<double>& row) { return row.size() != rows[0].size(); };
+  if (matrix.elements.size() < 2 || std::ranges::any_of(rows, isOther)) return std::nullopt;
+  auto made = DoubleArray::uninitialized(SizeVector(std::ssize(rows), std::ssize(rows[0])));
+  double* to = made.writable();
+  for (size_t column = 0; column < rows[0].size(); ++column) {
+    for (const auto& row : rows) *to++ = row[column];
+  }
+  return Storable(std::move(made));
+}
+
 // A row is joined as soon as the first element of the next one is there, and all rows at the end. A
 // lone element is given unchecked, whatever it is.
 int32_t Visitor::visitMatrix_cat(KeloNode& node, int32_t wish) {
-  const auto& elements = static_cast<CatDetails&>(*node.cache.details).elements;
+  const auto& matrix = static_cast<CatDetails&>(*node.cache.details);
+  if (auto written = writtenMatrix(matrix)) return constant(std::move(*written));
+  const auto& elements = matrix.elements;
   const int32_t mark = top_;
   const int32_t first = newTemporary();
   top_ = mark;

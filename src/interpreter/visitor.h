@@ -88,6 +88,8 @@ class Visitor {
   void lowerChainIndices(KeloNode& assignment, const Nodes& arguments);
   int32_t rightSide(KeloNode& assignment, const char* withoutValue);
   void handOver(std::span<const int32_t> targets);
+  bool arePlain(const Nodes& arguments);
+  void emitAssign(KeloNode& assignment, int32_t slot, int32_t value);
 
   // ---- visit_literals.cpp: every expression comes through `visit`
   int32_t visit(KeloNode& node, int outputs = kNoOutputs, int32_t wish = kNowhere);
@@ -148,6 +150,11 @@ class Visitor {
   void findAssigned(KeloNode& tree);
   bool isSimple(KeloNode& node);
   bool isLiteral(KeloNode& node);
+  std::vector<Name> writtenFields(KeloNode& node);
+  int32_t lowerStructure(KeloNode& node, std::vector<Name> fields, int32_t wish);
+  std::optional<double> writtenNumber(KeloNode& node);
+  std::optional<Storable> writtenMatrix(const CatDetails& matrix);
+  bool isQuick(KeloNode& node);
   bool mayBeMany(KeloNode& node);
   void resolved(KeloNode& node);
 

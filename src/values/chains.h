@@ -45,14 +45,16 @@ HeldName fieldNameOf(const Storable& value);
 /// The left side of a structure assignment.
 class FieldChain {
  public:
-  explicit FieldChain(Name variable) : variable_(variable), indices_(1) {}
+  explicit FieldChain(Name variable) : variable_(variable) {
+    links_.reserve(kUsualLinks);
+    links_.emplace_back();
+  }
 
   /// Subscripts after the variable or the field that was added last. REQUIRES: not empty
-  void addIndices(std::vector<Index> indices) { indices_.back() = std::move(indices); }
-  void addField(HeldName field) {
-    fields_.push_back(std::move(field));
-    indices_.emplace_back();
-  }
+  void addIndices(std::vector<Index> indices) { links_.back().indices = std::move(indices); }
+  /// The same of one number or two. False, and nothing is added, where one is not whole and positive.
+  bool addSubscripts(std::span<const double> numbers);
+  void addField(HeldName field) { links_.emplace_back().field = std::move(field); }
 
   /// What the chain has reached, before the subscripts at its end, if any: `end` and ":" in them
   /// ask for its size. Null where there is nothing yet, which counts as 0 x 0. root: the variable,
@@ -68,14 +70,31 @@ class FieldChain {
   void erase(Storable& root, bool isNew) const;
 
  private:
+  static constexpr size_t kUsualLinks = 4;
+  // The variable, or a field, with the subscripts behind it: `count` numbers, or any indices.
+  struct Link {
+    bool hasIndices() const { return count > 0 || !indices.empty(); }
+    // Of the numbers, in an array of this size; -1 when that is outside, or for other indices.
+    int64_t plainPositionIn(const SizeVector& size) const;
+    std::vector<Index> allIndices() const;
+
+    HeldName field;
+    int32_t count = 0;
+    double numbers[2];
+    std::vector<Index> indices;
+  };
   struct Step;
+  Name fieldBehind(size_t k) const { return links_[k + 1].field; }
+  size_t stepCount() const { return links_.size() - 1; }
   Step stepFrom(const Storable* at, size_t k) const;
+  int64_t plainElement(const StructArray& array, size_t k) const;
+  const Storable* plainChild(const Storable& at, size_t k) const;
+  bool assignPlainly(Storable& root, Storable& value) const;
   template <class Change>
   void change(Storable& root, bool isNew, Change&& change) const;
 
   Name variable_;
-  std::vector<HeldName> fields_;
-  std::vector<std::vector<Index>> indices_;  // of the variable, then of each field
+  SmallVector<Link> links_;
 };
 
 }  // namespace kelo

@@ -61,6 +61,18 @@ inline int64_t plainPosition(const SizeVector& size, double i, double j) {
   return row < 0 || column < 0 ? -1 : row + column * size.rows();
 }
 
+/// Writes a scalar of the array's own kind; an array that somebody else holds is copied first.
+/// REQUIRES: the position is there
+inline void putElement(NumericArray& array, int64_t position, const NumericArray& scalar) {
+  switch (array.kind()) {
+    case Kind::Double: array.as<double>().writable()[position] = scalar.asDouble().scalar(); break;
+    case Kind::Logical: array.as<bool>().writable()[position] = scalar.asLogical().scalar(); break;
+    case Kind::Char: array.as<Character>().writable()[position] = scalar.asChar().scalar(); break;
+    case Kind::Int: array.as<int64_t>().writable()[position] = scalar.asInt().scalar(); break;
+    case Kind::Complex: array.as<ComplexDouble>().writable()[position] = scalar.asComplex().scalar(); break;
+  }
+}
+
 /// x(end + 1) = v on an unshared double vector of two elements or more; false in every other case.
 bool appendScalar(NumericArray& a, double value);
 

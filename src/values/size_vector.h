@@ -101,6 +101,7 @@ class SizeVector {
 
   friend bool operator==(const SizeVector& a, const SizeVector& b) {
     if (a.ndim_ != b.ndim_ || a.numElements_ != b.numElements_) return false;
+    if (a.ndim_ == 2) return a.rows() == b.rows() && a.columns() == b.columns();
     return std::equal(a.vec().begin(), a.vec().begin() + a.ndim_, b.vec().begin());
   }
 

@@ -15,6 +15,8 @@
 // without one). None of these is ever kept in a structure or a workspace.
 #pragma once
 
+#include <cstddef>
+
 #include "values/function_handle.h"
 #include "values/numeric_array.h"
 #include "values/struct_array.h"
@@ -41,10 +43,17 @@ class Storable {
  public:
   enum class Form : uint8_t { numeric, structure, funcHandle, localFunc, list, colon, positions, transposed, none };
 
+  /// Bytes in the cell: the scalar, and the kind with the form. In front of all lies the reference;
+  /// a double has none, and its kind and form are 0.
+  static constexpr size_t kScalarAt = offsetof(NumericArray, cell_.scalar_), kKindAt = offsetof(NumericArray, kind_);
+
   Storable() : numeric_() {}  ///< double 0 x 0
   Storable(NumericArray array) : numeric_(std::move(array)) {}
   template <class T> Storable(TypedArray<T> array) : numeric_(std::move(array)) {}
-  Storable(StructArray array) : structure_(std::move(array)) { setForm(Form::structure); }
+  Storable(StructArray array) : numeric_(0.0) {
+    new (&structure_) StructArray(std::move(array));
+    setForm(Form::structure);
+  }
   Storable(FunctionHandle handle) : funcHandle_(std::move(handle)) { setForm(Form::funcHandle); }
   Storable(LocalFunction function) : localFunc_(std::move(function)) { setForm(Form::localFunc); }
   explicit Storable(double x) : numeric_(DoubleArray(x)) {}
@@ -173,8 +182,26 @@ class Storable {
     std::memcpy(&both, &numeric_.kind_, sizeof both);
     return both;
   }
-  void setForm(Form form) { numeric_.form_ = static_cast<uint8_t>(form); }
-  void copyBytes(const Storable& other) { std::memcpy(static_cast<void*>(this), &other, sizeof *this); }
+  // Of no array, or of one of doubles.
+  void setForm(Form form) {
+    const uint8_t both[] = {static_cast<uint8_t>(Kind::Double), static_cast<uint8_t>(form)};
+    std::memcpy(&numeric_.kind_, both, sizeof both);
+  }
+  // OPTIMIZATION: in the pieces in which cells are written everywhere, for a read that spans two
+  // recent writes waits for both.
+  void copyBytes(const Storable& other) {
+    using Pair = double __attribute__((vector_size(16), aligned(8), may_alias));
+    auto* to = reinterpret_cast<char*>(this);
+    const auto* from = reinterpret_cast<const char*>(&other);
+    uint64_t held;
+    uint16_t kindAndForm;
+    std::memcpy(&held, from, sizeof held);
+    const Pair scalar = *reinterpret_cast<const Pair*>(from + kScalarAt);
+    std::memcpy(&kindAndForm, from + kKindAt, sizeof kindAndForm);
+    std::memcpy(to, &held, sizeof held);
+    *reinterpret_cast<Pair*>(to + kScalarAt) = scalar;
+    std::memcpy(to + kKindAt, &kindAndForm, sizeof kindAndForm);
+  }
   // What it held belongs to another cell now.
   void forget() { new (&numeric_) NumericArray(0.0); }
   void reset() noexcept {
@@ -218,6 +245,8 @@ inline std::vector<Storable>& Storable::list() const { return list_->values; }
 // ---- Of a structure
 
 struct StructArray::Body : CountedObject {
+  /// 1 x 1 without fields.
+  Body() : size(1, 1), fields(FieldNames::none()) {}
   Body(const SizeVector& s, std::vector<Name> names);
   explicit Body(const Body& other)
       : CountedObject(), size(other.size), fields(other.fields), values(other.values) {}
@@ -244,6 +273,15 @@ inline bool StructArray::isUnshared() const { return !body_->isShared(); }
 inline StructArray::Body& StructArray::ownBody() {
   if (body_->isShared()) takeOwnBody();
   return *body_;
+}
+inline bool StructArray::addNext(Name field, const Storable& value) {
+  Body& body = *body_;
+  if (body.isShared() || !body.size.isScalar() || body.values.size() == body.values.capacity()) return false;
+  const Ref<FieldNames>* next = body.fields->next(field);
+  if (next == nullptr) return false;
+  body.values.push_back(value);
+  body.fields = Ref<FieldNames>(*next);
+  return true;
 }
 inline Storable& StructArray::writableValue(int64_t element, int64_t field) {
   Body& body = ownBody();

@@ -33,21 +33,20 @@ FieldNames::~FieldNames() {
   for (const Name name : names_) releaseName(name);
 }
 
-Ref<FieldNames> FieldNames::of(std::vector<Name> names) {
+const Ref<FieldNames>& FieldNames::none() {
   static const auto* const none = new Ref<FieldNames>(makeRef<FieldNames>(std::vector<Name>()));
-  return names.empty() ? *none : makeRef<FieldNames>(std::move(names));
+  return *none;
 }
 
-void FieldNames::add(Ref<FieldNames>& list, Name field) {
+Ref<FieldNames> FieldNames::of(std::vector<Name> names) {
+  return names.empty() ? none() : makeRef<FieldNames>(std::move(names));
+}
+
+void FieldNames::addAnew(Ref<FieldNames>& list, Name field) {
   constexpr size_t kRemembered = 32;  // names: of longer lists the next would take too much memory
   if (!list->isShared()) {
     list->successor_ = {};
     list->push(field);
-    return;
-  }
-  const Ref<FieldNames>& next = list->successor_;
-  if (next && next->names_.size() == list->names_.size() + 1 && next->names_.back() == field) {
-    list = Ref<FieldNames>(next);
     return;
   }
   std::vector<Name> names = list->names_;
@@ -93,7 +92,7 @@ StructArray::Body::Body(const SizeVector& s, std::vector<Name> names) : size(s.t
   fields = FieldNames::of(std::move(names));
 }
 
-StructArray::StructArray() : StructArray(SizeVector(1, 1), {}) {}
+StructArray::StructArray() : body_(makeRef<Body>()) {}
 StructArray::StructArray(const SizeVector& size, std::vector<Name> fields)
     : body_(makeRef<Body>(size, std::move(fields))) {}
 StructArray::StructArray(Ref<Body> body) : body_(std::move(body)) {}
@@ -113,19 +112,34 @@ bool StructArray::hasSameFields(const StructArray& other) const {
 
 void StructArray::takeOwnBody() { body_ = makeRef<Body>(*body_); }
 
-// The first values of a structure get room for some more.
-int64_t StructArray::ensureField(Name field) {
+// Where the field stands; -1 where it is new: for a name that a run has made and only the caller
+// holds, nothing need be searched.
+int64_t StructArray::indexToWrite(Name field) const { return isHeldOnce(field) ? -1 : fieldIndex(field); }
+
+void StructArray::put(Name field, Storable value) {
+  if (const int64_t index = indexToWrite(field); index >= 0) writableValue(0, index) = std::move(value);
+  else append(field, std::move(value));
+}
+
+// In place, so that a structure with many fields is made in linear time. The first values get room
+// for some more.
+void StructArray::append(Name field, Storable value) {
   constexpr size_t kFirstRoom = 4;
-  const bool isNew = isHeldOnce(field);  // by the caller, and so by no structure
-  if (const int64_t index = isNew ? -1 : fieldIndex(field); index >= 0) return index;
   Body& body = ownBody();
+  const size_t before = body.values.size();
+  if (body.values.capacity() == before) body.values.reserve(std::max(kFirstRoom, 2 * before));
+  FieldNames::add(body.fields, field);
+  body.values.push_back(std::move(value));  // there is room for it
+}
+
+int64_t StructArray::ensureField(Name field) {
+  if (const int64_t index = indexToWrite(field); index >= 0) return index;
   const size_t before = fields().size();
-  if (numElements() == 1) {  // in place, so that a structure with many fields is made in linear time
-    if (body.values.capacity() == before) body.values.reserve(std::max(kFirstRoom, 2 * before));
-    FieldNames::add(body.fields, field);
-    body.values.emplace_back();  // there is room for it
+  if (numElements() == 1) {
+    append(field, Storable());
     return static_cast<int64_t>(before);
   }
+  Body& body = ownBody();
   SmallVector<Storable> values;
   values.reserve(valueCount(numElements(), before + 1));
   FieldNames::add(body.fields, field);

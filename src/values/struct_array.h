@@ -50,6 +50,12 @@ class StructArray {
   /// Adds a field, if it is missing, with an empty double in each element, and gives its index.
   /// REQUIRES: not empty
   int64_t ensureField(Name field);
+  /// Writes a field of the one element; a new field stands behind the others. REQUIRES: 1 x 1
+  void put(Name field, Storable value);
+  /// Adds a field with a value where that is quick: nobody else holds the structure, there is room,
+  /// and the last one that had the same fields before got this field next. Else does nothing, and
+  /// says false.
+  bool addNext(Name field, const Storable& value);
   void removeField(Name field);
 
   /// The elements at positions from 0, in the given shape; position -1 gives an element of empty
@@ -74,6 +80,8 @@ class StructArray {
   explicit StructArray(Ref<Body> body);
   Body& ownBody();
   void takeOwnBody();
+  int64_t indexToWrite(Name field) const;
+  void append(Name field, Storable value);
   Ref<Body> body_;
 };
 
@@ -84,13 +92,21 @@ class FieldNames : public CountedObject {
  public:
   /// A list of these names.
   static Ref<FieldNames> of(std::vector<Name> names);
+  static const Ref<FieldNames>& none();
   /// Makes it a list with one name more, in place where nobody else holds it. REQUIRES: it has not
   /// got the name
-  static void add(Ref<FieldNames>& list, Name field);
+  static void add(Ref<FieldNames>& list, Name field) {
+    if (const Ref<FieldNames>* next = list->next(field)) list = Ref<FieldNames>(*next);
+    else addAnew(list, field);
+  }
   explicit FieldNames(std::vector<Name> names);
   ~FieldNames() override;
 
   const std::vector<Name>& names() const { return names_; }
+  /// The list that came of this one last, by adding this name; null when it was another.
+  const Ref<FieldNames>* next(Name field) const {
+    return successor_ && successor_->names_.back() == field ? &successor_ : nullptr;
+  }
   /// -1 when there is none.
   int64_t indexOf(Name field) const {
     if (!places_.empty()) return placeOf(field);
@@ -101,6 +117,7 @@ class FieldNames : public CountedObject {
   }
 
  private:
+  static void addAnew(Ref<FieldNames>& list, Name field);
   void push(Name field);
   void put(size_t which);
   int64_t placeOf(Name field) const;
@@ -108,7 +125,7 @@ class FieldNames : public CountedObject {
 
   std::vector<Name> names_;
   std::vector<uint32_t> places_;  // of many names: a table with open addressing, 1 more than the place; 0: free
-  Ref<FieldNames> successor_;     // what came of this list last, if that is worth remembering
+  Ref<FieldNames> successor_;     // what came of this list last, one name longer, if that is worth remembering
 };
 
 }  // namespace kelo

@@ -38,28 +38,37 @@ std::string describe(const Storable& value) {
 }
 
 /// "s(2).a.b(3)" as a chain: subscripts are single digits, names single letters.
-FieldChain chainOf(const std::string& text) {
+FieldChain chainOf(const std::string& text, bool byNumbers = false) {
   FieldChain chain(Name::intern(text.substr(0, 1)));
   std::vector<Index> indices;
+  std::vector<double> numbers;
   for (size_t k = 1; k < text.size(); ++k) {
     const char c = text[k];
     if (c == '.') chain.addField(Name::intern(text.substr(++k, 1)));
-    if (c >= '0' && c <= '9') indices.push_back(Index::one(c - '1'));
-    if (c == ')') chain.addIndices(std::exchange(indices, {}));
+    if (c >= '0' && c <= '9') {
+      indices.push_back(Index::one(c - '1'));
+      numbers.push_back(c - '0');
+    }
+    if (c != ')') continue;
+    if (!byNumbers || numbers.size() > 2 || !chain.addSubscripts(numbers)) chain.addIndices(indices);
+    indices.clear();
+    numbers.clear();
   }
   return chain;
 }
 
 using Write = std::pair<const char*, Storable>;
 
-/// The variable after all writes.
+/// The variable after all writes, with subscripts of both kinds.
 Storable written(const std::vector<Write>& writes) {
-  Storable root;
+  Storable root, other;
   bool isNew = true;
   for (const auto& [chain, value] : writes) {
     chainOf(chain).assign(root, isNew, value);
+    chainOf(chain, /*byNumbers=*/true).assign(other, isNew, value);
     isNew = false;
   }
+  EXPECT_EQ(describe(root), describe(other));
   return root;
 }
 

@@ -82,7 +82,7 @@ Storable fitRecord(NumericArray r, double normr, double df) {
   StructArray s;
   for (const auto& [name, value] :
        {std::pair{"R", std::move(r)}, {"normr", NumericArray(normr)}, {"df", NumericArray(df)}}) {
-    s.writableValue(0, s.ensureField(Name::intern(name))) = value;
+    s.put(Name::intern(name), value);
   }
   return s;
 }

@@ -1,20 +1,11 @@
-// Which registers an instruction reads and writes, and which temporaries are still needed where.
+// Which temporaries are still needed where.
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include "interpreter/code.h"
 
 namespace kelo::native {
-
-/// The registers that an instruction reads and writes, constants left out. `isKnown` false: it may
-/// read any temporary besides.
-struct Operands {
-  std::vector<int32_t> reads, writes;
-  bool isKnown = true;
-};
-void findOperands(const Code& code, const Instruction& i, Operands& operands);
 
 /// For each instruction, which temporaries somebody reads that were written before it.
 class Liveness {
@@ -28,6 +19,8 @@ class Liveness {
 
  private:
   static constexpr int32_t kTracked = 64;  // temporaries beyond count as needed everywhere
+
+  uint64_t bitsOf(const Code& code, const Instruction& i, const char* operands) const;
 
   int32_t slots_;
   std::vector<uint64_t> live_;
