@@ -7,6 +7,7 @@
 #include "builtins/library.h"
 #include "interpreter/reader.h"
 #include "messages/catalogue/elementwise.h"
+#include "values/comparison.h"
 #include "values/elementwise.h"
 
 namespace kelo::builtins {
@@ -54,7 +55,11 @@ NodeValue isInf(Call& call) {
       kNever);
 }
 
+/// NaN alone differs from itself.
 NodeValue isNan(Call& call) {
+  if (const NumericArray* a = call.arg(0).numeric(); a && a->is(Kind::Double)) {
+    if (auto differs = comparedAtOnce(BinaryOp::neq, *a, *a)) return std::move(*differs);
+  }
   return eachElement(
       call, [](double x) noexcept { return std::isnan(x); }, [](ComplexDouble z) noexcept { return z.hasNaN(); },
       kNever);

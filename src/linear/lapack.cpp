@@ -53,6 +53,12 @@ void gemm(int m, int n, int k, Factor<ComplexDouble> a, Factor<ComplexDouble> b,
               &kZero, c, leading(m));
 }
 
+void syrk(int n, int k, Factor<double> a, double* c) {
+  chooseThreads(0.5 * n * n * k);
+  cblas_dsyrk(CblasColMajor, CblasUpper, a.form, n, k, /*alpha*/ 1, a.elements, leading(a.ld), /*beta*/ 0, c,
+              leading(n));
+}
+
 void subtractProduct(int m, int n, int k, const double* a, int64_t lda, const double* b, int64_t ldb, double* c,
                      int64_t ldc) {
   chooseThreads(static_cast<double>(m) * n * k);

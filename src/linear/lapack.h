@@ -42,6 +42,8 @@ struct Factor {
 /// c = a * b, m x k times k x n in the forms that the factors mean.
 void gemm(int m, int n, int k, Factor<double> a, Factor<double> b, double* c);
 void gemm(int m, int n, int k, Factor<ComplexDouble> a, Factor<ComplexDouble> b, ComplexDouble* c);
+/// The upper triangle of c = a * transpose(a), n x k times k x n in the form that the factor means.
+void syrk(int n, int k, Factor<double> a, double* c);
 /// c -= a * b, m x k times k x n.
 void subtractProduct(int m, int n, int k, const double* a, int64_t lda, const double* b, int64_t ldb, double* c,
                      int64_t ldc);

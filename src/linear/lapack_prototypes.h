@@ -11,6 +11,7 @@ extern "C" {
 
 using kelo::ComplexDouble;
 enum CblasOrder { CblasColMajor = 102 };
+enum CblasTriangle { CblasUpper = 121, CblasLower = 122 };
 enum CblasTranspose { CblasNoTrans = 111, CblasTrans = 112, CblasConjTrans = 113 };
 
 void cblas_dgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k, double alpha, const double* a,
@@ -19,6 +20,8 @@ void cblas_zgemm(CblasOrder, CblasTranspose, CblasTranspose, int m, int n, int k
                  int lda, const void* b, int ldb, const void* beta, void* c, int ldc);
 void cblas_zgemv(CblasOrder, CblasTranspose, int m, int n, const void* alpha, const void* a, int lda, const void* x,
                  int incx, const void* beta, void* y, int incy);
+void cblas_dsyrk(CblasOrder, CblasTriangle, CblasTranspose, int n, int k, double alpha, const double* a, int lda,
+                 double beta, double* c, int ldc);
 double cblas_dnrm2(int n, const double* x, int incx);
 double cblas_dznrm2(int n, const void* x, int incx);
 

@@ -1,5 +1,7 @@
 // The matrix product. Small products are plain loops, since a call of the library costs more than
 // they do.
+#include <algorithm>
+
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/matrix_vector.h"
@@ -53,6 +55,24 @@ struct Side {
   }
 };
 
+// The lower triangle as the mirror of the upper one, in blocks that stay in the cache.
+void mirrorUpper(int64_t n, double* c) {
+  constexpr int64_t kBlock = 32;
+  for (int64_t first = 0; first < n; first += kBlock) {
+    const int64_t end = std::min(n, first + kBlock);
+    for (int64_t top = first; top < n; top += kBlock) {
+      for (int64_t j = first; j < end; ++j) {
+        for (int64_t i = std::max(top, j + 1); i < std::min(n, top + kBlock); ++i) c[j * n + i] = c[i * n + j];
+      }
+    }
+  }
+}
+
+// A matrix times its own transpose takes half of the work.
+bool areTransposes(const Side& a, const Side& b) {
+  return a.isTransposed != b.isTransposed && a.stored.data() == b.stored.data() && a.stored.size() == b.stored.size();
+}
+
 NumericArray product(const Side& a, const Side& b) {
   const int64_t m = a.rows(), k = a.columns(), n = b.columns();
   auto result = DoubleArray::uninitialized(SizeVector(m, n));
@@ -61,6 +81,9 @@ NumericArray product(const Side& a, const Side& b) {
     a.applyTo(b.stored.data(), c, /*fromTheLeft*/ false);
   } else if (m == 1) {
     b.applyTo(a.stored.data(), c, /*fromTheLeft*/ true);
+  } else if (areTransposes(a, b)) {
+    lapack::syrk(checkedInt32(n), checkedInt32(k), a.factor(), c);
+    mirrorUpper(n, c);
   } else {
     lapack::gemm(checkedInt32(m), checkedInt32(n), checkedInt32(k), a.factor(), b.factor(), c);
   }

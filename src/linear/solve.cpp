@@ -1,13 +1,16 @@
 // Division of matrices. A square system goes through LU with row exchanges, any other through QR
 // with column exchanges, which gives a least squares solution with as few nonzero rows as the rank
 // says. `b / a` is the transposed problem.
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "linear/lapack.h"
 #include "linear/linear.h"
 #include "linear/rcond.h"
 #include "linear/matrix_parts.h"
+#include "linear/triangles.h"
 #include "messages/catalogue/operators.h"
 #include "messages/message.h"
 
@@ -22,6 +25,47 @@ void checkInfo(int info, const char* failure) {
   if (info < 0) throw problem(failure);
 }
 
+// Smaller systems are as quick in the general way.
+constexpr int kLeastTriangle = 16;
+
+// Whether all elements below the diagonal are 0 (or above it), and none on it.
+bool isTriangle(int n, const double* a, bool isUpper) {
+  const auto isZero = [](double x) { return x == 0; };
+  for (int64_t j = 0; j < n; ++j) {
+    const double* column = a + j * n;
+    if (column[j] == 0) return false;
+    if (!(isUpper ? std::all_of(column + j + 1, column + n, isZero) : std::all_of(column, column + j, isZero))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// An upper triangle is its own factor. A lower one is an upper one whose equations and unknowns are
+// counted from the end. Absent where `a` is neither, or its condition is a matter of a warning.
+std::optional<Solution> solveTriangle(DoubleArray& a, DoubleArray& b, double norm) {
+  const int n = checkedInt32(a.size().rows());
+  if (n < kLeastTriangle) return std::nullopt;
+  const bool isLower = !isTriangle(n, a.data(), /*isUpper*/ true);
+  if (isLower && !isTriangle(n, a.data(), /*isUpper*/ false)) return std::nullopt;
+  DoubleArray upper = a;
+  if (isLower) std::reverse(upper.writable(), upper.writable() + upper.numElements());
+  const double* u = upper.data();
+  if (!triangles::areFinite(u, upper.numElements()) || !isRcondFarAbove(norm * kEps, n, u, norm)) return std::nullopt;
+  const int columns = checkedInt32(b.size().columns());
+  double* x = b.writable();
+  const auto turn = [&] {
+    for (int64_t j = 0; isLower && j < columns; ++j) std::reverse(x + j * n, x + (j + 1) * n);
+  };
+  turn();
+  triangles::solveUpper(n, columns, u, n, x, n);
+  turn();
+  Solution solution;
+  solution.x = std::move(b);
+  return solution;
+}
+std::optional<Solution> solveTriangle(ComplexDoubleArray&, ComplexDoubleArray&, double) { return std::nullopt; }
+
 template <class T>
 Solution solveSquare(TypedArray<T> a, TypedArray<T> b, Quality quality) {
   const int n = checkedInt32(a.size().rows());
@@ -29,6 +73,9 @@ Solution solveSquare(TypedArray<T> a, TypedArray<T> b, Quality quality) {
   Solution solution;
   std::vector<int> pivots(at(n));
   const double norm = lapack::norm1(n, n, a.data());
+  if (quality == Quality::warnings) {
+    if (auto solution = solveTriangle(a, b, norm)) return std::move(*solution);
+  }
   const int info = lapack::gesv(n, columns, a.writable(), pivots.data(), b.writable());
   checkInfo(info, text::kUnexpectedError);
   if (info > 0) {

@@ -64,6 +64,14 @@ PowerRoutine powerRoutine() {
   return powersOfLibrary;
 }
 
+WholePowerRoutine wholePowerRoutine() {
+#if KELO_AVX2
+  if (hasAvx512()) return avx512WholePower();
+  if (hasAvx2()) return avx2WholePower();
+#endif
+  return nullptr;
+}
+
 AngleRoutine plainAngleRoutine() { return anglesOfLibrary; }
 
 AngleRoutine angleRoutine() {

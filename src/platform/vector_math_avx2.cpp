@@ -15,6 +15,8 @@
 #include <immintrin.h>
 #include <sleef.h>
 
+#include "platform/vector_whole_power.h"
+
 namespace kelo::platform {
 namespace {
 
@@ -77,6 +79,11 @@ void loopOfPairs(double* z, const double* x, const double* y, int64_t n) {
 }  // namespace
 
 PowerRoutine avx2Power() { return loopOfPairs<Sleef_finz_powd4_u10avx2>; }
+WholePowerRoutine avx2WholePower() {
+  constexpr auto kIsAny = [](auto mask) { return _mm256_movemask_pd(reinterpret_cast<Lanes>(mask)) != 0; };
+  return wholePowers<[](Lanes a, Lanes b, Lanes c) { return _mm256_fmadd_pd(a, b, c); }, Sleef_finz_powd4_u10avx2,
+                     kIsAny, Lanes>;
+}
 AngleRoutine avx2Angle() { return loopOfPairs<Sleef_finz_atan2d4_u10avx2>; }
 
 VectorRoutine avx2Routine(VectorFunction function) {

@@ -12,6 +12,7 @@ namespace kelo::platform {
 VectorRoutine avx2Routine(VectorFunction function);
 /// REQUIRES: as above
 PowerRoutine avx2Power();
+WholePowerRoutine avx2WholePower();
 AngleRoutine avx2Angle();
 
 }  // namespace kelo::platform

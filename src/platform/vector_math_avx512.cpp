@@ -1,5 +1,5 @@
 // Routines on vectors of eight doubles: SLEEF's of 1 ULP in the same form as for vectors of four,
-// and with the same exceptions; exp and log are our own. What waits for memory is left to those.
+// and with the same exceptions; exp, log and powers are our own. What waits for memory is left to those.
 //
 // NOTE: this source is compiled with other options than the rest. It uses no inline functions of
 // the standard library, since the linker might take their copies from here.
@@ -10,6 +10,8 @@
 #include <sleef.h>
 
 #include "platform/vector_exp_log_avx512.h"
+#include "platform/vector_power_avx512.h"
+#include "platform/vector_whole_power.h"
 
 namespace kelo::platform {
 namespace {
@@ -57,7 +59,11 @@ void loopOfPairs(double* z, const double* x, const double* y, int64_t n) {
 
 }  // namespace
 
-PowerRoutine avx512Power() { return loopOfPairs<Sleef_finz_powd8_u10avx512f>; }
+PowerRoutine avx512Power() { return loopOfPairs<power>; }
+WholePowerRoutine avx512WholePower() {
+  constexpr auto kIsAny = [](auto mask) { return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0; };
+  return wholePowers<[](Lanes a, Lanes b, Lanes c) { return _mm512_fmadd_pd(a, b, c); }, power, kIsAny, Lanes>;
+}
 AngleRoutine avx512Angle() { return loopOfPairs<Sleef_finz_atan2d8_u10avx512f>; }
 
 VectorRoutine avx512Routine(VectorFunction function) {

@@ -1,6 +1,6 @@
 // The routines for processors with vectors of eight doubles (AVX-512). They give what those of
-// vector_math_avx2.h give, bit for bit, but for exp and log. Their source is compiled for such processors only, so
-// nothing of it may be called elsewhere.
+// vector_math_avx2.h give, bit for bit, but for exp, log and powers. Their source is compiled for such
+// processors only, so nothing of it may be called elsewhere.
 #pragma once
 
 #include "platform/vector_angle.h"
@@ -13,6 +13,7 @@ namespace kelo::platform {
 VectorRoutine avx512Routine(VectorFunction function);
 /// REQUIRES: as above
 PowerRoutine avx512Power();
+WholePowerRoutine avx512WholePower();
 AngleRoutine avx512Angle();
 
 }  // namespace kelo::platform

@@ -15,4 +15,12 @@ PowerRoutine powerRoutine();
 /// The routine that calls the C library element by element.
 PowerRoutine plainPowerRoutine();
 
+/// z[i] = x[i] to the power `exponent`, which is not 0 and has a magnitude up to kMostWholePower.
+/// z may be x, but not overlap it otherwise. An element does not depend on its neighbours.
+using WholePowerRoutine = void (*)(double* z, const double* x, int exponent, int64_t n);
+inline constexpr int kMostWholePower = 64;
+
+/// The true powers rounded, but for one in many millions. Null where powerRoutine() is as fast.
+WholePowerRoutine wholePowerRoutine();
+
 }  // namespace kelo::platform

@@ -7,6 +7,7 @@
 
 #include "platform/parallel.h"
 #include "platform/vector_clones.h"
+#include "values/elementwise.h"
 #include "values/plain_loops.h"
 
 namespace kelo {
@@ -41,7 +42,25 @@ KELO_VECTOR_CLONES void compareScalarWith(Comparison c, bool* out, double a, con
       c, out, n, [=](int64_t) { return a; }, [=](int64_t i) { return b[i]; });
 }
 
+// Rows against columns, or against matrices: run by run.
+LogicalArray comparedByRuns(Comparison c, const DoubleArray& a, const DoubleArray& b, const SizeVector& size) {
+  auto result = LogicalArray::uninitialized(size);
+  const loops::Broadcast plan(a.size(), b.size(), size);
+  const int64_t n = plan.runLength();
+  platform::parallelForUnits(plan.runCount(), n, [&, out = result.writable()](int64_t begin, int64_t end) {
+    plan.forRuns(begin, end, [&](int64_t o, int64_t i, int64_t j) {
+      if (plan.innerStrideA() == 0) return compareScalarWith(c, out + o, a.data()[i], b.data() + j, n);
+      if (plan.innerStrideB() == 0) return compareWithScalar(c, out + o, a.data() + i, b.data()[j], n);
+      compareBoth(c, out + o, a.data() + i, b.data() + j, n);
+    });
+  });
+  return result;
+}
+
 LogicalArray compared(Comparison c, const DoubleArray& a, const DoubleArray& b) {
+  if (!a.isScalar() && !b.isScalar() && a.size() != b.size()) {
+    return comparedByRuns(c, a, b, expandedSize(a.size(), b.size()));
+  }
   auto result = LogicalArray::uninitialized(a.isScalar() ? b.size() : a.size());
   bool* out = result.writable();
   const double *x = a.data(), *y = b.data();
@@ -107,7 +126,9 @@ LogicalArray comparedText(bool wanted, const CharArray& a, const CharArray& b) {
 std::optional<LogicalArray> comparedAtOnce(BinaryOp op, const NumericArray& a, const NumericArray& b) {
   if (op < BinaryOp::eqeq || op > BinaryOp::gt) return std::nullopt;
   if (a.kind() != b.kind() || a.isEmpty() || b.isEmpty()) return std::nullopt;
-  if (a.isScalar() ? b.isScalar() : !b.isScalar() && a.size() != b.size()) return std::nullopt;
+  if (a.isScalar() && b.isScalar()) return std::nullopt;
+  const bool areAlike = a.isScalar() || b.isScalar() || a.size() == b.size();
+  if (!areAlike && !a.is(Kind::Double)) return std::nullopt;
   if (a.is(Kind::Char) && op == BinaryOp::eqeq) return comparedText(true, a.asChar(), b.asChar());
   if (a.is(Kind::Char) && op == BinaryOp::neq) return comparedText(false, a.asChar(), b.asChar());
   if (!a.is(Kind::Double)) return std::nullopt;

@@ -11,8 +11,9 @@
 
 namespace kelo {
 
-/// a op b for a comparison of two arrays of doubles, or an equality of two of characters, that have
-/// one size or of which one is a scalar. Absent for all else, for two scalars too.
+/// a op b for a comparison of two arrays of doubles, or an equality of two of characters that have
+/// one size or of which one is a scalar. Absent for all else, for two scalars and empty arrays too.
+/// throws Problem "Incompatible array sizes"
 std::optional<LogicalArray> comparedAtOnce(BinaryOp op, const NumericArray& a, const NumericArray& b);
 
 }  // namespace kelo

@@ -14,7 +14,9 @@
 #include "messages/catalogue/values.h"
 #include "messages/fatal_fault.h"
 #include "messages/message.h"
+#include "platform/parallel.h"
 #include "values/numeric_array.h"
+#include "values/plain_loops.h"
 
 namespace kelo {
 namespace {
@@ -26,6 +28,15 @@ TypedArray<To> mapped(const TypedArray<From>& array, F f) {
   const From* in = array.data();
   const int64_t n = array.numElements();
   for (int64_t i = 0; i < n; ++i) out[i] = f(in[i]);
+  return result;
+}
+
+// Logical arrays as numbers.
+DoubleArray numbersOf(const LogicalArray& array) {
+  auto result = DoubleArray::uninitialized(array.size());
+  platform::parallelFor(array.numElements(), [out = result.writable(), in = array.data()](int64_t begin, int64_t end) {
+    truthsAsNumbers(out + begin, in + begin, end - begin);
+  });
   return result;
 }
 
@@ -101,7 +112,7 @@ DoubleArray NumericArray::toDoubleArray() const& {
   switch (kind_) {
     case Kind::Double: break;
     case Kind::Int: return mapped<double>(asInt(), [](int64_t n) { return static_cast<double>(n); });
-    case Kind::Logical: return mapped<double>(asLogical(), [](bool b) { return b ? 1.0 : 0.0; });
+    case Kind::Logical: return numbersOf(asLogical());
     case Kind::Complex: return mapped<double>(asComplex(), [](ComplexDouble z) { return z.real; });
     case Kind::Char: return fromUnits<double>(asChar(), [](uint16_t unit) { return static_cast<double>(unit); });
   }

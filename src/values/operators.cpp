@@ -96,13 +96,53 @@ bool allPowersReal(const DoubleArray& a, const DoubleArray& b) {
   return std::find(real.values().begin(), real.values().end(), false) == real.values().end();
 }
 
-// The usual exponents are loops that the compiler vectorises.
+// Where the result of two operands goes: in the place of one that nobody else holds, or in a new
+// array.
+template <class T>
+TypedArray<T> placeFor(const TypedArray<T>& a, const TypedArray<T>& b) {
+  if (!a.isScalar() && a.isUnshared()) return a;
+  if (!b.isScalar() && b.isUnshared()) return b;
+  return TypedArray<T>::uninitialized(a.isScalar() ? b.size() : a.size());
+}
+
+// The elements of the place without a copy, whoever holds it beside.
+template <class T>
+T* elementsOf(const TypedArray<T>& place) {
+  return const_cast<T*>(place.data());
+}
+
+NumericArray squares(DoubleArray x) {
+  DoubleArray result = placeFor(x, x);
+  platform::parallelFor(x.numElements(), [from = x.data(), out = elementsOf(result)](int64_t begin, int64_t end) {
+    plainBoth(PlainOp::times, out + begin, from + begin, from + begin, end - begin);
+  });
+  return result;
+}
+
+ComplexDoubleArray squares(ComplexDoubleArray z) {
+  ComplexDoubleArray result = placeFor(z, z);
+  platform::parallelFor(z.numElements(), [from = z.data(), out = elementsOf(result)](int64_t begin, int64_t end) {
+    squareEach(out + begin, from + begin, end - begin);
+  });
+  return result;
+}
+
+// Small whole exponents are products, and the other usual ones loops that the compiler vectorises.
 std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
+  static const platform::WholePowerRoutine routine = platform::wholePowerRoutine();
   const auto each = [&](auto power) { return unaryLoop(std::move(bases), power); };
+  if (exponent == 2 && !bases.isScalar()) return squares(std::move(bases));
   if (exponent == 2) return each([](double x) noexcept { return realPower(x, 2); });
   if (exponent == 0.5) return each([](double x) noexcept { return realPower(x, 0.5); });
   if (exponent == -1) return each([](double x) noexcept { return realPower(x, -1); });
-  return std::nullopt;
+  const bool isSmall = exponent == std::floor(exponent) && std::fabs(exponent) <= platform::kMostWholePower;
+  if (routine == nullptr || bases.isScalar() || !isSmall || exponent == 0) return std::nullopt;
+  DoubleArray result = placeFor(bases, DoubleArray(exponent));
+  double* out = elementsOf(result);
+  platform::parallelFor(result.numElements(), [=, x = bases.data()](int64_t begin, int64_t end) {
+    routine(out + begin, x + begin, static_cast<int>(exponent), end - begin);
+  });
+  return result;
 }
 
 // Block by block; a scalar operand is written out for one block. REQUIRES: one size, or a scalar
@@ -110,8 +150,8 @@ std::optional<NumericArray> usualPowers(DoubleArray& bases, double exponent) {
 DoubleArray powersOf(const DoubleArray& a, const DoubleArray& b) {
   constexpr int64_t kBlock = 512;
   static const platform::PowerRoutine routine = platform::powerRoutine();
-  auto result = DoubleArray::uninitialized(a.isScalar() ? b.size() : a.size());
-  double* out = result.writable();
+  DoubleArray result = placeFor(a, b);
+  double* out = elementsOf(result);
   double scalar[kBlock];
   if (a.isScalar() || b.isScalar()) std::fill_n(scalar, kBlock, a.isScalar() ? a.scalar() : b.scalar());
   platform::parallelFor(result.numElements(), [&, x = a.data(), y = b.data()](int64_t begin, int64_t end) {
@@ -134,6 +174,8 @@ NumericArray power(Operands& ab) {
       return ab.in<double>([](double x, double y) noexcept { return realPower(x, y); });
     }
   }
+  const bool isSquare = ab.b.is(Kind::Double) && ab.b.isScalar() && ab.b.asDouble().scalar() == 2;
+  if (isSquare && ab.a.is(Kind::Complex) && !ab.a.isScalar()) return squares(std::move(ab.a).take<ComplexDouble>());
   return ab.in<ComplexDouble>([](ComplexDouble x, ComplexDouble y) noexcept { return complexPower(x, y); });
 }
 
@@ -195,21 +237,6 @@ std::optional<PlainOp> plainOpOf(BinaryOp op) {
   }
 }
 
-// Where the result of two operands goes: in the place of one that nobody else holds, or in a new
-// array.
-template <class T>
-TypedArray<T> placeFor(const TypedArray<T>& a, const TypedArray<T>& b) {
-  if (!a.isScalar() && a.isUnshared()) return a;
-  if (!b.isScalar() && b.isUnshared()) return b;
-  return TypedArray<T>::uninitialized(a.isScalar() ? b.size() : a.size());
-}
-
-// The elements of the place without a copy, whoever holds it beside.
-template <class T>
-T* elementsOf(const TypedArray<T>& place) {
-  return const_cast<T*>(place.data());
-}
-
 NumericArray plainly(PlainOp op, DoubleArray a, DoubleArray b) {
   DoubleArray result = placeFor(a, b);
   double* out = elementsOf(result);
@@ -218,6 +245,18 @@ NumericArray plainly(PlainOp op, DoubleArray a, DoubleArray b) {
     if (a.isScalar()) return plainScalarLeft(op, out + begin, *x, y + begin, end - begin);
     if (b.isScalar()) return plainScalarRight(op, out + begin, x + begin, *y, end - begin);
     plainBoth(op, out + begin, x + begin, y + begin, end - begin);
+  });
+  return result;
+}
+
+// Complex sums are those of twice as many doubles. REQUIRES: op is no division; a and b have one
+// size
+NumericArray complexPlainly(PlainOp op, ComplexDoubleArray a, ComplexDoubleArray b) {
+  ComplexDoubleArray result = placeFor(a, b);
+  ComplexDouble* out = elementsOf(result);
+  platform::parallelFor(result.numElements(), [=, x = a.data(), y = b.data()](int64_t begin, int64_t end) {
+    if (op == PlainOp::times) return timesBoth(out + begin, x + begin, y + begin, end - begin);
+    plainBoth(op, &out[begin].real, &x[begin].real, &y[begin].real, 2 * (end - begin));
   });
   return result;
 }
@@ -240,8 +279,12 @@ LogicalArray inverted(const LogicalArray& x) {
 NumericArray elementwise(BinaryOp op, NumericArray a, NumericArray b) {
   using Op = BinaryOp;
   if (std::optional<LogicalArray> compared = comparedAtOnce(op, a, b)) return std::move(*compared);
-  if (std::optional<PlainOp> plain = plainOpOf(op); plain && goTogether(a, b, Kind::Double)) {
+  const std::optional<PlainOp> plain = plainOpOf(op);
+  if (plain && goTogether(a, b, Kind::Double)) {
     return plainly(*plain, std::move(a).take<double>(), std::move(b).take<double>());
+  }
+  if (plain && plain != PlainOp::divide && goTogether(a, b, Kind::Complex) && a.size() == b.size()) {
+    return complexPlainly(*plain, std::move(a).take<ComplexDouble>(), std::move(b).take<ComplexDouble>());
   }
   if ((op == BinaryOp::and_ || op == BinaryOp::or_) && goTogether(a, b, Kind::Logical) && a.size() == b.size()) {
     return logicPlainly(op == BinaryOp::and_ ? LogicOp::and_ : LogicOp::or_, std::move(a).take<bool>(),

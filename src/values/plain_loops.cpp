@@ -57,6 +57,25 @@ KELO_VECTOR_CLONES void plainScalarRight(PlainOp op, double* out, const double* 
       op, out, n, [=](int64_t i) { return a[i]; }, [=](int64_t) { return b; });
 }
 
+KELO_WIDE_CLONES void timesBoth(ComplexDouble* out, const ComplexDouble* a, const ComplexDouble* b, int64_t n) {
+#pragma GCC ivdep
+  for (int64_t i = 0; i < n; ++i) out[i] = a[i] * b[i];
+}
+
+KELO_WIDE_CLONES void squareEach(ComplexDouble* out, const ComplexDouble* z, int64_t n) {
+#pragma GCC ivdep
+  for (int64_t i = 0; i < n; ++i) {
+    const ComplexDouble v = z[i], square = ComplexDouble{1, 0} * (v * v);
+    const double real = v.real * v.real;
+    out[i] = {v.imaginary == 0 ? real : square.real, v.imaginary == 0 ? 0 : square.imaginary};
+  }
+}
+
+KELO_VECTOR_CLONES void truthsAsNumbers(double* out, const bool* x, int64_t n) {
+  const uint8_t* from = bytes(x);
+  for (int64_t i = 0; i < n; ++i) out[i] = static_cast<double>(static_cast<int32_t>(from[i]));
+}
+
 KELO_VECTOR_CLONES bool hasNegative(const double* x, int64_t n) {
   constexpr int64_t kBlock = 1024;
   for (int64_t begin = 0; begin < n; begin += kBlock) {

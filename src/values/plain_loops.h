@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "values/complex_double.h"
+
 namespace kelo {
 
 enum class PlainOp : uint8_t { plus, minus, times, divide };
@@ -11,6 +13,12 @@ enum class PlainOp : uint8_t { plus, minus, times, divide };
 void plainBoth(PlainOp op, double* out, const double* a, const double* b, int64_t n);
 void plainScalarLeft(PlainOp op, double* out, double a, const double* b, int64_t n);
 void plainScalarRight(PlainOp op, double* out, const double* a, double b, int64_t n);
+void timesBoth(ComplexDouble* out, const ComplexDouble* a, const ComplexDouble* b, int64_t n);
+/// The squares as repeated products give them, of numbers without an imaginary part those of
+/// doubles.
+void squareEach(ComplexDouble* out, const ComplexDouble* z, int64_t n);
+/// 1 and 0 for true and false.
+void truthsAsNumbers(double* out, const bool* x, int64_t n);
 /// Whether one of n numbers is below 0.
 bool hasNegative(const double* x, int64_t n);
 /// first + k * step

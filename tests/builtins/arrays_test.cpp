@@ -223,6 +223,11 @@ TEST(Arrays, FindsAllHitsOfLargeArrays) {
   const NumericArray doubles = NumericArray(mask).toDoubleArray();
   for (const NumericArray& array : {NumericArray(mask), doubles}) {
     EXPECT_EQ(describe(called("find", {array})), describe(DoubleArray::column(expected)));
+    for (const size_t most : {size_t{1}, size_t{11'000}, size_t{25'000}, expected.size(), expected.size() + 9}) {
+      const std::vector<double> first(expected.begin(), expected.begin() + std::min(most, expected.size()));
+      const NumericArray found = called("find", {array, num(static_cast<double>(most))});
+      EXPECT_EQ(describe(found), describe(DoubleArray::column(first)));
+    }
   }
 }
 

@@ -4,7 +4,10 @@
 
 #include <cmath>
 #include <complex>
+#include <cstring>
 #include <limits>
+#include <random>
+#include <vector>
 
 #include "builtins/calls.h"
 
@@ -173,6 +176,29 @@ TEST(Exponentials, realAndComplex) {
       {"realsqrt", {complex(1, 0)}, " | realsqrt() expects a real input"},
       {"reallog", {complex(1, 1)}, " | reallog() expects a real input"},
   });
+}
+
+// The loops over many against the C library, bit for bit.
+TEST(Exponentials, rootsOfManyComplexNumbersAreThoseOfTheLibrary) {
+  std::mt19937_64 random(4);
+  std::vector<double> parts = {0.0, -0.0, 1, -1, 0.3, 5e-324, -1e-300, 1e308, kInf, -kInf, kNaN};
+  while (parts.size() < 60) {
+    parts.push_back(std::exp2(static_cast<int>(random() % 600) - 300) * (random() % 2 ? 1 : -1));
+  }
+  const auto n = static_cast<int64_t>(parts.size());
+  auto z = ComplexDoubleArray::uninitialized(SizeVector(n, n));
+  for (int64_t i = 0; i < n * n; ++i) {
+    z.writable()[i] = {parts[static_cast<size_t>(i % n)], parts[static_cast<size_t>(i / n)]};
+  }
+  const NumericArray roots = called("sqrt", {z}), ofReals = called("sqrt", {DoubleArray::row(parts)});
+  const auto same = [](double x, double y) { return std::memcmp(&x, &y, sizeof x) == 0 || (x != x && y != y); };
+  const auto expectRoot = [&](ComplexDouble given, ComplexDouble root) {
+    const std::complex<double> expected = std::sqrt(std::complex<double>(given.real, given.imaginary));
+    EXPECT_TRUE(same(root.real, expected.real()) && same(root.imaginary, expected.imag())) << given.real << " + i*"
+                                                                                           << given.imaginary;
+  };
+  for (int64_t i = 0; i < n * n; ++i) expectRoot(z[i], roots.asComplex()[i]);
+  for (int64_t i = 0; i < n; ++i) expectRoot({parts[static_cast<size_t>(i)], 0}, ofReals.asComplex()[i]);
 }
 
 TEST(Rounding, awayFromZeroAtHalves) {

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "linear/lapack.h"
+#include "linear/matrix_structure.h"
 #include "linear/norm.h"
 #include "linear/samples.h"
 #include "linear/svd.h"
@@ -158,6 +159,31 @@ TEST(Linear, SmallAndLargeProductsAgree) {
       for (int64_t k = 0; k <= n; ++k) expected += a[k * n + i] * b[2 * (n + 1) + k];
       ASSERT_NEAR(c.asDouble()[2 * n + i], expected, 1e-12);
     }
+  }
+}
+
+TEST(Linear, TrianglesAreSolvedWithoutFactors) {
+  std::mt19937_64 random(8);
+  const Warn never = [](const auto&) { FAIL() << "a warning"; };
+  for (const int64_t n : {16, 45, 150}) {
+    DoubleArray upper = randomArray(random, SizeVector(n, n));
+    for (int64_t i = 0; i < n * n; ++i) upper.writable()[i] = i % n > i / n ? 0 : upper[i] + (i % n == i / n ? 9.0 : 0);
+    const NumericArray b = randomArray(random, SizeVector(n, 3));
+    for (const NumericArray& a : {NumericArray(upper), adjoint(upper)}) {
+      const NumericArray x = mldivide(a, b, never);
+      EXPECT_LE(distance(mtimes(a, x), b), 8 * static_cast<double>(n) * kEps * greatestSum(a) * greatestSum(x));
+    }
+  }
+}
+
+TEST(Linear, ProductsWithTheOwnTransposeMirrorThemselves) {
+  std::mt19937_64 random(9);
+  const NumericArray a = randomArray(random, SizeVector(170, 131));
+  for (const bool isLeft : {true, false}) {
+    const NumericArray product = mtimes(Factor{a, isLeft}, Factor{a, !isLeft});
+    const NumericArray plain = isLeft ? mtimes(adjoint(a), a) : mtimes(a, adjoint(a));
+    EXPECT_LE(distance(product, plain), 170 * kEps * greatestSum(a) * greatestSum(adjoint(a)));
+    EXPECT_TRUE(isMirrored(product, Mirror::plain, 0));
   }
 }
 

@@ -137,6 +137,8 @@ TEST(VectorMath, treatsEachElementAlone) {
 
 // ---- Powers
 
+constexpr double kInfinity = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
+
 std::vector<double> powersOf(PowerRoutine routine, const std::vector<double>& x, const std::vector<double>& y) {
   std::vector<double> z(x.size());
   routine(z.data(), x.data(), y.data(), static_cast<int64_t>(x.size()));
@@ -172,12 +174,28 @@ TEST(VectorPower, wholePowersOfWholeNumbersAreExact) {
 }
 
 TEST(VectorPower, agreesWithTheLibraryOnSpecialValues) {
-  const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+  const double inf = kInfinity, nan = kNaN;
   const std::vector<double> values = {0.0, -0.0, 1, -1, inf, -inf, nan, 0.5, 2, -2, 3, -3, 5e-324, 1e308, -1e308, 1e17};
   for (const double a : values) {
     for (const double b : values) {
       const double z = powersOf(powerRoutine(), {a}, {b})[0], plain = std::pow(a, b);
       EXPECT_TRUE(identical(z, plain) || errorInUlps(z, powl(a, b)) <= 1) << a << " ^ " << b << " is " << z;
+    }
+  }
+}
+
+TEST(VectorPower, ofOneWholeExponentIsThatOfTheLibraryWithinOneUlp) {
+  const WholePowerRoutine routine = wholePowerRoutine();
+  if (routine == nullptr) GTEST_SKIP() << "no such routine on this processor";
+  std::mt19937_64 random(25);
+  std::uniform_real_distribution<double> usual(-50, 50);
+  std::vector<double> x = {0.0, -0.0, kInfinity, -kInfinity, kNaN, 5e-324, 1e308, -1e-100, 1, -1}, z(30'003);
+  while (x.size() < z.size()) x.push_back(x.size() % 2 ? usual(random) : std::bit_cast<double>(random()));
+  for (const int exponent : {1, 2, 3, 4, 5, 7, 10, 33, kMostWholePower, -1, -2, -3, -kMostWholePower}) {
+    routine(z.data(), x.data(), exponent, static_cast<int64_t>(x.size()));
+    for (size_t i = 0; i < x.size(); ++i) {
+      if (identical(z[i], std::pow(x[i], exponent))) continue;
+      ASSERT_LE(errorInUlps(z[i], powl(x[i], exponent)), 1.0) << x[i] << " ^ " << exponent;
     }
   }
 }

@@ -8,6 +8,7 @@
 #include <bit>
 #include <cmath>
 #include <complex>
+#include <cstring>
 
 #include "values/arrays.h"
 
@@ -113,6 +114,26 @@ TEST(Operators, Powers) {
   const std::complex<double> expected = std::pow(std::complex<double>(1.5, -0.5), std::complex<double>(0.25, 2));
   EXPECT_NEAR(z.real, expected.real(), 1e-15);
   EXPECT_NEAR(z.imaginary, expected.imag(), 1e-15);
+}
+
+// Sums, products and squares of many complex numbers are loops of their own.
+TEST(Operators, OfManyComplexNumbersAreThoseOfEach) {
+  const double parts[] = {0.0, -0.0, 1.5, -2.25, 1e200, kInf, -kInf, kNaN};
+  auto a = ComplexDoubleArray::uninitialized(SizeVector(1, 64)), b = a;
+  for (int64_t i = 0; i < 64; ++i) {
+    a.writable()[i] = {parts[i % 8], parts[i / 8]};
+    b.writable()[i] = {parts[(i + 3) % 8], parts[(i * 5 + i / 8) % 8]};
+  }
+  const auto same = [](double x, double y) { return (x != x && y != y) || std::memcmp(&x, &y, sizeof x) == 0; };
+  for (const Op op : {Op::plus, Op::minus, Op::dmult, Op::dpower}) {
+    const NumericArray right = op == Op::dpower ? num(2) : NumericArray(b), together = elementwise(op, a, right);
+    for (int64_t i = 0; i < 64; ++i) {
+      const NumericArray y = op == Op::dpower ? num(2) : NumericArray(ComplexDoubleArray(b[i]));
+      const ComplexDouble z = together.asComplex()[i];
+      const ComplexDouble alone = elementwise(op, ComplexDoubleArray(a[i]), y).toComplexArray().scalar();
+      EXPECT_TRUE(same(z.real, alone.real) && same(z.imaginary, alone.imaginary)) << describe(ComplexDoubleArray(a[i]));
+    }
+  }
 }
 
 TEST(Operators, Unary) {

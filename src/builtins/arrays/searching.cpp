@@ -5,6 +5,7 @@
 // can write them where they belong, pieces side by side. Within a piece, blocks of 64 elements are
 // written without branching, through a small buffer where the room of the piece ends.
 #include <algorithm>
+#include <numeric>
 
 #include "builtins/arrays/handlers.h"
 #include "interpreter/reader.h"
@@ -73,19 +74,33 @@ void writeHits(const T* x, int64_t begin, int64_t end, double* out, int64_t room
   }
 }
 
+/// How many hits stand before each piece; behind the last piece that is looked at, how many in all.
+/// No more pieces than `most` hits take.
+template <class T>
+std::vector<int64_t> hitsBeforePieces(const T* x, int64_t n, int64_t most) {
+  std::vector<int64_t> counts = {0};
+  if (most < n) {
+    for (int64_t b = 0; b < n && counts.back() < most; b += kPiece) {
+      counts.push_back(counts.back() + countHits(x + b, std::min(kPiece, n - b)));
+    }
+    return counts;
+  }
+  counts.resize(static_cast<size_t>((n + kPiece - 1) / kPiece) + 1);
+  platform::parallelFor(n, [&](int64_t begin, int64_t end) {
+    for (int64_t b = begin; b < end; b += kPiece) {
+      counts[static_cast<size_t>(b / kPiece) + 1] = countHits(x + b, std::min(kPiece, end - b));
+    }
+  }, kPiece);
+  std::partial_sum(counts.begin(), counts.end(), counts.begin());
+  return counts;
+}
+
 /// The linear indexes, from 1, of the first hits, at most `most`.
 template <class T>
 DoubleArray indexesOfHits(const TypedArray<T>& array, int64_t most) {
   const T* x = array.data();
-  const int64_t n = array.numElements();
-  const int64_t pieces = (n + kPiece - 1) / kPiece;
-  std::vector<int64_t> starts(static_cast<size_t>(pieces) + 1);
-  platform::parallelFor(n, [&](int64_t begin, int64_t end) {
-    for (int64_t b = begin; b < end; b += kPiece) {
-      starts[static_cast<size_t>(b / kPiece) + 1] = countHits(x + b, std::min(kPiece, end - b));
-    }
-  }, kPiece);
-  for (size_t p = 1; p < starts.size(); ++p) starts[p] += starts[p - 1];
+  const std::vector<int64_t> starts = hitsBeforePieces(x, array.numElements(), most);
+  const int64_t n = std::min(array.numElements(), static_cast<int64_t>(starts.size() - 1) * kPiece);
   const int64_t count = std::min(starts.back(), most);
   auto result = DoubleArray::uninitialized(array.size().isRow() ? SizeVector(1, count) : SizeVector(count, 1));
   double* out = result.writable();

@@ -10,6 +10,7 @@
 #include "messages/catalogue/elementwise.h"
 #include "platform/parallel.h"
 #include "platform/vector_angle.h"
+#include "platform/vector_clones.h"
 #include "platform/vector_math.h"
 
 namespace kelo::builtins {
@@ -20,7 +21,13 @@ enum class ComplexPart { abs, sign, angle, conj, real, imag };
 /// Without scaling, so it overflows to Inf for parts near 1e155. NOTE: intended.
 double plainMagnitude(ComplexDouble z) { return std::sqrt(z.real * z.real + z.imaginary * z.imaginary); }
 
-double signOf(double x) { return std::isnan(x) ? x : static_cast<double>((x > 0) - (x < 0)); }
+KELO_VECTOR_CLONES void signsOf(double* y, const double* x, int64_t n) {
+#pragma GCC ivdep
+  for (int64_t i = 0; i < n; ++i) {
+    const double v = x[i], signOrZero = (v > 0 ? 1.0 : 0.0) - (v < 0 ? 1.0 : 0.0);
+    y[i] = v != v ? v : signOrZero;
+  }
+}
 double angleOf(double x) { return std::isnan(x) ? x : x < 0 ? std::numbers::pi : 0.0; }
 
 /// Block by block, whose parts are taken apart.
@@ -58,7 +65,7 @@ NumericArray complexPart(ComplexPart part, ComplexDoubleArray z) {
 DoubleArray realPart(ComplexPart part, DoubleArray x) {
   switch (part) {
     case ComplexPart::abs: return mapBlocks(std::move(x), platform::vectorRoutine(platform::VectorFunction::absolute));
-    case ComplexPart::sign: return unaryLoop(std::move(x), [](double v) noexcept { return signOf(v); });
+    case ComplexPart::sign: return mapBlocks(std::move(x), signsOf);
     case ComplexPart::angle: return unaryLoop(std::move(x), [](double v) noexcept { return angleOf(v); });
     case ComplexPart::imag: return DoubleArray(x.size(), 0.0);
     default: return x;

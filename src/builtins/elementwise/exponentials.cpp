@@ -1,6 +1,7 @@
 // Exponentials, logarithms and roots. `log` and `sqrt` of an array with a negative element are
 // complex as a whole; log2 and log10 of a negative number are NaN; reallog and realsqrt refuse it.
 // NOTE: intended.
+#include "builtins/elementwise/complex_blocks.h"
 #include "builtins/elementwise/kernels.h"
 #include "builtins/library.h"
 #include "interpreter/reader.h"
@@ -31,6 +32,7 @@ NodeValue applied(const Function& f, Call& call) {
   NumericArray a = read::takeNumeric(call, 0, Wording::sentence(text::kNumericForExponentials));
   if (a.is(Kind::Complex)) {
     if (!f.complex) throw Wording::sentence(text::kRealInput).complaint(call);
+    if (f.real == VectorFunction::sqrt) return complexRoots(a.asComplex());
     return unaryLoop(std::move(a).take<ComplexDouble>(), [&](ComplexDouble z) noexcept { return f.complex(z); });
   }
   DoubleArray x = std::move(a).toDoubleArray();
@@ -38,7 +40,7 @@ NodeValue applied(const Function& f, Call& call) {
   const Domain domain = f.below0 == Below0::real ? Domain::everywhere : Domain::fromZero;
   if (auto result = mapInside(x, domain, routine)) return std::move(*result);
   if (f.below0 == Below0::refused) throw Wording::sentence(text::kNonNegativeInputs).complaint(call);
-  return unaryLoop(std::move(x), [&](double re) noexcept { return f.complex({re, 0.0}); });
+  return f.real == VectorFunction::sqrt ? complexRoots(x) : complexLogarithms(x);
 }
 
 template <VectorFunction kReal, ComplexFunction kComplex, Below0 kBelow0 = Below0::real>
