@@ -270,7 +270,12 @@ resume:
           break;
         }
         frames_.back().pc = pc;  // a text may find no memory
-        if (quickCall(function, x, y, &R[i.a])) break;
+        if (quickCall(function, x, y, &R[i.a])) {
+          const int32_t slots = frames_.back().code->slotCount();  // behind them are temporaries
+          if (i.b >= slots && i.b != i.a) R[i.b].letGo();
+          if (i.c >= slots && i.c != i.a) R[i.c].letGo();
+          break;
+        }
         KELO_GENERAL(callQuickRow(i))
       }
       case Op::endOf: KELO_GENERAL(endOf(i))
