@@ -23,7 +23,7 @@ Message messageAt(const CallSite& site) {
 
 namespace {
 
-void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
+void checkCounts(const Builtin& row, int inputs, int outputs) {
   const OwnTexts& texts = row.own;
   const auto ownWords = [&](const char* text, int given) {
     return expectation(fmt::format(fmt::runtime(text), row.name, given));
@@ -34,8 +34,8 @@ void checkCounts(const Builtin& row, int inputs, std::optional<int> outputs) {
   // What gives no value says so where the value is missed, unless the family has its own words for
   // that.
   const int allowed = texts.outputs ? row.outputs : std::max(row.outputs, 1);
-  if (outputs.value_or(0) > allowed) {
-    throw texts.outputs ? ownWords(texts.outputs, *outputs) : outputCountComplaint(row.name, row.outputs);
+  if (outputs > allowed) {
+    throw texts.outputs ? ownWords(texts.outputs, outputs) : outputCountComplaint(row.name, row.outputs);
   }
 }
 
@@ -63,11 +63,11 @@ NodeValue failed(const Builtin& row, const CallSite& site, Environment& environm
 
 }  // namespace
 
-NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, Environment& environment, Machine* machine) {
+NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, int outputs, const CallSite& site,
+                      Environment& environment, Machine* machine) {
   try {
-    checkCounts(row, static_cast<int>(args.size()), lhsVariableCount);
-    Call call(row, args, lhsVariableCount, site, environment, machine);
+    checkCounts(row, static_cast<int>(args.size()), outputs);
+    Call call(row, args, outputs < 0 ? std::nullopt : std::optional(outputs), site, environment, machine);
     return row.handler(call);
   } catch (const Problem&) {
     return failed(row, site, environment);

@@ -12,7 +12,9 @@ Message messageAt(const CallSite& site);
 
 /// Runs a built-in; `machine` is that of the run, for the few that ask it. The result is its value,
 /// void, or failure when an error has been shown.
-NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, std::optional<int> lhsVariableCount,
-                      const CallSite& site, Environment& environment, Machine* machine = nullptr);
+///
+/// outputs  that are asked for; negative inside an expression
+NodeValue callBuiltin(const Builtin& row, std::span<Storable> args, int outputs, const CallSite& site,
+                      Environment& environment, Machine* machine = nullptr);
 
 }  // namespace kelo

@@ -240,9 +240,8 @@ bool Machine::callAnonymous(AnonymousFunction& function, Storable* arguments, in
 
 bool Machine::callBuiltin(const Builtin& row, Storable* arguments, int32_t count, int32_t destination, int outputs,
                           KeloNode& place) {
-  const auto wanted = outputs == Visitor::kNoOutputs ? std::nullopt : std::optional<int>(outputs);
   NodeValue value =
-      kelo::callBuiltin(row, {arguments, static_cast<size_t>(count)}, wanted, siteOf(place), app_, this);
+      kelo::callBuiltin(row, {arguments, static_cast<size_t>(count)}, outputs, siteOf(place), app_, this);
   for (int32_t k = 0; k < count; ++k) {
     if (!arguments[k].isPlainScalar()) arguments[k].clear();
   }

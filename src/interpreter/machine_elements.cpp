@@ -61,7 +61,10 @@ bool Machine::indexOrCall(const Instruction& i) {
   const int32_t count = site.count;
   const Storable& base = reg(i.b);
   if (base.isArray()) {
-    if (count == 1 && readPiece(base, areScattered ? at(i.c) : *arguments, &reg(i.a))) return true;
+    if (count == 1 && readPiece(base, areScattered ? at(i.c) : *arguments, &reg(i.a))) {
+      if (areScattered && i.c != i.a) (void)take(i.c);
+      return true;
+    }
     if (areScattered && count == 2 && readPiece(base, at(i.c), at(i.e), &reg(i.a))) return true;
     std::vector<const Storable*> list;
     for (int32_t k = 0; k < count; ++k) {

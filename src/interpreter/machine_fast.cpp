@@ -1,6 +1,7 @@
 // Two scalars of kinds other than two doubles; small pieces of arrays.
 #include "interpreter/machine_fast.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kelo {
@@ -121,7 +122,8 @@ bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result) 
   if (areEqual && a.size() != b.size()) return false;
   const bool isProduct = op == BinaryOp::dmult || (op == BinaryOp::mult && !areEqual);
   const bool isQuotient = op == BinaryOp::rdivide || (op == BinaryOp::mrdivide && b.isScalar());
-  if (op != BinaryOp::plus && op != BinaryOp::minus && !isProduct && !isQuotient) return false;
+  const bool isSquare = op == BinaryOp::dpower && b.isScalar() && b.scalar() == 2;
+  if (op != BinaryOp::plus && op != BinaryOp::minus && !isProduct && !isQuotient && !isSquare) return false;
   DoubleArray* const own = !a.isScalar() && a.isUnshared() ? &a : !b.isScalar() && b.isUnshared() ? &b : nullptr;
   DoubleArray made = own ? DoubleArray(0.0) : DoubleArray::uninitialized(size);
   DoubleArray& target = own ? *own : made;
@@ -130,8 +132,50 @@ bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result) 
   if (op == BinaryOp::plus) combineEach(a, b, out, count, [](double x, double y) { return x + y; });
   else if (op == BinaryOp::minus) combineEach(a, b, out, count, [](double x, double y) { return x - y; });
   else if (isProduct) combineEach(a, b, out, count, [](double x, double y) { return x * y; });
+  else if (isSquare) combineEach(a, b, out, count, [](double x, double) { return x * x; });
   else combineEach(a, b, out, count, [](double x, double y) { return x / y; });
   *result = std::move(target);
+  return true;
+}
+
+namespace {
+
+template <class T, class F>
+LogicalArray compareEach(const TypedArray<T>& left, const TypedArray<T>& right, F&& of) {
+  const TypedArray<T>& many = left.isScalar() ? right : left;
+  auto result = LogicalArray::uninitialized(many.size());
+  bool* const out = result.writable();
+  const T *x = left.data(), *y = right.data();
+  const int64_t dx = left.isScalar() ? 0 : 1, dy = right.isScalar() ? 0 : 1;
+  for (int64_t k = 0; k < many.numElements(); ++k) out[k] = of(x[k * dx], y[k * dy]);
+  return result;
+}
+
+bool compareDoubles(BinaryOp op, const DoubleArray& a, const DoubleArray& b, Storable* result) {
+  switch (op) {
+    case BinaryOp::eqeq: *result = compareEach(a, b, [](double x, double y) { return x == y; }); return true;
+    case BinaryOp::neq: *result = compareEach(a, b, [](double x, double y) { return x != y; }); return true;
+    case BinaryOp::lt: *result = compareEach(a, b, [](double x, double y) { return x < y; }); return true;
+    case BinaryOp::le: *result = compareEach(a, b, [](double x, double y) { return x <= y; }); return true;
+    case BinaryOp::gt: *result = compareEach(a, b, [](double x, double y) { return x > y; }); return true;
+    case BinaryOp::ge: *result = compareEach(a, b, [](double x, double y) { return x >= y; }); return true;
+    default: return false;
+  }
+}
+
+}  // namespace
+
+bool fewCompared(BinaryOp op, const Storable& left, const Storable& right, Storable* result) {
+  constexpr int64_t kMost = 64;  // elements
+  if (op < BinaryOp::eqeq || op > BinaryOp::gt || !left.isNumeric() || !right.isNumeric()) return false;
+  const NumericArray &a = *left.numeric(), &b = *right.numeric();
+  if (a.kind() != b.kind() || a.isEmpty() || b.isEmpty()) return false;
+  if (a.isScalar() ? b.isScalar() : !b.isScalar() && a.size() != b.size()) return false;
+  if (std::max(a.numElements(), b.numElements()) > kMost) return false;
+  if (a.is(Kind::Double)) return compareDoubles(op, a.asDouble(), b.asDouble(), result);
+  if (!a.is(Kind::Char) || (op != BinaryOp::eqeq && op != BinaryOp::neq)) return false;
+  const bool wanted = op == BinaryOp::eqeq;
+  *result = compareEach(a.asChar(), b.asChar(), [=](Character x, Character y) { return (x == y) == wanted; });
   return true;
 }
 
@@ -155,6 +199,54 @@ bool appendElement(NumericArray& array, const NumericArray& scalar) {
   return true;
 }
 
+namespace {
+
+constexpr int64_t kMostOfList = 64;  // subscripts
+
+// Positions from 0 of the elements that a mask or a list of numbers selects; -1 where it is left to
+// the general operation.
+int64_t positionsOf(const NumericArray& subscript, int64_t extent, int64_t* positions) {
+  const int64_t n = subscript.numElements();
+  if (n > kMostOfList) return -1;
+  int64_t count = 0;
+  if (subscript.is(Kind::Logical)) {
+    if (n > extent) return -1;
+    const bool* selected = subscript.asLogical().data();
+    for (int64_t k = 0; k < n; ++k) {
+      positions[count] = k;
+      count += selected[k];
+    }
+    return count;
+  }
+  if (!subscript.is(Kind::Double) || n == 0) return -1;
+  const double* subscripts = subscript.asDouble().data();
+  for (; count < n; ++count) {
+    positions[count] = plainPosition(subscripts[count], extent);
+    if (positions[count] < 0) return -1;
+  }
+  return count;
+}
+
+// A vector gives a vector that lies as it does; of a matrix the subscript decides.
+bool readFew(const NumericArray& array, const NumericArray& subscript, Storable* result) {
+  const SizeVector &size = array.size(), &shape = subscript.size();
+  if (!shape.isVector() && !subscript.is(Kind::Logical)) return false;
+  int64_t positions[kMostOfList];
+  const int64_t count = positionsOf(subscript, array.numElements(), positions);
+  if (count < 0) return false;
+  const bool isRow = size.isRow() || (!size.isColumn() && shape.isRow());
+  *result = array.visit([&](const auto& record) {
+    using Record = std::remove_cvref_t<decltype(record)>;
+    auto piece = Record::uninitialized(isRow ? SizeVector(1, count) : SizeVector(count, 1));
+    auto* to = piece.writable();
+    for (int64_t k = 0; k < count; ++k) to[k] = record.data()[positions[k]];
+    return Storable(std::move(piece));
+  });
+  return true;
+}
+
+}  // namespace
+
 bool readPiece(const Storable& array, const Storable& subscript, Storable* result) {
   constexpr int64_t kMost = 512;  // elements
   if (const StructArray* structures = array.structure()) {
@@ -165,6 +257,7 @@ bool readPiece(const Storable& array, const Storable& subscript, Storable* resul
     *result = structures->element(position);
     return true;
   }
+  if (array.isNumeric() && subscript.isNumeric()) return readFew(*array.numeric(), *subscript.numeric(), result);
   if (!subscript.isPositions()) return false;
   const EvenPositions positions = subscript.positions();
   const int64_t count = positions.count;

@@ -30,8 +30,13 @@ inline bool comparePlainCharacters(const Storable& a, const Storable& b, bool* a
 bool scalarBinary(BinaryOp op, const Storable& a, const Storable& b, Storable* result);
 
 /// A sum, a difference, a product or a quotient, by element, of small matrices of doubles of one
-/// size, or of one and a double; in the memory of one of them where nobody else holds that.
+/// size, or of one and a double, or the squares of one; in the memory of one of them where nobody
+/// else holds that.
 bool fewDoubles(BinaryOp op, Storable& left, Storable& right, Storable* result);
+
+/// A comparison of small arrays of doubles of one size, or of one and a double; equality of small
+/// texts in the same way.
+bool fewCompared(BinaryOp op, const Storable& left, const Storable& right, Storable* result);
 
 /// A subscript as a number, when it is a double or an integer.
 inline bool subscriptNumber(const Storable& subscript, double* number) {
@@ -114,8 +119,9 @@ inline bool storeScalar(Storable& target, const Storable& row, const Storable& c
   return position >= 0 && putScalar(array, position, value);
 }
 
-/// An element of a structure array, or elements side by side of a vector or a matrix. A large piece
-/// is left to the general operation, which may show it without a copy.
+/// An element of a structure array, or elements side by side of a vector or a matrix, or those that
+/// a short list or mask selects. A large piece is left to the general operation, which may show it
+/// without a copy.
 bool readPiece(const Storable& array, const Storable& subscript, Storable* result);
 
 /// Overwrites an element of a structure array with a structure of the same fields, or adds it at the

@@ -64,7 +64,7 @@ bool Machine::binary(const Instruction& i, BinaryOp op, Storable* result) {
     return fail(place, fmt::format(text::kBinaryNotNumeric, operatorText(place)));
   }
   Storable left = take(i.b), right = i.c == i.b ? left : take(i.c);
-  if (fewDoubles(op, left, right, result)) return true;
+  if (fewDoubles(op, left, right, result) || fewCompared(op, left, right, result)) return true;
   *result = kelo::binary(op, std::move(*left.numeric()), std::move(*right.numeric()),
                          [&](std::string text) { warn(place, std::move(text)); });
   return true;
@@ -138,15 +138,17 @@ bool Machine::checkElement(const Storable& value, KeloNode& place) {
 
 namespace {
 
-// Rows and scalars of one kind side by side, which need no look at sizes and kinds. They are used
-// up.
+// Rows and scalars of one kind side by side, and empty arrays, which count for nothing. They are
+// used up.
 template <class T>
 void joinRowsOf(Storable* values, int32_t count, int64_t length, Storable* result) {
   TypedArray<T> row = TypedArray<T>::uninitialized(SizeVector(1, length));
   T* to = row.writable();
   for (Storable* value = values; value < values + count; ++value) {
-    const TypedArray<T>& piece = value->numeric()->as<T>();
-    to = std::copy_n(piece.data(), piece.numElements(), to);
+    if (!value->isEmpty()) {
+      const TypedArray<T>& piece = value->numeric()->as<T>();
+      to = std::copy_n(piece.data(), piece.numElements(), to);
+    }
     value->letGo();
   }
   *result = std::move(row);
@@ -154,14 +156,17 @@ void joinRowsOf(Storable* values, int32_t count, int64_t length, Storable* resul
 
 bool joinPlainRows(Storable* values, int32_t count, Storable* result) {
   int64_t length = 0;
+  std::optional<Kind> kind;
   for (int32_t k = 0; k < count; ++k) {
     const NumericArray* piece = values[k].numeric();
-    if (!piece || piece->kind() != values->numeric()->kind()) return false;
-    if (!piece->isScalar() && (piece->isEmpty() || !piece->size().isRow())) return false;
+    if (!piece) return false;
+    if (piece->isEmpty()) continue;
+    if (!piece->size().isRow() || piece->kind() != kind.value_or(piece->kind())) return false;
+    kind = piece->kind();
     length += piece->numElements();
   }
-  if (count < 2) return false;
-  switch (values->numeric()->kind()) {
+  if (count < 2 || !kind) return false;
+  switch (*kind) {
     case Kind::Double: joinRowsOf<double>(values, count, length, result); break;
     case Kind::Int: joinRowsOf<int64_t>(values, count, length, result); break;
     case Kind::Logical: joinRowsOf<bool>(values, count, length, result); break;

@@ -274,7 +274,12 @@ resume:
         goto next;
       }
       frames_.back().pc = pc;  // a text may find no memory
-      if (quickCall(function, x, y, &R[pc->a])) goto next;
+      if (quickCall(function, x, y, &R[pc->a])) {
+        const int32_t slots = frames_.back().code->slotCount();  // behind them are temporaries
+        if (pc->b >= slots && pc->b != pc->a) R[pc->b].letGo();
+        if (pc->c >= slots && pc->c != pc->a) R[pc->c].letGo();
+        goto next;
+      }
       KELO_GENERAL(callQuickRow(*pc))
     }
     op_endOf: KELO_GENERAL(endOf(*pc))

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "interpreter/machine_fast.h"
+#include "interpreter/quick_arrays.h"
 #include "platform/vector_math.h"
 #include "values/exact_integers.h"
 
@@ -41,6 +42,13 @@ constexpr Row kRows[] = {
     {"size", QuickCall::size, 2},       {"sqrt", QuickCall::sqrt, 1},       {"strcmp", QuickCall::strcmp, 2},
     {"strcmpi", QuickCall::strcmpi, 2}, {"tan", QuickCall::tan, 1},         {"tanh", QuickCall::tanh, 1},
     {"upper", QuickCall::upper, 1},     {"xor", QuickCall::exclusiveOr, 2}, {"zeros", QuickCall::zeros, 2},
+    {"all", QuickCall::all, 1},         {"any", QuickCall::any, 1},         {"dot", QuickCall::dot, 2},
+    {"find", QuickCall::find, 1},       {"fliplr", QuickCall::flipRow, 1},  {"flipud", QuickCall::flipColumn, 1},
+    {"isinf", QuickCall::isinf, 1},     {"isrow", QuickCall::isrow, 1},     {"iscolumn", QuickCall::iscolumn, 1},
+    {"isreal", QuickCall::isreal, 1},   {"isletter", QuickCall::isletter, 1}, {"islogical", QuickCall::islogical, 1},
+    {"isscalar", QuickCall::isscalar, 1}, {"ismatrix", QuickCall::ismatrix, 1}, {"isnumeric", QuickCall::isnumeric, 1},
+    {"isspace", QuickCall::isspace, 1}, {"isvector", QuickCall::isvector, 1}, {"max", QuickCall::largest, 1},
+    {"mean", QuickCall::mean, 1},       {"min", QuickCall::smallest, 1},    {"sum", QuickCall::sum, 1},
 };
 // clang-format on
 
@@ -94,7 +102,7 @@ Character inCase(Character c, bool isUpper) {
 // Of ASCII characters.
 bool textInCase(const Storable& x, bool isUpper, Storable* result) {
   const CharArray* row = rowOfText(x);
-  if (!row || !std::all_of(row->data(), row->data() + row->numElements(), isPlain)) return false;
+  if (!row || !isAscii(*row)) return false;
   auto turned = CharArray::uninitialized(row->size());
   std::transform(row->data(), row->data() + row->numElements(), turned.writable(),
                  [&](Character c) { return inCase(c, isUpper); });
@@ -177,6 +185,23 @@ bool numberOf(const Storable& value, double* x) {
   else if (value.isScalarOf(Kind::Logical)) *x = value.numeric()->asLogical().scalar() ? 1 : 0;
   else return false;
   return true;
+}
+
+bool isKind(QuickCall question, const Storable& x) {
+  if (!x.isNumeric()) return false;
+  const Kind kind = x.numeric()->kind();
+  if (question == QuickCall::isnumeric) return kind != Kind::Char && kind != Kind::Logical;
+  return question == QuickCall::isreal ? kind != Kind::Complex : kind == Kind::Logical;
+}
+
+bool hasShape(QuickCall question, const SizeVector& size) {
+  switch (question) {
+    case QuickCall::isrow: return size.isRow();
+    case QuickCall::iscolumn: return size.isColumn();
+    case QuickCall::isscalar: return size.isScalar();
+    case QuickCall::isvector: return size.isVector() && !size.hasZeroLength();
+    default: return size.isMatrix();
+  }
 }
 
 bool truthOf(const Storable& x, bool* answer) {
@@ -268,7 +293,8 @@ bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storabl
       result->setLogical(isText(x) && isText(y) && sameText(x.numeric()->asChar(), y.numeric()->asChar()));
       return true;
     case QuickCall::strcmpi: return sameIgnoringCase(x, y, result);
-    case QuickCall::toDouble: case QuickCall::toChar: return kindChanged(x, function == QuickCall::toChar, result);
+    case QuickCall::toDouble: return kindChanged(x, false, result) || quickCharacters(function, x, result);
+    case QuickCall::toChar: return kindChanged(x, true, result) || quickText(x, result);
     case QuickCall::exclusiveOr: {
       bool a, b;
       if (!truthOf(x, &a) || !truthOf(y, &b)) return false;
@@ -288,6 +314,20 @@ bool quickCall(QuickCall function, const Storable& x, const Storable& y, Storabl
     }
     case QuickCall::int2str: return wholeText(x, true, result);
     case QuickCall::num2str: return wholeText(x, false, result);
+    case QuickCall::largest: case QuickCall::smallest: case QuickCall::sum: case QuickCall::mean: case QuickCall::all:
+    case QuickCall::any: case QuickCall::find: return quickReduction(function, x, result);
+    case QuickCall::flipRow: case QuickCall::flipColumn: return quickReversal(function, x, result);
+    case QuickCall::dot: return quickDot(x, y, result);
+    case QuickCall::isspace: case QuickCall::isletter: return quickCharacters(function, x, result);
+    case QuickCall::isnumeric: case QuickCall::isreal: case QuickCall::islogical:
+      result->setLogical(isKind(function, x));
+      return true;
+    case QuickCall::isrow: case QuickCall::iscolumn: case QuickCall::isscalar: case QuickCall::isvector:
+    case QuickCall::ismatrix: result->setLogical(hasShape(function, x.size())); return true;
+    case QuickCall::isinf:
+      if (!x.isDoubleScalar()) return false;
+      result->setLogical(std::isinf(x.doubleScalar()));
+      return true;
     default: return false;
   }
 }

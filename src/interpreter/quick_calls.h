@@ -1,6 +1,7 @@
 // Built-ins of one or two arguments that are computed without a call where the arguments are
-// simple: functions of numbers, questions about sizes, comparisons of texts, texts of whole
-// numbers. Each gives what the built-in gives, or says false.
+// simple: functions of numbers, questions about sizes and kinds, comparisons of texts, texts of whole
+// numbers; those of small arrays are in quick_arrays.h. Each gives what the built-in gives, or says
+// false.
 #pragma once
 
 #include <optional>
@@ -16,7 +17,10 @@ enum class QuickCall : int32_t {
   abs, ceil, fix, floor, max, min, mod, rem, round, sqrt,
   acos, asin, atan, cos, cosh, exp, log, log10, log2, sin, sinh, tan, tanh,
   isempty, length, ndims, numel, size, toDouble, toChar, exclusiveOr,
-  strcmp, strcmpi, int2str, num2str, lower, upper, ischar, isfield, isstruct, ones, zeros,
+  strcmp, strcmpi, int2str, num2str, lower, upper, ischar, isfield, isstruct,
+  largest, smallest, sum, mean, all, any, find, flipRow, flipColumn, dot, isspace, isletter,
+  isnumeric, isreal, islogical, isrow, iscolumn, isscalar, isvector, ismatrix, isinf,
+  ones, zeros,
 };
 // clang-format on
 

@@ -14,7 +14,7 @@ namespace kelo {
 namespace {
 
 /// What a call with so many arguments shows. REQUIRES: the call is refused
-std::vector<std::string> shownBy(const Builtin& row, int inputs, std::optional<int> outputs) {
+std::vector<std::string> shownBy(const Builtin& row, int inputs, int outputs) {
   TestApp test(builtins::library());
   std::vector<Storable> args(static_cast<size_t>(inputs), Storable(1.0));
   const NodeValue result = callBuiltin(row, args, outputs, CallSite{}, test.app.environment);
