@@ -108,6 +108,27 @@ KELO_WIDE_CLONES int64_t positionOfGreatest(const double* x, int64_t n) {
   return i;
 }
 
+KELO_WIDE_CLONES double quickNorm1(int m, int n, const ComplexDouble* a) {
+  constexpr int kTogether = 16;
+  double greatest = 0;
+  for (int64_t j = 0; j < n; ++j) {
+    const auto* column = reinterpret_cast<const double*>(a + j * m);
+    double sums[kTogether] = {};
+    int64_t i = 0;
+    for (; i + kTogether <= m; i += kTogether) {
+      for (int k = 0; k < kTogether; ++k) {
+        const double re = column[2 * (i + k)], im = column[2 * (i + k) + 1];
+        sums[k] += __builtin_sqrt(re * re + im * im);
+      }
+    }
+    for (; i < m; ++i) sums[0] += __builtin_sqrt(column[2 * i] * column[2 * i] + column[2 * i + 1] * column[2 * i + 1]);
+    double sum = 0;
+    for (const double each : sums) sum += each;
+    if (greatest < sum || std::isnan(sum)) greatest = sum;
+  }
+  return greatest;
+}
+
 KELO_WIDE_CLONES void scale(double* x, double factor, int64_t n) {
   for (int64_t i = 0; i < n; ++i) x[i] *= factor;
 }

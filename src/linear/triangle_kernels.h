@@ -32,4 +32,8 @@ void solveLowerTransposed(int n, const ComplexDouble* factors, ComplexDouble* x)
 void solveUpperTransposed(int n, const double* factors, double* x);
 void solveUpperTransposed(int n, const ComplexDouble* factors, ComplexDouble* x);
 
+/// The largest sum of magnitudes of a column, each within 1 ULP; not normal where a square has passed
+/// the range of doubles.
+double quickNorm1(int m, int n, const ComplexDouble* a);
+
 }  // namespace kelo::triangles
