@@ -49,6 +49,12 @@ inline bool subscriptNumber(const Storable& subscript, double* number) {
   return true;
 }
 
+/// A double and a count of the system's own, in whatever order, which meet as doubles.
+inline bool areDoubleAndCount(const Storable& a, const Storable& b, double* x, double* y) {
+  if (a.isDoubleScalar() ? !b.isScalarOf(Kind::Int) : !b.isDoubleScalar()) return false;
+  return subscriptNumber(a, x) && subscriptNumber(b, y);
+}
+
 /// a:b of whole numbers, not large, with one element or more.
 inline bool plainRange(const Storable& a, const Storable& b, double* first, double* count) {
   constexpr double kMost = 1e9;

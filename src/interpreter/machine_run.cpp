@@ -129,6 +129,12 @@ resume:
       ++pc;                                                                     \
       continue;                                                                 \
     }                                                                           \
+    double x, y;                                                                \
+    if (areDoubleAndCount(left, right, &x, &y)) {                               \
+      R[pc->a].store;                                                           \
+      ++pc;                                                                     \
+      continue;                                                                 \
+    }                                                                           \
     if (scalarBinary(BinaryOp::name, left, right, &R[pc->a])) {                 \
       ++pc;                                                                     \
       continue;                                                                 \
@@ -371,6 +377,8 @@ resume:
     bool answer;                                                                \
     if (Storable::areDoubleScalars(left, right)) [[likely]] {                   \
       answer = left.doubleScalar() sign right.doubleScalar();                   \
+    } else if (double x, y; areDoubleAndCount(left, right, &x, &y)) {           \
+      answer = x sign y;                                                        \
     } else if (scalarBinary(BinaryOp::op, left, right, &scratch)) {             \
       answer = scratch.numeric()->asLogical().scalar();                         \
     } else {                                                                    \
