@@ -12,7 +12,8 @@ std::optional<Field> fieldOf(const Code& code, const Instruction& i) {
     case Op::fieldOfName: return Field{i.b, name(i.c)};
     case Op::fieldPath: return Field{i.b, code.sites[static_cast<size_t>(i.d)].fields};
     case Op::elementField: return Field{i.b, name(i.e), /*isOfElements=*/true};
-    case Op::setField: case Op::setFieldElement: case Op::setFieldElement2: return Field{i.a, name(i.b), false, /*isWritten=*/true};
+    case Op::setField: case Op::setFieldElement: case Op::setFieldElement2:
+      return Field{i.a, name(i.b), false, /*isWritten=*/true};
     case Op::setPath: return Field{i.a, code.sites[static_cast<size_t>(i.d)].fields, false, /*isWritten=*/true};
     case Op::setElementField: return Field{i.a, name(i.b), /*isOfElements=*/true, /*isWritten=*/true};
     default: return std::nullopt;

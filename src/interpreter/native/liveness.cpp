@@ -19,8 +19,8 @@ const char* operandsOf(Op op) {
     case Op::setElementField: case Op::setFieldElement: case Op::setFieldElement2: return ":ce";
     case Op::range: case Op::joinRow: case Op::joinRows: case Op::appendRow: return "a:r";
     case Op::rangeArgument: return "a:ro";
-    case Op::checkElement: case Op::checkRange: case Op::checkField: case Op::checkSwitch: case Op::jumpOnTruth: case Op::returnValue:
-    case Op::assignList: case Op::answer: case Op::nameStatement:
+    case Op::checkElement: case Op::checkRange: case Op::checkField: case Op::checkSwitch: case Op::jumpOnTruth:
+    case Op::returnValue: case Op::assignList: case Op::answer: case Op::nameStatement:
       return ":b";
     case Op::store1: case Op::jumpOnEqual: case Op::jumpOnUnequal: case Op::jumpOnLe: case Op::jumpOnLt:
     case Op::jumpOnGe: case Op::jumpOnGt: case Op::caseJump:
