@@ -112,9 +112,8 @@ inline bool storeScalar(Storable& target, const Storable& subscript, const Stora
   NumericArray& array = *target.numeric();
   const int64_t position = plainPosition(i, array.numElements());
   if (position >= 0) return putScalar(array, position, value);
-  if (i != static_cast<double>(array.numElements()) + 1 || !value.isScalarOf(array.kind())) return false;
-  if (value.isDoubleScalar() && appendScalar(array, value.doubleScalar())) return true;
-  return appendElement(array, *value.numeric());
+  return i == static_cast<double>(array.numElements()) + 1 && value.isScalarOf(array.kind()) &&
+         appendElement(array, *value.numeric());
 }
 
 inline bool storeScalar(Storable& target, const Storable& row, const Storable& column, const Storable& value) {

@@ -153,10 +153,11 @@ int32_t Visitor::visitBuilt_in_func(KeloNode& node, int outputs, int32_t wish) {
     return newTemporary();
   }
   const bool isOne = outputs <= 1 && outputs != kOutputsOfCall;
-  if (const auto value = quickConstantOf(node.cache.name); value && isOne && details.args.empty()) {
-    return constant(*value);
+  if (isOne && details.args.empty()) {
+    if (const auto value = quickConstantOf(node.cache.name)) return constant(*value);
+  } else if (isOne) {
+    if (auto fields = writtenFields(node); !fields.empty()) return lowerStructure(node, std::move(fields), wish);
   }
-  if (auto fields = writtenFields(node); !fields.empty() && isOne) return lowerStructure(node, std::move(fields), wish);
   const int32_t made = newSite(node, node.cache.name, 0, details.args, outputs);
   site(made).row = details.builtin;
   const int32_t mark = top_;

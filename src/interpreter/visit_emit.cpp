@@ -207,7 +207,7 @@ bool Visitor::isQuick(KeloNode& node) {
   const auto& details = static_cast<const CallDetails&>(*node.cache.details);
   if (details.isCommand || details.builtin == nullptr) return false;
   const auto count = static_cast<int32_t>(details.args.size());
-  return (count == 0 && quickConstantOf(node.cache.name)) || quickCallOf(node.cache.name, count) >= 0;
+  return count == 0 ? quickConstantOf(node.cache.name).has_value() : quickCallOf(node.cache.name, count) >= 0;
 }
 
 /// Whether it may give nothing or several values.
